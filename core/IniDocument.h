@@ -1,0 +1,139 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/IniLine.h"
+#include "core/TextEncoding.h"
+
+namespace tamarind {
+
+// What an edit of a document came to.
+enum class IniEdit {
+    Unchanged,         // it says so already
+    Changed,           //
+    NameNotEncodable,  // the file's encoding lacks a character of the section or key name
+    TextNotStorable,   // a line break or a NUL inside a name or a value
+};
+
+// An INI file in memory, line by line as it stands: what is not edited is written back byte for
+// byte, whatever it is.
+//
+//   file    = [mark] { line }
+//   line    = blanks ( "[" name [ "]" anything ] | ";" anything | name "=" value | anything )
+//   blanks  = { space | tab | vertical tab }, also around names and values
+//
+// A line ends with CRLF, LF or CR. Section and key names compare by EqualsIgnoreCase; of two
+// sections or keys of one name the first counts. A line ";name=value" is a key of its own by the
+// name ";name", so that a key that was commented out can be read and changed.
+//
+// Views that a document gives out hold until it is edited or gone.
+class IniDocument {
+public:
+    using SectionId = std::uint32_t;
+    using LineId = std::uint32_t;
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    // `bytes` holds less than 2 GB. A file without a mark is in `codePage`.
+    static IniDocument Parse(std::string bytes, CodePage codePage);
+
+    // The file's bytes with all edits.
+    std::string Bytes() const;
+
+    std::size_t SectionCount() const { return m_sections.size(); }
+    std::string_view SectionName(SectionId section) const;
+
+    // The first section of that name; spaces around the name are ignored.
+    std::optional<SectionId> FindSection(std::string_view name) const;
+
+    // The first line of that key; spaces around the name are ignored. ";name" finds the
+    // commented-out key.
+    std::optional<LineId> FindKey(SectionId section, std::string_view name) const;
+
+    // The value of a key as a reader sees it (one pair of equal outer quotes removed), or nothing
+    // when the section or the key is missing.
+    std::optional<std::string_view> FindValue(std::string_view section, std::string_view key) const;
+
+    // The lines of a section behind its header, in order: FirstLine, NextLine, ... until kNone.
+    LineId FirstLine(SectionId section) const;
+    LineId NextLine(LineId line) const;
+
+    IniLineKind Kind(LineId line) const { return m_lines[line].kind; }
+    bool IsRepeated(LineId line) const;
+    std::string_view KeyName(LineId line) const;
+    std::string_view Value(LineId line) const;
+    // As Value, but with the outer quotes.
+    std::string_view QuotedValue(LineId line) const;
+    // The whole line's text between its outer blanks.
+    std::string LineText(LineId line) const;
+
+    // Sets the value of the key's first line; a new key goes behind the section's last key line, a
+    // new section to the end of the file. A line that reads as `value` already keeps its bytes.
+    IniEdit SetValue(std::string_view section, std::string_view key, std::string_view value);
+
+    // Removes the first line of that name.
+    IniEdit DeleteValue(std::string_view section, std::string_view key);
+
+    // Removes every line of that name, so that the key is really gone.
+    IniEdit DeleteKey(std::string_view section, std::string_view key);
+
+    // Removes the first section of that name: its header and key lines. Comments stay.
+    IniEdit DeleteSection(std::string_view section);
+
+private:
+    friend class IniParser;
+
+    struct Section {
+        TextSpan name;
+        bool isDecoded = false;
+        mutable bool repeatsName = false;
+        LineId header = kNone;
+        LineId lastKey = kNone;   // the header while there is none
+        LineId lastLine = kNone;  // the header while there is none
+    };
+
+    static std::uint32_t KeyHash(SectionId section, std::string_view name);
+    std::string_view Text(TextSpan span, bool isDecoded) const;
+    void EnsureIndex() const;
+    void IndexSections() const;
+    void IndexKeys() const;
+    std::size_t KeySlot(std::uint32_t hash, SectionId section, std::string_view name) const;
+
+    LineId AppendLine(std::string_view bytes, SectionId section);
+    void LinkBehind(LineId previous, LineId line);
+    void SetLineBytes(LineId line, std::string_view bytes);
+    TextSpan ValueBytes(LineId line) const;
+    std::string EncodeValue(std::string_view value, bool withInnerMark) const;
+    std::optional<std::string> EncodeName(std::string_view name) const;
+    std::string EncodeAscii(std::string_view text) const;
+    std::string LineEndFor(SectionId section) const;
+    std::string LineEndOf(LineId line) const;
+    IniEdit ReplaceValue(LineId line, std::string_view value);
+    IniEdit InsertKey(SectionId section, std::string_view key, std::string_view value);
+    std::optional<SectionId> AddSection(std::string_view name);
+    void CompleteLastLine(LineId line, std::string_view lineEnd);
+    bool RemoveKeyLine(SectionId section, std::string_view key);
+
+    CodePage m_codePage = 0;
+    FileMark m_mark = FileMark::None;
+    std::string m_bytes;    // the file's bytes, then those of edited and new lines
+    std::string m_decoded;  // text of the lines that are not text as they stand
+    std::vector<IniLine> m_lines;
+    std::vector<Section> m_sections;
+    LineId m_firstLine = kNone;
+    LineId m_lastLine = kNone;
+
+    // Made at the first look-up: open-addressed tables of line and section numbers by name. A key
+    // slot holds the hash in its upper half, so that most misses are settled without a comparison.
+    static constexpr std::uint64_t kEmptySlot = 0x0000'0000'FFFF'FFFF;
+    static constexpr std::uint64_t kErasedSlot = 0x0000'0001'FFFF'FFFF;
+    mutable bool m_isIndexed = false;
+    mutable std::size_t m_usedKeySlots = 0;
+    mutable std::vector<std::uint64_t> m_keySlots;
+    mutable std::vector<std::uint32_t> m_sectionSlots;
+};
+
+}  // namespace tamarind

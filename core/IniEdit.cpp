@@ -1,0 +1,266 @@
+// The editing half of IniDocument.
+#include "core/IniDocument.h"
+#include "core/IniParser.h"
+#include "core/Unicode.h"
+
+namespace tamarind {
+namespace {
+
+// Text that would end its line, or that Windows' own readers would take for the end of the file's
+// text, can not stand in a line.
+bool IsStorable(std::string_view text) {
+    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+}
+
+}  // namespace
+
+IniEdit IniDocument::SetValue(std::string_view section, std::string_view key,
+                              std::string_view value) {
+    section = TrimIniSpaces(section);
+    key = TrimIniSpaces(key);
+    if (!IsStorable(section) || !IsStorable(key) || !IsStorable(value)) {
+        return IniEdit::TextNotStorable;
+    }
+    std::optional<SectionId> sectionId = FindSection(section);
+    if (const auto line = sectionId ? FindKey(*sectionId, key) : std::nullopt) {
+        return ReplaceValue(*line, value);
+    }
+    if (!EncodeName(key)) {
+        return IniEdit::NameNotEncodable;
+    }
+    if (!sectionId) {
+        sectionId = AddSection(section);
+    }
+    return sectionId ? InsertKey(*sectionId, key, value) : IniEdit::NameNotEncodable;
+}
+
+IniEdit IniDocument::DeleteValue(std::string_view section, std::string_view key) {
+    const std::optional<SectionId> sectionId = FindSection(section);
+    return sectionId && RemoveKeyLine(*sectionId, key) ? IniEdit::Changed : IniEdit::Unchanged;
+}
+
+IniEdit IniDocument::DeleteKey(std::string_view section, std::string_view key) {
+    IniEdit result = IniEdit::Unchanged;
+    while (DeleteValue(section, key) == IniEdit::Changed) {
+        result = IniEdit::Changed;
+    }
+    return result;
+}
+
+// What is left of the section belongs to the one above it from now on, and a second section of the
+// name may count now: the result is read anew.
+IniEdit IniDocument::DeleteSection(std::string_view section) {
+    const std::optional<SectionId> found = FindSection(section);
+    if (!found) {
+        return IniEdit::Unchanged;
+    }
+    for (LineId line = FirstLine(*found); line != kNone; line = NextLine(line)) {
+        if (m_lines[line].kind == IniLineKind::Key) {
+            m_lines[line].kind = IniLineKind::Deleted;
+        }
+    }
+    m_lines[m_sections[*found].header].kind = IniLineKind::Deleted;
+    *this = Parse(Bytes(), m_codePage);
+    return IniEdit::Changed;
+}
+
+IniEdit IniDocument::ReplaceValue(LineId line, std::string_view value) {
+    if (Value(line) == value || QuotedValue(line) == value) {
+        return IniEdit::Unchanged;
+    }
+    const TextSpan span = ValueBytes(line);
+    const TextSpan whole = m_lines[line].bytes;
+    std::string bytes = m_bytes.substr(whole.begin, span.begin - whole.begin);
+    bytes += EncodeValue(value, m_lines[line].hasInnerMark);
+    bytes.append(m_bytes, span.end, whole.end - span.end);
+    SetLineBytes(line, bytes);
+    return IniEdit::Changed;
+}
+
+IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::string_view value) {
+    const std::string lineEnd = LineEndFor(section);
+    const LineId previous = m_sections[section].lastKey;
+    CompleteLastLine(previous, lineEnd);
+    const LineId line = AppendLine(
+        *EncodeName(key) + EncodeAscii("=") + EncodeValue(value, false) + lineEnd, section);
+    LinkBehind(previous, line);
+    m_sections[section].lastKey = line;
+    if (4 * ++m_usedKeySlots > 3 * m_keySlots.size()) {
+        IndexKeys();
+        return IniEdit::Changed;
+    }
+    const std::uint32_t hash = KeyHash(section, KeyName(line));
+    m_keySlots[KeySlot(hash, section, KeyName(line))] = (std::uint64_t{hash} << 32) | line;
+    return IniEdit::Changed;
+}
+
+std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view name) {
+    const std::optional<std::string> encoded = EncodeName(name);
+    if (!encoded) {
+        return std::nullopt;
+    }
+    std::string lineEnd = EncodeAscii("\r\n");
+    if (m_firstLine != kNone && m_lines[m_firstLine].lineEndLength > 0) {
+        lineEnd = LineEndOf(m_firstLine);
+    }
+    const LineId previous = m_lastLine;
+    if (previous != kNone) {
+        CompleteLastLine(previous, lineEnd);
+    }
+    const auto section = static_cast<SectionId>(m_sections.size());
+    const LineId header =
+        AppendLine(EncodeAscii("[") + *encoded + EncodeAscii("]") + lineEnd, section);
+    m_sections.push_back({.name = m_lines[header].name,
+                          .isDecoded = m_lines[header].isDecoded,
+                          .header = header,
+                          .lastKey = header,
+                          .lastLine = header});
+    LinkBehind(previous, header);
+    IndexSections();
+    return section;
+}
+
+bool IniDocument::RemoveKeyLine(SectionId section, std::string_view key) {
+    const std::optional<LineId> found = FindKey(section, key);
+    if (!found) {
+        return false;
+    }
+    IniLine& line = m_lines[*found];
+    const std::size_t slot = KeySlot(KeyHash(section, KeyName(*found)), section, KeyName(*found));
+    if (line.nextOfSameName == kNone) {
+        m_keySlots[slot] = kErasedSlot;
+    } else {
+        m_lines[line.nextOfSameName].repeatsName = false;
+        m_keySlots[slot] = (m_keySlots[slot] & ~std::uint64_t{kNone}) | line.nextOfSameName;
+    }
+    line.kind = IniLineKind::Deleted;
+    if (m_sections[section].lastKey == *found) {
+        LineId last = m_sections[section].header;
+        for (LineId id = FirstLine(section); id != kNone; id = NextLine(id)) {
+            last = m_lines[id].kind == IniLineKind::Key ? id : last;
+        }
+        m_sections[section].lastKey = last;
+    }
+    return true;
+}
+
+// Adds the line end that a file's last line may lack and that a line behind it needs.
+void IniDocument::CompleteLastLine(LineId line, std::string_view lineEnd) {
+    const IniLine& last = m_lines[line];
+    if (last.kind != IniLineKind::Deleted && last.lineEndLength == 0) {
+        std::string bytes = m_bytes.substr(last.bytes.begin, last.bytes.end - last.bytes.begin);
+        bytes += lineEnd;
+        SetLineBytes(line, bytes);
+    }
+}
+
+IniDocument::LineId IniDocument::AppendLine(std::string_view bytes, SectionId section) {
+    const auto id = static_cast<LineId>(m_lines.size());
+    IniLine line;
+    line.section = section;
+    line.nextOfSameName = kNone;
+    m_lines.push_back(line);
+    SetLineBytes(id, bytes);
+    return id;
+}
+
+void IniDocument::LinkBehind(LineId previous, LineId line) {
+    m_lines[line].next = previous == kNone ? kNone : m_lines[previous].next;
+    (previous == kNone ? m_firstLine : m_lines[previous].next) = line;
+    if (m_lastLine == previous) {
+        m_lastLine = line;
+    }
+    Section& section = m_sections[m_lines[line].section];
+    if (section.lastLine == previous) {
+        section.lastLine = line;
+    }
+}
+
+void IniDocument::SetLineBytes(LineId id, std::string_view bytes) {
+    IniLine& line = m_lines[id];
+    line.bytes.begin = static_cast<std::uint32_t>(m_bytes.size());
+    m_bytes += bytes;
+    line.bytes.end = static_cast<std::uint32_t>(m_bytes.size());
+    const std::string_view carriageReturn =
+        m_mark == FileMark::Utf16Le ? std::string_view("\r\0", 2) : "\r";
+    const std::string_view lineFeed =
+        m_mark == FileMark::Utf16Le ? std::string_view("\n\0", 2) : "\n";
+    const auto endsWith = [&](std::string_view end) {
+        return bytes.size() >= end.size() && bytes.substr(bytes.size() - end.size()) == end;
+    };
+    line.lineEndLength = 0;
+    if (endsWith(lineFeed)) {
+        line.lineEndLength = 1;
+        bytes.remove_suffix(lineFeed.size());
+    }
+    if (endsWith(carriageReturn)) {
+        ++line.lineEndLength;
+    }
+    IniParser(*this).ParseLine(line);
+}
+
+// Where the value's bytes are, between the blanks around it.
+TextSpan IniDocument::ValueBytes(LineId line) const {
+    const std::size_t unit = m_mark == FileMark::Utf16Le ? 2 : 1;
+    const auto isBlank = [&](std::size_t at) {
+        return IsIniBlank(m_bytes[at]) && (unit == 1 || m_bytes[at + 1] == '\0');
+    };
+    const auto isEquals = [&](std::size_t at) {
+        return m_bytes[at] == '=' && (unit == 1 || m_bytes[at + 1] == '\0');
+    };
+    std::size_t begin = m_lines[line].bytes.begin;
+    std::size_t end = m_lines[line].bytes.end - unit * m_lines[line].lineEndLength;
+    end -= (end - begin) % unit;  // an odd last byte of a UTF-16 file is no text
+    while (!isEquals(begin)) {
+        begin += unit;
+    }
+    begin += unit;
+    while (begin < end && isBlank(begin)) {
+        begin += unit;
+    }
+    while (end > begin && isBlank(end - unit)) {
+        end -= unit;
+    }
+    return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)};
+}
+
+std::string IniDocument::EncodeAscii(std::string_view text) const {
+    return m_mark == FileMark::Utf16Le ? EncodeUtf16Le(text) : std::string(text);
+}
+
+std::optional<std::string> IniDocument::EncodeName(std::string_view name) const {
+    if (m_mark != FileMark::None || IsAscii(name)) {
+        return EncodeAscii(name);
+    }
+    return EncodeCodePage(name, m_codePage);
+}
+
+// A value that the code page of a file without a mark can not hold is stored as UTF-8 behind a mark
+// of its own, as Total Commander does; a value that had that form keeps it.
+std::string IniDocument::EncodeValue(std::string_view value, bool withInnerMark) const {
+    if (m_mark != FileMark::None) {
+        return EncodeAscii(value);
+    }
+    std::optional<std::string> encoded;
+    if (!withInnerMark) {
+        encoded = EncodeName(value);
+    }
+    return encoded ? *encoded : std::string(kUtf8MarkBytes).append(value);
+}
+
+std::string IniDocument::LineEndOf(LineId line) const {
+    const std::size_t unit = m_mark == FileMark::Utf16Le ? 2 : 1;
+    const std::size_t size = unit * m_lines[line].lineEndLength;
+    return m_bytes.substr(m_lines[line].bytes.end - size, size);
+}
+
+// New lines end as the section's last line does, else as the file's first one, else with CRLF.
+std::string IniDocument::LineEndFor(SectionId section) const {
+    std::string lineEnd = LineEndOf(m_sections[section].lastLine);
+    if (lineEnd.empty()) {
+        lineEnd = LineEndOf(m_firstLine);
+    }
+    return lineEnd.empty() ? EncodeAscii("\r\n") : lineEnd;
+}
+
+}  // namespace tamarind

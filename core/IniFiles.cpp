@@ -1,0 +1,89 @@
+#include "core/IniFiles.h"
+
+namespace tamarind {
+namespace {
+
+// Time stamps of FAT volumes are two seconds apart.
+constexpr std::uint64_t kYouthTicks = 21'000'000;
+
+}  // namespace
+
+IniFiles::IniFiles(FileSystem& files)
+    : m_files(files),
+      m_systemCodePage(SystemAnsiCodePage()),
+      m_empty(std::make_shared<const IniDocument>(IniDocument::Parse({}, m_systemCodePage))) {}
+
+IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
+    const auto key = std::pair(path, codePage);
+    const auto found = m_entries.find(key);
+    if (found != m_entries.end() && found->second.isTrusted) {
+        const std::optional<FileStamp> stamp = m_files.Stamp(path);
+        if (stamp && *stamp == found->second.stamp) {
+            return {found->second.document, FileError::None};
+        }
+    }
+    const std::uint64_t now = m_files.NowTicks();
+    FileContent content = m_files.Read(path, kMaxFileBytes);
+    if (content.error != FileError::None) {
+        m_entries.erase(key);
+        return {m_empty, content.error};
+    }
+    Entry entry;
+    entry.stamp = content.stamp;
+    entry.isTrusted = content.stamp.modifiedTicks + kYouthTicks <= now;
+    entry.document =
+        std::make_shared<const IniDocument>(IniDocument::Parse(std::move(content.bytes), codePage));
+    m_entries[key] = entry;
+    return {entry.document, FileError::None};
+}
+
+ProfileTransaction::ProfileTransaction(IniFiles& files, std::string path)
+    : m_files(files), m_path(std::move(path)) {}
+
+void ProfileTransaction::SetValue(std::string_view section, std::string_view key,
+                                  std::string_view value) {
+    m_writes.push_back(
+        {Action::SetValue, std::string(section), std::string(key), std::string(value)});
+}
+
+void ProfileTransaction::DeleteValue(std::string_view section, std::string_view key) {
+    m_writes.push_back({Action::DeleteValue, std::string(section), std::string(key), {}});
+}
+
+void ProfileTransaction::DeleteSection(std::string_view section) {
+    m_writes.push_back({Action::DeleteSection, std::string(section), {}, {}});
+}
+
+IniEdit ProfileTransaction::Apply(IniDocument& document, const Write& write) {
+    switch (write.action) {
+        case Action::SetValue:
+            return document.SetValue(write.section, write.key, write.value);
+        case Action::DeleteValue:
+            return document.DeleteValue(write.section, write.key);
+        case Action::DeleteSection:
+            return document.DeleteSection(write.section);
+    }
+    return IniEdit::Unchanged;
+}
+
+ProfileResult ProfileTransaction::Commit() {
+    FileContent content = m_files.Files().Read(m_path, IniFiles::kMaxFileBytes);
+    if (content.error != FileError::None && content.error != FileError::NotFound) {
+        return {content.error, IniEdit::Unchanged};
+    }
+    IniDocument document = IniDocument::Parse(std::move(content.bytes), m_files.SystemCodePage());
+    bool isChanged = false;
+    for (const Write& write : m_writes) {
+        const IniEdit edit = Apply(document, write);
+        if (edit == IniEdit::NameNotEncodable || edit == IniEdit::TextNotStorable) {
+            return {FileError::None, edit};
+        }
+        isChanged = isChanged || edit == IniEdit::Changed;
+    }
+    if (!isChanged) {
+        return {};
+    }
+    return {m_files.Files().Replace(m_path, document.Bytes()), IniEdit::Unchanged};
+}
+
+}  // namespace tamarind

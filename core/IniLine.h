@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+
+namespace tamarind {
+
+enum class IniLineKind : std::uint8_t {
+    Other,         // blank, or text that is neither a header nor a key
+    Section,       // [name]
+    Key,           // name=value
+    Comment,       // ;prose
+    CommentedKey,  // ;name=value, a key of its own by the name ";name"
+    Deleted,
+};
+
+struct TextSpan {
+    std::uint32_t begin = 0;
+    std::uint32_t end = 0;
+};
+
+// One line of a document: where its bytes are, and where its name and value are. Spans of text
+// point into the file's bytes where these are text already, else into the decoded copy.
+struct IniLine {
+    TextSpan bytes;  // with the line end
+    TextSpan name;   // of a section or a key
+    TextSpan value;  // of a key: between the blanks, outer quotes included
+    std::uint32_t section = 0;
+    std::uint32_t next = 0;
+    mutable std::uint32_t nextOfSameName = 0;
+    IniLineKind kind = IniLineKind::Other;
+    std::uint8_t lineEndLength = 0;    // characters
+    bool isDecoded = false;            // name and value lie in the decoded copy
+    bool hasInnerMark = false;         // the value is UTF-8 behind a mark of its own
+    mutable bool repeatsName = false;  // an earlier line of the section has the same name
+};
+
+}  // namespace tamarind

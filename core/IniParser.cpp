@@ -1,0 +1,284 @@
+#include "core/IniParser.h"
+
+#include "core/Unicode.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#include <bit>
+#endif
+
+namespace tamarind {
+namespace {
+
+constexpr std::uint32_t Offset(std::size_t value) {
+    return static_cast<std::uint32_t>(value);
+}
+
+// The span of the section name in `text`, which begins behind the "[".
+std::string_view SectionNameIn(std::string_view text) {
+    return TrimIniBlanks(text.substr(0, text.find(']')));
+}
+
+}  // namespace
+
+bool IsIniBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\v';
+}
+
+std::string_view TrimIniBlanks(std::string_view text) {
+    while (!text.empty() && IsIniBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && IsIniBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+std::string_view TrimIniSpaces(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos
+               ? std::string_view()
+               : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// What one pass over a line finds: its end, its first "=" and whether it is plain ASCII.
+struct IniParser::Scan {
+    const char* end = nullptr;
+    const char* equals = nullptr;
+    bool isAscii = true;
+
+    Scan(const char* from, const char* limit) {
+        const char* at = from;
+        unsigned nonAscii = 0;
+#if defined(__SSE2__)
+        const __m128i carriageReturn = _mm_set1_epi8('\r');
+        const __m128i lineFeed = _mm_set1_epi8('\n');
+        const __m128i equalsSign = _mm_set1_epi8('=');
+        for (; limit - at >= 16; at += 16) {
+            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+            const auto ends = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(
+                _mm_cmpeq_epi8(block, carriageReturn), _mm_cmpeq_epi8(block, lineFeed))));
+            const unsigned before = ends == 0 ? 0xFFFFU : (ends & (0U - ends)) - 1;
+            nonAscii |= static_cast<unsigned>(_mm_movemask_epi8(block)) & before;
+            if (equals == nullptr) {
+                const auto found =
+                    static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(block, equalsSign))) &
+                    before;
+                if (found != 0) {
+                    equals = at + std::countr_zero(found);
+                }
+            }
+            if (ends != 0) {
+                end = at + std::countr_zero(ends);
+                isAscii = nonAscii == 0;
+                return;
+            }
+        }
+#endif
+        for (; at < limit && *at != '\r' && *at != '\n'; ++at) {
+            nonAscii |= static_cast<unsigned char>(*at) & 0x80U;
+            if (*at == '=' && equals == nullptr) {
+                equals = at;
+            }
+        }
+        end = at;
+        isAscii = nonAscii == 0;
+    }
+};
+
+void IniParser::ParseFile() {
+    IniDocument& document = m_document;
+    document.m_mark = FindFileMark(document.m_bytes);
+    document.m_lines.reserve(document.m_bytes.size() / 24 + 1);
+    if (document.m_mark == FileMark::Utf16Le) {
+        ParseUtf16Lines();
+    } else {
+        ParseByteLines();
+    }
+    if (!document.m_lines.empty()) {
+        document.m_firstLine = 0;
+        document.m_lastLine = Offset(document.m_lines.size() - 1);
+        document.m_lines.back().next = IniDocument::kNone;
+    }
+}
+
+void IniParser::ParseByteLines() {
+    const std::string& bytes = m_document.m_bytes;
+    const char* const start = bytes.data();
+    const char* const limit = start + bytes.size();
+    const char* at = start + MarkBytes(m_document.m_mark).size();
+    while (at < limit) {
+        const Scan scan(at, limit);
+        IniLine line;
+        line.bytes.begin = Offset(static_cast<std::size_t>(at - start));
+        at = scan.end;
+        if (at < limit) {
+            line.lineEndLength = at[0] == '\r' && at + 1 < limit && at[1] == '\n' ? 2 : 1;
+            at += line.lineEndLength;
+        }
+        line.bytes.end = Offset(static_cast<std::size_t>(at - start));
+        ReadByteLine(line, scan);
+        AddLine(line);
+    }
+}
+
+void IniParser::ParseUtf16Lines() {
+    const std::string& bytes = m_document.m_bytes;
+    const auto unitAt = [&](std::size_t i) {
+        return static_cast<unsigned char>(bytes[i]) |
+               (static_cast<unsigned char>(bytes[i + 1]) << 8);
+    };
+    std::size_t at = kUtf16LeMarkBytes.size();
+    while (at < bytes.size()) {
+        IniLine line;
+        line.bytes.begin = Offset(at);
+        for (; at + 1 < bytes.size(); at += 2) {
+            const int unit = unitAt(at);
+            if (unit == '\r' || unit == '\n') {
+                const bool isPair = unit == '\r' && at + 3 < bytes.size() && unitAt(at + 2) == '\n';
+                line.lineEndLength = isPair ? 2 : 1;
+                break;
+            }
+        }
+        // An odd last byte belongs to the last line, where it only travels along.
+        at = line.lineEndLength == 0 ? bytes.size() : at + 2U * line.lineEndLength;
+        line.bytes.end = Offset(at);
+        ReadUtf16Line(line);
+        AddLine(line);
+    }
+}
+
+void IniParser::AddLine(IniLine& line) {
+    IniDocument& document = m_document;
+    const std::uint32_t id = Offset(document.m_lines.size());
+    if (line.kind == IniLineKind::Section) {
+        IniDocument::Section section;
+        section.name = line.name;
+        section.isDecoded = line.isDecoded;
+        section.header = id;
+        section.lastKey = id;
+        document.m_sections.push_back(section);
+    }
+    line.section = Offset(document.m_sections.size()) - 1;
+    line.next = id + 1;
+    if (!document.m_sections.empty()) {
+        IniDocument::Section& section = document.m_sections.back();
+        section.lastLine = id;
+        if (line.kind == IniLineKind::Key) {
+            section.lastKey = id;
+        }
+    }
+    document.m_lines.push_back(line);
+}
+
+void IniParser::ParseLine(IniLine& line) {
+    if (m_document.m_mark == FileMark::Utf16Le) {
+        ReadUtf16Line(line);
+        return;
+    }
+    const char* const start = m_document.m_bytes.data();
+    ReadByteLine(line, Scan(start + line.bytes.begin, start + line.bytes.end));
+}
+
+void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
+    const char* const start = m_document.m_bytes.data() + line.bytes.begin;
+    const std::string_view text(start, static_cast<std::size_t>(scan.end - start));
+    line.isDecoded = false;
+    line.hasInnerMark = false;
+    const bool isText = scan.isAscii || (m_document.m_mark == FileMark::Utf8 && IsValidUtf8(text));
+    if (isText) {
+        ReadText(line, text, line.bytes.begin, scan.equals);
+    } else {
+        ReadNonAsciiLine(line, text, scan.equals);
+    }
+}
+
+// `base` is the offset of `text` in the pool that the line's spans point into.
+void IniParser::ReadText(IniLine& line, std::string_view text, std::uint32_t base,
+                         const char* equals) {
+    const char* const origin = text.data();
+    const auto spanOf = [&](std::string_view part) {
+        const auto begin = Offset(base + static_cast<std::size_t>(part.data() - origin));
+        return TextSpan{begin, begin + Offset(part.size())};
+    };
+    const std::string_view trimmed = TrimIniBlanks(text);
+    line.kind = IniLineKind::Other;
+    if (trimmed.empty()) {
+        return;
+    }
+    if (trimmed.front() == '[') {
+        line.kind = IniLineKind::Section;
+        line.name = spanOf(SectionNameIn(trimmed.substr(1)));
+        return;
+    }
+    const bool isComment = trimmed.front() == ';';
+    if (equals == nullptr) {
+        line.kind = isComment ? IniLineKind::Comment : IniLineKind::Other;
+        return;
+    }
+    line.kind = isComment ? IniLineKind::CommentedKey : IniLineKind::Key;
+    const auto nameLength = static_cast<std::size_t>(equals - trimmed.data());
+    line.name = spanOf(TrimIniBlanks(trimmed.substr(0, nameLength)));
+    line.value = spanOf(TrimIniBlanks(trimmed.substr(nameLength + 1)));
+}
+
+// The bytes that give a line its form ("=", ";", blanks, quotes) are never second bytes of a
+// double-byte character, so the line is taken apart first and its parts are decoded one by one.
+// Only "]" can be such a byte: a header is decoded before its end is looked for.
+void IniParser::ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals) {
+    line.isDecoded = true;
+    ReadText(line, text, 0, equals);
+    if (line.kind == IniLineKind::Section) {
+        const std::string decoded = DecodeBytes(text.substr(text.find('[') + 1));
+        line.name = AppendDecoded(SectionNameIn(decoded));
+        return;
+    }
+    if (line.kind != IniLineKind::Key && line.kind != IniLineKind::CommentedKey) {
+        return;
+    }
+    const auto part = [&](TextSpan span) { return text.substr(span.begin, span.end - span.begin); };
+    std::string_view value = part(line.value);
+    line.name = AppendDecoded(DecodeBytes(part(line.name)));
+    std::string_view inner = value;
+    const bool isQuoted = value.size() > 1 && value.front() == value.back() &&
+                          (value.front() == '"' || value.front() == '\'');
+    if (isQuoted) {
+        inner = value.substr(1, value.size() - 2);
+    }
+    if (m_document.m_mark == FileMark::None && FindFileMark(inner) == FileMark::Utf8) {
+        line.hasInnerMark = true;
+        inner.remove_prefix(kUtf8MarkBytes.size());
+        line.value = AppendDecoded(DecodeCodePage(inner, kCodePageUtf8));
+    } else {
+        line.value = AppendDecoded(DecodeBytes(value));
+    }
+}
+
+void IniParser::ReadUtf16Line(IniLine& line) {
+    line.isDecoded = true;
+    line.hasInnerMark = false;
+    const std::size_t count =
+        line.bytes.end - line.bytes.begin - std::size_t{2} * line.lineEndLength;
+    const std::string_view raw =
+        std::string_view(m_document.m_bytes).substr(line.bytes.begin, count);
+    const TextSpan span = AppendDecoded(DecodeUtf16Le(raw));
+    const auto text =
+        std::string_view(m_document.m_decoded).substr(span.begin, span.end - span.begin);
+    const std::size_t equals = text.find('=');
+    ReadText(line, text, span.begin,
+             equals == std::string_view::npos ? nullptr : text.data() + equals);
+}
+
+std::string IniParser::DecodeBytes(std::string_view bytes) const {
+    const bool isUtf8 = m_document.m_mark == FileMark::Utf8;
+    return DecodeCodePage(bytes, isUtf8 ? kCodePageUtf8 : m_document.m_codePage);
+}
+
+TextSpan IniParser::AppendDecoded(std::string_view text) {
+    const std::uint32_t begin = Offset(m_document.m_decoded.size());
+    m_document.m_decoded += text;
+    return {begin, begin + Offset(text.size())};
+}
+
+}  // namespace tamarind

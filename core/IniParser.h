@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string_view>
+
+#include "core/IniDocument.h"
+
+namespace tamarind {
+
+bool IsIniBlank(char c);
+std::string_view TrimIniBlanks(std::string_view text);
+// Callers' names lose spaces only, unlike names in a file, which lose every kind of blank.
+std::string_view TrimIniSpaces(std::string_view text);
+
+// Reads lines into a document: all of a file once, and every edited line again, so that there is
+// one place that says what a line means.
+class IniParser {
+public:
+    explicit IniParser(IniDocument& document) : m_document(document) {}
+
+    void ParseFile();
+
+    // Sets kind, name, value and line end of a line from its bytes; a header's name goes into
+    // `name` as well.
+    void ParseLine(IniLine& line);
+
+private:
+    struct Scan;
+
+    void ParseByteLines();
+    void ParseUtf16Lines();
+    void AddLine(IniLine& line);
+    void ReadByteLine(IniLine& line, const Scan& scan);
+    void ReadText(IniLine& line, std::string_view text, std::uint32_t base, const char* equals);
+    void ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals);
+    void ReadUtf16Line(IniLine& line);
+    std::string DecodeBytes(std::string_view bytes) const;
+    TextSpan AppendDecoded(std::string_view text);
+
+    IniDocument& m_document;
+};
+
+}  // namespace tamarind

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace tamarind {
+
+// One decoded code point and the number of bytes it took (1 to 4). Malformed input decodes to
+// U+FFFD and takes one byte, so a walk over any byte string ends.
+struct CodePoint {
+    char32_t value;
+    std::size_t length;
+};
+
+// Decodes the code point at the start of `text`, which must not be empty.
+CodePoint DecodeUtf8(std::string_view text);
+
+// Appends one code point in UTF-8; surrogates and values beyond U+10FFFF become U+FFFD.
+void AppendUtf8(std::string& text, char32_t codePoint);
+
+// Conversions between the program's inner form (UTF-8) and that of Windows (UTF-16). Malformed
+// input, lone surrogates included, becomes U+FFFD.
+std::u16string Utf16FromUtf8(std::string_view text);
+std::string Utf8FromUtf16(std::u16string_view units);
+
+bool IsAscii(std::string_view text);
+bool IsValidUtf8(std::string_view text);
+
+// Length in UTF-16 code units, the unit of every limit and position that users and files know.
+std::size_t Utf16Length(std::string_view text);
+
+// The longest start of `text` that holds at most `maxUnits` UTF-16 code units; a surrogate pair
+// is never split.
+std::string_view CutToUtf16Units(std::string_view text, std::size_t maxUnits);
+
+// Simple (one to one) upper-case mapping; code points beyond the Basic Multilingual Plane stay as
+// they are, as in the name comparison of Windows.
+char32_t SimpleUpperCase(char32_t codePoint);
+
+// Comparison of section and key names: equal by simple upper case, code point by code point.
+bool EqualsIgnoreCase(std::string_view left, std::string_view right);
+
+// Equal for any two texts that EqualsIgnoreCase calls equal.
+std::size_t HashIgnoreCase(std::string_view text);
+
+}  // namespace tamarind

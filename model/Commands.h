@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace tamarind {
+
+// Everything a user can do from the menu. The values are the numbers of the menu entries.
+enum class Command : std::uint16_t {
+    None = 0,
+    FileOpen = 100,
+    FileOpenDataFile,
+    FileSave,
+    FileSaveDataFile,
+    FileSaveAndRestart,
+    FileExport,
+    FileImport,
+    FileRecentFiles,
+    FileExit,
+    EditUndo,
+    EditRedo,
+    EditValue,
+    EditSetValue1,
+    EditSetValue0,
+    EditBrowseValue,
+    EditComment,
+    EditDelete,
+    ViewToolbar,
+    ViewDescription,
+    ViewAllKeys,
+    ViewActiveKeys,
+    ViewInactiveKeys,
+    ViewOptions,
+    SearchFind,
+    SearchFindNext,
+    FavoritesAdd,
+    FavoritesOrganize,
+    HelpTopics,
+    HelpAbout,
+};
+
+// A key with its modifiers, by the virtual-key codes of Windows. One that belongs to the key list
+// works there only and is shown in the menu.
+struct Shortcut {
+    std::uint16_t key = 0;  // 0: none
+    bool control = false;
+    bool shift = false;
+    bool isOfKeyList = false;
+    std::string_view text = {};  // as the menu shows it
+};
+
+// What the enabled and checked states of the commands depend on.
+struct CommandState {
+    bool isToolbarVisible = false;
+    bool isDescriptionVisible = false;
+    bool showsAllKeys = false;
+    bool showsActiveKeys = false;
+    bool showsInactiveKeys = false;
+};
+
+struct CommandInfo {
+    Command command;
+    std::uint16_t textNumber;
+    Shortcut shortcut;
+    std::string_view toolbarName;  // the toolbar button that does the same
+    bool (*isEnabled)(const CommandState&);
+    bool (*isChecked)(const CommandState&);
+};
+
+// One row for each command.
+std::span<const CommandInfo> AllCommands();
+const CommandInfo& InfoOf(Command command);
+// The command of a toolbar button, or None.
+Command CommandOfButton(std::string_view toolbarName);
+
+// The menu bar: each menu's text number and its entries, None for a separator.
+struct MenuInfo {
+    std::uint16_t textNumber;
+    std::span<const Command> entries;
+};
+std::span<const MenuInfo> MenuBar();
+
+}  // namespace tamarind

@@ -1,0 +1,349 @@
+#include "model/EditorSession.h"
+
+#include "core/MissingValueMarker.h"
+#include "core/Paths.h"
+#include "core/Unicode.h"
+#include "model/KeyStates.h"
+#include "model/StringTable.h"
+
+namespace tamarind {
+namespace {
+
+class SilentListener final : public SessionListener {
+    void OnTargetChanged() override {}
+    void OnDataFileChanged() override {}
+    void OnCategoriesChanged() override {}
+    void OnCategorySelected() override {}
+    void OnKeyListChanged() override {}
+    void OnKeyShown() override {}
+    void OnCommandsChanged() override {}
+    void OnProgress(const ProgressMeter&) override {}
+    void OnProgressEnd() override {}
+};
+
+SilentListener silentListener;
+
+constexpr std::uint64_t kProgressTicks = 500'000;  // 50 ms
+constexpr int kProgressStride = 256;               // keys between two looks at the clock
+
+bool IsPath(const std::string& path) {
+    return !path.empty() && path != MissingValueMarker;
+}
+
+// Which settings file this is, as far as its content tells.
+std::optional<SettingsTarget> KindOfSettingsFile(const IniSnapshot& settings) {
+    if (settings.error != FileError::None || settings.document->SectionCount() == 0) {
+        return std::nullopt;
+    }
+    return settings.document->FindSection("Configuration") ? SettingsTarget::Wincmd
+                                                           : SettingsTarget::WcxFtp;
+}
+
+std::string NameOfTarget(SettingsTarget target) {
+    return target == SettingsTarget::Wincmd ? "Wincmd" : "Wcxftp";
+}
+
+}  // namespace
+
+EditorSession::EditorSession(SessionServices services)
+    : m_services(std::move(services)),
+      m_settings(m_services.files, m_services.environment, m_services.programFolder,
+                 m_services.screen),
+      m_language(m_services.files, m_settings.Values()),
+      m_locator(m_services.files.Files(), m_services.registry, m_services.environment, m_settings,
+                m_language, m_services.prompts),
+      m_listener(&silentListener) {}
+
+bool EditorSession::Activate(const std::string& commandLine) {
+    std::string path = ChooseDataFile(commandLine);
+    while (IsPath(path) && !LoadDataFile(path)) {
+        path = AskForDataFile("tc all keys english.tmdf");
+        if (IsPath(path)) {
+            RememberDataFile(path);
+        }
+    }
+    if (!IsPath(path)) {
+        return false;
+    }
+    OpenSettingsFile(LocateTarget());
+    return true;
+}
+
+std::string EditorSession::StartUpDataFile(const std::string& commandLine) const {
+    // The file association puts the path in double quotes, and nothing else is looked for.
+    if (!commandLine.empty()) {
+        return ResolvedPath(commandLine.size() < 2 ? std::string()
+                                                   : commandLine.substr(1, commandLine.size() - 2));
+    }
+    const Settings& settings = m_settings.Values();
+    const bool isWincmd = EqualsIgnoreCase(settings.startUpIniFile, "Wincmd");
+    return ResolvedPath(isWincmd ? settings.wincmdDataFile : settings.wcxFtpDataFile);
+}
+
+std::string EditorSession::ChooseDataFile(const std::string& commandLine) {
+    std::string path = StartUpDataFile(commandLine);
+    if (FileExists(path, m_services.files.Files())) {
+        return path;
+    }
+    m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kCannotFindDataFile));
+    path = AskForDataFile("tc all keys english.tmdf");
+    if (IsPath(path)) {
+        RememberDataFile(path);
+    }
+    return path;
+}
+
+std::string EditorSession::AskForDataFile(const std::string& fileName) {
+    FileQuestion question;
+    question.initialFolder = m_services.programFolder + "Data Files";
+    question.fileName = fileName;
+    question.filter = FileFilter::DataFile;
+    return m_services.prompts.BrowseForOpen(question);
+}
+
+void EditorSession::RememberDataFile(const std::string& path) {
+    const IniSnapshot file = m_services.files.Read(path);
+    const bool isWincmd = GetDataFileTarget(*file.document) == SettingsTarget::Wincmd;
+    m_settings.WriteNow(isWincmd ? &Settings::wincmdDataFile : &Settings::wcxFtpDataFile, path);
+}
+
+void EditorSession::AskOpenSettingsFile() {
+    FileQuestion question;
+    question.initialFolder = AddBackslash(m_services.environment.Variable("Commander_Path"));
+    question.fileName = "Wincmd.ini";
+    question.filter = FileFilter::WincmdIni;
+    const std::string path = m_services.prompts.BrowseForOpen(question);
+    if (IsPath(path)) {
+        OpenSettingsFile(path);
+    }
+}
+
+void EditorSession::AskOpenDataFile() {
+    const std::string path = AskForDataFile(std::string(FileNameOfPath(m_dataFilePath)));
+    if (!IsPath(path) || !LoadDataFile(path)) {
+        return;
+    }
+    RememberDataFile(path);
+    m_settings.WriteNow(&Settings::startUpIniFile, NameOfTarget(m_target));
+    m_settingsPath = LocateTarget();
+    m_listener->OnTargetChanged();
+    ShowSettings(m_services.files.Read(m_settingsPath));
+}
+
+// Reads the file first: one that can not be read leaves everything as it was.
+bool EditorSession::LoadDataFile(const std::string& path) {
+    const IniSnapshot file = m_services.files.Read(path);
+    if (file.error != FileError::None) {
+        ReportUnreadable(path, file.error);
+        return false;
+    }
+    m_dataFile = file.document;
+    m_dataFilePath = path;
+    m_target = GetDataFileTarget(*m_dataFile);
+    m_isDataFileRead = false;
+    m_listener->OnDataFileChanged();
+    return true;
+}
+
+// The keys and categories of the data file; the states that the settings file gives them follow.
+void EditorSession::FillStore() {
+    m_isDataFileRead = true;
+    m_keys.Clear();
+    m_currentKey = 0;
+    m_store.Clear();
+    const bool fits = tamarind::LoadDataFile(
+        m_dataFile, Text(text::kNoDescription), [this] { AdvanceProgress(); }, m_store);
+    m_categories = ReadCategories(*m_dataFile);
+    m_shownNode.reset();
+    m_selectedNode = kRootNode;
+    m_listener->OnKeyListChanged();
+    m_listener->OnCategoriesChanged();
+    if (!fits) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kTooManyKeys));
+    }
+}
+
+std::string EditorSession::LocateTarget() {
+    return m_target == SettingsTarget::Wincmd ? m_locator.FindWincmdIni()
+                                              : m_locator.FindWcxFtpIni();
+}
+
+void EditorSession::OpenSettingsFile(const std::string& path) {
+    m_settingsPath = path;
+    m_listener->OnTargetChanged();
+    const IniSnapshot settings = m_services.files.Read(path);
+    if (const auto kind = KindOfSettingsFile(settings)) {
+        m_settings.WriteNow(&Settings::startUpIniFile, NameOfTarget(*kind));
+        if (*kind != m_target) {
+            const Settings& values = m_settings.Values();
+            LoadDataFile(ResolvedPath(*kind == SettingsTarget::Wincmd ? values.wincmdDataFile
+                                                                      : values.wcxFtpDataFile));
+        }
+    }
+    ShowSettings(settings);
+}
+
+// Brings every record up to date with the settings file and shows the root.
+void EditorSession::ShowSettings(const IniSnapshot& settings) {
+    m_progress.Restart();
+    m_nextProgressTicks = m_services.files.Files().NowTicks() + kProgressTicks;
+    if (!m_isDataFileRead) {
+        FillStore();
+    }
+    DeriveKeyStates(m_store, settings.document, [this] { AdvanceProgress(); });
+    m_listener->OnProgressEnd();
+    m_shownNode.reset();
+    SelectCategory(kRootNode);
+    m_listener->OnCommandsChanged();
+    const bool isMissing =
+        settings.error == FileError::NotFound || settings.error == FileError::FolderMissing;
+    if (settings.error != FileError::None && !isMissing && IsPath(m_settingsPath)) {
+        ReportUnreadable(m_settingsPath, settings.error);
+    }
+}
+
+void EditorSession::ReportUnreadable(const std::string& path, FileError error) {
+    m_services.prompts.ShowMessage(
+        MessageIcon::Exclamation,
+        Text(text::kCannotReadFile) + " " + path + "\n\n" + m_language.Reason(error));
+}
+
+void EditorSession::SelectCategory(NodeIndex node) {
+    if (m_selectedNode != node) {
+        m_selectedNode = node;
+        m_listener->OnCategorySelected();
+    }
+    ShowCategory(node);
+}
+
+void EditorSession::ShowCategory(NodeIndex node) {
+    if (m_shownNode == node) {
+        return;
+    }
+    m_shownNode = node;
+    const bool isRoot = node == kRootNode;
+    const std::size_t found = m_keys.Fill(
+        m_store, isRoot,
+        isRoot ? std::string_view() : m_categories[static_cast<std::size_t>(node)].tag, m_filter);
+    m_currentKey = m_keys.Size() > 0 ? m_keys.KeyAt(0) : 0;
+    m_listener->OnKeyListChanged();
+    m_listener->OnKeyShown();
+    m_listener->OnCommandsChanged();
+    if (found == 0 && !ShowsHeading()) {
+        m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kCategoryWithoutKeys));
+    }
+}
+
+bool EditorSession::ShowsHeading() const {
+    return m_shownNode && *m_shownNode != kRootNode &&
+           m_categories[static_cast<std::size_t>(*m_shownNode)].IsHeading();
+}
+
+void EditorSession::SetKeyFilter(KeyFilter filter) {
+    if (ShowsHeading()) {
+        m_services.prompts.Beep();
+        m_listener->OnCommandsChanged();
+        return;
+    }
+    m_filter = filter;
+    m_shownNode.reset();
+    ShowCategory(m_selectedNode);
+}
+
+void EditorSession::GoToKey(RowKey key) {
+    SelectCategory(kRootNode);
+    if (m_filter != KeyFilter::ShowAll) {
+        SetKeyFilter(KeyFilter::ShowAll);
+    }
+    const std::size_t row = m_keys.RowOf(key);
+    if (row < m_keys.Size()) {
+        ShowKeyDetails(row);
+    }
+}
+
+void EditorSession::ShowKeyDetails(std::size_t row) {
+    m_currentKey = m_keys.KeyAt(row);
+    m_listener->OnKeyShown();
+    m_listener->OnCommandsChanged();
+}
+
+std::string EditorSession::Description() const {
+    return m_currentKey == 0 ? std::string()
+                             : DescriptionForDisplay(Record(m_currentKey).description);
+}
+
+std::string EditorSession::Caption() const {
+    const std::string title = "Tamarind Configuration Editor " + m_services.versionText;
+    return IsPath(m_settingsPath) ? title + " - " + m_settingsPath : title;
+}
+
+std::string EditorSession::DataFilePanel() const {
+    return Text(text::kDataFile) + "  " + std::string(FileNameOfPath(m_dataFilePath));
+}
+
+std::string EditorSession::TargetPanel() const {
+    if (m_currentKey == 0) {
+        return {};
+    }
+    const std::string section(Record(m_currentKey).targetSection);
+    return Text(text::kTargetSection) + "  [" + section + "]";
+}
+
+std::string EditorSession::CounterPanel() const {
+    return std::to_string(m_keys.Size()) + "  " + Text(text::kKeys);
+}
+
+std::string EditorSession::RootText() const {
+    return Text(text::kRootCategory);
+}
+
+void EditorSession::SetToolbarVisible(bool isVisible) {
+    m_settings.Values().toolbarVisible = isVisible ? 1 : 0;
+    m_listener->OnCommandsChanged();
+}
+
+void EditorSession::SetDescriptionVisible(bool isVisible) {
+    m_settings.Values().descriptionVisible = isVisible ? 1 : 0;
+    m_listener->OnCommandsChanged();
+}
+
+CommandState EditorSession::State() const {
+    CommandState state;
+    state.isToolbarVisible = IsToolbarVisible();
+    state.isDescriptionVisible = IsDescriptionVisible();
+    state.showsAllKeys = m_filter == KeyFilter::ShowAll;
+    state.showsActiveKeys = m_filter == KeyFilter::ShowActive;
+    state.showsInactiveKeys = m_filter == KeyFilter::ShowInactive;
+    return state;
+}
+
+bool EditorSession::IsEnabled(Command command) const {
+    return InfoOf(command).isEnabled(State());
+}
+
+bool EditorSession::IsChecked(Command command) const {
+    return InfoOf(command).isChecked(State());
+}
+
+// Paths of data files are relative to the program's folder.
+std::string EditorSession::ResolvedPath(const std::string& path) const {
+    const std::string expanded = ExpandPathVariables(path, m_services.environment);
+    const bool hasDrive = expanded.size() > 1 && expanded[1] == ':';
+    const bool isRooted = !expanded.empty() && (expanded[0] == '\\' || expanded[0] == '/');
+    return expanded.empty() || hasDrive || isRooted ? expanded
+                                                    : m_services.programFolder + expanded;
+}
+
+void EditorSession::AdvanceProgress() {
+    m_progress.Advance();
+    if (m_progress.Count() % kProgressStride != 0) {
+        return;
+    }
+    const std::uint64_t now = m_services.files.Files().NowTicks();
+    if (now >= m_nextProgressTicks) {
+        m_nextProgressTicks = now + kProgressTicks;
+        m_listener->OnProgress(m_progress);
+    }
+}
+
+}  // namespace tamarind

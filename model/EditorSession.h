@@ -1,0 +1,164 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Environment.h"
+#include "core/IniFiles.h"
+#include "core/Registry.h"
+#include "model/Commands.h"
+#include "model/DataFile.h"
+#include "model/KeyList.h"
+#include "model/KeyStore.h"
+#include "model/Language.h"
+#include "model/ProgressMeter.h"
+#include "model/SettingsLocator.h"
+#include "model/SettingsStore.h"
+#include "model/UserPrompts.h"
+
+namespace tamarind {
+
+// Hears what changed in the session, right after it changed.
+class SessionListener {
+public:
+    virtual ~SessionListener() = default;
+    virtual void OnTargetChanged() = 0;      // the settings file, and with it the caption
+    virtual void OnDataFileChanged() = 0;    // the status bar's data file panel
+    virtual void OnCategoriesChanged() = 0;  // the tree holds other nodes
+    virtual void OnCategorySelected() = 0;   // another node is the selected one
+    virtual void OnKeyListChanged() = 0;     // the list holds other rows
+    virtual void OnKeyShown() = 0;           // another row is current, or none: details, target
+    virtual void OnCommandsChanged() = 0;    // enabled or checked states
+    virtual void OnProgress(const ProgressMeter& progress) = 0;
+    virtual void OnProgressEnd() = 0;
+};
+
+// What the session needs of the world outside.
+struct SessionServices {
+    IniFiles& files;
+    Registry& registry;
+    const Environment& environment;
+    UserPrompts& prompts;
+    std::string programFolder;  // with a closing backslash
+    std::string versionText;
+    ScreenSize screen;
+};
+
+// A node of the category tree: the root, or a category by its place in Categories().
+using NodeIndex = std::int32_t;
+inline constexpr NodeIndex kRootNode = -1;
+
+// The open data file and settings file, and what the window shows of them. Windows read it, tell
+// it what the user does, and redraw what its listener hears of.
+class EditorSession {
+public:
+    explicit EditorSession(SessionServices services);
+
+    void SetListener(SessionListener* listener) { m_listener = listener; }
+
+    // The program's settings, before any window is made.
+    void LoadSettings() { m_settings.LoadSettings(); }
+    SettingsStore& ProgramSettings() { return m_settings; }
+    const Language& Texts() const { return m_language; }
+    std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
+
+    // Chooses and loads the data file and makes its settings file current. `commandLine` is what
+    // follows the program's name on it. Returns false when the user gives no data file: the
+    // program ends.
+    bool Activate(const std::string& commandLine);
+
+    // File > Open and File > Open Data File, each with its question.
+    void AskOpenSettingsFile();
+    void AskOpenDataFile();
+
+    // Makes a settings file current; opens the other data file first if this one does not
+    // describe it.
+    void OpenSettingsFile(const std::string& path);
+
+    std::string Caption() const;
+    const std::string& DataFilePath() const { return m_dataFilePath; }
+    // Empty or the MissingValueMarker: none.
+    const std::string& SettingsPath() const { return m_settingsPath; }
+    SettingsTarget DataFileTarget() const { return m_target; }
+
+    // The three texts of the status bar.
+    std::string DataFilePanel() const;
+    std::string TargetPanel() const;
+    std::string CounterPanel() const;
+
+    std::string RootText() const;
+    const std::vector<CategoryNode>& Categories() const { return m_categories; }
+    NodeIndex SelectedNode() const { return m_selectedNode; }
+
+    // The tree's selection moved to a node: fills the key list with its keys, unless it shows them.
+    void SelectCategory(NodeIndex node);
+
+    // Whether the category shown is a heading, for which the commands on keys are off.
+    bool ShowsHeading() const;
+
+    KeyFilter Filter() const { return m_filter; }
+    void SetKeyFilter(KeyFilter filter);
+
+    // Shows every key and makes one of them the current one.
+    void GoToKey(RowKey key);
+
+    const KeyList& Keys() const { return m_keys; }
+    const KeyRecord& Record(RowKey key) const { return m_store.Record(key); }
+    const KeyStore& Store() const { return m_store; }
+
+    // Makes a shown row the current one: its description and target section.
+    void ShowKeyDetails(std::size_t row);
+    // 0 while the list is empty.
+    RowKey CurrentKey() const { return m_currentKey; }
+    // With line breaks (CR LF); empty without a current row.
+    std::string Description() const;
+
+    bool IsToolbarVisible() const { return m_settings.Values().toolbarVisible != 0; }
+    bool IsDescriptionVisible() const { return m_settings.Values().descriptionVisible != 0; }
+    void SetToolbarVisible(bool isVisible);
+    void SetDescriptionVisible(bool isVisible);
+
+    bool IsEnabled(Command command) const;
+    bool IsChecked(Command command) const;
+
+private:
+    std::string ChooseDataFile(const std::string& commandLine);
+    std::string StartUpDataFile(const std::string& commandLine) const;
+    std::string AskForDataFile(const std::string& fileName);
+    void RememberDataFile(const std::string& path);
+    bool LoadDataFile(const std::string& path);
+    void FillStore();
+    std::string LocateTarget();
+    void ShowSettings(const IniSnapshot& settings);
+    void ShowCategory(NodeIndex node);
+    void ReportUnreadable(const std::string& path, FileError error);
+    std::string ResolvedPath(const std::string& path) const;
+    void AdvanceProgress();
+    CommandState State() const;
+
+    SessionServices m_services;
+    SettingsStore m_settings;
+    Language m_language;
+    SettingsLocator m_locator;
+    SessionListener* m_listener;
+    KeyStore m_store;
+    std::shared_ptr<const IniDocument> m_dataFile;
+    std::vector<CategoryNode> m_categories;
+    std::string m_dataFilePath;
+    std::string m_settingsPath;
+    SettingsTarget m_target = SettingsTarget::Wincmd;
+    NodeIndex m_selectedNode = kRootNode;
+    std::optional<NodeIndex> m_shownNode;
+    bool m_isDataFileRead = false;
+    KeyFilter m_filter = KeyFilter::ShowAll;
+    KeyList m_keys;
+    RowKey m_currentKey = 0;
+    ProgressMeter m_progress;
+    std::uint64_t m_nextProgressTicks = 0;
+};
+
+}  // namespace tamarind

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/FileSystem.h"
+#include "core/IniFiles.h"
+#include "model/Settings.h"
+
+namespace tamarind {
+
+// The program's visible texts by number: those of the user's language file, and the built-in ones
+// where it has none.
+class Language {
+public:
+    Language(IniFiles& files, const Settings& settings) : m_files(files), m_settings(settings) {}
+
+    std::string GetLanguageString(std::uint16_t number) const;
+
+    // What is wrong with a file, as a sentence for the user.
+    std::string Reason(FileError error) const;
+
+private:
+    IniFiles& m_files;
+    const Settings& m_settings;
+};
+
+}  // namespace tamarind

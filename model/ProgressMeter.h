@@ -1,0 +1,31 @@
+#pragma once
+
+namespace tamarind {
+
+// Counts the keys of a load. The maximum grows whenever the count passes it, so that the bar never
+// overflows, whatever the size of the file.
+class ProgressMeter {
+public:
+    static constexpr int kFirstMaximum = 220;
+    static constexpr int kMaximumStep = 300;
+
+    void Restart() {
+        m_count = 1;
+        m_maximum = kFirstMaximum;
+    }
+
+    void Advance() {
+        if (++m_count > m_maximum) {
+            m_maximum += kMaximumStep;
+        }
+    }
+
+    int Count() const { return m_count; }
+    int Maximum() const { return m_maximum; }
+
+private:
+    int m_count = 1;
+    int m_maximum = kFirstMaximum;
+};
+
+}  // namespace tamarind

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tamarind {
+
+// The program's own settings as they are while it runs. Flags are numbers: 0 is false, anything
+// else is true. Positions and sizes are in twips, colours in the form of COLORREF or a
+// system-colour reference.
+struct Settings {
+    std::int32_t commandListShowLines = 0;
+    std::int32_t fixedBorders = 0;
+    std::int32_t flatUserInterface = 0;
+    std::int32_t foregroundColor = 0;
+    std::int32_t backgroundColor = 0;
+    std::int32_t activeKeyForeColor = 0;
+    std::string fontName;
+    std::int32_t fontScript = 0;  // a Windows character set number
+    std::int32_t fontSize = 0;    // points
+    std::int32_t fontStyle = 0;   // 1 bold, 2 italic, 4 strikethrough, 8 underline
+    std::int32_t useDefaultLanguage = 0;
+    std::string languageFile;          // as written in the settings file
+    std::string expandedLanguageFile;  // with its environment variables replaced
+    std::int32_t mainWindowTop = 0;
+    std::int32_t mainWindowLeft = 0;
+    std::int32_t mainWindowHeight = 0;
+    std::int32_t mainWindowWidth = 0;
+    std::int32_t mainWindowMaximized = 0;
+    std::int32_t toolbarVisible = 0;
+    std::int32_t alwaysRestartTC = 0;
+    std::int32_t autoSelectNextKey = 0;
+    std::int32_t numberOfRecentFiles = 0;  // 2 to 16
+    std::int32_t showControlsBackColor = 0;
+    std::int32_t descriptionPanelHeight = 0;
+    std::int32_t splitPosition = 0;  // not negative
+    std::int32_t descriptionVisible = 0;
+    std::int32_t favoritesOrganizeVisible = 0;
+    std::string wincmdDataFile;
+    std::string wcxFtpDataFile;
+    std::string startUpIniFile;        // "Wincmd" or "Wcxftp"
+    std::string userDefinedWincmd;     // chosen by the user; the MissingValueMarker for none
+    std::string userDefinedWcxFtp;     // chosen by the user; empty for none
+    std::string wcxFtpFile;            // the Wcx_ftp.ini that was found; only ever written
+    std::string totalCommanderFolder;  // ends with a backslash
+};
+
+}  // namespace tamarind

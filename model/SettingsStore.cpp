@@ -1,0 +1,209 @@
+#include "model/SettingsStore.h"
+
+#include <algorithm>
+#include <iterator>
+#include <variant>
+
+#include "core/IniParser.h"
+#include "core/LeadingNumber.h"
+#include "core/MissingValueMarker.h"
+#include "core/Paths.h"
+#include "core/cProfile.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::string_view kEditor = "ConfigurationEditor";
+constexpr std::string_view kCommon = "Common";
+constexpr std::string_view kFileName = "tamarind editors.ini";
+
+// When a setting is written.
+enum class Written {
+    OnSave,
+    OnSaveUnlessMaximized,
+    AtOnce,  // by WriteNow
+    Never,   // set by hand only
+};
+
+using Member = std::variant<std::int32_t Settings::*, std::string Settings::*>;
+
+struct SettingRow {
+    std::string_view key;
+    std::string_view section;
+    Member member;
+    std::string_view defaultWhenRead;
+    // For a new user; nothing (null) leaves the setting out of the new file.
+    const char* firstStart;
+    Written written;
+    bool isRead = true;
+};
+
+// The order is that in which a new settings file lists them. A default of "@" is worked out in
+// ReadDefault.
+constexpr SettingRow kRows[] = {
+    {"FixedBorders", kEditor, &Settings::fixedBorders, "1", "0", Written::OnSave},
+    {"FlatUserInterface", kEditor, &Settings::flatUserInterface, "0", "0", Written::OnSave},
+    {"ForegroundColor", kEditor, &Settings::foregroundColor, "-2147483640", "-2147483640",
+     Written::OnSave},
+    {"BackgroundColor", kEditor, &Settings::backgroundColor, "-2147483643", "-2147483643",
+     Written::OnSave},
+    {"FontName", kEditor, &Settings::fontName, "MS Sans Serif", "MS Sans Serif", Written::OnSave},
+    {"FontScript", kEditor, &Settings::fontScript, "1", "1", Written::OnSave},
+    {"FontSize", kEditor, &Settings::fontSize, "10", "10", Written::OnSave},
+    {"FontStyle", kEditor, &Settings::fontStyle, "0", "0", Written::OnSave},
+    {"UseDefaultLanguage", kEditor, &Settings::useDefaultLanguage, "1", "1", Written::OnSave},
+    {"LanguageFile", kCommon, &Settings::languageFile, MissingValueMarker, nullptr,
+     Written::OnSave},
+    {"MainWindowLeft", kEditor, &Settings::mainWindowLeft, "0", "@",
+     Written::OnSaveUnlessMaximized},
+    {"MainWindowTop", kEditor, &Settings::mainWindowTop, "0", "@", Written::OnSaveUnlessMaximized},
+    {"MainWindowWidth", kEditor, &Settings::mainWindowWidth, "8610", "9000",
+     Written::OnSaveUnlessMaximized},
+    {"MainWindowHeight", kEditor, &Settings::mainWindowHeight, "7230", "7000",
+     Written::OnSaveUnlessMaximized},
+    {"MainWindowMaxmized", kEditor, &Settings::mainWindowMaximized, "0", "0", Written::OnSave},
+    {"ToolbarVisible", kEditor, &Settings::toolbarVisible, "1", nullptr, Written::OnSave},
+    {"NumberOfRecentFiles", kCommon, &Settings::numberOfRecentFiles, "9", nullptr, Written::OnSave},
+    {"AlwaysRestartTC", kEditor, &Settings::alwaysRestartTC, "0", nullptr, Written::OnSave},
+    {"CommandListShowLines", kEditor, &Settings::commandListShowLines, "0", "0", Written::OnSave},
+    {"ActiveKeyForeColor", kEditor, &Settings::activeKeyForeColor, "16711680", "16711680",
+     Written::OnSave},
+    {"AutoSelectNextKey", kEditor, &Settings::autoSelectNextKey, "0", "0", Written::OnSave},
+    {"DescriptionPanelHeight", kEditor, &Settings::descriptionPanelHeight, "4000", "4000",
+     Written::OnSave},
+    {"SplitPosition", kEditor, &Settings::splitPosition, "4000", "4000", Written::OnSave},
+    {"DescriptionVisible", kEditor, &Settings::descriptionVisible, "1", nullptr, Written::OnSave},
+    {"FavoritesOroganizeVisible", kEditor, &Settings::favoritesOrganizeVisible, "0", nullptr,
+     Written::OnSave},
+    {"WcxftpFile", kEditor, &Settings::wcxFtpFile, "", nullptr, Written::OnSave, false},
+    {"TCInstallDir", kCommon, &Settings::totalCommanderFolder, "@", nullptr, Written::Never},
+    {"ShowControlsBackColor", kCommon, &Settings::showControlsBackColor, "0", nullptr,
+     Written::Never},
+    {"WincmdDataFile", kEditor, &Settings::wincmdDataFile, "@", nullptr, Written::AtOnce},
+    {"WcxftpDataFile", kEditor, &Settings::wcxFtpDataFile, "@", nullptr, Written::AtOnce},
+    {"StartUpIniFile", kEditor, &Settings::startUpIniFile, "Wincmd", nullptr, Written::AtOnce},
+    {"UserDefinedWincmd", kCommon, &Settings::userDefinedWincmd, MissingValueMarker, nullptr,
+     Written::AtOnce},
+    {"UserDefinedWcxftp", kEditor, &Settings::userDefinedWcxFtp, "", nullptr, Written::AtOnce},
+};
+
+bool IsMember(const SettingRow& row, const Member& member) {
+    return row.member == member;
+}
+
+}  // namespace
+
+SettingsStore::SettingsStore(IniFiles& files, const Environment& environment,
+                             std::string programFolder, ScreenSize screen)
+    : m_files(files),
+      m_environment(environment),
+      m_programFolder(std::move(programFolder)),
+      m_screen(screen),
+      m_path(m_programFolder + std::string(kFileName)),
+      m_stored(std::size(kRows)) {}
+
+std::string SettingsStore::TextOf(std::size_t row) const {
+    if (const auto* number = std::get_if<std::int32_t Settings::*>(&kRows[row].member)) {
+        return std::to_string(m_values.**number);
+    }
+    return m_values.*std::get<std::string Settings::*>(kRows[row].member);
+}
+
+void SettingsStore::SetText(std::size_t row, const std::string& text) {
+    if (const auto* number = std::get_if<std::int32_t Settings::*>(&kRows[row].member)) {
+        m_values.** number = LeadingInteger(text);
+    } else {
+        m_values.*std::get<std::string Settings::*>(kRows[row].member) = text;
+    }
+}
+
+std::string SettingsStore::ReadDefault(std::size_t row) const {
+    const SettingRow& setting = kRows[row];
+    if (IsMember(setting, &Settings::wincmdDataFile)) {
+        return m_programFolder + "Data Files\\tc all keys english.tmdf";
+    }
+    if (IsMember(setting, &Settings::wcxFtpDataFile)) {
+        return m_programFolder + "Data Files\\tc wcx_ftp keys english.tmdf";
+    }
+    if (IsMember(setting, &Settings::totalCommanderFolder)) {
+        return m_environment.Variable("Commander_Path");
+    }
+    return std::string(setting.defaultWhenRead);
+}
+
+void SettingsStore::SetFirstStartDefaults() {
+    for (std::size_t row = 0; row < std::size(kRows); ++row) {
+        SetText(row, kRows[row].firstStart != nullptr ? kRows[row].firstStart : ReadDefault(row));
+    }
+    m_values.mainWindowLeft = (m_screen.width - m_values.mainWindowWidth) / 2;
+    m_values.mainWindowTop = (m_screen.height - m_values.mainWindowHeight) / 2;
+}
+
+// What follows from the settings as read, and the limits that hold whatever the file says.
+void SettingsStore::Derive() {
+    m_values.expandedLanguageFile = ExpandPathVariables(m_values.languageFile, m_environment);
+    m_values.numberOfRecentFiles = std::clamp(m_values.numberOfRecentFiles, 2, 16);
+    m_values.splitPosition = std::max(m_values.splitPosition, 0);
+    if (m_values.totalCommanderFolder.empty()) {
+        m_values.totalCommanderFolder = m_environment.Variable("windir");
+    }
+    m_values.totalCommanderFolder = AddBackslash(m_values.totalCommanderFolder);
+}
+
+void SettingsStore::RememberAll() {
+    for (std::size_t row = 0; row < std::size(kRows); ++row) {
+        m_stored[row] = TextOf(row);
+    }
+}
+
+void SettingsStore::LoadSettings() {
+    if (!FileExists(m_path, m_files.Files())) {
+        SetFirstStartDefaults();
+        ProfileTransaction transaction(m_files, m_path);
+        for (std::size_t row = 0; row < std::size(kRows); ++row) {
+            if (kRows[row].firstStart != nullptr) {
+                transaction.SetValue(kRows[row].section, kRows[row].key, TextOf(row));
+            }
+        }
+        if (!transaction.Commit().Succeeded()) {
+            Derive();
+            RememberAll();
+            return;
+        }
+    }
+    const IniSnapshot snapshot = m_files.Read(m_path);
+    for (std::size_t row = 0; row < std::size(kRows); ++row) {
+        const auto value = kRows[row].isRead
+                               ? snapshot.document->FindValue(kRows[row].section, kRows[row].key)
+                               : std::nullopt;
+        SetText(row, value ? std::string(CutToBuffer(*value)) : ReadDefault(row));
+    }
+    Derive();
+    RememberAll();
+}
+
+ProfileResult SettingsStore::SaveSettings() {
+    ProfileTransaction transaction(m_files, m_path);
+    for (std::size_t row = 0; row < std::size(kRows); ++row) {
+        const bool isWritten = kRows[row].written == Written::OnSave ||
+                               (kRows[row].written == Written::OnSaveUnlessMaximized &&
+                                m_values.mainWindowMaximized == 0);
+        const std::string text(TrimIniSpaces(TextOf(row)));
+        if (isWritten && text != m_stored[row] && text != MissingValueMarker) {
+            transaction.SetValue(kRows[row].section, kRows[row].key, text);
+            m_stored[row] = text;
+        }
+    }
+    return transaction.IsEmpty() ? ProfileResult() : transaction.Commit();
+}
+
+ProfileResult SettingsStore::WriteNow(std::string Settings::*member, const std::string& value) {
+    m_values.*member = value;
+    const auto* const row =
+        std::find_if(std::begin(kRows), std::end(kRows),
+                     [&](const SettingRow& entry) { return IsMember(entry, member); });
+    m_stored[static_cast<std::size_t>(row - std::begin(kRows))] = value;
+    return cProfile(m_files).WriteStringValue(row->section, row->key, value, m_path);
+}
+
+}  // namespace tamarind

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Environment.h"
+#include "core/IniFiles.h"
+#include "model/Settings.h"
+
+namespace tamarind {
+
+// Size of the screen in twips, for the window's place at the first start.
+struct ScreenSize {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+};
+
+// Reads the program's settings from "tamarind editors.ini" and writes them back. Other programs of
+// the family share the file, each in a section of its own.
+class SettingsStore {
+public:
+    // `programFolder` ends with a backslash.
+    SettingsStore(IniFiles& files, const Environment& environment, std::string programFolder,
+                  ScreenSize screen);
+
+    Settings& Values() { return m_values; }
+    const Settings& Values() const { return m_values; }
+
+    // Reads all settings. At the first start the file is made, with the values for a new user;
+    // where it can not be made, these values hold for this run.
+    void LoadSettings();
+
+    // Writes the settings that changed since they were read or last written, in one step. Of a
+    // maximized window only that it is maximized is stored, so that its former place stays.
+    ProfileResult SaveSettings();
+
+    // Writes one text at once: section "ConfigurationEditor", or "Common" for what the family
+    // shares. A text equal to the MissingValueMarker is not written.
+    ProfileResult WriteNow(std::string Settings::*member, const std::string& value);
+
+    const std::string& Path() const { return m_path; }
+
+private:
+    void SetFirstStartDefaults();
+    void Derive();
+    std::string ReadDefault(std::size_t row) const;
+    std::string TextOf(std::size_t row) const;
+    void SetText(std::size_t row, const std::string& text);
+    void RememberAll();
+
+    IniFiles& m_files;
+    const Environment& m_environment;
+    std::string m_programFolder;
+    ScreenSize m_screen;
+    std::string m_path;
+    Settings m_values;
+    std::vector<std::string> m_stored;  // each setting's text as read or last written
+};
+
+}  // namespace tamarind

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace tamarind {
+
+// Numbers of the visible texts that code asks for by name; menus and dialogs name theirs in their
+// own tables.
+namespace text {
+inline constexpr std::uint16_t kCannotFindFile = 3021;
+inline constexpr std::uint16_t kVerifyPath = 3022;
+inline constexpr std::uint16_t kCannotFindWcxFtpIni = 3045;
+inline constexpr std::uint16_t kCannotFindWincmdIni = 3046;
+inline constexpr std::uint16_t kRootCategory = 3073;
+inline constexpr std::uint16_t kCannotFindDataFile = 3074;
+inline constexpr std::uint16_t kCategoryWithoutKeys = 3075;
+inline constexpr std::uint16_t kKeys = 3077;
+inline constexpr std::uint16_t kDataFile = 3078;
+inline constexpr std::uint16_t kTargetSection = 3079;
+inline constexpr std::uint16_t kNoDescription = 3080;
+inline constexpr std::uint16_t kCannotReadFile = 4001;
+inline constexpr std::uint16_t kTooManyKeys = 4002;
+inline constexpr std::uint16_t kReasonNotFound = 4003;
+inline constexpr std::uint16_t kReasonFolder = 4004;
+inline constexpr std::uint16_t kReasonAccessDenied = 4005;
+inline constexpr std::uint16_t kReasonInUse = 4006;
+inline constexpr std::uint16_t kReasonTooLarge = 4007;
+inline constexpr std::uint16_t kReasonOther = 4008;
+}  // namespace text
+
+// The built-in English text of a number; empty for a number without one.
+std::string_view BuiltInText(std::uint16_t number);
+
+}  // namespace tamarind

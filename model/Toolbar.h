@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tamarind {
+
+// Kinds of toolbar buttons; the values are the digits of a toolbar specification.
+enum class ButtonStyle : std::uint8_t {
+    Normal = 0,
+    Check = 1,
+    Group = 2,
+    Separator = 3,
+    Placeholder = 4,
+    DropDown = 5,
+};
+
+struct ToolbarButton {
+    ButtonStyle style = ButtonStyle::Separator;
+    std::string_view name;         // of a picture button
+    int picture = -1;              // index in the image list, or -1 for none
+    std::uint16_t textNumber = 0;  // of a picture button's tooltip
+    int width = 0;                 // of a placeholder, in pixels
+};
+
+// The main toolbar: a digit for the style and the name of each button, and the text number of each
+// picture button.
+inline constexpr std::string_view kToolbarSpec =
+    "5Open,5Save,3,5Delete,3,0Edit,3,0Undo,0Redo,3,"
+    "2Show All Keys,2Show Active Keys,2Show Inactive Keys,3,0Options";
+inline constexpr std::string_view kToolbarIds = "103,104,132,192,190,191,152,153,154,150";
+
+// Takes a specification apart. It ends with the button that uses the last of `pictures` pictures,
+// less `reserve`; one with fewer picture buttons is filled up with nameless normal ones.
+std::vector<ToolbarButton> BuildToolbar(int pictures, std::string_view spec, std::string_view ids,
+                                        int reserve);
+
+}  // namespace tamarind
