@@ -1,0 +1,240 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "model/StringTable.h"
+#include "tests/model/fakes/SessionWorld.h"
+
+namespace tamarind {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kSettingsText =
+    "[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n";
+
+class EditorSessionTest : public testing::Test {
+protected:
+    SessionWorld world;
+    EditorSession& Session() { return *world.session; }
+};
+
+TEST_F(EditorSessionTest, ShowsEveryDescribedKeyOfTheFileThatTheRegistryNames) {
+    world.PutUsualFiles(kSettingsText);
+    ASSERT_TRUE(world.Start());
+    EXPECT_THAT(world.prompts.messages, IsEmpty());
+    EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");
+    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0", "BackColor"));
+    EXPECT_EQ(Session().CounterPanel(), "3  Key(s)");
+    EXPECT_EQ(Session().DataFilePanel(), "Data File:  tc all keys english.tmdf");
+    EXPECT_EQ(Session().TargetPanel(), "Target Section:  [Configuration]");
+    EXPECT_EQ(Session().Description(), "Arrange panels.\r\n0 = side by side");
+    EXPECT_EQ(Session().Categories().size(), 4U);
+    EXPECT_EQ(Session().Categories()[0].Text(), "Display");
+}
+
+TEST_F(EditorSessionTest, FiltersAndCategoriesDecideTheRows) {
+    world.PutUsualFiles(kSettingsText);
+    ASSERT_TRUE(world.Start());
+    Session().SelectCategory(1);
+    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0"));
+    Session().SetKeyFilter(KeyFilter::ShowActive);
+    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1"));
+    EXPECT_TRUE(Session().IsChecked(Command::ViewActiveKeys));
+    EXPECT_FALSE(Session().IsChecked(Command::ViewAllKeys));
+    Session().SetKeyFilter(KeyFilter::ShowInactive);
+    EXPECT_THAT(world.Rows(), ElementsAre("ShowHidden=0"));
+    Session().SelectCategory(2);
+    EXPECT_THAT(world.Rows(), ElementsAre("BackColor"));
+
+    // All its keys filtered away: an empty list without a message, and no current key.
+    Session().SetKeyFilter(KeyFilter::ShowActive);
+    EXPECT_THAT(world.Rows(), IsEmpty());
+    EXPECT_EQ(Session().CurrentKey(), 0U);
+    EXPECT_EQ(Session().TargetPanel(), "");
+    EXPECT_EQ(Session().Description(), "");
+    EXPECT_EQ(Session().CounterPanel(), "0  Key(s)");
+    EXPECT_THAT(world.prompts.messages, IsEmpty());
+
+    Session().GoToKey(3);
+    EXPECT_EQ(Session().SelectedNode(), kRootNode);
+    EXPECT_EQ(Session().Filter(), KeyFilter::ShowAll);
+    EXPECT_EQ(Session().CurrentKey(), 3U);
+    EXPECT_EQ(Session().TargetPanel(), "Target Section:  [Colors]");
+}
+
+TEST_F(EditorSessionTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
+    world.PutUsualFiles(kSettingsText);
+    ASSERT_TRUE(world.Start());
+    Session().SelectCategory(0);
+    EXPECT_TRUE(Session().ShowsHeading());
+    Session().SetKeyFilter(KeyFilter::ShowActive);
+    EXPECT_EQ(world.prompts.beeps, 1);
+    EXPECT_EQ(Session().Filter(), KeyFilter::ShowAll);
+    EXPECT_THAT(world.prompts.messages, IsEmpty());
+
+    const std::string complaint = "X" + std::string(BuiltInText(text::kCategoryWithoutKeys));
+    Session().SelectCategory(3);
+    EXPECT_THAT(world.prompts.messages, ElementsAre(complaint));
+    Session().SelectCategory(3);
+    EXPECT_EQ(world.prompts.messages.size(), 1U) << "a category that is shown is not filled again";
+}
+
+TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
+    world.PutUsualFiles(kSettingsText);
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
+    world.prompts.filesToChoose = {SessionWorld::kWcxFtp};
+    Session().AskOpenSettingsFile();
+    EXPECT_EQ(world.prompts.questions.at(0).initialFolder, "C:\\TC\\");
+    EXPECT_EQ(world.prompts.questions.at(0).fileName, "Wincmd.ini");
+    EXPECT_EQ(Session().DataFilePath(), SessionWorld::kWcxFtpData);
+    EXPECT_THAT(world.Rows(), ElementsAre("WaitDelay=9"));
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wcxftp");
+
+    ASSERT_TRUE(world.Start()) << "the next start";
+    EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWcxFtp);
+    world.prompts.filesToChoose = {SessionWorld::kWincmdData};
+    Session().AskOpenDataFile();
+    EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWincmd);
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
+    EXPECT_EQ(world.Rows().size(), 3U);
+}
+
+TEST_F(EditorSessionTest, WhatKindASettingsFileIs) {
+    struct Case {
+        const char* content;
+        const char* dataFile;
+    };
+    const Case cases[] = {
+        {"[Configuration]\r\nPanelsVertical=0\r\n", SessionWorld::kWincmdData},
+        {"[Configuration]\r\nWin95look=1\r\n", SessionWorld::kWincmdData},
+        {"[General]\r\nWaitDelay=1\r\n", SessionWorld::kWcxFtpData},
+        // Nothing to tell by: everything stays.
+        {"", SessionWorld::kWincmdData},
+    };
+    for (const Case& testCase : cases) {
+        SessionWorld other;
+        other.PutUsualFiles(testCase.content);
+        ASSERT_TRUE(other.Start());
+        EXPECT_EQ(other.session->DataFilePath(), testCase.dataFile) << testCase.content;
+        EXPECT_EQ(other.session->SettingsPath(), SessionWorld::kWincmd) << testCase.content;
+    }
+}
+
+TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
+    world.PutUsualFiles(kSettingsText);
+    const std::string cyrillic = "D:\\\xD0\x9A\xD0\xBB\xD1\x8E\xD1\x87\xD0\xB8.tmdf";
+    world.disk.Put(cyrillic, "[Own]\r\nCategoryTargetSection=Colors\r\nBackColor=7\r\n");
+    ASSERT_TRUE(world.Start("\"" + cyrillic + "\""));
+    EXPECT_EQ(Session().DataFilePath(), cyrillic);
+    EXPECT_THAT(world.Rows(), ElementsAre("BackColor"));
+
+    for (const std::string& wrong : {cyrillic, "\"" + cyrillic + "\" \"C:\\x.tmdf\"",
+                                     std::string("\""), std::string("\"C:\\Tamarind\"")}) {
+        world.prompts.messages.clear();
+        EXPECT_FALSE(world.Start(wrong)) << wrong;
+        EXPECT_THAT(world.prompts.messages,
+                    ElementsAre("X" + std::string(BuiltInText(text::kCannotFindDataFile))));
+    }
+}
+
+TEST_F(EditorSessionTest, AMissingDataFileIsAskedForAndRemembered) {
+    world.PutUsualFiles(kSettingsText);
+    world.disk.Remove(SessionWorld::kWincmdData);
+    world.disk.Put("D:\\mine.tmdf", "[Own]\r\nCategoryTargetSection=Colors\r\nBackColor=7\r\n");
+    world.prompts.filesToChoose = {"D:\\mine.tmdf"};
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(world.prompts.questions.at(0).initialFolder, "C:\\Tamarind\\Data Files");
+    EXPECT_EQ(world.prompts.questions.at(0).filter, FileFilter::DataFile);
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "WincmdDataFile"), "D:\\mine.tmdf");
+    world.prompts.questions.clear();
+    ASSERT_TRUE(world.Start());
+    EXPECT_THAT(world.prompts.questions, IsEmpty());
+}
+
+TEST_F(EditorSessionTest, FilesThatCanNotBeReadEndInAMessageAndLoseNothing) {
+    world.PutUsualFiles(kSettingsText);
+    world.disk.FailReads(SessionWorld::kWincmdData, FileError::TooLarge);
+    EXPECT_FALSE(world.Start());
+    ASSERT_EQ(world.prompts.messages.size(), 1U);
+    EXPECT_THAT(world.prompts.messages[0], HasSubstr("larger than 64 MB"));
+    EXPECT_EQ(world.prompts.questions.size(), 1U);
+
+    world.disk.FailReads(SessionWorld::kWincmdData, FileError::None);
+    ASSERT_TRUE(world.Start());
+    world.prompts.messages.clear();
+    world.disk.Put("D:\\locked.tmdf", "");
+    world.disk.FailReads("D:\\locked.tmdf", FileError::InUse);
+    world.prompts.filesToChoose = {"D:\\locked.tmdf"};
+    Session().AskOpenDataFile();
+    EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("D:\\locked.tmdf")));
+    EXPECT_EQ(Session().DataFilePath(), SessionWorld::kWincmdData);
+    EXPECT_EQ(world.Rows().size(), 3U);
+
+    // A settings file that is locked: every key absent, and the reason said.
+    world.prompts.messages.clear();
+    world.disk.Put("D:\\locked.ini", kSettingsText);
+    world.disk.FailReads("D:\\locked.ini", FileError::InUse);
+    world.prompts.filesToChoose = {"D:\\locked.ini"};
+    Session().AskOpenSettingsFile();
+    EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("Another program is using it.")));
+    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
+    EXPECT_EQ(Session().DataFilePath(), SessionWorld::kWincmdData);
+}
+
+TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
+    world.PutUsualFiles(kSettingsText);
+    world.registry = MemoryRegistry();
+    ASSERT_TRUE(world.Start());
+    EXPECT_THAT(world.prompts.messages,
+                ElementsAre("!" + std::string(BuiltInText(text::kCannotFindWincmdIni))));
+    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
+    EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
+    ASSERT_TRUE(world.Start("\"" + std::string(SessionWorld::kWcxFtpData) + "\""));
+    EXPECT_THAT(world.Rows(), ElementsAre("WaitDelay"));
+    EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
+}
+
+TEST_F(EditorSessionTest, EmptyAndBinaryDataFilesLeaveOnlyTheRoot) {
+    for (const std::string& content : {std::string(), std::string("\0\xFF\x01[", 4) + '\x80'}) {
+        SessionWorld other;
+        other.PutUsualFiles(kSettingsText);
+        other.disk.Put(SessionWorld::kWincmdData, content);
+        ASSERT_TRUE(other.Start());
+        EXPECT_THAT(other.Rows(), IsEmpty());
+        EXPECT_THAT(other.session->Categories(), IsEmpty());
+        EXPECT_THAT(other.prompts.messages,
+                    ElementsAre("X" + std::string(BuiltInText(text::kCategoryWithoutKeys))));
+    }
+}
+
+TEST_F(EditorSessionTest, MoreKeysThanCanBeNumberedAreCutWithAMessage) {
+    world.PutUsualFiles(kSettingsText);
+    std::string content;
+    for (int category = 0; category < 132; ++category) {
+        content += "[C" + std::to_string(category) + "]\nCategoryTargetSection=Colors\n";
+        for (int key = 0; key < 250; ++key) {
+            content += "K" + std::to_string(key) + "=1\n";
+        }
+    }
+    world.disk.Put(SessionWorld::kWincmdData, content);
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(Session().Store().Size(), 32767U);
+    EXPECT_EQ(Session().CounterPanel(), "32767  Key(s)");
+    EXPECT_THAT(world.prompts.messages,
+                ElementsAre("!" + std::string(BuiltInText(text::kTooManyKeys))));
+}
+
+TEST_F(EditorSessionTest, AProgramFolderThatCanNotBeWrittenStopsNothing) {
+    world.PutUsualFiles(kSettingsText);
+    world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::AccessDenied);
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(world.Rows().size(), 3U);
+    EXPECT_EQ(Session().ProgramSettings().Values().mainWindowWidth, 9000);
+    EXPECT_FALSE(world.disk.Has(SessionWorld::kOwnSettings));
+}
+
+}  // namespace
+}  // namespace tamarind
