@@ -78,9 +78,15 @@ FileError WriteNewFile(const std::wstring& path, const std::string& bytes) {
 
 // Puts the finished temporary file in the place of the real one.
 FileError MoveIntoPlace(const std::wstring& temporary, const std::wstring& target, bool exists) {
-    if (exists && ReplaceFileW(target.c_str(), temporary.c_str(), nullptr,
-                               REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
-        return FileError::None;
+    if (exists) {
+        if (ReplaceFileW(target.c_str(), temporary.c_str(), nullptr,
+                         REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
+            return FileError::None;
+        }
+        // The other function would say no more than that access is denied.
+        if (LastError() == FileError::InUse) {
+            return FileError::InUse;
+        }
     }
     const DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
     return MoveFileExW(temporary.c_str(), target.c_str(), flags) ? FileError::None : LastError();

@@ -8,18 +8,12 @@
 namespace tamarind {
 namespace {
 
-std::string_view Unquote(std::string_view value) {
-    const bool isQuoted = value.size() > 1 && value.front() == value.back() &&
-                          (value.front() == '"' || value.front() == '\'');
-    return isQuoted ? value.substr(1, value.size() - 2) : value;
-}
-
 // The smallest power of two that keeps an open-addressed table at most half full.
 std::size_t TableSize(std::size_t entries) {
     return std::bit_ceil(2 * entries + 2);
 }
 
-std::uint32_t SlotLine(std::uint64_t slot) {
+std::uint32_t SlotNumber(std::uint64_t slot) {
     return static_cast<std::uint32_t>(slot);
 }
 
@@ -29,6 +23,7 @@ std::uint32_t SlotHash(std::uint64_t slot) {
 
 }  // namespace
 
+// Every bit of the result depends on every byte of the name.
 std::uint32_t IniDocument::KeyHash(SectionId section, std::string_view name) {
     const std::uint64_t hash = (HashIgnoreCase(name) + section) * 0x9E3779B97F4A7C15U;
     return static_cast<std::uint32_t>(hash >> 32);
@@ -44,7 +39,7 @@ IniDocument IniDocument::Parse(std::string bytes, CodePage codePage) {
 
 std::string IniDocument::Bytes() const {
     std::string result(MarkBytes(m_mark));
-    result.reserve(m_bytes.size());
+    result.reserve(m_bytes.size() + m_tail.size());
     TextSpan run;
     for (LineId id = m_firstLine; id != kNone; id = m_lines[id].next) {
         const IniLine& line = m_lines[id];
@@ -58,7 +53,7 @@ std::string IniDocument::Bytes() const {
         result.append(m_bytes, run.begin, run.end - run.begin);
         run = line.bytes;
     }
-    return result.append(m_bytes, run.begin, run.end - run.begin);
+    return result.append(m_bytes, run.begin, run.end - run.begin).append(m_tail);
 }
 
 std::string_view IniDocument::Text(TextSpan span, bool isDecoded) const {
@@ -73,14 +68,8 @@ std::string_view IniDocument::SectionName(SectionId section) const {
 std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view name) const {
     EnsureIndex();
     name = TrimIniSpaces(name);
-    const std::size_t mask = m_sectionSlots.size() - 1;
-    for (std::size_t slot = HashIgnoreCase(name) & mask; m_sectionSlots[slot] != kNone;
-         slot = (slot + 1) & mask) {
-        if (EqualsIgnoreCase(SectionName(m_sectionSlots[slot]), name)) {
-            return m_sectionSlots[slot];
-        }
-    }
-    return std::nullopt;
+    const std::uint32_t id = SlotNumber(m_sectionSlots[SectionSlot(SectionHash(name), name)]);
+    return id == kNone ? std::nullopt : std::optional(id);
 }
 
 std::optional<IniDocument::LineId> IniDocument::FindKey(SectionId section,
@@ -88,7 +77,7 @@ std::optional<IniDocument::LineId> IniDocument::FindKey(SectionId section,
     EnsureIndex();
     name = TrimIniSpaces(name);
     const std::size_t slot = KeySlot(KeyHash(section, name), section, name);
-    const std::uint32_t line = SlotLine(m_keySlots[slot]);
+    const std::uint32_t line = SlotNumber(m_keySlots[slot]);
     return line == kNone ? std::nullopt : std::optional(line);
 }
 
@@ -122,7 +111,7 @@ std::string_view IniDocument::KeyName(LineId line) const {
 
 std::string_view IniDocument::Value(LineId line) const {
     const std::string_view value = QuotedValue(line);
-    return m_lines[line].hasInnerMark ? value : Unquote(value);
+    return m_lines[line].hasInnerMark ? value : UnquoteIniValue(value);
 }
 
 std::string_view IniDocument::QuotedValue(LineId line) const {
@@ -158,20 +147,31 @@ void IniDocument::EnsureIndex() const {
 }
 
 void IniDocument::IndexSections() const {
-    m_sectionSlots.assign(TableSize(m_sections.size()), kNone);
-    const std::size_t mask = m_sectionSlots.size() - 1;
+    m_sectionSlots.assign(TableSize(m_sections.size()), kEmptySlot);
     for (SectionId id = 0; id < m_sections.size(); ++id) {
-        const std::string_view name = SectionName(id);
-        std::size_t slot = HashIgnoreCase(name) & mask;
-        while (m_sectionSlots[slot] != kNone &&
-               !EqualsIgnoreCase(SectionName(m_sectionSlots[slot]), name)) {
-            slot = (slot + 1) & mask;
-        }
-        m_sections[id].repeatsName = m_sectionSlots[slot] != kNone;
-        if (m_sectionSlots[slot] == kNone) {
-            m_sectionSlots[slot] = id;
-        }
+        IndexSection(id);
     }
+}
+
+// The first section of a name is the one that counts.
+void IniDocument::IndexSection(SectionId id) const {
+    const std::uint32_t hash = SectionHash(SectionName(id));
+    std::uint64_t& slot = m_sectionSlots[SectionSlot(hash, SectionName(id))];
+    if (slot == kEmptySlot) {
+        slot = (std::uint64_t{hash} << 32) | id;
+    }
+}
+
+// The slot that holds the section, or the empty one where it belongs.
+std::size_t IniDocument::SectionSlot(std::uint32_t hash, std::string_view name) const {
+    const std::size_t mask = m_sectionSlots.size() - 1;
+    std::size_t slot = hash & mask;
+    while (m_sectionSlots[slot] != kEmptySlot &&
+           (SlotHash(m_sectionSlots[slot]) != hash ||
+            !EqualsIgnoreCase(SectionName(SlotNumber(m_sectionSlots[slot])), name))) {
+        slot = (slot + 1) & mask;
+    }
+    return slot;
 }
 
 // Walks backwards, so that each line becomes the head of the lines of its name and the first one
@@ -187,12 +187,13 @@ void IniDocument::IndexKeys() const {
         const IniLine& line = m_lines[id];
         line.repeatsName = false;
         const bool isKey = line.kind == IniLineKind::Key || line.kind == IniLineKind::CommentedKey;
-        if (!isKey || line.section == kNone || m_sections[line.section].repeatsName) {
+        if (!isKey || line.section == kNone) {
             continue;
         }
-        const std::uint32_t hash = KeyHash(line.section, KeyName(id));
-        const std::size_t slot = KeySlot(hash, line.section, KeyName(id));
-        line.nextOfSameName = SlotLine(m_keySlots[slot]);
+        const std::string_view name = KeyName(id);
+        const std::uint32_t hash = KeyHash(line.section, name);
+        const std::size_t slot = KeySlot(hash, line.section, name);
+        line.nextOfSameName = SlotNumber(m_keySlots[slot]);
         if (line.nextOfSameName != kNone) {
             m_lines[line.nextOfSameName].repeatsName = true;
         }
@@ -209,7 +210,7 @@ std::size_t IniDocument::KeySlot(std::uint32_t hash, SectionId section,
         if (SlotHash(m_keySlots[slot]) != hash) {
             continue;
         }
-        const std::uint32_t line = SlotLine(m_keySlots[slot]);
+        const std::uint32_t line = SlotNumber(m_keySlots[slot]);
         if (line != kNone && m_lines[line].section == section &&
             EqualsIgnoreCase(KeyName(line), name)) {
             break;

@@ -16,7 +16,7 @@ enum class IniEdit {
     Unchanged,         // it says so already
     Changed,           //
     NameNotEncodable,  // the file's encoding lacks a character of the section or key name
-    TextNotStorable,   // a line break or a NUL inside a name or a value
+    TextNotStorable,   // it would be read as something else: line breaks, NULs, "=" in a key name
 };
 
 // An INI file in memory, line by line as it stands: what is not edited is written back byte for
@@ -43,6 +43,7 @@ public:
     // The file's bytes with all edits.
     std::string Bytes() const;
 
+    std::size_t LineCount() const { return m_lines.size(); }
     std::size_t SectionCount() const { return m_sections.size(); }
     std::string_view SectionName(SectionId section) const;
 
@@ -89,22 +90,24 @@ private:
     struct Section {
         TextSpan name;
         bool isDecoded = false;
-        mutable bool repeatsName = false;
         LineId header = kNone;
-        LineId lastKey = kNone;   // the header while there is none
+        LineId lastKey = kNone;   // the header while there is none; kNone: to be looked for
         LineId lastLine = kNone;  // the header while there is none
     };
 
+    static std::uint32_t SectionHash(std::string_view name) { return KeyHash(0, name); }
     static std::uint32_t KeyHash(SectionId section, std::string_view name);
     std::string_view Text(TextSpan span, bool isDecoded) const;
     void EnsureIndex() const;
     void IndexSections() const;
+    void IndexSection(SectionId id) const;
+    std::size_t SectionSlot(std::uint32_t hash, std::string_view name) const;
     void IndexKeys() const;
     std::size_t KeySlot(std::uint32_t hash, SectionId section, std::string_view name) const;
 
     LineId AppendLine(std::string_view bytes, SectionId section);
     void LinkBehind(LineId previous, LineId line);
-    void SetLineBytes(LineId line, std::string_view bytes);
+    void SetLineBytes(LineId id, std::string_view bytes);
     TextSpan ValueBytes(LineId line) const;
     std::string EncodeValue(std::string_view value, bool withInnerMark) const;
     std::optional<std::string> EncodeName(std::string_view name) const;
@@ -113,6 +116,7 @@ private:
     std::string LineEndOf(LineId line) const;
     IniEdit ReplaceValue(LineId line, std::string_view value);
     IniEdit InsertKey(SectionId section, std::string_view key, std::string_view value);
+    LineId LastKeyOf(SectionId section) const;
     std::optional<SectionId> AddSection(std::string_view name);
     void CompleteLastLine(LineId line, std::string_view lineEnd);
     bool RemoveKeyLine(SectionId section, std::string_view key);
@@ -120,20 +124,21 @@ private:
     CodePage m_codePage = 0;
     FileMark m_mark = FileMark::None;
     std::string m_bytes;    // the file's bytes, then those of edited and new lines
+    std::string m_tail;     // half a UTF-16 character at the file's end, where it stays
     std::string m_decoded;  // text of the lines that are not text as they stand
     std::vector<IniLine> m_lines;
     std::vector<Section> m_sections;
     LineId m_firstLine = kNone;
     LineId m_lastLine = kNone;
 
-    // Made at the first look-up: open-addressed tables of line and section numbers by name. A key
+    // Made at the first look-up: open-addressed tables of line and section numbers by name. A
     // slot holds the hash in its upper half, so that most misses are settled without a comparison.
     static constexpr std::uint64_t kEmptySlot = 0x0000'0000'FFFF'FFFF;
     static constexpr std::uint64_t kErasedSlot = 0x0000'0001'FFFF'FFFF;
     mutable bool m_isIndexed = false;
     mutable std::size_t m_usedKeySlots = 0;
     mutable std::vector<std::uint64_t> m_keySlots;
-    mutable std::vector<std::uint32_t> m_sectionSlots;
+    mutable std::vector<std::uint64_t> m_sectionSlots;
 };
 
 }  // namespace tamarind

@@ -7,9 +7,20 @@ namespace tamarind {
 namespace {
 
 // Text that would end its line, or that Windows' own readers would take for the end of the file's
-// text, can not stand in a line.
+// text, can not stand in a line; nor can what is no text.
 bool IsStorable(std::string_view text) {
-    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos &&
+           IsValidUtf8(text);
+}
+
+// Whether a line with this name would be read as a section, or a key, of this name.
+bool IsSectionName(std::string_view name) {
+    return name.find(']') == std::string_view::npos && TrimIniBlanks(name) == name;
+}
+
+bool IsKeyName(std::string_view name) {
+    return name.find('=') == std::string_view::npos && TrimIniBlanks(name) == name &&
+           name.substr(0, 1) != "[";
 }
 
 }  // namespace
@@ -24,6 +35,9 @@ IniEdit IniDocument::SetValue(std::string_view section, std::string_view key,
     std::optional<SectionId> sectionId = FindSection(section);
     if (const auto line = sectionId ? FindKey(*sectionId, key) : std::nullopt) {
         return ReplaceValue(*line, value);
+    }
+    if (!IsKeyName(key) || (!sectionId && !IsSectionName(section))) {
+        return IniEdit::TextNotStorable;
     }
     if (!EncodeName(key)) {
         return IniEdit::NameNotEncodable;
@@ -70,8 +84,12 @@ IniEdit IniDocument::ReplaceValue(LineId line, std::string_view value) {
     }
     const TextSpan span = ValueBytes(line);
     const TextSpan whole = m_lines[line].bytes;
+    const std::string encoded = EncodeValue(value, m_lines[line].hasInnerMark);
+    if (m_bytes.compare(span.begin, span.end - span.begin, encoded) == 0) {
+        return IniEdit::Unchanged;
+    }
     std::string bytes = m_bytes.substr(whole.begin, span.begin - whole.begin);
-    bytes += EncodeValue(value, m_lines[line].hasInnerMark);
+    bytes += encoded;
     bytes.append(m_bytes, span.end, whole.end - span.end);
     SetLineBytes(line, bytes);
     return IniEdit::Changed;
@@ -79,7 +97,7 @@ IniEdit IniDocument::ReplaceValue(LineId line, std::string_view value) {
 
 IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::string_view value) {
     const std::string lineEnd = LineEndFor(section);
-    const LineId previous = m_sections[section].lastKey;
+    const LineId previous = LastKeyOf(section);
     CompleteLastLine(previous, lineEnd);
     const LineId line = AppendLine(
         *EncodeName(key) + EncodeAscii("=") + EncodeValue(value, false) + lineEnd, section);
@@ -92,6 +110,18 @@ IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::str
     const std::uint32_t hash = KeyHash(section, KeyName(line));
     m_keySlots[KeySlot(hash, section, KeyName(line))] = (std::uint64_t{hash} << 32) | line;
     return IniEdit::Changed;
+}
+
+// The section's last key line, or its header.
+IniDocument::LineId IniDocument::LastKeyOf(SectionId section) const {
+    LineId last = m_sections[section].lastKey;
+    if (last == kNone) {
+        last = m_sections[section].header;
+        for (LineId line = FirstLine(section); line != kNone; line = NextLine(line)) {
+            last = m_lines[line].kind == IniLineKind::Key ? line : last;
+        }
+    }
+    return last;
 }
 
 std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view name) {
@@ -116,7 +146,11 @@ std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view n
                           .lastKey = header,
                           .lastLine = header});
     LinkBehind(previous, header);
-    IndexSections();
+    if (2 * m_sections.size() > m_sectionSlots.size()) {
+        IndexSections();
+    } else {
+        IndexSection(section);
+    }
     return section;
 }
 
@@ -135,11 +169,7 @@ bool IniDocument::RemoveKeyLine(SectionId section, std::string_view key) {
     }
     line.kind = IniLineKind::Deleted;
     if (m_sections[section].lastKey == *found) {
-        LineId last = m_sections[section].header;
-        for (LineId id = FirstLine(section); id != kNone; id = NextLine(id)) {
-            last = m_lines[id].kind == IniLineKind::Key ? id : last;
-        }
-        m_sections[section].lastKey = last;
+        m_sections[section].lastKey = kNone;
     }
     return true;
 }
@@ -210,7 +240,6 @@ TextSpan IniDocument::ValueBytes(LineId line) const {
     };
     std::size_t begin = m_lines[line].bytes.begin;
     std::size_t end = m_lines[line].bytes.end - unit * m_lines[line].lineEndLength;
-    end -= (end - begin) % unit;  // an odd last byte of a UTF-16 file is no text
     while (!isEquals(begin)) {
         begin += unit;
     }
@@ -236,16 +265,22 @@ std::optional<std::string> IniDocument::EncodeName(std::string_view name) const 
 }
 
 // A value that the code page of a file without a mark can not hold is stored as UTF-8 behind a mark
-// of its own, as Total Commander does; a value that had that form keeps it.
+// of its own, as Total Commander does, and so is one that would be read as such a value; a value
+// that had that form keeps it. Readers look for the mark after they have removed outer quotes.
 std::string IniDocument::EncodeValue(std::string_view value, bool withInnerMark) const {
     if (m_mark != FileMark::None) {
         return EncodeAscii(value);
     }
-    std::optional<std::string> encoded;
     if (!withInnerMark) {
-        encoded = EncodeName(value);
+        const std::optional<std::string> encoded = EncodeName(value);
+        if (encoded && FindFileMark(UnquoteIniValue(TrimIniBlanks(*encoded))) != FileMark::Utf8) {
+            return *encoded;
+        }
     }
-    return encoded ? *encoded : std::string(kUtf8MarkBytes).append(value);
+    const std::size_t quote = (value.size() - UnquoteIniValue(value).size()) / 2;
+    std::string bytes(value.substr(0, quote));
+    bytes += kUtf8MarkBytes;
+    return bytes += value.substr(quote);
 }
 
 std::string IniDocument::LineEndOf(LineId line) const {

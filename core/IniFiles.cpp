@@ -67,23 +67,24 @@ IniEdit ProfileTransaction::Apply(IniDocument& document, const Write& write) {
 }
 
 ProfileResult ProfileTransaction::Commit() {
-    FileContent content = m_files.Files().Read(m_path, IniFiles::kMaxFileBytes);
-    if (content.error != FileError::None && content.error != FileError::NotFound) {
+    const FileContent content = m_files.Files().Read(m_path, IniFiles::kMaxFileBytes);
+    const bool isMissing =
+        content.error == FileError::NotFound || content.error == FileError::FolderMissing;
+    if (content.error != FileError::None && !isMissing) {
         return {content.error, IniEdit::Unchanged};
     }
-    IniDocument document = IniDocument::Parse(std::move(content.bytes), m_files.SystemCodePage());
-    bool isChanged = false;
+    IniDocument document = IniDocument::Parse(content.bytes, m_files.SystemCodePage());
     for (const Write& write : m_writes) {
         const IniEdit edit = Apply(document, write);
         if (edit == IniEdit::NameNotEncodable || edit == IniEdit::TextNotStorable) {
             return {FileError::None, edit};
         }
-        isChanged = isChanged || edit == IniEdit::Changed;
     }
-    if (!isChanged) {
+    const std::string bytes = document.Bytes();
+    if (bytes == content.bytes) {
         return {};
     }
-    return {m_files.Files().Replace(m_path, document.Bytes()), IniEdit::Unchanged};
+    return {m_files.Files().Replace(m_path, bytes), IniEdit::Unchanged};
 }
 
 }  // namespace tamarind

@@ -42,6 +42,44 @@ std::string_view TrimIniSpaces(std::string_view text) {
                : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string_view UnquoteIniValue(std::string_view value) {
+    const bool isQuoted = value.size() > 1 && value.front() == value.back() &&
+                          (value.front() == '"' || value.front() == '\'');
+    return isQuoted ? value.substr(1, value.size() - 2) : value;
+}
+
+#if defined(__SSE2__)
+namespace {
+
+// Sixty-four bytes at once, one bit for each: a whole line most of the time, so that the scan of a
+// file seldom has to guess where a line ends.
+struct Block {
+    static constexpr std::size_t kSize = 64;
+    std::uint64_t lineEnds = 0;
+    std::uint64_t equals = 0;
+    std::uint64_t nonAscii = 0;
+
+    explicit Block(const char* at) {
+        const auto bitsOf = [](__m128i bytes) {
+            return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(bytes))};
+        };
+        const __m128i carriageReturn = _mm_set1_epi8('\r');
+        const __m128i lineFeed = _mm_set1_epi8('\n');
+        const __m128i equalsSign = _mm_set1_epi8('=');
+        for (unsigned i = 0; i < kSize; i += 16) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + i));
+            const __m128i isEnd = _mm_or_si128(_mm_cmpeq_epi8(bytes, carriageReturn),
+                                               _mm_cmpeq_epi8(bytes, lineFeed));
+            lineEnds |= bitsOf(isEnd) << i;
+            equals |= bitsOf(_mm_cmpeq_epi8(bytes, equalsSign)) << i;
+            nonAscii |= bitsOf(bytes) << i;
+        }
+    }
+};
+
+}  // namespace
+#endif
+
 // What one pass over a line finds: its end, its first "=" and whether it is plain ASCII.
 struct IniParser::Scan {
     const char* end = nullptr;
@@ -50,40 +88,28 @@ struct IniParser::Scan {
 
     Scan(const char* from, const char* limit) {
         const char* at = from;
-        unsigned nonAscii = 0;
 #if defined(__SSE2__)
-        const __m128i carriageReturn = _mm_set1_epi8('\r');
-        const __m128i lineFeed = _mm_set1_epi8('\n');
-        const __m128i equalsSign = _mm_set1_epi8('=');
-        for (; limit - at >= 16; at += 16) {
-            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
-            const auto ends = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(
-                _mm_cmpeq_epi8(block, carriageReturn), _mm_cmpeq_epi8(block, lineFeed))));
-            const unsigned before = ends == 0 ? 0xFFFFU : (ends & (0U - ends)) - 1;
-            nonAscii |= static_cast<unsigned>(_mm_movemask_epi8(block)) & before;
-            if (equals == nullptr) {
-                const auto found =
-                    static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(block, equalsSign))) &
-                    before;
-                if (found != 0) {
-                    equals = at + std::countr_zero(found);
-                }
+        for (; static_cast<std::size_t>(limit - at) >= Block::kSize; at += Block::kSize) {
+            const Block block(at);
+            // All bits below the first line end, which are all of them where there is none.
+            const std::uint64_t before = (block.lineEnds - 1) & ~block.lineEnds;
+            isAscii = isAscii && (block.nonAscii & before) == 0;
+            if (equals == nullptr && (block.equals & before) != 0) {
+                equals = at + std::countr_zero(block.equals);
             }
-            if (ends != 0) {
-                end = at + std::countr_zero(ends);
-                isAscii = nonAscii == 0;
+            if (block.lineEnds != 0) {
+                end = at + std::countr_zero(block.lineEnds);
                 return;
             }
         }
 #endif
         for (; at < limit && *at != '\r' && *at != '\n'; ++at) {
-            nonAscii |= static_cast<unsigned char>(*at) & 0x80U;
+            isAscii = isAscii && static_cast<unsigned char>(*at) < 0x80;
             if (*at == '=' && equals == nullptr) {
                 equals = at;
             }
         }
         end = at;
-        isAscii = nonAscii == 0;
     }
 };
 
@@ -92,6 +118,9 @@ void IniParser::ParseFile() {
     document.m_mark = FindFileMark(document.m_bytes);
     document.m_lines.reserve(document.m_bytes.size() / 24 + 1);
     if (document.m_mark == FileMark::Utf16Le) {
+        const std::size_t even = document.m_bytes.size() & ~std::size_t{1};
+        document.m_tail = document.m_bytes.substr(even);
+        document.m_bytes.resize(even);
         ParseUtf16Lines();
     } else {
         ParseByteLines();
@@ -110,7 +139,7 @@ void IniParser::ParseByteLines() {
     const char* at = start + MarkBytes(m_document.m_mark).size();
     while (at < limit) {
         const Scan scan(at, limit);
-        IniLine line;
+        IniLine& line = m_document.m_lines.emplace_back();
         line.bytes.begin = Offset(static_cast<std::size_t>(at - start));
         at = scan.end;
         if (at < limit) {
@@ -119,7 +148,7 @@ void IniParser::ParseByteLines() {
         }
         line.bytes.end = Offset(static_cast<std::size_t>(at - start));
         ReadByteLine(line, scan);
-        AddLine(line);
+        LinkLine(line);
     }
 }
 
@@ -131,9 +160,9 @@ void IniParser::ParseUtf16Lines() {
     };
     std::size_t at = kUtf16LeMarkBytes.size();
     while (at < bytes.size()) {
-        IniLine line;
+        IniLine& line = m_document.m_lines.emplace_back();
         line.bytes.begin = Offset(at);
-        for (; at + 1 < bytes.size(); at += 2) {
+        for (; at < bytes.size(); at += 2) {
             const int unit = unitAt(at);
             if (unit == '\r' || unit == '\n') {
                 const bool isPair = unit == '\r' && at + 3 < bytes.size() && unitAt(at + 2) == '\n';
@@ -141,27 +170,26 @@ void IniParser::ParseUtf16Lines() {
                 break;
             }
         }
-        // An odd last byte belongs to the last line, where it only travels along.
-        at = line.lineEndLength == 0 ? bytes.size() : at + 2U * line.lineEndLength;
+        at += std::size_t{2} * line.lineEndLength;
         line.bytes.end = Offset(at);
         ReadUtf16Line(line);
-        AddLine(line);
+        LinkLine(line);
     }
 }
 
-void IniParser::AddLine(IniLine& line) {
+// Gives the last line its place in the file and in its section.
+void IniParser::LinkLine(IniLine& line) {
     IniDocument& document = m_document;
-    const std::uint32_t id = Offset(document.m_lines.size());
+    const std::uint32_t id = Offset(document.m_lines.size()) - 1;
+    line.next = id + 1;
     if (line.kind == IniLineKind::Section) {
-        IniDocument::Section section;
-        section.name = line.name;
-        section.isDecoded = line.isDecoded;
-        section.header = id;
-        section.lastKey = id;
-        document.m_sections.push_back(section);
+        document.m_sections.push_back({.name = line.name,
+                                       .isDecoded = line.isDecoded,
+                                       .header = id,
+                                       .lastKey = id,
+                                       .lastLine = id});
     }
     line.section = Offset(document.m_sections.size()) - 1;
-    line.next = id + 1;
     if (!document.m_sections.empty()) {
         IniDocument::Section& section = document.m_sections.back();
         section.lastLine = id;
@@ -169,7 +197,6 @@ void IniParser::AddLine(IniLine& line) {
             section.lastKey = id;
         }
     }
-    document.m_lines.push_back(line);
 }
 
 void IniParser::ParseLine(IniLine& line) {
@@ -238,14 +265,9 @@ void IniParser::ReadNonAsciiLine(IniLine& line, std::string_view text, const cha
         return;
     }
     const auto part = [&](TextSpan span) { return text.substr(span.begin, span.end - span.begin); };
-    std::string_view value = part(line.value);
+    const std::string_view value = part(line.value);
     line.name = AppendDecoded(DecodeBytes(part(line.name)));
-    std::string_view inner = value;
-    const bool isQuoted = value.size() > 1 && value.front() == value.back() &&
-                          (value.front() == '"' || value.front() == '\'');
-    if (isQuoted) {
-        inner = value.substr(1, value.size() - 2);
-    }
+    std::string_view inner = UnquoteIniValue(value);
     if (m_document.m_mark == FileMark::None && FindFileMark(inner) == FileMark::Utf8) {
         line.hasInnerMark = true;
         inner.remove_prefix(kUtf8MarkBytes.size());

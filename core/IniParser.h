@@ -10,6 +10,8 @@ bool IsIniBlank(char c);
 std::string_view TrimIniBlanks(std::string_view text);
 // Callers' names lose spaces only, unlike names in a file, which lose every kind of blank.
 std::string_view TrimIniSpaces(std::string_view text);
+// Without one pair of equal outer quotes, double or single.
+std::string_view UnquoteIniValue(std::string_view value);
 
 // Reads lines into a document: all of a file once, and every edited line again, so that there is
 // one place that says what a line means.
@@ -28,7 +30,7 @@ private:
 
     void ParseByteLines();
     void ParseUtf16Lines();
-    void AddLine(IniLine& line);
+    void LinkLine(IniLine& line);
     void ReadByteLine(IniLine& line, const Scan& scan);
     void ReadText(IniLine& line, std::string_view text, std::uint32_t base, const char* equals);
     void ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals);

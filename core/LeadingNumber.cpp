@@ -67,6 +67,10 @@ std::size_t DecimalLength(std::string_view text) {
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
+    if (text.size() == 1) {
+        // By far the most frequent value; a longer one is worth a closer look.
+        return IsDigit(text[0]) ? text[0] - '0' : 0;
+    }
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
     if (text.size() > 2 && text[0] == '&') {
         const char kind = static_cast<char>(text[1] | 0x20);

@@ -46,7 +46,7 @@ private:
 };
 
 std::string IconvName(CodePage codePage) {
-    return codePage == kCodePageUtf8 ? "UTF-8" : "CP" + std::to_string(codePage);
+    return "CP" + std::to_string(codePage);
 }
 
 }  // namespace
@@ -56,6 +56,9 @@ CodePage SystemAnsiCodePage() {
 }
 
 std::string DecodeCodePage(std::string_view bytes, CodePage codePage) {
+    if (codePage == kCodePageUtf8) {
+        return Utf8FromUtf16(Utf16FromUtf8(bytes));
+    }
     Converter converter("UTF-8", IconvName(codePage));
     std::string text;
     while (!bytes.empty()) {
@@ -71,6 +74,9 @@ std::string DecodeCodePage(std::string_view bytes, CodePage codePage) {
 }
 
 std::optional<std::string> EncodeCodePage(std::string_view text, CodePage codePage) {
+    if (codePage == kCodePageUtf8) {
+        return std::string(text);
+    }
     Converter converter(IconvName(codePage), "UTF-8");
     if (!converter.IsOpen()) {
         return std::nullopt;

@@ -10,6 +10,9 @@ CodePage SystemAnsiCodePage() {
 }
 
 std::string DecodeCodePage(std::string_view bytes, CodePage codePage) {
+    if (codePage == kCodePageUtf8) {
+        return Utf8FromUtf16(Utf16FromUtf8(bytes));
+    }
     const auto size = static_cast<int>(bytes.size());
     const int units = MultiByteToWideChar(codePage, 0, bytes.data(), size, nullptr, 0);
     if (units <= 0) {

@@ -28,13 +28,33 @@ std::uint64_t Load8(const char* bytes) {
     return word;
 }
 
-// The last one to seven bytes of a text as one word, without reading beyond its end.
-std::uint64_t LoadTail(const char* bytes, std::size_t count) {
-    std::uint64_t word = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        word |= static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[i])) << (8 * i);
-    }
+std::uint64_t Byte(const char* at) {
+    return static_cast<unsigned char>(*at);
+}
+
+std::uint64_t Load4(const char* bytes) {
+    std::uint32_t word;
+    std::memcpy(&word, bytes, sizeof word);
     return word;
+}
+
+// The last none to seven bytes of a text of `size` bytes that ends at `end`: as many as do not fill
+// a word of eight. Reads nothing beyond the text, and parts of it twice rather than byte by byte;
+// the bytes of a number go from the lowest up, as on every machine that Windows runs on.
+std::uint64_t LoadTail(const char* end, std::size_t size) {
+    const std::size_t count = size % 8;
+    if (count == 0) {
+        return 0;
+    }
+    if (size > 8) {
+        return Load8(end - 8) >> (64 - 8 * count);
+    }
+    const char* const begin = end - count;
+    if (count >= 4) {
+        return Load4(begin) | (Load4(end - 4) << (8 * (count - 4)));
+    }
+    return Byte(begin) | (Byte(begin + count / 2) << (8 * (count / 2))) |
+           (Byte(end - 1) << (8 * (count - 1)));
 }
 
 // Upper-cases the ASCII letters among eight bytes at once; other bytes stay.
@@ -151,7 +171,7 @@ bool IsAscii(std::string_view text) {
             return false;
         }
     }
-    return (LoadTail(bytes, left) & kHighBits) == 0;
+    return (LoadTail(bytes + left, text.size()) & kHighBits) == 0;
 }
 
 bool IsValidUtf8(std::string_view text) {
@@ -166,6 +186,9 @@ bool IsValidUtf8(std::string_view text) {
 }
 
 std::size_t Utf16Length(std::string_view text) {
+    if (IsAscii(text)) {
+        return text.size();
+    }
     std::size_t units = 0;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
@@ -220,8 +243,8 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
             nonAscii |= wordA | wordB;
             difference |= FoldAscii8(wordA) ^ FoldAscii8(wordB);
         }
-        const std::uint64_t tailA = LoadTail(a, count);
-        const std::uint64_t tailB = LoadTail(b, count);
+        const std::uint64_t tailA = LoadTail(a + count, left.size());
+        const std::uint64_t tailB = LoadTail(b + count, right.size());
         nonAscii |= tailA | tailB;
         difference |= FoldAscii8(tailA) ^ FoldAscii8(tailB);
         if (difference == 0) {
@@ -253,7 +276,7 @@ std::size_t HashIgnoreCase(std::string_view text) {
         nonAscii |= word;
         hash = Mix(hash, FoldAscii8(word));
     }
-    const std::uint64_t tail = LoadTail(bytes, left);
+    const std::uint64_t tail = LoadTail(bytes + left, text.size());
     nonAscii |= tail;
     if ((nonAscii & kHighBits) != 0) {
         const std::string upper = ToSimpleUpperCase(text);

@@ -62,8 +62,9 @@ std::string cRegistry::ReadValue(const std::string& ValuePath, const std::string
         if (value->bytes.size() > kMaxValueBytes) {
             return std::string(MissingValueMarker);
         }
-        return value->type == kRegistryBinary ? HexadecimalText(value->bytes)
-                                              : value->bytes.substr(0, 3);
+        return value->type == kRegistryBinary
+                   ? HexadecimalText(value->bytes)
+                   : DecodeCodePage(value->bytes.substr(0, 3), SystemAnsiCodePage());
     }
     const std::string text = DecodeUtf16Le(value->bytes);
     const std::size_t units = Utf16Length(text);

@@ -1,0 +1,95 @@
+#include "core/Unicode.h"
+
+#include <gtest/gtest.h>
+
+#include "core/TextEncoding.h"
+
+namespace tamarind {
+namespace {
+
+std::string Utf8Of(char32_t codePoint) {
+    std::string text;
+    AppendUtf8(text, codePoint);
+    return text;
+}
+
+TEST(Unicode, CutsNeverSplitAPair) {
+    const std::string text = "aä中\U0001F600\U0001F601z";
+    for (std::size_t units = 0; units <= 9; ++units) {
+        const std::string_view cut = CutToUtf16Units(text, units);
+        const bool splitsAPair = units == 4 || units == 6;
+        EXPECT_TRUE(IsValidUtf8(cut));
+        EXPECT_EQ(Utf16Length(cut), std::min<std::size_t>(splitsAPair ? units - 1 : units, 8));
+        EXPECT_EQ(text.compare(0, cut.size(), cut), 0);
+    }
+}
+
+TEST(Unicode, NamesThatAreEqualHaveEqualHashes) {
+    int pairs = 0;
+    for (char32_t c = 1; c < 0x11000; ++c) {
+        const char32_t upper = SimpleUpperCase(c);
+        ASSERT_EQ(SimpleUpperCase(upper), upper) << std::hex << static_cast<unsigned>(c);
+        ASSERT_TRUE(c < 0x10000 || upper == c);
+        pairs += upper == c ? 0 : 1;
+        for (const std::string prefix : {"", "seven77", "eight888"}) {
+            const std::string left = prefix + Utf8Of(c) + "x";
+            const std::string right = prefix + Utf8Of(upper) + "X";
+            ASSERT_TRUE(EqualsIgnoreCase(left, right)) << left;
+            ASSERT_EQ(HashIgnoreCase(left), HashIgnoreCase(right)) << left;
+        }
+    }
+    EXPECT_GT(pairs, 900);
+    EXPECT_TRUE(EqualsIgnoreCase("Straße_ÿÄжǆ", "STRAßE_ŸäЖǄ"));
+    for (const auto& [left, right] : {std::pair("ß", "SS"),
+                                      {"[", "{"},
+                                      {"@", "`"},
+                                      {"ab", "abc"},
+                                      {"\xC3\x84", "\xC3"},
+                                      {"ä", "a"}}) {
+        EXPECT_FALSE(EqualsIgnoreCase(left, right)) << left;
+    }
+}
+
+TEST(Unicode, MalformedTextBecomesReplacementCharacters) {
+    const struct {
+        std::string_view bytes;
+        std::size_t replaced;
+    } cases[] = {
+        {"\x80", 1},     {"\xC3", 1},         {"\xC0\xAF", 2},
+        {"\xE4\xB8", 2}, {"\xED\xA0\x80", 3}, {"\xF4\x90\x80\x80", 4},
+        {"\xF8", 1},     {"\xE0\x80\xAF", 3},
+    };
+    for (const auto& c : cases) {
+        EXPECT_FALSE(IsValidUtf8(c.bytes));
+        EXPECT_EQ(Utf16FromUtf8(c.bytes), std::u16string(c.replaced, u'\uFFFD'));
+        EXPECT_TRUE(IsValidUtf8(DecodeCodePage(c.bytes, kCodePageUtf8)));
+    }
+    EXPECT_EQ(Utf8FromUtf16({u"\xDC00\xD83D\xDE00\xD83D", 4}), "\uFFFD\U0001F600\uFFFD");
+    EXPECT_EQ(EncodeUtf16Le("\U0001F600"), std::string("\x3D\xD8\x00\xDE", 4));
+}
+
+TEST(TextEncoding, CodePagesGoBothWays) {
+    const struct {
+        CodePage codePage;
+        int charset;
+        std::string_view text, bytes;
+    } cases[] = {
+        {1252, 0, "€ÿ", "\x80\xFF"},       {1250, 238, "ő", "\xF5"},
+        {1251, 204, "Я", "\xDF"},          {1253, 161, "ώ", "\xFE"},
+        {1254, 162, "ğ", "\xF0"},          {936, 134, "乚", "\x81\x5D"},
+        {932, 128, "表ｱ", "\x95\x5C\xB1"}, {949, 129, "가", "\xB0\xA1"},
+        {950, 136, "中", "\xA4\xA4"},      {kCodePageUtf8, -1, "中", "中"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(DecodeCodePage(c.bytes, c.codePage), c.text);
+        EXPECT_EQ(EncodeCodePage(c.text, c.codePage), c.bytes);
+        EXPECT_TRUE(c.charset < 0 || CodePageOfCharset(c.charset) == c.codePage);
+    }
+    EXPECT_EQ(CodePageOfCharset(1), SystemAnsiCodePage());
+    for (const std::string_view lookAlike : {"Ａ", "ā", "∞", "\u2011", "中"}) {
+        EXPECT_EQ(EncodeCodePage(lookAlike, 1252), std::nullopt) << lookAlike;
+    }
+}
+
+}  // namespace
+}  // namespace tamarind

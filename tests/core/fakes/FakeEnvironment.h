@@ -1,0 +1,21 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "core/Environment.h"
+
+namespace tamarind {
+
+// Environment variables that a test sets. Letter case in names counts, unlike in Windows.
+class FakeEnvironment final : public Environment {
+public:
+    std::map<std::string, std::string> variables;
+
+    std::string Variable(const std::string& name) const override {
+        const auto found = variables.find(name);
+        return found == variables.end() ? std::string() : found->second;
+    }
+};
+
+}  // namespace tamarind
