@@ -7,11 +7,9 @@ if(CCACHE_PROGRAM)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
 endif()
 
-# No path of the building machine gets into a program.
-add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=")
-
 if(WIN32)
-    # One file without other DLLs, and the same bytes from the same sources.
+    # One file without other DLLs, and the same bytes from the same sources wherever they are built.
+    add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=")
     add_compile_options(-ffunction-sections -fdata-sections)
     add_link_options(-static -s -Wl,--gc-sections -Wl,--no-insert-timestamp)
 elseif(HOUSE_PURPOSE STREQUAL "tests")

@@ -19,8 +19,8 @@ from typing import NamedTuple
 LISTS = ("toolbar", "tree", "keys", "status")
 STRIP_SIZES = (16, 20, 24, 32, 48)
 ICONS = ("tamarind", "datafile")
-ICON_BITMAP_SIZES = (16, 20, 24, 32, 48, 64, 128)
-ICON_PNG_SIZE = 256  # as a bitmap this size alone would take 260 KB
+ICON_BITMAP_SIZES = (16, 20, 24, 32, 48)
+ICON_PNG_SIZES = (64, 128, 256)  # as bitmaps these would take most of the program's size
 
 PNG_SIGNATURE = b"\x89PNG\r\n\x1a\n"
 PIXEL_BYTES = 4
@@ -161,12 +161,12 @@ def write_strip(svgs: list[Path], size: int, target: Path) -> None:
 def write_icon(svg: Path, target: Path) -> None:
     with tempfile.TemporaryDirectory() as folder:
         pngs: dict[int, Path] = {}
-        for size in (*ICON_BITMAP_SIZES, ICON_PNG_SIZE):
+        for size in (*ICON_BITMAP_SIZES, *ICON_PNG_SIZES):
             pngs[size] = Path(folder, f"{size}.png")
             pngs[size].write_bytes(render_svg(svg, size))
         bitmaps = [str(pngs[size]) for size in ICON_BITMAP_SIZES]
-        raw = f"--raw={pngs[ICON_PNG_SIZE]}"
-        subprocess.run(["icotool", "--create", "-o", str(target), *bitmaps, raw], check=True)
+        raw = [f"--raw={pngs[size]}" for size in ICON_PNG_SIZES]
+        subprocess.run(["icotool", "--create", "-o", str(target), *bitmaps, *raw], check=True)
 
 
 def main(arguments: list[str]) -> int:
