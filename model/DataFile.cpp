@@ -8,20 +8,16 @@ namespace {
 
 constexpr std::string_view kTargetSectionName = "TargetIniFile";
 constexpr std::string_view kCategoryTarget = "CategoryTargetSection";
-constexpr std::string_view kEntrySeparator = "///";
 
 // Adds the keys of one category; false when the store is full.
 bool LoadCategory(const IniDocument& dataFile, std::string_view category,
-                  std::string_view noDescription, const std::function<void()>& advance,
-                  KeyStore& store) {
+                  const std::function<void()>& advance, KeyStore& store) {
     const auto section = dataFile.FindSection(category);
     const auto target = section ? dataFile.FindKey(*section, kCategoryTarget) : std::nullopt;
     if (!target) {
         return true;
     }
-    KeyRecord record;
-    record.category = category;
-    record.targetSection = CutToBuffer(dataFile.Value(*target));
+    store.AddCategory(category, CutToBuffer(dataFile.Value(*target)));
     bool fits = true;
     ForEachKey(dataFile, *section, [&](IniDocument::LineId line, std::string_view name) {
         if (!fits) {
@@ -31,16 +27,11 @@ bool LoadCategory(const IniDocument& dataFile, std::string_view category,
         if (EqualsIgnoreCase(name, kCategoryTarget)) {
             return;
         }
-        // A name that the list buffer cut may be no key at all, or another one.
+        // A name that the list's buffer cut may be another key's, or nobody's; of a repeated one
+        // the first line counts.
         const bool isPlain =
             name.size() == dataFile.KeyName(line).size() && !dataFile.IsRepeated(line);
-        const auto valueLine = isPlain ? std::optional(line) : dataFile.FindKey(*section, name);
-        const KeyEntry entry =
-            valueLine ? SplitEntry(CutToBuffer(dataFile.Value(*valueLine))) : KeyEntry();
-        record.keyName = name;
-        record.defaultValue = entry.defaultValue;
-        record.description = entry.description.empty() ? noDescription : entry.description;
-        fits = store.Add(record);
+        fits = isPlain ? store.Add(line) : store.AddNamed(name, dataFile.FindKey(*section, name));
     });
     return fits;
 }
@@ -64,20 +55,12 @@ std::vector<CategoryNode> ReadCategories(const IniDocument& dataFile) {
     return categories;
 }
 
-KeyEntry SplitEntry(std::string_view value) {
-    const std::size_t separator = value.find(kEntrySeparator);
-    if (separator == std::string_view::npos) {
-        return {value, {}};
-    }
-    return {value.substr(0, separator), value.substr(separator + kEntrySeparator.size())};
-}
-
-bool LoadDataFile(std::shared_ptr<const IniDocument> dataFile, std::string_view noDescription,
+bool LoadDataFile(std::shared_ptr<const IniDocument> dataFile, std::string noDescription,
                   const std::function<void()>& advance, KeyStore& store) {
-    store.SetSource(dataFile);
-    const std::string_view kept = store.Keep(noDescription);
-    for (const std::string_view category : SectionNames(*dataFile)) {
-        if (!LoadCategory(*dataFile, category, kept, advance, store)) {
+    const IniDocument& document = *dataFile;
+    store.Reset(std::move(dataFile), std::move(noDescription));
+    for (const std::string_view category : SectionNames(document)) {
+        if (!LoadCategory(document, category, advance, store)) {
             return false;
         }
     }

@@ -28,19 +28,10 @@ struct CategoryNode {
 // The categories in the order of the file; the target section is none.
 std::vector<CategoryNode> ReadCategories(const IniDocument& dataFile);
 
-// What a data file's entry says.
-struct KeyEntry {
-    std::string_view defaultValue;
-    std::string_view description;  // empty: not available
-};
-
-// Splits at the first "///"; without one all of it is the default value.
-KeyEntry SplitEntry(std::string_view value);
-
-// Fills the store, which the caller has cleared, with every key of the data file; `noDescription`
-// stands where an entry has no description. `advance` is called before each key. Returns false
+// Fills the store with every key of the data file; `noDescription` stands where an entry has no
+// description. `advance` is called before each key. Returns false
 // when there are more keys than the store takes; the first ones are in it then.
-bool LoadDataFile(std::shared_ptr<const IniDocument> dataFile, std::string_view noDescription,
+bool LoadDataFile(std::shared_ptr<const IniDocument> dataFile, std::string noDescription,
                   const std::function<void()>& advance, KeyStore& store);
 
 // A stored description with its line breaks (CR LF) instead of "@".

@@ -150,7 +150,6 @@ void EditorSession::FillStore() {
     m_isDataFileRead = true;
     m_keys.Clear();
     m_currentKey = 0;
-    m_store.Clear();
     const bool fits = tamarind::LoadDataFile(
         m_dataFile, Text(text::kNoDescription), [this] { AdvanceProgress(); }, m_store);
     m_categories = ReadCategories(*m_dataFile);

@@ -107,7 +107,7 @@ public:
     void GoToKey(RowKey key);
 
     const KeyList& Keys() const { return m_keys; }
-    const KeyRecord& Record(RowKey key) const { return m_store.Record(key); }
+    KeyRecord Record(RowKey key) const { return m_store.Record(key); }
     const KeyStore& Store() const { return m_store; }
 
     // Makes a shown row the current one: its description and target section.

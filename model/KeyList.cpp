@@ -17,16 +17,13 @@ std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view c
                           KeyFilter filter) {
     m_rows.clear();
     std::size_t found = 0;
-    RowKey key = 0;
-    for (const KeyRecord& record : store.Records()) {
-        ++key;
-        if (!isRoot && record.category != category) {
+    for (RowKey key = 1; key <= store.Size(); ++key) {
+        if (!isRoot && store.Category(key) != category) {
             continue;
         }
         ++found;
-        const bool passes =
-            filter == KeyFilter::ShowAll || record.isChecked == (filter == KeyFilter::ShowActive);
-        if (passes) {
+        if (filter == KeyFilter::ShowAll ||
+            store.IsChecked(key) == (filter == KeyFilter::ShowActive)) {
             m_rows.push_back(key);
         }
     }

@@ -24,23 +24,33 @@ enum class KeyColor : std::uint8_t {
     Gray,    // the system's colour for disabled text
 };
 
+// What a row of the key list looks like.
+struct KeyLooks {
+    bool isChecked = false;  // the key is, or will be, active in the settings file
+    bool isGhosted = false;  // it has no line there, or will have none
+    KeyColor foreColor = KeyColor::Gray;
+    KeyIcon smallIcon = KeyIcon::Text;
+};
+
 // One key of the data file beside what the settings file says of it. The texts belong to the key
-// store that holds the record.
+// store that gave the record.
 struct KeyRecord {
     std::string_view keyName;
     std::string_view category;                     // tag: the data file's section
     std::string_view defaultValue;                 // col_1
+    std::string_view description;                  // col_2, "@" for a line break
+    std::string_view targetSection;                // col_3
     std::optional<std::string_view> currentValue;  // col_4; nothing where the marker would stand
     KeyState initialState = KeyState::Absent;      // col_5: Absent, Active or Commented
-    KeyState currentState = KeyState::Absent;      // col_7
-    std::string_view targetSection;                // col_3
     bool saveDescription = false;                  // col_6
-    std::string_view description;                  // col_2, "@" for a line break
-    bool isChecked = false;
-    bool isGhosted = false;
-    KeyColor foreColor = KeyColor::Gray;
-    KeyIcon smallIcon = KeyIcon::Text;
+    KeyState currentState = KeyState::Absent;      // col_7
+
+    KeyLooks Looks() const;
 };
+
+// The looks of a key follow from its current state; its icon, unless it is commented out, from the
+// kind of its default value.
+KeyLooks LooksOf(KeyState currentState, std::string_view defaultValue);
 
 // Numeric for "0" and for every text whose leading number is not zero, else Text.
 KeyIcon ValueIconIndex(std::string_view value);

@@ -1,6 +1,7 @@
 #include "model/KeyStates.h"
 
-#include "core/cProfile.h"
+#include <optional>
+#include <string>
 
 namespace tamarind {
 namespace {
@@ -11,20 +12,22 @@ class SettingsReader {
 public:
     explicit SettingsReader(const IniDocument& settings) : m_settings(settings) {}
 
-    std::optional<std::string_view> Read(std::string_view section, std::string_view key) {
+    void SetSection(std::string_view section) {
         if (!m_isSectionKnown || section != m_sectionName) {
             m_isSectionKnown = true;
             m_sectionName = section;
             m_section = m_settings.FindSection(section);
         }
-        const auto line = m_section ? m_settings.FindKey(*m_section, key) : std::nullopt;
-        return line ? std::optional(CutToBuffer(m_settings.Value(*line))) : std::nullopt;
     }
 
-    std::optional<std::string_view> ReadCommented(std::string_view section, std::string_view key) {
+    std::optional<IniDocument::LineId> Find(std::string_view key) const {
+        return m_section ? m_settings.FindKey(*m_section, key) : std::nullopt;
+    }
+
+    std::optional<IniDocument::LineId> FindCommented(std::string_view key) {
         m_commentedName.assign(1, ';');
         m_commentedName += key;
-        return Read(section, m_commentedName);
+        return Find(m_commentedName);
     }
 
 private:
@@ -35,37 +38,24 @@ private:
     std::string m_commentedName;
 };
 
-void DeriveRecord(SettingsReader& settings, KeyRecord& record) {
-    record.isGhosted = false;
-    record.isChecked = true;
-    record.foreColor = KeyColor::Active;
-    record.smallIcon = ValueIconIndex(record.defaultValue);
-    record.initialState = KeyState::Active;
-    record.currentValue = settings.Read(record.targetSection, record.keyName);
-    if (!record.currentValue) {
-        record.isChecked = false;
-        record.foreColor = KeyColor::Gray;
-        record.currentValue = settings.ReadCommented(record.targetSection, record.keyName);
-        record.isGhosted = !record.currentValue;
-        record.initialState = record.isGhosted ? KeyState::Absent : KeyState::Commented;
-        if (!record.isGhosted) {
-            record.smallIcon = KeyIcon::Commented;
-        }
-    }
-    record.currentState = record.initialState;
-}
-
 }  // namespace
 
 void DeriveKeyStates(KeyStore& store, std::shared_ptr<const IniDocument> settings,
                      const std::function<void()>& advance) {
     SettingsReader reader(*settings);
+    store.SetSettings(std::move(settings));
     for (RowKey key = 1; key <= store.Size(); ++key) {
         advance();
-        DeriveRecord(reader, store.Record(key));
+        reader.SetSection(store.TargetSection(key));
+        const std::string_view name = store.KeyName(key);
+        if (const auto line = reader.Find(name)) {
+            store.SetFromSettings(key, KeyState::Active, *line);
+        } else if (const auto commented = reader.FindCommented(name)) {
+            store.SetFromSettings(key, KeyState::Commented, *commented);
+        } else {
+            store.SetFromSettings(key, KeyState::Absent, IniDocument::kNone);
+        }
     }
-    // Only now: the old settings may hold the texts of records that were not derived yet.
-    store.SetSettings(std::move(settings));
 }
 
 }  // namespace tamarind

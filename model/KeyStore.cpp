@@ -1,56 +1,136 @@
 #include "model/KeyStore.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "core/LeadingNumber.h"
+#include "core/cProfile.h"
 
 namespace tamarind {
 namespace {
 
-constexpr std::size_t kBlockBytes = 16384;
 constexpr std::string_view kRowKeyPrefix = "key";
+constexpr std::string_view kEntrySeparator = "///";
 
 }  // namespace
 
-KeyIcon ValueIconIndex(std::string_view value) {
-    return value == "0" || LeadingNumber(value) != 0 ? KeyIcon::Numeric : KeyIcon::Text;
-}
-
-std::string_view TextArena::Keep(std::string_view text) {
-    if (text.size() > m_left) {
-        m_left = std::max(kBlockBytes, text.size());
-        m_blocks.push_back(std::make_unique<char[]>(m_left));
-        m_next = m_blocks.back().get();
+KeyEntry SplitEntry(std::string_view value) {
+    const std::size_t separator = value.find(kEntrySeparator);
+    if (separator == std::string_view::npos) {
+        return {value, {}};
     }
-    if (!text.empty()) {
-        std::memcpy(m_next, text.data(), text.size());
-    }
-    const std::string_view kept(m_next, text.size());
-    m_next += text.size();
-    m_left -= text.size();
-    return kept;
+    return {value.substr(0, separator), value.substr(separator + kEntrySeparator.size())};
 }
 
-void TextArena::Clear() {
-    m_blocks.clear();
-    m_next = nullptr;
-    m_left = 0;
-}
-
-void KeyStore::Clear() {
-    m_records.clear();
-    m_arena.Clear();
-    m_dataFile.reset();
+void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string noDescription) {
+    m_keys.clear();
+    m_categories.clear();
+    m_oddNames.clear();
+    m_ownValues.clear();
     m_settings.reset();
+    m_keys.reserve(std::min(dataFile->LineCount(), kMaxRecords));
+    m_dataFile = std::move(dataFile);
+    m_noDescription = std::move(noDescription);
 }
 
-bool KeyStore::Add(const KeyRecord& record) {
-    if (m_records.size() >= kMaxRecords) {
+void KeyStore::AddCategory(std::string_view name, std::string_view targetSection) {
+    m_categories.push_back({name, targetSection});
+}
+
+bool KeyStore::Add(LineId line) {
+    if (m_keys.size() >= kMaxRecords) {
         return false;
     }
-    m_records.push_back(record);
+    StoredKey key;
+    key.line = line;
+    key.category = static_cast<std::uint16_t>(m_categories.size() - 1);
+    m_keys.push_back(key);
     return true;
+}
+
+bool KeyStore::AddNamed(std::string_view name, std::optional<LineId> line) {
+    if (!Add(line.value_or(IniDocument::kNone))) {
+        return false;
+    }
+    m_keys.back().isNamed = true;
+    m_oddNames.push_back({static_cast<RowKey>(m_keys.size()), std::string(name)});
+    return true;
+}
+
+std::string_view KeyStore::KeyName(RowKey key) const {
+    if (!Stored(key).isNamed) {
+        return m_dataFile->KeyName(Stored(key).line);
+    }
+    return std::lower_bound(m_oddNames.begin(), m_oddNames.end(), key,
+                            [](const OddName& odd, RowKey wanted) { return odd.key < wanted; })
+        ->name;
+}
+
+KeyRecord KeyStore::Record(RowKey key) const {
+    const StoredKey& stored = Stored(key);
+    KeyRecord record;
+    record.keyName = KeyName(key);
+    record.category = Category(key);
+    record.targetSection = TargetSection(key);
+    if (stored.line != IniDocument::kNone) {
+        const KeyEntry entry = SplitEntry(CutToBuffer(m_dataFile->Value(stored.line)));
+        record.defaultValue = entry.defaultValue;
+        record.description = entry.description;
+    }
+    if (record.description.empty()) {
+        record.description = m_noDescription;
+    }
+    record.currentValue = CurrentValue(key);
+    record.initialState = stored.initialState;
+    record.currentState = stored.currentState;
+    record.saveDescription = stored.saveDescription;
+    return record;
+}
+
+bool KeyStore::IsChecked(RowKey key) const {
+    return LooksOf(Stored(key).currentState, {}).isChecked;
+}
+
+void KeyStore::SetSettings(std::shared_ptr<const IniDocument> settings) {
+    for (StoredKey& key : m_keys) {
+        key.value = IniDocument::kNone;
+        key.hasOwnValue = false;
+    }
+    m_ownValues.clear();
+    m_settings = std::move(settings);
+}
+
+void KeyStore::SetFromSettings(RowKey key, KeyState state, LineId line) {
+    StoredKey& stored = m_keys[key - 1];
+    stored.initialState = state;
+    stored.currentState = state;
+    stored.value = line;
+    stored.hasOwnValue = false;
+}
+
+void KeyStore::SetValue(RowKey key, std::string value, KeyState currentState) {
+    StoredKey& stored = m_keys[key - 1];
+    stored.currentState = currentState;
+    if (stored.hasOwnValue) {
+        m_ownValues[stored.value] = std::move(value);
+        return;
+    }
+    stored.hasOwnValue = true;
+    stored.value = static_cast<std::uint32_t>(m_ownValues.size());
+    m_ownValues.push_back(std::move(value));
+}
+
+void KeyStore::Rebase(RowKey key, KeyState state) {
+    m_keys[key - 1].initialState = state;
+    m_keys[key - 1].currentState = state;
+}
+
+std::optional<std::string_view> KeyStore::CurrentValue(RowKey key) const {
+    const StoredKey& stored = Stored(key);
+    if (stored.value == IniDocument::kNone) {
+        return std::nullopt;
+    }
+    return stored.hasOwnValue ? std::string_view(m_ownValues[stored.value])
+                              : CutToBuffer(m_settings->Value(stored.value));
 }
 
 std::string RowKeyText(RowKey key) {

@@ -80,7 +80,7 @@ TEST(DataFileTest, BuffersBoundNamesAndValues) {
     // 22 characters go to the first name; 11 to each other one, of which the last is cut.
     EXPECT_EQ(store.Size(), (4094U - 22) / 11 + 1);
     EXPECT_EQ(store.Record(1).defaultValue.size(), 4095U);
-    const KeyRecord& cut = store.Record(static_cast<RowKey>(store.Size()));
+    const KeyRecord cut = store.Record(static_cast<RowKey>(store.Size()));
     EXPECT_EQ(cut.keyName, "Ke");
     EXPECT_EQ(cut.description, "Description not available!");
 }
@@ -113,16 +113,15 @@ TEST(KeyStatesTest, TheFileDecidesStateValueAndLooks) {
     KeyStore store =
         Loaded("[A]\nCategoryTargetSection=T\nK=1///\n[B]\nCategoryTargetSection=T\nK=x\n");
     for (const Case& testCase : cases) {
-        store.Record(1).currentState = KeyState::ValueSet;
         DeriveKeyStates(store, Parsed(testCase.settings), [] {});
-        const KeyRecord& record = store.Record(1);
+        const KeyRecord record = store.Record(1);
         EXPECT_EQ(VisibleText(record), testCase.visible) << testCase.name;
         EXPECT_EQ(record.initialState, testCase.state) << testCase.name;
         EXPECT_EQ(record.currentState, testCase.state) << testCase.name;
-        EXPECT_EQ(record.isChecked, testCase.isChecked) << testCase.name;
-        EXPECT_EQ(record.isGhosted, testCase.isGhosted) << testCase.name;
-        EXPECT_EQ(record.foreColor, testCase.color) << testCase.name;
-        EXPECT_EQ(record.smallIcon, testCase.icon) << testCase.name;
+        EXPECT_EQ(record.Looks().isChecked, testCase.isChecked) << testCase.name;
+        EXPECT_EQ(record.Looks().isGhosted, testCase.isGhosted) << testCase.name;
+        EXPECT_EQ(record.Looks().foreColor, testCase.color) << testCase.name;
+        EXPECT_EQ(record.Looks().smallIcon, testCase.icon) << testCase.name;
         EXPECT_EQ(store.Record(2).currentValue, record.currentValue) << testCase.name;
     }
 }

@@ -1,0 +1,36 @@
+#include "model/KeyEditor.h"
+
+namespace tamarind {
+
+void KeyEditor::RecordValue(RowKey key) {
+    m_history.Record(
+        {key, false, std::string(m_store.CurrentValue(key).value_or(std::string_view()))});
+}
+
+void KeyEditor::StoreEditedValue(RowKey key, std::string_view edited) {
+    const std::size_t equals = edited.find('=');
+    RecordValue(key);
+    m_store.SetValue(
+        key, std::string(equals == std::string_view::npos ? edited : edited.substr(equals + 1)),
+        KeyState::ValueSet);
+}
+
+bool KeyEditor::Comment(RowKey key) {
+    if (!m_store.IsChecked(key)) {
+        return false;
+    }
+    m_store.SetState(key, KeyState::ToBeCommented);
+    m_history.Record({key, true, {}});
+    return true;
+}
+
+bool KeyEditor::Delete(RowKey key) {
+    if (LooksOf(m_store.CurrentState(key), {}).isGhosted) {
+        return false;
+    }
+    RecordValue(key);
+    m_store.SetValue(key, {}, KeyState::ToBeDeleted);
+    return true;
+}
+
+}  // namespace tamarind
