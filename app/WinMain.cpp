@@ -1,0 +1,99 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <string_view>
+
+#include "app/Version.h"
+#include "core/Environment.h"
+#include "core/Paths.h"
+#include "core/WideText_win32.h"
+#include "ui/main/frmMain.h"
+#include "ui/shell/WindowPrompts.h"
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Unexpected.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::size_t kMaxPathUnits = 32767;
+
+std::string ProgramFolder() {
+    std::wstring path(kMaxPathUnits + 1, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return AddBackslash(FolderOfPath(Narrow(path)));
+}
+
+// What follows the program's name on the command line, between its outer blanks.
+std::string CommandLineRemainder() {
+    std::wstring_view line = GetCommandLineW();
+    const bool isQuoted = !line.empty() && line.front() == L'"';
+    const std::size_t end = isQuoted ? line.find(L'"', 1) : line.find_first_of(L" \t");
+    if (end == std::wstring_view::npos) {
+        return {};
+    }
+    line.remove_prefix(end + (isQuoted ? 1 : 0));
+    const std::size_t first = line.find_first_not_of(L" \t");
+    if (first == std::wstring_view::npos) {
+        return {};
+    }
+    return Narrow(line.substr(first, line.find_last_not_of(L" \t") - first + 1));
+}
+
+ScreenSize MeasureScreen() {
+    const auto twips = [](int metric) {
+        return ToTwips(Pixels{GetSystemMetrics(metric)}, SystemDpi()).value;
+    };
+    return {twips(SM_CXSCREEN), twips(SM_CYSCREEN)};
+}
+
+int RunMessageLoop(frmMain& window) {
+    MSG message{};
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (!window.TranslateKey(message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    return static_cast<int>(message.wParam);
+}
+
+int Run(int showCommand) {
+    // A drive without a disk is a missing file, not a question of the system's.
+    SetErrorMode(SEM_FAILCRITICALERRORS);
+    INITCOMMONCONTROLSEX controls{};
+    controls.dwSize = sizeof(controls);
+    controls.dwICC = ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES |
+                     ICC_PROGRESS_CLASS | ICC_STANDARD_CLASSES;
+    InitCommonControlsEx(&controls);
+
+    DiskFileSystem disk;
+    IniFiles files(disk);
+    SystemRegistry registry;
+    const ProcessEnvironment environment;
+    WindowPrompts prompts(Widen(TAMARIND_PRODUCT_NAME));
+    EditorSession session(
+        {files, registry, environment, prompts, ProgramFolder(),
+         VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
+         MeasureScreen()});
+    session.LoadSettings();
+    frmMain window(session);
+    if (!window.Create()) {
+        return EXIT_FAILURE;
+    }
+    prompts.SetOwner(window.Handle());
+    if (!session.Activate(CommandLineRemainder())) {
+        return EXIT_SUCCESS;
+    }
+    window.ShowFirst(showCommand);
+    return RunMessageLoop(window);
+}
+
+}  // namespace
+}  // namespace tamarind
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int showCommand) {
+    return tamarind::Guarded(EXIT_FAILURE, [&] { return tamarind::Run(showCommand); });
+}

@@ -1,0 +1,123 @@
+// Loading a data file and deriving every key's state: ours against the same work with the profile
+// functions of the system, and against bare reading of both files.
+#include "bench/windows/Harness.h"
+#include "core/IniFiles.h"
+#include "core/WideText_win32.h"
+#include "model/DataFile.h"
+#include "model/KeyStates.h"
+
+namespace tamarind::bench {
+namespace {
+
+constexpr DWORD kBuffer = 4096;
+constexpr wchar_t kMarker[] = L"///can\\not/find\\this/data\\\\\\";
+
+struct Paths {
+    std::wstring dataFile;
+    std::wstring settings;
+};
+
+std::size_t LoadWithOurs(IniFiles& files, const Paths& paths) {
+    KeyStore store;
+    LoadDataFile(files.Read(Narrow(paths.dataFile)).document, "none", [] {}, store);
+    DeriveKeyStates(store, files.Read(Narrow(paths.settings)).document, [] {});
+    return store.Size();
+}
+
+void ReadBoth(const Paths& paths) {
+    DiskFileSystem disk;
+    disk.Read(Narrow(paths.dataFile), IniFiles::kMaxFileBytes);
+    disk.Read(Narrow(paths.settings), IniFiles::kMaxFileBytes);
+}
+
+struct SystemRecord {
+    std::wstring name;
+    std::wstring defaultValue;
+    std::wstring description;
+    std::wstring section;
+    std::wstring current;
+};
+
+std::vector<std::wstring> SplitList(const wchar_t* list) {
+    std::vector<std::wstring> entries;
+    for (; *list != L'\0'; list += entries.back().size() + 1) {
+        entries.emplace_back(list);
+    }
+    return entries;
+}
+
+std::wstring ReadWithSystem(const std::wstring& section, const std::wstring& key,
+                            const std::wstring& file) {
+    wchar_t buffer[kBuffer];
+    GetPrivateProfileStringW(section.c_str(), key.c_str(), kMarker, buffer, kBuffer, file.c_str());
+    return buffer;
+}
+
+// At most `maxKeys` keys, since a whole large file takes this way many seconds.
+std::size_t LoadWithSystem(const Paths& paths, std::size_t maxKeys) {
+    std::vector<SystemRecord> records;
+    wchar_t sections[kBuffer];
+    GetPrivateProfileSectionNamesW(sections, kBuffer, paths.dataFile.c_str());
+    for (const std::wstring& section : SplitList(sections)) {
+        wchar_t keys[kBuffer];
+        GetPrivateProfileStringW(section.c_str(), nullptr, L"", keys, kBuffer,
+                                 paths.dataFile.c_str());
+        const std::wstring target =
+            ReadWithSystem(section, L"CategoryTargetSection", paths.dataFile);
+        for (const std::wstring& key : SplitList(keys)) {
+            if (key == L"CategoryTargetSection" || records.size() >= maxKeys) {
+                continue;
+            }
+            const std::wstring entry = ReadWithSystem(section, key, paths.dataFile);
+            const std::size_t at = entry.find(L"///");
+            records.push_back({key, entry.substr(0, at), entry.substr(at + 3), target, {}});
+        }
+    }
+    for (SystemRecord& record : records) {
+        record.current = ReadWithSystem(record.section, record.name, paths.settings);
+        if (record.current == kMarker) {
+            record.current = ReadWithSystem(record.section, L";" + record.name, paths.settings);
+        }
+    }
+    return records.size();
+}
+
+void Measure(const std::wstring& folder, int keys) {
+    constexpr int kRuns = 9;
+    const SampleFiles sample = MakeSample(keys);
+    const Paths paths = {folder + L"data.tmdf", folder + L"settings.ini"};
+    WriteOldFile(paths.dataFile, sample.dataFile);
+    WriteOldFile(paths.settings, sample.settings);
+    DiskFileSystem disk;
+    std::size_t loaded = 0;
+    const double cold = MedianMs(kRuns, [&] {
+        IniFiles files(disk);
+        loaded = LoadWithOurs(files, paths);
+    });
+    IniFiles files(disk);
+    LoadWithOurs(files, paths);
+    const double warm = MedianMs(kRuns, [&] { LoadWithOurs(files, paths); });
+    const double bare = MedianMs(kRuns, [&] { ReadBoth(paths); });
+    std::size_t bySystem = 0;
+    const int systemRuns = keys > 5000 ? 1 : 3;
+    const double system = MedianMs(
+        systemRuns, [&] { bySystem = LoadWithSystem(paths, static_cast<std::size_t>(keys)); });
+    std::printf("%6d keys: ours cold %8.2f ms, warm %8.2f ms, bare read %7.2f ms, "
+                "system %9.1f ms\n",
+                keys, cold, warm, bare, system);
+    std::printf("             system / cold %.0f, system / warm %.0f, cold / bare read %.2f "
+                "(%u and %u keys loaded)\n",
+                system / cold, system / warm, cold / bare, static_cast<unsigned>(loaded),
+                static_cast<unsigned>(bySystem));
+}
+
+}  // namespace
+}  // namespace tamarind::bench
+
+int wmain() {
+    const std::wstring folder = tamarind::bench::MakeScratchFolder(L"load");
+    for (const int keys : {700, 5000, 32000}) {
+        tamarind::bench::Measure(folder, keys);
+    }
+    return 0;
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tamarind {
+
+// Waits until `condition` holds; false after ten seconds.
+bool WaitUntil(const std::function<bool()>& condition);
+
+// A copy of the program in a folder of its own, so that its settings start afresh.
+class ProgramFolder {
+public:
+    ProgramFolder();
+    ~ProgramFolder();
+    ProgramFolder(const ProgramFolder&) = delete;
+    ProgramFolder& operator=(const ProgramFolder&) = delete;
+
+    std::wstring Path(const std::wstring& name) const { return m_path + name; }
+    void Write(const std::wstring& name, const std::string& bytes) const;
+
+private:
+    std::wstring m_path;
+};
+
+// The editor in a process of its own, seen from outside as a screen reader sees it.
+class RunningProgram {
+public:
+    // `arguments` follow the program's name on the command line as they are.
+    RunningProgram(const ProgramFolder& folder, const std::wstring& arguments);
+    ~RunningProgram();
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    // The main window once it is shown, or null.
+    HWND WaitForMainWindow();
+    // A message box or file dialog of the program, or null.
+    HWND WaitForDialog();
+    // The texts of a dialog's static controls, one after the other.
+    static std::string DialogText(HWND dialog);
+    bool WaitForEnd() const;
+
+    HWND Control(int id) const;
+    static std::string TextOf(HWND window);
+    std::string StatusText(int part) const;
+    std::vector<std::string> ListRows(int maxRows) const;
+    int SelectedRow() const;
+    std::string SelectedCategory() const;
+
+private:
+    HWND FindWindowOf(const wchar_t* windowClass) const;
+
+    PROCESS_INFORMATION m_process = {};
+    HWND m_main = nullptr;
+};
+
+// Keys and mouse through the X server, from the tool xdotool: "key Down", "mousemove 10 20".
+void TypeWithXdotool(const std::string& arguments);
+
+}  // namespace tamarind

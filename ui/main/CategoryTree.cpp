@@ -1,0 +1,67 @@
+#include "ui/main/CategoryTree.h"
+
+#include "core/WideText_win32.h"
+#include "ui/main/ControlIds.h"
+#include "ui/toolkit/RedrawLock.h"
+
+namespace tamarind {
+namespace {
+
+// Places in the tree's picture list.
+constexpr int kRootPicture = 0;
+constexpr int kCategoryPicture = 1;
+constexpr int kSelectedCategoryPicture = 2;
+
+}  // namespace
+
+bool CategoryTree::Create(HWND parent) {
+    return TreeView1.Create(parent, kIdTreeView1, *this);
+}
+
+void CategoryTree::ApplyLook(const MainLook& look) {
+    TreeView1.SetImages(look.treePictures.Get());
+    TreeView1.SetColors(look.foreground, look.background);
+    TreeView1.SetBorder(look.border);
+    ApplyUserFont(TreeView1, look.font, true, 0, look.dpi);
+}
+
+void CategoryTree::Fill() {
+    const RedrawLock lock(TreeView1.Handle());
+    TreeView1.Clear();
+    m_items.clear();
+    TreeNode root;
+    root.text = Widen(m_session.RootText());
+    root.picture = root.selectedPicture = kRootPicture;
+    root.data = kRootNode;
+    m_items.push_back(TreeView1.Add(TVI_ROOT, root));
+    for (const CategoryNode& category : m_session.Categories()) {
+        TreeNode node;
+        node.text = Widen(category.Text());
+        node.data = static_cast<LPARAM>(m_items.size()) - 1;
+        node.isBold = category.IsHeading();
+        if (!category.IsHeading()) {
+            node.picture = kCategoryPicture;
+            node.selectedPicture = kSelectedCategoryPicture;
+        }
+        m_items.push_back(TreeView1.Add(m_items.front(), node));
+    }
+    TreeView1.Expand(m_items.front());
+    ShowSelection();
+}
+
+void CategoryTree::ShowSelection() {
+    const auto at = static_cast<std::size_t>(m_session.SelectedNode() + 1);
+    if (at < m_items.size()) {
+        TreeView1.Select(m_items[at]);
+    }
+}
+
+void CategoryTree::OnNodeSelected(LPARAM data) {
+    m_session.SelectCategory(static_cast<NodeIndex>(data));
+}
+
+void CategoryTree::OnTreeMenu(POINT at) {
+    m_actions.ShowPopup(PopupMenu::CategoryTree, at);
+}
+
+}  // namespace tamarind

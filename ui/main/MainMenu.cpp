@@ -1,0 +1,143 @@
+#include "ui/main/MainMenu.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "core/WideText_win32.h"
+#include "ui/main/ControlIds.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::uint16_t kNoRecentFiles = 108;  // a text's number
+
+constexpr Command kTreeEntries[] = {Command::FileExport, Command::FileImport};
+
+struct DropDown {
+    Command button;
+    Command entry;
+};
+constexpr DropDown kDropDowns[] = {
+    {Command::FileSave, Command::FileSaveAndRestart},
+    {Command::EditDelete, Command::EditComment},
+};
+
+UINT_PTR IdOf(Command command) {
+    return static_cast<UINT_PTR>(command);
+}
+
+}  // namespace
+
+bool MainMenu::Create(HWND window) {
+    UniqueMenu bar(CreateMenu());
+    for (const MenuInfo& menu : MenuBar()) {
+        UniqueMenu popup(CreatePopupMenu());
+        Fill(popup.Get(), menu.entries);
+        const std::wstring title = Widen(m_session.Text(menu.textNumber));
+        if (AppendMenuW(bar.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(popup.Get()),
+                        title.c_str())) {
+            popup.Release();  // the bar destroys it
+        }
+    }
+    if (!SetMenu(window, bar.Get())) {
+        return false;
+    }
+    m_bar = bar.Release();
+    MakeAccelerators();
+    return true;
+}
+
+std::wstring MainMenu::EntryText(Command command) const {
+    const CommandInfo& info = InfoOf(command);
+    std::string text = m_session.Text(info.textNumber);
+    if (!info.shortcut.text.empty()) {
+        text += '\t';
+        text += info.shortcut.text;
+    }
+    return Widen(text);
+}
+
+void MainMenu::Fill(HMENU menu, std::span<const Command> entries) const {
+    for (const Command command : entries) {
+        if (command == Command::None) {
+            AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+        } else {
+            AppendMenuW(menu, MF_STRING, IdOf(command), EntryText(command).c_str());
+        }
+    }
+    Refresh(menu);
+}
+
+void MainMenu::Refresh(HMENU menu) const {
+    const int count = GetMenuItemCount(menu);
+    for (int at = 0; at < count; ++at) {
+        if (const HMENU below = GetSubMenu(menu, at)) {
+            Refresh(below);
+            continue;
+        }
+        const auto all = AllCommands();
+        const UINT id = GetMenuItemID(menu, at);
+        const bool isCommand = std::any_of(all.begin(), all.end(), [&](const CommandInfo& info) {
+            return IdOf(info.command) == id;
+        });
+        if (isCommand) {
+            const auto command = static_cast<Command>(id);
+            EnableMenuItem(menu, id, m_session.IsEnabled(command) ? MF_ENABLED : MF_GRAYED);
+            CheckMenuItem(menu, id, m_session.IsChecked(command) ? MF_CHECKED : MF_UNCHECKED);
+        }
+    }
+}
+
+// Without the keys of the list: elsewhere these edit text.
+void MainMenu::MakeAccelerators() {
+    std::vector<ACCEL> keys = {
+        {FVIRTKEY, VK_F6, kIdNextPane},
+        {FVIRTKEY | FSHIFT, VK_F6, kIdPreviousPane},
+        {FVIRTKEY, VK_TAB, kIdNextPane},
+        {FVIRTKEY | FSHIFT, VK_TAB, kIdPreviousPane},
+    };
+    for (const CommandInfo& info : AllCommands()) {
+        const Shortcut& shortcut = info.shortcut;
+        if (shortcut.key != 0 && !shortcut.isOfKeyList) {
+            const int modifiers = (shortcut.control ? FCONTROL : 0) | (shortcut.shift ? FSHIFT : 0);
+            keys.push_back({static_cast<BYTE>(FVIRTKEY | modifiers), shortcut.key,
+                            static_cast<WORD>(info.command)});
+        }
+    }
+    m_accelerators.Reset(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
+}
+
+HMENU MainMenu::EditMenu() const {
+    const auto menus = MenuBar();
+    const auto holdsEditing = [](const MenuInfo& menu) {
+        return std::find(menu.entries.begin(), menu.entries.end(), Command::EditValue) !=
+               menu.entries.end();
+    };
+    const auto found = std::find_if(menus.begin(), menus.end(), holdsEditing);
+    return GetSubMenu(m_bar, static_cast<int>(found - menus.begin()));
+}
+
+void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {
+    const UniqueMenu made(menu == PopupMenu::CategoryTree ? CreatePopupMenu() : nullptr);
+    if (made) {
+        Fill(made.Get(), kTreeEntries);
+    }
+    TrackPopupMenu(made ? made.Get() : EditMenu(), TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+}
+
+void MainMenu::ShowDropDown(HWND window, Command command, const RECT& button) const {
+    const UniqueMenu menu(CreatePopupMenu());
+    const auto* const row =
+        std::find_if(std::begin(kDropDowns), std::end(kDropDowns),
+                     [&](const DropDown& entry) { return entry.button == command; });
+    if (row != std::end(kDropDowns)) {
+        Fill(menu.Get(), {&row->entry, 1});
+    } else if (command == Command::FileOpen) {
+        AppendMenuW(menu.Get(), MF_STRING | MF_GRAYED, 0,
+                    Widen(m_session.Text(kNoRecentFiles)).c_str());
+    }
+    TPMPARAMS around{sizeof(TPMPARAMS), button};
+    TrackPopupMenuEx(menu.Get(), TPM_VERTICAL, button.left, button.bottom, window, &around);
+}
+
+}  // namespace tamarind

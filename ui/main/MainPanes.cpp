@@ -1,0 +1,90 @@
+#include "ui/main/MainPanes.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "ui/main/ControlIds.h"
+
+namespace tamarind {
+namespace {
+
+constexpr Twips kBarSize = ToTwips(Pixels{3}, kDesignDpi);
+constexpr Twips kMinListWidth{2100};
+
+}  // namespace
+
+MainPanes::MainPanes(EditorSession& session, MainWindowActions& actions)
+    : m_session(session),
+      m_tree(session, actions),
+      m_keys(session, actions),
+      m_description(session, actions) {}
+
+bool MainPanes::Create(HWND parent, const MainLook& look) {
+    if (!Picture1.Create(parent, kIdPicture1) ||
+        !picSpliterContainer.Create(Picture1.Handle(), kIdPicSpliterContainer) ||
+        !m_tree.Create(picSpliterContainer.Handle()) ||
+        !m_keys.Create(picSpliterContainer.Handle()) ||
+        !Frame1.Create(picSpliterContainer.Handle(), kIdFrame1) ||
+        !m_description.Create(Picture1.Handle(), look) ||
+        !Frame2.Create(Picture1.Handle(), kIdFrame2)) {
+        return false;
+    }
+    const Settings& settings = m_session.ProgramSettings().Values();
+    SplitterOptions options;
+    options.SplitterSize = kBarSize;
+    options.Direction = SplitDirection::Vertical;
+    options.SplitterStartPos = Twips{settings.splitPosition};
+    m_treeSplitter.MinLeftPanelWidth = Twips{0};
+    m_treeSplitter.MinRightPanelWidth = kMinListWidth;
+    m_treeSplitter.CreateSplitter(picSpliterContainer.Handle(), Frame1, m_tree.Handle(),
+                                  m_keys.Handle(), options, look.dpi);
+    options.Direction = SplitDirection::Horizontal;
+    options.SplitterStartPos = Twips{settings.descriptionPanelHeight};
+    m_descriptionSplitter.CreateSplitter(Picture1.Handle(), Frame2, picSpliterContainer.Handle(),
+                                         m_description.Handle(), options, look.dpi);
+    ApplyLook(look);
+    return true;
+}
+
+void MainPanes::ApplyLook(const MainLook& look) {
+    m_tree.ApplyLook(look);
+    m_keys.ApplyLook(look);
+    m_description.ApplyLook(look);
+    m_treeSplitter.SetDpi(look.dpi);
+    m_descriptionSplitter.SetDpi(look.dpi);
+}
+
+void MainPanes::ShowDescriptionPane(bool isVisible) {
+    if (m_descriptionSplitter.RightPanelVisible() == isVisible) {
+        return;
+    }
+    const bool hadFocus = GetFocus() == m_description.Box();
+    m_descriptionSplitter.SetRightPanelVisible(isVisible);
+    if (hadFocus) {
+        FocusTree();
+    }
+}
+
+void MainPanes::StorePositions(Settings& settings) const {
+    settings.splitPosition = m_treeSplitter.SplitPosition().value;
+    settings.descriptionPanelHeight = m_descriptionSplitter.SplitPosition().value;
+}
+
+void MainPanes::FocusNext(bool isForward) {
+    const HWND order[] = {m_tree.Handle(), m_keys.Handle(), m_description.Box()};
+    constexpr std::size_t kCount = std::size(order);
+    const HWND focus = GetFocus();
+    auto at = static_cast<std::size_t>(std::find(order, order + kCount, focus) - order);
+    if (at == kCount) {
+        at = isForward ? kCount - 1 : 0;
+    }
+    for (std::size_t step = 0; step < kCount; ++step) {
+        at = (at + (isForward ? 1 : kCount - 1)) % kCount;
+        if (IsWindowVisible(order[at]) && IsWindowEnabled(order[at])) {
+            SetFocus(order[at]);
+            return;
+        }
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,115 @@
+#include "ui/main/MainStatusBar.h"
+
+#include <algorithm>
+
+#include "core/WideText_win32.h"
+#include "ui/main/ControlIds.h"
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Lengths.h"
+
+namespace tamarind {
+namespace {
+
+constexpr Twips kDataFileSpare{90};  // what its panel is wider than its content
+constexpr int kTextMargin = 6;       // pixels beside a panel's text
+constexpr int kPictureGap = 4;       // pixels between its picture and its text
+
+}  // namespace
+
+bool MainStatusBar::Create(HWND parent, const MainLook& look) {
+    m_parent = parent;
+    if (!StatusBar1.Create(parent, kIdStatusBar1, *this)) {
+        return false;
+    }
+    ApplyLook(look);
+    return true;
+}
+
+void MainStatusBar::ApplyLook(const MainLook& look) {
+    m_dpi = look.dpi;
+    m_pictures = look.statusPictures.Get();
+    StatusBar1.SetFont(MakeMessageFont(m_dpi));
+    ShowDataFile();
+    ShowTarget();
+    ShowCounter();
+}
+
+void MainStatusBar::SetBounds(const RECT& bounds) {
+    m_bounds = bounds;
+    StatusBar1.SetBounds(bounds);
+    UpdateParts();
+}
+
+void MainStatusBar::UpdateParts() {
+    const auto contentWidth = [this](const std::string& text) {
+        return StatusBar1.TextWidth(Widen(text)) + 2 * ScaledPixels(kTextMargin, m_dpi);
+    };
+    const int width = static_cast<int>(m_bounds.right - m_bounds.left);
+    int pictureWidth = 0;
+    int pictureHeight = 0;
+    ImageList_GetIconSize(m_pictures, &pictureWidth, &pictureHeight);
+    const int dataFile = contentWidth(m_session.DataFilePanel()) + pictureWidth +
+                         ScaledPixels(kPictureGap, m_dpi) + ToPixels(kDataFileSpare, m_dpi).value;
+    const int grip = SystemMetric(SM_CXVSCROLL, m_dpi);
+    const int counter = contentWidth(m_session.CounterPanel()) + grip;
+    // In a narrow window the panels in the middle and at the right stay in sight.
+    const int first = std::min(dataFile, width / 2);
+    const int edges[kPartCount] = {first, std::max(first, width - counter), -1};
+    StatusBar1.SetParts(edges);
+}
+
+void MainStatusBar::ShowDataFile() {
+    if (m_session.DataFilePath().empty()) {
+        return;
+    }
+    const int picture = m_session.DataFileTarget() == SettingsTarget::Wincmd ? 0 : 1;
+    StatusBar1.SetIcon(kDataFilePart,
+                       UniqueIcon(ImageList_GetIcon(m_pictures, picture, ILD_TRANSPARENT)));
+    StatusBar1.SetText(kDataFilePart, Widen(m_session.DataFilePanel()));
+    UpdateParts();
+}
+
+void MainStatusBar::ShowTarget() {
+    StatusBar1.SetText(kTargetPart, Widen(m_session.TargetPanel()));
+}
+
+void MainStatusBar::ShowCounter() {
+    StatusBar1.SetText(kCounterPart, Widen(m_session.CounterPanel()));
+    UpdateParts();
+}
+
+void MainStatusBar::OnStatusPartClicked(int part) {
+    if (part == kDataFilePart) {
+        m_actions.Execute(Command::FileOpenDataFile);
+    }
+}
+
+bool MainStatusBar::CreateProgress() {
+    return picProgressBar.Handle() != nullptr ||
+           (picProgressBar.Create(m_parent, kIdPicProgressBar) &&
+            ProgressBar1.Create(picProgressBar.Handle(), kIdProgressBar1));
+}
+
+void MainStatusBar::ShowProgress(const ProgressMeter& progress) {
+    if (!IsWindowVisible(m_parent) || !CreateProgress()) {
+        return;
+    }
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    const int margin = ScaledPixels(3, m_dpi);
+    const int width = static_cast<int>(m_bounds.right - m_bounds.left);
+    const int height = static_cast<int>(m_bounds.bottom - m_bounds.top);
+    ProgressBar1.SetBounds({margin, margin, width - margin, height - margin});
+    SetWindowPos(picProgressBar.Handle(), HWND_TOP, m_bounds.left, m_bounds.top, width, height,
+                 SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    UpdateWindow(picProgressBar.Handle());
+    ProgressBar1.ShowProgress(progress.Count(), progress.Maximum());
+}
+
+void MainStatusBar::HideProgress() {
+    if (picProgressBar.Handle() != nullptr && IsWindowVisible(picProgressBar.Handle())) {
+        ShowWindow(picProgressBar.Handle(), SW_HIDE);
+        SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    }
+}
+
+}  // namespace tamarind

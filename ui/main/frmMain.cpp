@@ -1,0 +1,312 @@
+#include "ui/main/frmMain.h"
+
+#include <algorithm>
+
+#include "core/WideText_win32.h"
+#include "ui/main/ControlIds.h"
+#include "ui/main/MainWindowPlacement.h"
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/RedrawLock.h"
+
+namespace tamarind {
+namespace {
+
+constexpr int kProgramIcon = 1;  // its number among the resources
+constexpr int kMinWidth = 400;   // pixels at 96 DPI
+constexpr int kMinHeight = 300;
+constexpr int kToolbarMargin = 2;
+
+HICON LoadProgramIcon(int widthMetric, int heightMetric) {
+    return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kProgramIcon),
+                                         IMAGE_ICON, GetSystemMetrics(widthMetric),
+                                         GetSystemMetrics(heightMetric), LR_SHARED));
+}
+
+bool IsCommand(int id) {
+    const auto commands = AllCommands();
+    return std::any_of(commands.begin(), commands.end(), [id](const CommandInfo& info) {
+        return static_cast<int>(info.command) == id;
+    });
+}
+
+BOOL CALLBACK PassOn(HWND child, LPARAM message) {
+    SendMessageW(child, static_cast<UINT>(message), 0, 0);
+    return TRUE;
+}
+
+}  // namespace
+
+frmMain::frmMain(EditorSession& session)
+    : m_session(session),
+      m_menu(session),
+      m_toolbar(session, *this),
+      m_panes(session, *this),
+      m_statusBar(session, *this) {}
+
+frmMain::~frmMain() {
+    m_session.SetListener(nullptr);
+}
+
+bool frmMain::Create() {
+    const WindowPlace place = RestoreMainWindowPlacement(m_session.ProgramSettings().Values());
+    m_startsMaximized = place.isMaximized;
+    const std::wstring caption = Widen(m_session.Caption());
+    WindowParams params;
+    params.className = L"frmMain";
+    params.text = caption.c_str();
+    params.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+    params.bounds = place.bounds;
+    params.icon = LoadProgramIcon(SM_CXICON, SM_CYICON);
+    params.smallIcon = LoadProgramIcon(SM_CXSMICON, SM_CYSMICON);
+    if (!CreateHandle(params)) {
+        return false;
+    }
+    m_session.SetListener(this);
+    OnCommandsChanged();
+    Layout();
+    return true;
+}
+
+void frmMain::ShowFirst(int showCommand) {
+    ShowWindow(Handle(), m_startsMaximized ? SW_SHOWMAXIMIZED : showCommand);
+    m_panes.StartFollowingSize();
+    if (IsWindowVisible(Handle())) {
+        m_panes.FocusTree();
+    }
+    UpdateWindow(Handle());
+}
+
+bool frmMain::TranslateKey(MSG& message) {
+    return TranslateAcceleratorW(Handle(), m_menu.Accelerators(), &message) != 0;
+}
+
+LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_CREATE:
+            return OnCreate() ? 0 : -1;
+        case WM_DESTROY:
+            OnDestroy();
+            return 0;
+        case WM_ENDSESSION:
+            if (wParam != 0) {
+                StoreLayout();
+            }
+            return 0;
+        case WM_SIZE:
+            OnSize(static_cast<UINT>(wParam));
+            return 0;
+        case WM_GETMINMAXINFO: {
+            auto& info = *reinterpret_cast<MINMAXINFO*>(lParam);
+            const int dpi = m_look.dpi > 0 ? m_look.dpi : SystemDpi();
+            info.ptMinTrackSize = {ScaledPixels(kMinWidth, dpi), ScaledPixels(kMinHeight, dpi)};
+            return 0;
+        }
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam));
+            return 0;
+        case WM_INITMENUPOPUP:
+            m_menu.Refresh(reinterpret_cast<HMENU>(wParam));
+            return 0;
+        case WM_ACTIVATE:
+            OnActivate(LOWORD(wParam));
+            return Window::HandleMessage(message, wParam, lParam);
+        case WM_SETFOCUS:
+            OnSetFocus();
+            return 0;
+        case WM_DPICHANGED:
+            OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+            return 0;
+        case WM_SYSCOLORCHANGE:
+            EnumChildWindows(Handle(), PassOn, WM_SYSCOLORCHANGE);
+            OnLookChanged();
+            return 0;
+        case WM_THEMECHANGED:
+        case WM_SETTINGCHANGE:
+            OnLookChanged();
+            return 0;
+        default:
+            return Window::HandleMessage(message, wParam, lParam);
+    }
+}
+
+bool frmMain::OnCreate() {
+    m_look = MakeMainLook(m_session.ProgramSettings().Values(), WindowDpi(Handle()));
+    return m_menu.Create(Handle()) && m_toolbar.Create(Handle(), m_look) &&
+           m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
+}
+
+void frmMain::OnDestroy() {
+    StoreLayout();
+    PostQuitMessage(0);
+}
+
+void frmMain::StoreLayout() {
+    Settings& settings = m_session.ProgramSettings().Values();
+    CaptureMainWindowPlacement(Handle(), settings);
+    m_panes.StorePositions(settings);
+    m_session.ProgramSettings().SaveSettings();
+}
+
+void frmMain::OnCommand(int id) {
+    switch (id) {
+        case kIdNextPane:
+            m_panes.FocusNext(true);
+            break;
+        case kIdPreviousPane:
+            m_panes.FocusNext(false);
+            break;
+        default:
+            if (IsCommand(id)) {
+                Execute(static_cast<Command>(id));
+            }
+            break;
+    }
+}
+
+void frmMain::Execute(Command command) {
+    if (!m_session.IsEnabled(command)) {
+        return;
+    }
+    switch (command) {
+        case Command::FileOpen:
+            m_session.AskOpenSettingsFile();
+            break;
+        case Command::FileOpenDataFile:
+            m_session.AskOpenDataFile();
+            break;
+        case Command::FileExit:
+            PostMessageW(Handle(), WM_CLOSE, 0, 0);
+            break;
+        case Command::ViewToolbar:
+            m_session.SetToolbarVisible(!m_session.IsToolbarVisible());
+            break;
+        case Command::ViewDescription:
+            m_session.SetDescriptionVisible(!m_session.IsDescriptionVisible());
+            break;
+        case Command::ViewAllKeys:
+            m_session.SetKeyFilter(KeyFilter::ShowAll);
+            break;
+        case Command::ViewActiveKeys:
+            m_session.SetKeyFilter(KeyFilter::ShowActive);
+            break;
+        case Command::ViewInactiveKeys:
+            m_session.SetKeyFilter(KeyFilter::ShowInactive);
+            break;
+        default:
+            break;
+    }
+}
+
+void frmMain::ShowPopup(PopupMenu menu, POINT at) {
+    m_menu.ShowPopup(Handle(), menu, at);
+}
+
+void frmMain::ShowDropDown(Command command, const RECT& button) {
+    m_menu.ShowDropDown(Handle(), command, button);
+}
+
+void frmMain::OnActivate(UINT state) {
+    if (state == WA_INACTIVE) {
+        m_lastFocus = GetFocus();
+    }
+}
+
+void frmMain::OnSetFocus() {
+    if (m_lastFocus != nullptr && IsWindowVisible(m_lastFocus) && IsWindowEnabled(m_lastFocus)) {
+        SetFocus(m_lastFocus);
+    } else {
+        m_panes.FocusTree();
+    }
+}
+
+void frmMain::OnSize(UINT kind) {
+    if (kind != SIZE_MINIMIZED) {
+        Layout();
+    }
+}
+
+// The toolbar above, the status bar below, the panes in all that is left.
+void frmMain::Layout() {
+    RECT area{};
+    GetClientRect(Handle(), &area);
+    if (m_isToolbarShown) {
+        const int margin = ScaledPixels(kToolbarMargin, m_look.dpi);
+        const int bottom = margin + m_toolbar.IdealHeight();
+        m_toolbar.SetBounds({margin, margin, area.right - margin, bottom});
+        area.top = bottom + margin;
+    }
+    const LONG statusTop = area.bottom - m_statusBar.IdealHeight();
+    m_statusBar.SetBounds({0, statusTop, area.right, area.bottom});
+    m_panes.SetBounds({0, area.top, area.right, statusTop});
+}
+
+void frmMain::ApplyLook(int dpi) {
+    const RedrawLock lock(Handle());
+    MainLook look = MakeMainLook(m_session.ProgramSettings().Values(), dpi);
+    m_toolbar.ApplyLook(look);
+    m_panes.ApplyLook(look);
+    m_statusBar.ApplyLook(look);
+    // Only now the former pictures are out of use.
+    m_look = std::move(look);
+    Layout();
+}
+
+void frmMain::OnDpiChanged(int dpi, const RECT& bounds) {
+    ApplyLook(dpi);
+    SetWindowPos(Handle(), nullptr, bounds.left, bounds.top, bounds.right - bounds.left,
+                 bounds.bottom - bounds.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void frmMain::OnLookChanged() {
+    ApplyLook(m_look.dpi);
+}
+
+void frmMain::OnTargetChanged() {
+    SetWindowTextW(Handle(), Widen(m_session.Caption()).c_str());
+}
+
+void frmMain::OnDataFileChanged() {
+    m_statusBar.ShowDataFile();
+}
+
+void frmMain::OnCategoriesChanged() {
+    m_panes.Tree().Fill();
+}
+
+void frmMain::OnCategorySelected() {
+    m_panes.Tree().ShowSelection();
+}
+
+void frmMain::OnKeyListChanged() {
+    m_panes.Keys().Fill();
+    m_statusBar.ShowCounter();
+}
+
+void frmMain::OnKeyShown() {
+    m_panes.Keys().ShowCurrentKey();
+    m_panes.Description().ShowDescription();
+    m_statusBar.ShowTarget();
+}
+
+void frmMain::OnCommandsChanged() {
+    m_menu.RefreshAll();
+    m_toolbar.Refresh();
+    m_panes.Description().Refresh();
+    m_panes.ShowDescriptionPane(m_session.IsDescriptionVisible());
+    if (m_isToolbarShown != m_session.IsToolbarVisible()) {
+        m_isToolbarShown = m_session.IsToolbarVisible();
+        m_toolbar.Show(m_isToolbarShown);
+        Layout();
+    }
+}
+
+void frmMain::OnProgress(const ProgressMeter& progress) {
+    m_statusBar.ShowProgress(progress);
+}
+
+void frmMain::OnProgressEnd() {
+    m_statusBar.HideProgress();
+}
+
+}  // namespace tamarind

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "model/EditorSession.h"
+#include "ui/main/MainLook.h"
+#include "ui/main/MainMenu.h"
+#include "ui/main/MainPanes.h"
+#include "ui/main/MainStatusBar.h"
+#include "ui/main/MainToolbar.h"
+#include "ui/main/MainWindowActions.h"
+#include "ui/toolkit/Window.h"
+
+namespace tamarind {
+
+// The main window: shows what the session holds and tells it what the user does.
+class frmMain final : public Window, public SessionListener, private MainWindowActions {
+public:
+    explicit frmMain(EditorSession& session);
+    ~frmMain() override;
+
+    // Makes the window where the settings want it, hidden until it has something to show.
+    bool Create();
+    void ShowFirst(int showCommand);
+
+    // Whether the message was one of the window's keys and is done with.
+    bool TranslateKey(MSG& message);
+
+private:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool OnCreate();
+    void OnCommand(int id);
+    void OnSize(UINT kind);
+    void OnActivate(UINT state);
+    void OnSetFocus();
+    void OnDpiChanged(int dpi, const RECT& bounds);
+    void OnLookChanged();
+    void OnDestroy();
+
+    void OnTargetChanged() override;
+    void OnDataFileChanged() override;
+    void OnCategoriesChanged() override;
+    void OnCategorySelected() override;
+    void OnKeyListChanged() override;
+    void OnKeyShown() override;
+    void OnCommandsChanged() override;
+    void OnProgress(const ProgressMeter& progress) override;
+    void OnProgressEnd() override;
+
+    void Execute(Command command) override;
+    void ShowPopup(PopupMenu menu, POINT at) override;
+    void ShowDropDown(Command command, const RECT& button) override;
+
+    void ApplyLook(int dpi);
+    void Layout();
+    void StoreLayout();
+
+    EditorSession& m_session;
+    MainLook m_look;
+    MainMenu m_menu;
+    MainToolbar m_toolbar;
+    MainPanes m_panes;
+    MainStatusBar m_statusBar;
+    bool m_isToolbarShown = false;
+    bool m_startsMaximized = false;
+    HWND m_lastFocus = nullptr;
+};
+
+}  // namespace tamarind

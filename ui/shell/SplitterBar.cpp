@@ -1,0 +1,97 @@
+#include "ui/shell/SplitterBar.h"
+
+#include <windowsx.h>
+
+namespace tamarind {
+namespace {
+
+POINT PointOf(LPARAM lParam) {
+    return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+}  // namespace
+
+bool SplitterBar::Create(HWND parent, int id) {
+    WindowParams params;
+    params.className = L"TamarindSplitterBar";
+    params.style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
+    params.parent = parent;
+    params.id = id;
+    return CreateHandle(params);
+}
+
+void SplitterBar::Attach(SplitterBarListener& listener, SplitDirection direction) {
+    m_listener = &listener;
+    m_cursor = direction == SplitDirection::Vertical ? IDC_SIZEWE : IDC_SIZENS;
+}
+
+LRESULT SplitterBar::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            OnMouseDown(PointOf(lParam));
+            return 0;
+        case WM_MOUSEMOVE:
+            OnMouseMove(PointOf(lParam), wParam);
+            return 0;
+        case WM_LBUTTONUP:
+            OnMouseUp();
+            return 0;
+        case WM_CAPTURECHANGED:
+            Cancel(false);
+            return 0;
+        case WM_SETCURSOR:
+            SetCursor(LoadCursorW(nullptr, m_cursor));
+            return TRUE;
+        default:
+            return Window::HandleMessage(message, wParam, lParam);
+    }
+}
+
+std::optional<LRESULT> SplitterBar::FilterMessage(HWND, UINT message, WPARAM wParam, LPARAM) {
+    if (message == WM_KEYDOWN && wParam == VK_ESCAPE) {
+        Cancel(true);
+        return 0;
+    }
+    return std::nullopt;
+}
+
+void SplitterBar::OnMouseDown(POINT at) {
+    m_isDragging = true;
+    SetCapture(Handle());
+    if (const HWND focus = GetFocus()) {
+        m_focusWindow.Attach(focus);
+    }
+    m_listener->OnBarDown(at);
+}
+
+void SplitterBar::OnMouseMove(POINT at, WPARAM buttons) {
+    SetCursor(LoadCursorW(nullptr, m_cursor));
+    if (m_isDragging && (buttons & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON)) == MK_LBUTTON) {
+        m_listener->OnBarMove(at);
+    }
+}
+
+void SplitterBar::OnMouseUp() {
+    if (m_isDragging) {
+        EndDrag();
+        m_listener->OnBarUp();
+    }
+}
+
+void SplitterBar::Cancel(bool goesBack) {
+    if (m_isDragging) {
+        EndDrag();
+        m_listener->OnBarCancel(goesBack);
+    }
+}
+
+void SplitterBar::EndDrag() {
+    // First, since releasing the mouse tells the bar that it lost it.
+    m_isDragging = false;
+    m_focusWindow.Detach();
+    if (GetCapture() == Handle()) {
+        ReleaseCapture();
+    }
+}
+
+}  // namespace tamarind

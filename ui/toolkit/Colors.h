@@ -1,0 +1,15 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+namespace tamarind {
+
+// A colour as settings store it: red, green and blue from the low byte on, or, in a negative
+// number, a system colour's index in the low byte.
+inline COLORREF ColorOfSetting(std::int32_t setting) {
+    return setting < 0 ? GetSysColor(setting & 0xFF) : static_cast<COLORREF>(setting & 0xFFFFFF);
+}
+
+}  // namespace tamarind

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+namespace tamarind {
+
+// Two units of length that must not be mixed up: a pixel's size depends on the window's DPI, a
+// twip is always 1/1440 inch. Settings hold twips, Windows takes pixels.
+template <typename Unit>
+struct Length {
+    std::int32_t value = 0;
+
+    friend constexpr auto operator<=>(const Length&, const Length&) = default;
+    friend constexpr Length operator+(Length a, Length b) { return {a.value + b.value}; }
+    friend constexpr Length operator-(Length a, Length b) { return {a.value - b.value}; }
+};
+using Pixels = Length<struct PixelUnit>;
+using Twips = Length<struct TwipUnit>;
+
+inline constexpr int kTwipsPerInch = 1440;
+inline constexpr int kDesignDpi = 96;  // of lengths in pixels that stand in the source
+
+// `value` * `numerator` / `denominator`, rounded to the nearest whole number.
+constexpr std::int32_t Scaled(std::int32_t value, int numerator, int denominator) {
+    const std::int64_t product = std::int64_t{value} * numerator;
+    const std::int64_t half = denominator / 2;
+    return static_cast<std::int32_t>((product < 0 ? product - half : product + half) / denominator);
+}
+
+constexpr Pixels ToPixels(Twips length, int dpi) {
+    return {Scaled(length.value, dpi, kTwipsPerInch)};
+}
+
+constexpr Twips ToTwips(Pixels length, int dpi) {
+    return {Scaled(length.value, kTwipsPerInch, dpi)};
+}
+
+// A length in pixels at 96 DPI as pixels at `dpi`.
+constexpr int ScaledPixels(int designPixels, int dpi) {
+    return Scaled(designPixels, dpi, kDesignDpi);
+}
+
+}  // namespace tamarind

@@ -1,0 +1,19 @@
+#include "ui/toolkit/Pane.h"
+
+namespace tamarind {
+
+bool Pane::Create(HWND parent, int id) {
+    WindowParams params;
+    params.className = L"TamarindPane";
+    params.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+    params.parent = parent;
+    params.id = id;
+    return CreateHandle(params);
+}
+
+void Pane::SetBounds(const RECT& bounds) {
+    SetWindowPos(Handle(), nullptr, bounds.left, bounds.top, bounds.right - bounds.left,
+                 bounds.bottom - bounds.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace tamarind

@@ -1,0 +1,141 @@
+#include "ui/toolkit/Pictures.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "ui/toolkit/Lengths.h"
+
+namespace tamarind {
+namespace {
+
+constexpr int kDesignSize = 16;
+constexpr int kSizes[] = {48, 32, 24, 20, 16};
+
+// One picture after the other in a row: blue, green, red and alpha planes.
+struct Strip {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> planes;
+};
+
+int SizeFor(int dpi) {
+    const int wanted = ScaledPixels(kDesignSize, dpi);
+    const auto* const size =
+        std::find_if(std::begin(kSizes), std::end(kSizes), [&](int s) { return s <= wanted; });
+    return size == std::end(kSizes) ? kDesignSize : *size;
+}
+
+std::span<const std::uint8_t> FindBytes(const std::wstring& name) {
+    const HRSRC info = FindResourceW(nullptr, name.c_str(), RT_RCDATA);
+    const HGLOBAL loaded = info != nullptr ? LoadResource(nullptr, info) : nullptr;
+    if (loaded == nullptr) {
+        return {};
+    }
+    return {static_cast<const std::uint8_t*>(LockResource(loaded)), SizeofResource(nullptr, info)};
+}
+
+// PackBits: a control byte n below 128 is followed by n + 1 bytes as they are, one above it by a
+// byte that stands 257 - n times.
+std::vector<std::uint8_t> Unpack(std::span<const std::uint8_t> packed, std::size_t size) {
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(size);
+    std::size_t at = 0;
+    while (at + 1 < packed.size() && bytes.size() < size) {
+        const std::size_t control = packed[at++];
+        if (control < 128) {
+            const std::size_t count = std::min(control + 1, packed.size() - at);
+            const auto from = packed.begin() + static_cast<std::ptrdiff_t>(at);
+            bytes.insert(bytes.end(), from, from + static_cast<std::ptrdiff_t>(count));
+            at += count;
+        } else {
+            bytes.insert(bytes.end(), 257 - control, packed[at++]);
+        }
+    }
+    return bytes;
+}
+
+std::optional<Strip> LoadStrip(const wchar_t* list, int dpi) {
+    const auto bytes = FindBytes(std::wstring(list) + L'_' + std::to_wstring(SizeFor(dpi)));
+    if (bytes.size() < 4) {
+        return std::nullopt;
+    }
+    Strip strip;
+    strip.width = bytes[0] | bytes[1] << 8;
+    strip.height = bytes[2] | bytes[3] << 8;
+    const std::size_t size = std::size_t{4} * static_cast<std::size_t>(strip.width * strip.height);
+    strip.planes = Unpack(bytes.subspan(4), size);
+    return strip.planes.size() == size ? std::optional(std::move(strip)) : std::nullopt;
+}
+
+// Image lists take colours that are not yet multiplied by their alpha.
+std::uint32_t StraightPixel(const Strip& strip, std::size_t at) {
+    const std::size_t plane = strip.planes.size() / 4;
+    const std::uint32_t alpha = strip.planes[at + 3 * plane];
+    std::uint32_t pixel = alpha << 24;
+    for (std::size_t color = 0; color < 3 && alpha != 0; ++color) {
+        const std::uint32_t value = (strip.planes[at + color * plane] * 255U + alpha / 2) / alpha;
+        pixel |= std::min(value, 255U) << (8 * color);
+    }
+    return pixel;
+}
+
+std::uint32_t PixelInLook(std::uint32_t pixel, PictureLook look) {
+    const std::uint32_t alpha = pixel >> 24;
+    switch (look) {
+        case PictureLook::Disabled: {
+            const std::uint32_t red = pixel >> 16 & 0xFF;
+            const std::uint32_t green = pixel >> 8 & 0xFF;
+            const std::uint32_t blue = pixel & 0xFF;
+            const std::uint32_t gray = (red * 77 + green * 151 + blue * 28) >> 8;
+            return alpha * 2 / 5 << 24 | gray << 16 | gray << 8 | gray;
+        }
+        case PictureLook::Ghosted:
+            return alpha / 2 << 24 | (pixel & 0xFFFFFF);
+        case PictureLook::Normal:
+            break;
+    }
+    return pixel;
+}
+
+UniqueBitmap MakeBitmap(const Strip& strip, PictureLook look) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = strip.width;
+    info.bmiHeader.biHeight = -strip.height;  // the first row is the upper one
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    UniqueBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (bitmap) {
+        auto* const pixels = static_cast<std::uint32_t*>(bits);
+        for (std::size_t at = 0; at < strip.planes.size() / 4; ++at) {
+            pixels[at] = PixelInLook(StraightPixel(strip, at), look);
+        }
+    }
+    return bitmap;
+}
+
+}  // namespace
+
+UniqueImageList LoadPictures(const wchar_t* list, int dpi,
+                             std::initializer_list<PictureLook> looks) {
+    const auto strip = LoadStrip(list, dpi);
+    if (!strip || strip->height == 0) {
+        return {};
+    }
+    const int size = strip->height;
+    UniqueImageList images(ImageList_Create(size, size, ILC_COLOR32, strip->width / size, 4));
+    for (const PictureLook look : looks) {
+        const UniqueBitmap bitmap = MakeBitmap(*strip, look);
+        if (images && bitmap) {
+            ImageList_Add(images.Get(), bitmap.Get(), nullptr);
+        }
+    }
+    return images;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+namespace tamarind {
+
+// Holds back the painting of a window and its children, so that many changes show as one. Does
+// nothing to a hidden window: unlocking would make Windows take it for a visible one.
+class RedrawLock {
+public:
+    explicit RedrawLock(HWND window) : m_window(IsWindowVisible(window) ? window : nullptr) {
+        if (m_window != nullptr) {
+            SendMessageW(m_window, WM_SETREDRAW, FALSE, 0);
+        }
+    }
+    ~RedrawLock() {
+        if (m_window != nullptr) {
+            SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
+            RedrawWindow(m_window, nullptr, nullptr,
+                         RDW_ERASE | RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN);
+        }
+    }
+    RedrawLock(const RedrawLock&) = delete;
+    RedrawLock& operator=(const RedrawLock&) = delete;
+
+private:
+    HWND m_window;
+};
+
+}  // namespace tamarind

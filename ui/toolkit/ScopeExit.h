@@ -1,0 +1,20 @@
+#pragma once
+
+#include <utility>
+
+namespace tamarind {
+
+// Runs a function when the scope is left, however that happens.
+template <typename Function>
+class ScopeExit {
+public:
+    explicit ScopeExit(Function function) : m_function(std::move(function)) {}
+    ~ScopeExit() { m_function(); }
+    ScopeExit(const ScopeExit&) = delete;
+    ScopeExit& operator=(const ScopeExit&) = delete;
+
+private:
+    Function m_function;
+};
+
+}  // namespace tamarind

@@ -1,0 +1,92 @@
+#include "ui/toolkit/Toolbar.h"
+
+namespace tamarind {
+namespace {
+
+std::wstring WithoutAccessKey(const std::wstring& text) {
+    std::wstring plain;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        // A doubled mark stands for the character itself.
+        if (text[at] == L'&' && ++at == text.size()) {
+            break;
+        }
+        plain += text[at];
+    }
+    return plain;
+}
+
+}  // namespace
+
+bool Toolbar::Create(HWND parent, int id, ToolbarListener& listener) {
+    m_listener = &listener;
+    constexpr DWORD kStyle = TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | TBSTYLE_LIST | CCS_NOPARENTALIGN |
+                             CCS_NORESIZE | CCS_NODIVIDER;
+    if (!CreateControl(TOOLBARCLASSNAMEW, parent, id, kStyle)) {
+        return false;
+    }
+    Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
+    // With mixed buttons a text that is not shown becomes the tooltip.
+    constexpr DWORD kExtended =
+        TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_DOUBLEBUFFER;
+    Send(TB_SETEXTENDEDSTYLE, 0, kExtended);
+    return true;
+}
+
+void Toolbar::SetImages(HIMAGELIST images, HIMAGELIST disabledImages) {
+    // Buttons grow with their pictures but would not shrink with them.
+    Send(TB_SETBUTTONSIZE, 0, 0);
+    Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images));
+    Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages));
+    Send(TB_AUTOSIZE);
+}
+
+void Toolbar::AddButtons(std::span<const ToolButton> buttons) {
+    for (const ToolButton& button : buttons) {
+        const std::wstring text = WithoutAccessKey(button.text);
+        TBBUTTON added{};
+        added.iBitmap = button.picture;
+        added.idCommand = button.id;
+        added.fsState = TBSTATE_ENABLED;
+        added.fsStyle = button.style;
+        added.iString = text.empty() ? -1 : reinterpret_cast<INT_PTR>(text.c_str());
+        Send(TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&added));
+    }
+    Send(TB_AUTOSIZE);
+}
+
+void Toolbar::SetEnabled(int id, bool isEnabled) {
+    if ((Send(TB_ISBUTTONENABLED, static_cast<WPARAM>(id)) != 0) != isEnabled) {
+        Send(TB_ENABLEBUTTON, static_cast<WPARAM>(id), MAKELPARAM(isEnabled, 0));
+    }
+}
+
+void Toolbar::SetPressed(int id, bool isPressed) {
+    if ((Send(TB_ISBUTTONCHECKED, static_cast<WPARAM>(id)) != 0) != isPressed) {
+        Send(TB_CHECKBUTTON, static_cast<WPARAM>(id), MAKELPARAM(isPressed, 0));
+    }
+}
+
+SIZE Toolbar::IdealSize() const {
+    SIZE size{};
+    Send(TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&size));
+    return size;
+}
+
+std::optional<LRESULT> Toolbar::OnNotify(NMHDR& header) {
+    if (header.code != TBN_DROPDOWN) {
+        return std::nullopt;
+    }
+    const int id = reinterpret_cast<const NMTOOLBARW&>(header).iItem;
+    RECT button{};
+    Send(TB_GETRECT, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(&button));
+    MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&button), 2);
+    m_listener->OnToolbarDropDown(id, button);
+    return TBDDRET_DEFAULT;
+}
+
+std::optional<LRESULT> Toolbar::OnCommand(int id, int) {
+    m_listener->OnToolbarButton(id);
+    return 0;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,202 @@
+#include "ui/toolkit/VirtualList.h"
+
+#include <algorithm>
+
+namespace tamarind {
+namespace {
+
+// Posted by the list to itself when a row was deselected: by now another one may be selected.
+constexpr UINT kCheckSelection = WM_APP;
+
+constexpr UINT kSelectedState = LVIS_SELECTED | LVIS_FOCUSED;
+
+bool StartsWith(const std::wstring& text, const std::wstring& start) {
+    const int length = static_cast<int>(start.size());
+    return text.size() >= start.size() &&
+           CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, text.c_str(), length, start.c_str(),
+                          length) == CSTR_EQUAL;
+}
+
+}  // namespace
+
+bool VirtualList::Create(HWND parent, int id, const std::wstring& columnTitle,
+                         VirtualListSource& source) {
+    m_source = &source;
+    constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+                             LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;
+    if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle)) {
+        return false;
+    }
+    constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    column.pszText = const_cast<wchar_t*>(columnTitle.c_str());
+    return Send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column)) != -1;
+}
+
+void VirtualList::SetImages(HIMAGELIST images) {
+    Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
+}
+
+void VirtualList::SetColors(COLORREF text, COLORREF background) {
+    Send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(text));
+    Send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(background));
+    Send(LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(background));
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void VirtualList::ShowGridLines(bool isVisible) {
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_GRIDLINES, isVisible ? LVS_EX_GRIDLINES : 0);
+}
+
+void VirtualList::SetColumnMargin(int pixels) {
+    m_columnMargin = pixels;
+    FitColumn();
+}
+
+void VirtualList::FitColumn() {
+    RECT bounds{};
+    GetWindowRect(Handle(), &bounds);
+    const auto width = std::max<LONG>(0, bounds.right - bounds.left - m_columnMargin);
+    if (Send(LVM_GETCOLUMNWIDTH, 0) != width) {
+        Send(LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(width, 0));
+    }
+}
+
+void VirtualList::SetState(int row, UINT state) {
+    LVITEMW item{};
+    item.state = state;
+    item.stateMask = kSelectedState;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void VirtualList::SetRowCount(int count) {
+    m_isFilling = true;
+    m_row = kNoRow;
+    SetState(kNoRow, 0);  // of all rows
+    Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
+    m_isFilling = false;
+}
+
+void VirtualList::SelectRow(int row) {
+    if (row != m_row) {
+        Send(LVM_SETSELECTIONMARK, 0, row);
+    }
+    SetState(row, kSelectedState);
+    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+void VirtualList::RedrawRow(int row) {
+    Send(LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+}
+
+std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
+            return 0;
+        case LVN_ITEMCHANGED:
+            OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+            return 0;
+        case LVN_ODFINDITEMW:
+            return OnFindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        case NM_CUSTOMDRAW:
+            return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+        default:
+            return std::nullopt;
+    }
+}
+
+void VirtualList::OnGetDisplayInfo(NMLVDISPINFOW& info) {
+    LVITEMW& item = info.item;
+    if ((item.mask & LVIF_TEXT) != 0) {
+        std::wstring& text = m_texts[m_nextText++ % m_texts.size()];
+        text = m_source->RowText(item.iItem);
+        item.pszText = text.data();
+    }
+    if ((item.mask & LVIF_IMAGE) != 0) {
+        item.iImage = m_source->LookOfRow(item.iItem).picture;
+    }
+}
+
+void VirtualList::OnItemChanged(const NMLISTVIEW& change) {
+    if (m_isFilling || (change.uChanged & LVIF_STATE) == 0) {
+        return;
+    }
+    const bool isSelected = (change.uNewState & LVIS_SELECTED) != 0;
+    const bool wasSelected = (change.uOldState & LVIS_SELECTED) != 0;
+    if (isSelected && change.iItem >= 0 && change.iItem != m_row) {
+        m_row = change.iItem;
+        m_source->OnRowSelected(m_row);
+    } else if (wasSelected && !isSelected) {
+        PostMessageW(Handle(), kCheckSelection, 0, 0);
+    }
+}
+
+std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM, LPARAM) {
+    switch (message) {
+        case WM_SIZE:
+            FitColumn();
+            return std::nullopt;
+        case kCheckSelection:
+            CheckSelection();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+// A click beside the rows deselects, but the row whose details are shown stays the current one.
+void VirtualList::CheckSelection() {
+    const auto selected = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+    if (selected == -1 && m_row >= 0 && m_row < RowCount()) {
+        SetState(m_row, kSelectedState);
+    }
+}
+
+// For typing the first letters of a row.
+LRESULT VirtualList::OnFindRow(const NMLVFINDITEMW& search) const {
+    const int count = RowCount();
+    if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || search.lvfi.psz == nullptr) {
+        return kNoRow;
+    }
+    const std::wstring start = search.lvfi.psz;
+    for (int step = 0; step < count; ++step) {
+        const int row = (search.iStart + step) % count;
+        if (row >= search.iStart || (search.lvfi.flags & LVFI_WRAP) != 0) {
+            if (StartsWith(m_source->RowText(row), start)) {
+                return row;
+            }
+        }
+    }
+    return kNoRow;
+}
+
+LRESULT VirtualList::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREPAINT:
+            return CDRF_NOTIFYITEMDRAW;
+        case CDDS_ITEMPREPAINT:
+            draw.clrText = m_source->LookOfRow(static_cast<int>(draw.nmcd.dwItemSpec)).color;
+            return CDRF_NEWFONT;
+        default:
+            return CDRF_DODEFAULT;
+    }
+}
+
+std::optional<LRESULT> VirtualList::OnContextMenu(std::optional<POINT> at) {
+    if (!at) {
+        RECT row{LVIR_LABEL, 0, 0, 0};
+        at = POINT{};
+        if (m_row >= 0 &&
+            Send(LVM_GETITEMRECT, static_cast<WPARAM>(m_row), reinterpret_cast<LPARAM>(&row))) {
+            at = POINT{row.left, row.bottom};
+        }
+        ClientToScreen(Handle(), &*at);
+    }
+    m_source->OnListMenu(*at);
+    return 0;
+}
+
+}  // namespace tamarind

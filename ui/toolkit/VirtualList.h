@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "ui/toolkit/Control.h"
+
+namespace tamarind {
+
+// How a row looks beside its text.
+struct RowLook {
+    int picture = I_IMAGENONE;
+    COLORREF color = 0;
+};
+
+// Knows what the rows of a list say, and hears of them.
+class VirtualListSource {
+public:
+    virtual std::wstring RowText(int row) const = 0;
+    virtual RowLook LookOfRow(int row) const = 0;
+    // Another row became the selected one, by mouse, keyboard or program.
+    virtual void OnRowSelected(int row) = 0;
+    virtual void OnListMenu(POINT at) = 0;
+
+protected:
+    ~VirtualListSource() = default;
+};
+
+// A list of one column that asks for its rows when it draws them, so that its length costs nothing.
+// Once a row is selected there is always a selected one.
+class VirtualList final : public Control {
+public:
+    static constexpr int kNoRow = -1;
+
+    bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source);
+
+    void SetImages(HIMAGELIST images);
+    void SetColors(COLORREF text, COLORREF background);
+    void ShowGridLines(bool isVisible);
+    // The column stays narrower than the list by so many pixels.
+    void SetColumnMargin(int pixels);
+
+    // Other rows than before: none of them is selected.
+    void SetRowCount(int count);
+    // Selects a row and brings it into view.
+    void SelectRow(int row);
+    int SelectedRow() const { return m_row; }
+    void RedrawRow(int row);
+
+private:
+    std::optional<LRESULT> OnNotify(NMHDR& header) override;
+    std::optional<LRESULT> OnContextMenu(std::optional<POINT> at) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnItemChanged(const NMLISTVIEW& change);
+    void OnGetDisplayInfo(NMLVDISPINFOW& info);
+    LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
+    void SetState(int row, UINT state);
+    void FitColumn();
+    void CheckSelection();
+    int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
+
+    VirtualListSource* m_source = nullptr;
+    int m_row = kNoRow;
+    int m_columnMargin = 0;
+    bool m_isFilling = false;
+    // The list reads a text after it asked for the next ones.
+    std::array<std::wstring, 4> m_texts;
+    std::size_t m_nextText = 0;
+};
+
+}  // namespace tamarind

@@ -1,0 +1,66 @@
+#include "ui/toolkit/Window.h"
+
+#include "ui/toolkit/Unexpected.h"
+
+namespace tamarind {
+
+Window::~Window() {
+    if (m_window != nullptr) {
+        DestroyWindow(m_window);
+    }
+}
+
+bool Window::Register(const WindowParams& params) {
+    WNDCLASSEXW info{};
+    info.cbSize = sizeof(info);
+    if (GetClassInfoExW(GetModuleHandleW(nullptr), params.className, &info)) {
+        return true;
+    }
+    info.lpfnWndProc = Procedure;
+    info.hInstance = GetModuleHandleW(nullptr);
+    info.hIcon = params.icon;
+    info.hIconSm = params.smallIcon;
+    info.hCursor = LoadCursorW(nullptr, params.cursor);
+    info.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    info.lpszClassName = params.className;
+    return RegisterClassExW(&info) != 0;
+}
+
+bool Window::CreateHandle(const WindowParams& params) {
+    if (!Register(params)) {
+        return false;
+    }
+    const RECT& at = params.bounds;
+    return CreateWindowExW(params.extendedStyle, params.className, params.text, params.style,
+                           at.left, at.top, at.right - at.left, at.bottom - at.top, params.parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(params.id)),
+                           GetModuleHandleW(nullptr), this) != nullptr;
+}
+
+LRESULT Window::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefWindowProcW(m_window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        const auto* const create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        auto* const created = static_cast<Window*>(create->lpCreateParams);
+        created->m_window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+    }
+    auto* const self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self == nullptr) {
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+    // A window whose creation fails half-way must not come to be.
+    const LRESULT failed = message == WM_CREATE ? -1 : 0;
+    const LRESULT result =
+        Guarded(failed, [&] { return self->HandleMessage(message, wParam, lParam); });
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        self->m_window = nullptr;
+    }
+    return result;
+}
+
+}  // namespace tamarind
