@@ -94,6 +94,6 @@ int Run(int showCommand) {
 }  // namespace
 }  // namespace tamarind
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int showCommand) {
-    return tamarind::Guarded(EXIT_FAILURE, [&] { return tamarind::Run(showCommand); });
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int nShowCmd) {
+    return tamarind::Guarded(EXIT_FAILURE, [&] { return tamarind::Run(nShowCmd); });
 }

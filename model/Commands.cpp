@@ -108,6 +108,12 @@ const CommandInfo& InfoOf(Command command) {
                      static_cast<std::size_t>(kCommands[0].command)];
 }
 
+const CommandInfo* FindCommand(std::uint32_t number) {
+    const auto first = static_cast<std::uint32_t>(kCommands[0].command);
+    return number >= first && number - first < std::size(kCommands) ? &kCommands[number - first]
+                                                                    : nullptr;
+}
+
 Command CommandOfButton(std::string_view toolbarName) {
     const auto* const row =
         std::find_if(std::begin(kCommands), std::end(kCommands), [&](const CommandInfo& info) {

@@ -71,6 +71,8 @@ struct CommandInfo {
 // One row for each command.
 std::span<const CommandInfo> AllCommands();
 const CommandInfo& InfoOf(Command command);
+// The row of a menu entry's number; null for any other number.
+const CommandInfo* FindCommand(std::uint32_t number);
 // The command of a toolbar button, or None.
 Command CommandOfButton(std::string_view toolbarName);
 

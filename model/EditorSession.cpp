@@ -54,6 +54,10 @@ EditorSession::EditorSession(SessionServices services)
                 m_language, m_services.prompts),
       m_listener(&silentListener) {}
 
+void EditorSession::SetListener(SessionListener* listener) {
+    m_listener = listener != nullptr ? listener : &silentListener;
+}
+
 bool EditorSession::Activate(const std::string& commandLine) {
     std::string path = ChooseDataFile(commandLine);
     while (IsPath(path) && !LoadDataFile(path)) {
@@ -193,7 +197,6 @@ void EditorSession::ShowSettings(const IniSnapshot& settings) {
     m_listener->OnProgressEnd();
     m_shownNode.reset();
     SelectCategory(kRootNode);
-    m_listener->OnCommandsChanged();
     const bool isMissing =
         settings.error == FileError::NotFound || settings.error == FileError::FolderMissing;
     if (settings.error != FileError::None && !isMissing && IsPath(m_settingsPath)) {

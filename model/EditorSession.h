@@ -58,7 +58,8 @@ class EditorSession {
 public:
     explicit EditorSession(SessionServices services);
 
-    void SetListener(SessionListener* listener) { m_listener = listener; }
+    // Null: nobody listens.
+    void SetListener(SessionListener* listener);
 
     // The program's settings, before any window is made.
     void LoadSettings() { m_settings.LoadSettings(); }

@@ -41,7 +41,7 @@ struct SettingRow {
 // The order is that in which a new settings file lists them. A default of "@" is worked out in
 // ReadDefault.
 constexpr SettingRow kRows[] = {
-    {"FixedBorders", kEditor, &Settings::fixedBorders, "1", "0", Written::OnSave},
+    {"FixedBorders", kEditor, &Settings::fixedBorders, "1", "1", Written::OnSave},
     {"FlatUserInterface", kEditor, &Settings::flatUserInterface, "0", "0", Written::OnSave},
     {"ForegroundColor", kEditor, &Settings::foregroundColor, "-2147483640", "-2147483640",
      Written::OnSave},

@@ -7,7 +7,7 @@
 
 namespace tamarind {
 
-// Kinds of toolbar buttons; the values are the digits of a toolbar specification.
+// Kinds of toolbar buttons; the values are the digits in a toolbar's text form.
 enum class ButtonStyle : std::uint8_t {
     Normal = 0,
     Check = 1,
@@ -32,8 +32,8 @@ inline constexpr std::string_view kToolbarSpec =
     "2Show All Keys,2Show Active Keys,2Show Inactive Keys,3,0Options";
 inline constexpr std::string_view kToolbarIds = "103,104,132,192,190,191,152,153,154,150";
 
-// Takes a specification apart. It ends with the button that uses the last of `pictures` pictures,
-// less `reserve`; one with fewer picture buttons is filled up with nameless normal ones.
+// Takes a toolbar's text form apart. It ends with the button that uses the last of `pictures`
+// pictures, less `reserve`; one with fewer picture buttons is filled up with nameless normal ones.
 std::vector<ToolbarButton> BuildToolbar(int pictures, std::string_view spec, std::string_view ids,
                                         int reserve);
 

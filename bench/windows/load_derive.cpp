@@ -19,7 +19,8 @@ struct Paths {
 
 std::size_t LoadWithOurs(IniFiles& files, const Paths& paths) {
     KeyStore store;
-    LoadDataFile(files.Read(Narrow(paths.dataFile)).document, "none", [] {}, store);
+    LoadDataFile(
+        files.Read(Narrow(paths.dataFile)).document, "none", [] {}, store);
     DeriveKeyStates(store, files.Read(Narrow(paths.settings)).document, [] {});
     return store.Size();
 }
@@ -102,13 +103,15 @@ void Measure(const std::wstring& folder, int keys) {
     const int systemRuns = keys > 5000 ? 1 : 3;
     const double system = MedianMs(
         systemRuns, [&] { bySystem = LoadWithSystem(paths, static_cast<std::size_t>(keys)); });
-    std::printf("%6d keys: ours cold %8.2f ms, warm %8.2f ms, bare read %7.2f ms, "
-                "system %9.1f ms\n",
-                keys, cold, warm, bare, system);
-    std::printf("             system / cold %.0f, system / warm %.0f, cold / bare read %.2f "
-                "(%u and %u keys loaded)\n",
-                system / cold, system / warm, cold / bare, static_cast<unsigned>(loaded),
-                static_cast<unsigned>(bySystem));
+    std::printf(
+        "%6d keys: ours cold %8.2f ms, warm %8.2f ms, bare read %7.2f ms, "
+        "system %9.1f ms\n",
+        keys, cold, warm, bare, system);
+    std::printf(
+        "             system / cold %.0f, system / warm %.0f, cold / bare read %.2f "
+        "(%u and %u keys loaded)\n",
+        system / cold, system / warm, cold / bare, static_cast<unsigned>(loaded),
+        static_cast<unsigned>(bySystem));
 }
 
 }  // namespace

@@ -67,8 +67,11 @@ int Measure(const std::wstring& editor, const std::wstring& dataFile, const std:
     Subject subjects[] = {
         {"empty window", quote + empty + quote, L"EmptyWindow", {}, {}},
         {"editor, shipped data", quote + editor + L"\" \"" + dataFile + quote, L"frmMain", {}, {}},
-        {"editor, 32,000 keys", quote + editor + L"\" \"" + folder + L"data.tmdf\"", L"frmMain",
-         {}, {}},
+        {"editor, 32,000 keys",
+         quote + editor + L"\" \"" + folder + L"data.tmdf\"",
+         L"frmMain",
+         {},
+         {}},
     };
     // Another window keeps the desktop process alive, which the first start would pay for.
     const HWND keeper = CreateWindowExW(0, L"STATIC", L"keeper", WS_POPUP, 0, 0, 1, 1, nullptr,

@@ -29,7 +29,7 @@ TEST_F(SettingsTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
     EXPECT_EQ(store.Values().mainWindowWidth, 9000);
     EXPECT_EQ(store.Values().mainWindowLeft, (15360 - 9000) / 2);
     EXPECT_EQ(store.Values().mainWindowTop, (11520 - 7000) / 2);
-    EXPECT_EQ(store.Values().fixedBorders, 0);
+    EXPECT_EQ(store.Values().fixedBorders, 1);
     EXPECT_EQ(store.Values().toolbarVisible, 1);
     EXPECT_EQ(store.Values().wincmdDataFile, SessionWorld::kWincmdData);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowWidth"), "9000");

@@ -177,8 +177,10 @@ TEST_F(MainWindowTest, KeysMoveThroughTreeAndList) {
     EXPECT_EQ(Rows(), Strings{"ShowHidden=0"});
     EXPECT_TRUE(IsButton(tamarind::Command::ViewInactiveKeys, TB_ISBUTTONCHECKED));
     EXPECT_FALSE(IsButton(tamarind::Command::ViewAllKeys, TB_ISBUTTONCHECKED));
-    const UINT state = GetMenuState(GetMenu(window->Handle()),
-                                    static_cast<UINT>(tamarind::Command::ViewInactiveKeys), 0);
+    const HMENU menu = GetSubMenu(GetMenu(window->Handle()), 2);
+    SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 2);
+    const UINT state =
+        GetMenuState(menu, static_cast<UINT>(tamarind::Command::ViewInactiveKeys), 0);
     EXPECT_TRUE(state & MF_CHECKED);
 
     world.session->GoToKey(3);
@@ -217,7 +219,8 @@ TEST_F(MainWindowTest, StatusBarClickOpensAnotherDataFile) {
     world.prompts.filesToChoose = {SessionWorld::kWcxFtpData};
     NMMOUSE click{};
     click.hdr = {Find(kIdStatusBar1), kIdStatusBar1, static_cast<UINT>(NM_CLICK)};
-    for (const DWORD_PTR part : {1, 0}) {
+    for (const DWORD_PTR part : {1, 2, 0}) {
+        EXPECT_TRUE(world.prompts.questions.empty());
         click.dwItemSpec = part;
         SendMessageW(window->Handle(), WM_NOTIFY, kIdStatusBar1, reinterpret_cast<LPARAM>(&click));
     }

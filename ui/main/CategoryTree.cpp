@@ -38,19 +38,19 @@ void CategoryTree::Fill() {
         TreeNode node;
         node.text = Widen(category.Text());
         node.data = static_cast<LPARAM>(m_items.size()) - 1;
-        node.isBold = category.IsHeading();
         if (!category.IsHeading()) {
             node.picture = kCategoryPicture;
             node.selectedPicture = kSelectedCategoryPicture;
         }
         m_items.push_back(TreeView1.Add(m_items.front(), node));
     }
+    // Only now: a tree measures and scrolls for every node that it adds in sight.
     TreeView1.Expand(m_items.front());
     ShowSelection();
 }
 
 void CategoryTree::ShowSelection() {
-    const auto at = static_cast<std::size_t>(m_session.SelectedNode() + 1);
+    const auto at = static_cast<std::size_t>(m_session.SelectedNode()) + 1;
     if (at < m_items.size()) {
         TreeView1.Select(m_items[at]);
     }

@@ -75,15 +75,12 @@ void MainMenu::Refresh(HMENU menu) const {
             Refresh(below);
             continue;
         }
-        const auto all = AllCommands();
         const UINT id = GetMenuItemID(menu, at);
-        const bool isCommand = std::any_of(all.begin(), all.end(), [&](const CommandInfo& info) {
-            return IdOf(info.command) == id;
-        });
-        if (isCommand) {
-            const auto command = static_cast<Command>(id);
-            EnableMenuItem(menu, id, m_session.IsEnabled(command) ? MF_ENABLED : MF_GRAYED);
-            CheckMenuItem(menu, id, m_session.IsChecked(command) ? MF_CHECKED : MF_UNCHECKED);
+        if (const CommandInfo* const info = FindCommand(id)) {
+            const bool isEnabled = m_session.IsEnabled(info->command);
+            const bool isChecked = m_session.IsChecked(info->command);
+            EnableMenuItem(menu, id, isEnabled ? MF_ENABLED : MF_GRAYED);
+            CheckMenuItem(menu, id, isChecked ? MF_CHECKED : MF_UNCHECKED);
         }
     }
 }

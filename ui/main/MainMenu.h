@@ -15,9 +15,8 @@ public:
     bool Create(HWND window);
     HACCEL Accelerators() const { return m_accelerators.Get(); }
 
-    // Brings the enabled and checked states in a menu up to date, or in the whole menu bar.
+    // Brings the enabled and checked states in a menu up to date, which it needs before it opens.
     void Refresh(HMENU menu) const;
-    void RefreshAll() const { Refresh(m_bar); }
 
     void ShowPopup(HWND window, PopupMenu menu, POINT at) const;
     // Below a toolbar button; nothing for a command without such a menu.

@@ -7,7 +7,7 @@
 
 namespace tamarind {
 
-// The main toolbar: its buttons are those of the toolbar specification, and each does what the
+// The main toolbar: its buttons are those that its text form lists, and each does what the
 // command of its name does.
 class MainToolbar final : private ToolbarListener {
 public:

@@ -27,7 +27,7 @@ WindowPlace RestoreMainWindowPlacement(const Settings& settings) {
 
 void CaptureMainWindowPlacement(HWND window, Settings& settings) {
     settings.mainWindowMaximized = IsZoomed(window) ? kMaximizedMark : 0;
-    if (IsIconic(window) || IsZoomed(window)) {
+    if (IsIconic(window)) {
         return;
     }
     RECT bounds{};

@@ -14,8 +14,7 @@ struct WindowPlace {
 // Where the settings want the main window, moved onto the nearest monitor.
 WindowPlace RestoreMainWindowPlacement(const Settings& settings);
 
-// Puts the window's present place into the settings: a minimized or maximized window leaves the
-// former bounds.
+// Puts the window's present place into the settings; a minimized window leaves the former bounds.
 void CaptureMainWindowPlacement(HWND window, Settings& settings);
 
 }  // namespace tamarind

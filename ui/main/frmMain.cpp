@@ -23,13 +23,6 @@ HICON LoadProgramIcon(int widthMetric, int heightMetric) {
                                          GetSystemMetrics(heightMetric), LR_SHARED));
 }
 
-bool IsCommand(int id) {
-    const auto commands = AllCommands();
-    return std::any_of(commands.begin(), commands.end(), [id](const CommandInfo& info) {
-        return static_cast<int>(info.command) == id;
-    });
-}
-
 BOOL CALLBACK PassOn(HWND child, LPARAM message) {
     SendMessageW(child, static_cast<UINT>(message), 0, 0);
     return TRUE;
@@ -157,7 +150,7 @@ void frmMain::OnCommand(int id) {
             m_panes.FocusNext(false);
             break;
         default:
-            if (IsCommand(id)) {
+            if (FindCommand(static_cast<std::uint32_t>(id)) != nullptr) {
                 Execute(static_cast<Command>(id));
             }
             break;
@@ -290,7 +283,6 @@ void frmMain::OnKeyShown() {
 }
 
 void frmMain::OnCommandsChanged() {
-    m_menu.RefreshAll();
     m_toolbar.Refresh();
     m_panes.Description().Refresh();
     m_panes.ShowDescriptionPane(m_session.IsDescriptionVisible());

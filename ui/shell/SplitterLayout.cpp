@@ -39,7 +39,7 @@ TwipsRect Across(const SplitterGeometry& geometry, Twips from, Twips to) {
 }  // namespace
 
 bool AcceptsDrag(const SplitterGeometry& geometry, Twips position) {
-    return position < LineOf(geometry).length - geometry.minSecond && position >= geometry.minFirst;
+    return position < LineOf(geometry).length - geometry.minSecond && position > geometry.minFirst;
 }
 
 Twips ShownPosition(const SplitterGeometry& geometry, Twips position) {

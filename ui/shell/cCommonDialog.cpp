@@ -42,6 +42,15 @@ std::wstring FilterForDialog(FileFilter filter) {
     return text;
 }
 
+// The library of the dialogs, loaded when one is first needed: it brings many others with it, and
+// most starts of the program need none.
+template <typename Function>
+Function DialogFunction(const char* name) {
+    static const HMODULE library = LoadLibraryW(L"comdlg32.dll");
+    const FARPROC address = library != nullptr ? GetProcAddress(library, name) : nullptr;
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
+}
+
 std::wstring CurrentFolder() {
     std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
     folder.resize(GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data()));
@@ -77,15 +86,22 @@ std::string cCommonDialog::BrowseForOpen(const std::string& strInitDir,
     dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     dialog.lpstrTitle = title.c_str();
     dialog.Flags = kOpenFlags;
-    BOOL isChosen = GetOpenFileNameW(&dialog);
-    if (!isChosen && CommDlgExtendedError() == FNERR_INVALIDFILENAME) {
-        path[0] = L'\0';
-        isChosen = GetOpenFileNameW(&dialog);
-    }
-    if (!isChosen) {
+    static const auto openFile = DialogFunction<decltype(&GetOpenFileNameW)>("GetOpenFileNameW");
+    static const auto lastError =
+        DialogFunction<decltype(&CommDlgExtendedError)>("CommDlgExtendedError");
+    if (openFile == nullptr || lastError == nullptr) {
         return std::string(MissingValueMarker);
     }
-    const std::string chosen = Narrow(path.c_str());
+    BOOL isChosen = openFile(&dialog);
+    if (!isChosen && lastError() == FNERR_INVALIDFILENAME) {
+        path[0] = L'\0';
+        isChosen = openFile(&dialog);
+    }
+    // A dialog that could not be shown may come back with the proposed name.
+    if (!isChosen || path.find(L'\\') == std::wstring::npos) {
+        return std::string(MissingValueMarker);
+    }
+    std::string chosen = Narrow(path.c_str());
     m_openFolder = FolderOfPath(chosen);
     return chosen;
 }

@@ -2,14 +2,47 @@
 
 #include <windowsx.h>
 
+#include "ui/toolkit/Unexpected.h"
+
 namespace tamarind {
 
+Control::~Control() {
+    Detach();
+}
+
+// The control's procedure is replaced directly: the subclassing of the common controls looks up a
+// window property at every message, which is a round trip to another process under Wine.
 bool Control::CreateControl(const wchar_t* className, HWND parent, int id, DWORD style,
                             DWORD extendedStyle) {
     m_window = CreateWindowExW(extendedStyle, className, L"", style | WS_CHILD | WS_CLIPSIBLINGS, 0,
                                0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                GetModuleHandleW(nullptr), nullptr);
-    return m_window != nullptr && m_own.Attach(m_window) && m_parent.Attach(parent);
+    if (m_window == nullptr) {
+        return false;
+    }
+    Bind(m_window);
+    m_original = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+    return true;
+}
+
+void Control::Detach() {
+    if (m_window != nullptr) {
+        SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_original));
+        Unbind(m_window);
+        m_window = nullptr;
+    }
+}
+
+LRESULT CALLBACK Control::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    Control* const self = WindowObject::FromHandle(window)->AsControl();
+    const WNDPROC original = self->m_original;
+    const auto answer = Guarded(std::optional<LRESULT>(0),
+                                [&] { return self->OnMessage(message, wParam, lParam); });
+    if (message == WM_NCDESTROY) {
+        self->Detach();
+    }
+    return answer ? *answer : CallWindowProcW(original, window, message, wParam, lParam);
 }
 
 void Control::SetBounds(const RECT& bounds) {
@@ -47,40 +80,40 @@ void Control::SetFont(UniqueFont font) {
     m_font = std::move(font);
 }
 
-std::optional<LRESULT> Control::FilterMessage(HWND window, UINT message, WPARAM wParam,
-                                              LPARAM lParam) {
-    if (window != m_window) {
-        return FilterParentMessage(message, wParam, lParam);
-    }
-    if (message == WM_NCDESTROY) {
-        m_window = nullptr;
-        return std::nullopt;
-    }
-    return OnMessage(message, wParam, lParam);
+namespace {
+
+Control* ControlOf(HWND window) {
+    WindowObject* const object = WindowObject::FromHandle(window);
+    return object != nullptr ? object->AsControl() : nullptr;
 }
 
-std::optional<LRESULT> Control::FilterParentMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+}  // namespace
+
+std::optional<LRESULT> Control::Reflect(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_NOTIFY: {
             auto& header = *reinterpret_cast<NMHDR*>(lParam);
-            return header.hwndFrom == m_window ? OnNotify(header) : std::nullopt;
+            Control* const control = ControlOf(header.hwndFrom);
+            return control != nullptr ? control->OnNotify(header) : std::nullopt;
         }
-        case WM_COMMAND:
-            return reinterpret_cast<HWND>(lParam) == m_window && m_window != nullptr
-                       ? OnCommand(LOWORD(wParam), HIWORD(wParam))
-                       : std::nullopt;
+        case WM_COMMAND: {
+            Control* const control = ControlOf(reinterpret_cast<HWND>(lParam));
+            return control != nullptr ? control->OnCommand(LOWORD(wParam), HIWORD(wParam))
+                                      : std::nullopt;
+        }
         case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORSTATIC:
-            return reinterpret_cast<HWND>(lParam) == m_window
-                       ? OnColors(reinterpret_cast<HDC>(wParam))
-                       : std::nullopt;
-        case WM_CONTEXTMENU:
-            if (reinterpret_cast<HWND>(wParam) != m_window) {
-                return std::nullopt;
-            }
-            return OnContextMenu(
-                lParam == -1 ? std::nullopt
-                             : std::optional(POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+        case WM_CTLCOLORSTATIC: {
+            Control* const control = ControlOf(reinterpret_cast<HWND>(lParam));
+            return control != nullptr ? control->OnColors(reinterpret_cast<HDC>(wParam))
+                                      : std::nullopt;
+        }
+        case WM_CONTEXTMENU: {
+            Control* const control = ControlOf(reinterpret_cast<HWND>(wParam));
+            const auto at = lParam == -1
+                                ? std::nullopt
+                                : std::optional(POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            return control != nullptr ? control->OnContextMenu(at) : std::nullopt;
+        }
         default:
             return std::nullopt;
     }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "ui/toolkit/Handles.h"
-#include "ui/toolkit/Subclass.h"
+#include "ui/toolkit/WindowObject.h"
 
 namespace tamarind {
 
@@ -15,8 +15,12 @@ enum class BorderLook { None, Single, Sunken };
 
 // A standard control in a parent window. What Windows tells the parent of the control comes to the
 // control's own class. The parent destroys the window.
-class Control : private MessageFilter {
+class Control : public WindowObject {
 public:
+    // Passes what a parent is told on to the control that it is about. Nothing: it is about none,
+    // or the control leaves it to the parent. Every Window calls it.
+    static std::optional<LRESULT> Reflect(UINT message, WPARAM wParam, LPARAM lParam);
+
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
@@ -32,7 +36,7 @@ public:
 
 protected:
     Control() = default;
-    virtual ~Control() = default;
+    virtual ~Control();
 
     bool CreateControl(const wchar_t* className, HWND parent, int id, DWORD style,
                        DWORD extendedStyle = 0);
@@ -51,14 +55,13 @@ protected:
     virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
-    std::optional<LRESULT> FilterMessage(HWND window, UINT message, WPARAM wParam,
-                                         LPARAM lParam) override;
-    std::optional<LRESULT> FilterParentMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    Control* AsControl() final { return this; }
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void Detach();
 
     HWND m_window = nullptr;
+    WNDPROC m_original = nullptr;
     UniqueFont m_font;
-    Subclass m_own{*this};
-    Subclass m_parent{*this};
 };
 
 }  // namespace tamarind

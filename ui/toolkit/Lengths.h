@@ -11,7 +11,8 @@ template <typename Unit>
 struct Length {
     std::int32_t value = 0;
 
-    friend constexpr auto operator<=>(const Length&, const Length&) = default;
+    friend constexpr bool operator==(Length a, Length b) { return a.value == b.value; }
+    friend constexpr auto operator<=>(Length a, Length b) { return a.value <=> b.value; }
     friend constexpr Length operator+(Length a, Length b) { return {a.value + b.value}; }
     friend constexpr Length operator-(Length a, Length b) { return {a.value - b.value}; }
 };

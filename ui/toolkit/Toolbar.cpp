@@ -1,5 +1,7 @@
 #include "ui/toolkit/Toolbar.h"
 
+#include <vector>
+
 namespace tamarind {
 namespace {
 
@@ -41,16 +43,23 @@ void Toolbar::SetImages(HIMAGELIST images, HIMAGELIST disabledImages) {
 }
 
 void Toolbar::AddButtons(std::span<const ToolButton> buttons) {
+    std::vector<std::wstring> texts;
     for (const ToolButton& button : buttons) {
-        const std::wstring text = WithoutAccessKey(button.text);
+        texts.push_back(WithoutAccessKey(button.text));
+    }
+    std::vector<TBBUTTON> all;
+    for (const ToolButton& button : buttons) {
+        const std::wstring& text = texts[all.size()];
         TBBUTTON added{};
         added.iBitmap = button.picture;
         added.idCommand = button.id;
         added.fsState = TBSTATE_ENABLED;
         added.fsStyle = button.style;
         added.iString = text.empty() ? -1 : reinterpret_cast<INT_PTR>(text.c_str());
-        Send(TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&added));
+        all.push_back(added);
     }
+    // All at once: the toolbar lays itself out after each message.
+    Send(TB_ADDBUTTONSW, all.size(), reinterpret_cast<LPARAM>(all.data()));
     Send(TB_AUTOSIZE);
 }
 

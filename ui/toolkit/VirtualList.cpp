@@ -73,8 +73,10 @@ void VirtualList::SetState(int row, UINT state) {
 
 void VirtualList::SetRowCount(int count) {
     m_isFilling = true;
+    if (m_row != kNoRow) {
+        SetState(m_row, 0);  // for all rows at once the list would look at each
+    }
     m_row = kNoRow;
-    SetState(kNoRow, 0);  // of all rows
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
     m_isFilling = false;
 }

@@ -1,5 +1,6 @@
 #include "ui/toolkit/Window.h"
 
+#include "ui/toolkit/Control.h"
 #include "ui/toolkit/Unexpected.h"
 
 namespace tamarind {
@@ -46,18 +47,20 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         const auto* const create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
         auto* const created = static_cast<Window*>(create->lpCreateParams);
         created->m_window = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+        created->Bind(window);
     }
-    auto* const self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const self = static_cast<Window*>(FromHandle(window));
     if (self == nullptr) {
         return DefWindowProcW(window, message, wParam, lParam);
     }
     // A window whose creation fails half-way must not come to be.
     const LRESULT failed = message == WM_CREATE ? -1 : 0;
-    const LRESULT result =
-        Guarded(failed, [&] { return self->HandleMessage(message, wParam, lParam); });
+    const LRESULT result = Guarded(failed, [&] {
+        const auto answer = Control::Reflect(message, wParam, lParam);
+        return answer ? *answer : self->HandleMessage(message, wParam, lParam);
+    });
     if (message == WM_NCDESTROY) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        Unbind(window);
         self->m_window = nullptr;
     }
     return result;

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "ui/toolkit/WindowObject.h"
+
 namespace tamarind {
 
 // What a window is created with. The class is registered at its first use.
@@ -19,7 +21,7 @@ struct WindowParams {
 };
 
 // A window with a class of its own. The object owns the window: it is destroyed with it.
-class Window {
+class Window : public WindowObject {
 public:
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
