@@ -70,7 +70,7 @@ FileError WriteNewFile(const std::string& path, const std::string& bytes) {
 }  // namespace
 
 std::optional<FileStamp> DiskFileSystem::Stamp(const std::string& path) {
-    struct stat info;
+    struct stat info = {};
     if (stat(path.c_str(), &info) != 0 || S_ISDIR(info.st_mode)) {
         return std::nullopt;
     }
@@ -80,7 +80,7 @@ std::optional<FileStamp> DiskFileSystem::Stamp(const std::string& path) {
 FileContent DiskFileSystem::Read(const std::string& path, std::uint64_t maxBytes) {
     FileContent content;
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    struct stat info;
+    struct stat info = {};
     if (file.Get() < 0 || fstat(file.Get(), &info) != 0) {
         content.error = ErrorOf(errno);
         return content;
@@ -114,7 +114,7 @@ FileContent DiskFileSystem::Read(const std::string& path, std::uint64_t maxBytes
 }
 
 FileError DiskFileSystem::Replace(const std::string& path, const std::string& bytes) {
-    struct stat info;
+    struct stat info = {};
     const bool exists = stat(path.c_str(), &info) == 0;
     if (exists && S_ISDIR(info.st_mode)) {
         return FileError::IsFolder;
@@ -134,7 +134,7 @@ FileError DiskFileSystem::Replace(const std::string& path, const std::string& by
 }
 
 std::uint64_t DiskFileSystem::NowTicks() {
-    timespec now;
+    timespec now = {};
     clock_gettime(CLOCK_REALTIME, &now);
     return TicksOf(now);
 }

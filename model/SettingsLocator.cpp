@@ -56,12 +56,11 @@ std::string SettingsLocator::FindWincmdIni() {
     if (candidate != MissingValueMarker && ResolveSettingsPath(candidate, m_foundWincmd)) {
         return m_foundWincmd;
     }
-    const std::string earlier =
-        ExpandPathVariables(m_settings.Values().userDefinedWincmd, m_environment);
+    std::string earlier = ExpandPathVariables(m_settings.Values().userDefinedWincmd, m_environment);
     if (FileExists(earlier, m_files)) {
         return earlier;
     }
-    const std::string chosen = Ask(text::kCannotFindWincmdIni, "Wincmd.ini", FileFilter::WincmdIni);
+    std::string chosen = Ask(text::kCannotFindWincmdIni, "Wincmd.ini", FileFilter::WincmdIni);
     m_settings.WriteNow(&Settings::userDefinedWincmd, chosen);
     return chosen == MissingValueMarker ? std::string()
                                         : ExpandPathVariables(chosen, m_environment);
@@ -73,8 +72,7 @@ std::string SettingsLocator::FindWcxFtpIni() {
     if (candidate != MissingValueMarker && ResolveSettingsPath(candidate, found)) {
         return found;
     }
-    const std::string earlier =
-        ExpandPathVariables(m_settings.Values().userDefinedWcxFtp, m_environment);
+    std::string earlier = ExpandPathVariables(m_settings.Values().userDefinedWcxFtp, m_environment);
     if (FileExists(earlier, m_files)) {
         return earlier;
     }
