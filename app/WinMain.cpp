@@ -10,6 +10,7 @@
 #include "core/Paths.h"
 #include "core/WideText_win32.h"
 #include "ui/main/frmMain.h"
+#include "ui/shell/RealOtherPrograms.h"
 #include "ui/shell/WindowPrompts.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
@@ -74,8 +75,9 @@ int Run(int showCommand) {
     SystemRegistry registry;
     const ProcessEnvironment environment;
     WindowPrompts prompts(Widen(TAMARIND_PRODUCT_NAME));
+    RealOtherPrograms programs;
     EditorSession session(
-        {files, registry, environment, prompts, ProgramFolder(),
+        {files, registry, environment, prompts, programs, ProgramFolder(),
          VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
          MeasureScreen()});
     session.LoadSettings();

@@ -19,6 +19,10 @@ enum class IniEdit {
     TextNotStorable,   // it would be read as something else: line breaks, NULs, "=" in a key name
 };
 
+inline bool IsRefused(IniEdit edit) {
+    return edit == IniEdit::NameNotEncodable || edit == IniEdit::TextNotStorable;
+}
+
 // An INI file in memory, line by line as it stands: what is not edited is written back byte for
 // byte, whatever it is.
 //
@@ -81,6 +85,10 @@ public:
     // Removes every line of that name, so that the key is really gone.
     IniEdit DeleteKey(std::string_view section, std::string_view key);
 
+    // Turns the first line of an active key into the commented-out key of that name, or the other
+    // way round, where it stands: only the ";" in front of the name changes.
+    IniEdit ToggleComment(std::string_view section, std::string_view key, bool isCommented);
+
     // Removes the first section of that name: its header and key lines. Comments stay.
     IniEdit DeleteSection(std::string_view section);
 
@@ -119,6 +127,8 @@ private:
     LineId LastKeyOf(SectionId section) const;
     std::optional<SectionId> AddSection(std::string_view name);
     void CompleteLastLine(LineId line, std::string_view lineEnd);
+    void AddToIndex(LineId line);
+    void RemoveFromIndex(LineId line);
     bool RemoveKeyLine(SectionId section, std::string_view key);
 
     CodePage m_codePage = 0;

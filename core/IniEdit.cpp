@@ -61,6 +61,36 @@ IniEdit IniDocument::DeleteKey(std::string_view section, std::string_view key) {
     return result;
 }
 
+IniEdit IniDocument::ToggleComment(std::string_view section, std::string_view key,
+                                   bool isCommented) {
+    const std::string commented = ";" + std::string(key);
+    const std::optional<SectionId> sectionId = FindSection(section);
+    const auto line = sectionId ? FindKey(*sectionId, isCommented ? key : commented) : std::nullopt;
+    if (!line) {
+        return IniEdit::Unchanged;
+    }
+    if (!IsKeyName(key)) {
+        return IniEdit::TextNotStorable;
+    }
+    RemoveFromIndex(*line);
+    const std::string mark = EncodeAscii(";");
+    const TextSpan whole = m_lines[*line].bytes;
+    std::string bytes = m_bytes.substr(whole.begin, whole.end - whole.begin);
+    std::size_t at = 0;
+    while (IsIniBlank(bytes[at])) {
+        at += mark.size();
+    }
+    if (isCommented) {
+        bytes.insert(at, mark);
+    } else {
+        bytes.erase(at, mark.size());
+        m_sections[*sectionId].lastKey = kNone;  // this one may stand behind it
+    }
+    SetLineBytes(*line, bytes);
+    AddToIndex(*line);
+    return IniEdit::Changed;
+}
+
 // What is left of the section belongs to the one above it from now on, and a second section of the
 // name may count now: the result is read anew.
 IniEdit IniDocument::DeleteSection(std::string_view section) {
@@ -103,13 +133,38 @@ IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::str
         *EncodeName(key) + EncodeAscii("=") + EncodeValue(value, false) + lineEnd, section);
     LinkBehind(previous, line);
     m_sections[section].lastKey = line;
+    AddToIndex(line);
+    return IniEdit::Changed;
+}
+
+// For a line whose name no other line of its section has.
+void IniDocument::AddToIndex(LineId line) {
     if (4 * ++m_usedKeySlots > 3 * m_keySlots.size()) {
         IndexKeys();
-        return IniEdit::Changed;
+        return;
     }
-    const std::uint32_t hash = KeyHash(section, KeyName(line));
-    m_keySlots[KeySlot(hash, section, KeyName(line))] = (std::uint64_t{hash} << 32) | line;
-    return IniEdit::Changed;
+    const std::string_view name = KeyName(line);
+    const SectionId section = m_lines[line].section;
+    const std::uint32_t hash = KeyHash(section, name);
+    m_keySlots[KeySlot(hash, section, name)] = (std::uint64_t{hash} << 32) | line;
+}
+
+// For the first line of a name; the next one takes its place.
+void IniDocument::RemoveFromIndex(LineId line) {
+    const std::string_view name = KeyName(line);
+    const SectionId section = m_lines[line].section;
+    const std::size_t slot = KeySlot(KeyHash(section, name), section, name);
+    const LineId next = m_lines[line].nextOfSameName;
+    if (next == kNone) {
+        m_keySlots[slot] = kErasedSlot;
+    } else {
+        m_lines[next].repeatsName = false;
+        m_keySlots[slot] = (m_keySlots[slot] & ~std::uint64_t{kNone}) | next;
+    }
+    m_lines[line].nextOfSameName = kNone;
+    if (m_sections[section].lastKey == line) {
+        m_sections[section].lastKey = kNone;
+    }
 }
 
 // The section's last key line, or its header.
@@ -159,18 +214,8 @@ bool IniDocument::RemoveKeyLine(SectionId section, std::string_view key) {
     if (!found) {
         return false;
     }
-    IniLine& line = m_lines[*found];
-    const std::size_t slot = KeySlot(KeyHash(section, KeyName(*found)), section, KeyName(*found));
-    if (line.nextOfSameName == kNone) {
-        m_keySlots[slot] = kErasedSlot;
-    } else {
-        m_lines[line.nextOfSameName].repeatsName = false;
-        m_keySlots[slot] = (m_keySlots[slot] & ~std::uint64_t{kNone}) | line.nextOfSameName;
-    }
-    line.kind = IniLineKind::Deleted;
-    if (m_sections[section].lastKey == *found) {
-        m_sections[section].lastKey = kNone;
-    }
+    RemoveFromIndex(*found);
+    m_lines[*found].kind = IniLineKind::Deleted;
     return true;
 }
 

@@ -37,6 +37,26 @@ IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
     return {entry.document, FileError::None};
 }
 
+ProfileResult EditIniFile(IniFiles& files, const std::string& path,
+                          const std::function<IniEdit(IniDocument&)>& edit) {
+    const FileContent content = files.Files().Read(path, IniFiles::kMaxFileBytes);
+    const bool isMissing =
+        content.error == FileError::NotFound || content.error == FileError::FolderMissing;
+    if (content.error != FileError::None && !isMissing) {
+        return {content.error, IniEdit::Unchanged};
+    }
+    IniDocument document = IniDocument::Parse(content.bytes, files.SystemCodePage());
+    const IniEdit result = edit(document);
+    if (IsRefused(result)) {
+        return {FileError::None, result};
+    }
+    const std::string bytes = document.Bytes();
+    if (bytes == content.bytes) {
+        return {};
+    }
+    return {files.Files().Replace(path, bytes), IniEdit::Unchanged};
+}
+
 ProfileTransaction::ProfileTransaction(IniFiles& files, std::string path)
     : m_files(files), m_path(std::move(path)) {}
 
@@ -67,24 +87,15 @@ IniEdit ProfileTransaction::Apply(IniDocument& document, const Write& write) {
 }
 
 ProfileResult ProfileTransaction::Commit() {
-    const FileContent content = m_files.Files().Read(m_path, IniFiles::kMaxFileBytes);
-    const bool isMissing =
-        content.error == FileError::NotFound || content.error == FileError::FolderMissing;
-    if (content.error != FileError::None && !isMissing) {
-        return {content.error, IniEdit::Unchanged};
-    }
-    IniDocument document = IniDocument::Parse(content.bytes, m_files.SystemCodePage());
-    for (const Write& write : m_writes) {
-        const IniEdit edit = Apply(document, write);
-        if (edit == IniEdit::NameNotEncodable || edit == IniEdit::TextNotStorable) {
-            return {FileError::None, edit};
+    return EditIniFile(m_files, m_path, [this](IniDocument& document) {
+        for (const Write& write : m_writes) {
+            const IniEdit edit = Apply(document, write);
+            if (IsRefused(edit)) {
+                return edit;
+            }
         }
-    }
-    const std::string bytes = document.Bytes();
-    if (bytes == content.bytes) {
-        return {};
-    }
-    return {m_files.Files().Replace(m_path, bytes), IniEdit::Unchanged};
+        return IniEdit::Changed;
+    });
 }
 
 }  // namespace tamarind

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -59,6 +60,11 @@ struct ProfileResult {
     IniEdit refused = IniEdit::Unchanged;
     bool Succeeded() const { return error == FileError::None && refused == IniEdit::Unchanged; }
 };
+
+// Reads the file once, lets `edit` change it and replaces it once, or not at all where nothing
+// differs. An edit that comes back with NameNotEncodable or TextNotStorable ends it.
+ProfileResult EditIniFile(IniFiles& files, const std::string& path,
+                          const std::function<IniEdit(IniDocument&)>& edit);
 
 // Collects writes to one INI file. Commit reads the file once, applies the writes in the order in
 // which they were made, and replaces the file once, or not at all where nothing differs.

@@ -21,6 +21,22 @@ bool Always(const CommandState&) {
     return true;
 }
 
+bool HasKey(const CommandState& state) {
+    return state.hasKey;
+}
+
+bool HasPresentKey(const CommandState& state) {
+    return state.hasKey && state.isKeyPresent;
+}
+
+bool HasActiveKey(const CommandState& state) {
+    return state.hasKey && state.isKeyActive;
+}
+
+bool IsModified(const CommandState& state) {
+    return state.isModified;
+}
+
 // For commands whose doing this version lacks.
 bool Never(const CommandState&) {
     return false;
@@ -29,21 +45,34 @@ bool Never(const CommandState&) {
 constexpr CommandInfo kCommands[] = {
     {Command::FileOpen, 103, WithControl('O', "Ctrl+O"), "Open", Always, Never},
     {Command::FileOpenDataFile, 114, kNoShortcut, "", Always, Never},
-    {Command::FileSave, 104, WithControl('S', "Ctrl+S"), "Save", Never, Never},
+    {Command::FileSave, 104, WithControl('S', "Ctrl+S"), "Save", IsModified, Never},
     {Command::FileSaveDataFile, 115, kNoShortcut, "", Never, Never},
-    {Command::FileSaveAndRestart, 116, kNoShortcut, "", Never, Never},
+    {Command::FileSaveAndRestart, 116, kNoShortcut, "",
+     [](const CommandState& state) { return state.isTotalCommanderRunning; }, Never},
     {Command::FileExport, 112, kNoShortcut, "", Never, Never},
     {Command::FileImport, 113, kNoShortcut, "", Never, Never},
     {Command::FileRecentFiles, 107, kNoShortcut, "", Never, Never},
     {Command::FileExit, 110, kNoShortcut, "", Always, Never},
-    {Command::EditUndo, 190, WithControl('Z', "Ctrl+Z"), "Undo", Never, Never},
-    {Command::EditRedo, 191, WithControl('Y', "Ctrl+Y"), "Redo", Never, Never},
-    {Command::EditValue, 192, {kKeyReturn, false, false, true, "Enter"}, "Edit", Never, Never},
-    {Command::EditSetValue1, 193, kNoShortcut, "", Never, Never},
-    {Command::EditSetValue0, 194, kNoShortcut, "", Never, Never},
-    {Command::EditBrowseValue, 195, kNoShortcut, "", Never, Never},
-    {Command::EditComment, 140, {kKeyDelete, false, true, true, "Shift+Del"}, "", Never, Never},
-    {Command::EditDelete, 132, {kKeyDelete, false, false, true, "Del"}, "Delete", Never, Never},
+    {Command::EditUndo, 190, WithControl('Z', "Ctrl+Z"), "Undo",
+     [](const CommandState& state) { return state.canUndo; }, Never},
+    {Command::EditRedo, 191, WithControl('Y', "Ctrl+Y"), "Redo",
+     [](const CommandState& state) { return state.canRedo; }, Never},
+    {Command::EditValue, 192, {kKeyReturn, false, false, true, "Enter"}, "Edit", HasKey, Never},
+    {Command::EditSetValue1, 193, kNoShortcut, "", HasKey, Never},
+    {Command::EditSetValue0, 194, kNoShortcut, "", HasKey, Never},
+    {Command::EditBrowseValue, 195, kNoShortcut, "", HasKey, Never},
+    {Command::EditComment,
+     140,
+     {kKeyDelete, false, true, true, "Shift+Del"},
+     "",
+     HasActiveKey,
+     Never},
+    {Command::EditDelete,
+     132,
+     {kKeyDelete, false, false, true, "Del"},
+     "Delete",
+     HasPresentKey,
+     Never},
     {Command::ViewToolbar, 142, kNoShortcut, "", Always,
      [](const CommandState& state) { return state.isToolbarVisible; }},
     {Command::ViewDescription, 151, kNoShortcut, "", Always,

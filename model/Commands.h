@@ -52,6 +52,13 @@ struct Shortcut {
 
 // What the enabled and checked states of the commands depend on.
 struct CommandState {
+    bool hasKey = false;        // there is a current key, and no heading is shown
+    bool isKeyPresent = false;  // it has, or will have, a line in the settings file
+    bool isKeyActive = false;   // and is not commented out
+    bool isModified = false;    // changes are pending
+    bool canUndo = false;
+    bool canRedo = false;
+    bool isTotalCommanderRunning = false;
     bool isToolbarVisible = false;
     bool isDescriptionVisible = false;
     bool showsAllKeys = false;

@@ -16,6 +16,8 @@ class SilentListener final : public SessionListener {
     void OnCategorySelected() override {}
     void OnKeyListChanged() override {}
     void OnKeyShown() override {}
+    void OnKeyChanged(RowKey) override {}
+    void OnBeforeChange() override {}
     void OnCommandsChanged() override {}
     void OnProgress(const ProgressMeter&) override {}
     void OnProgressEnd() override {}
@@ -52,7 +54,9 @@ EditorSession::EditorSession(SessionServices services)
       m_language(m_services.files, m_settings.Values()),
       m_locator(m_services.files.Files(), m_services.registry, m_services.environment, m_settings,
                 m_language, m_services.prompts),
-      m_listener(&silentListener) {}
+      m_listener(&silentListener),
+      m_editor(m_store),
+      m_totalCommander(m_services.programs, m_services.files, m_services.environment) {}
 
 void EditorSession::SetListener(SessionListener* listener) {
     m_listener = listener != nullptr ? listener : &silentListener;
@@ -112,6 +116,10 @@ void EditorSession::RememberDataFile(const std::string& path) {
 }
 
 void EditorSession::AskOpenSettingsFile() {
+    m_listener->OnBeforeChange();
+    if (!AskSaveSettings()) {
+        return;
+    }
     FileQuestion question;
     question.initialFolder = AddBackslash(m_services.environment.Variable("Commander_Path"));
     question.fileName = "Wincmd.ini";
@@ -123,6 +131,10 @@ void EditorSession::AskOpenSettingsFile() {
 }
 
 void EditorSession::AskOpenDataFile() {
+    m_listener->OnBeforeChange();
+    if (!AskSaveSettings()) {
+        return;
+    }
     const std::string path = AskForDataFile(std::string(FileNameOfPath(m_dataFilePath)));
     if (!IsPath(path) || !LoadDataFile(path)) {
         return;
@@ -188,6 +200,8 @@ void EditorSession::OpenSettingsFile(const std::string& path) {
 
 // Brings every record up to date with the settings file and shows the root.
 void EditorSession::ShowSettings(const IniSnapshot& settings) {
+    m_editor.ClearHistory();
+    m_isModified = false;
     m_progress.Restart();
     m_nextProgressTicks = m_services.files.Files().NowTicks() + kProgressTicks;
     if (!m_isDataFileRead) {
@@ -313,6 +327,15 @@ CommandState EditorSession::State() const {
     CommandState state;
     state.isToolbarVisible = IsToolbarVisible();
     state.isDescriptionVisible = IsDescriptionVisible();
+    state.hasKey = CanEditKey();
+    if (state.hasKey) {
+        const KeyLooks looks = LooksOf(m_store.CurrentState(m_currentKey), {});
+        state.isKeyPresent = !looks.isGhosted;
+        state.isKeyActive = looks.isChecked;
+    }
+    state.isModified = m_isModified;
+    state.canUndo = m_editor.CanUndo() && !ShowsHeading();
+    state.canRedo = m_editor.CanRedo() && !ShowsHeading();
     state.showsAllKeys = m_filter == KeyFilter::ShowAll;
     state.showsActiveKeys = m_filter == KeyFilter::ShowActive;
     state.showsInactiveKeys = m_filter == KeyFilter::ShowInactive;
@@ -320,7 +343,14 @@ CommandState EditorSession::State() const {
 }
 
 bool EditorSession::IsEnabled(Command command) const {
-    return InfoOf(command).isEnabled(State());
+    if (m_isBusy) {
+        return false;
+    }
+    CommandState state = State();
+    // Looking for another program's window takes longer than all the rest.
+    state.isTotalCommanderRunning =
+        command == Command::FileSaveAndRestart && m_totalCommander.IsRunning();
+    return InfoOf(command).isEnabled(state);
 }
 
 bool EditorSession::IsChecked(Command command) const {

@@ -10,14 +10,18 @@
 #include "core/Environment.h"
 #include "core/IniFiles.h"
 #include "core/Registry.h"
+#include "model/ColorKeys.h"
 #include "model/Commands.h"
 #include "model/DataFile.h"
+#include "model/KeyEditor.h"
 #include "model/KeyList.h"
 #include "model/KeyStore.h"
 #include "model/Language.h"
 #include "model/ProgressMeter.h"
 #include "model/SettingsLocator.h"
 #include "model/SettingsStore.h"
+#include "model/SettingsWriter.h"
+#include "model/TotalCommander.h"
 #include "model/UserPrompts.h"
 
 namespace tamarind {
@@ -26,13 +30,15 @@ namespace tamarind {
 class SessionListener {
 public:
     virtual ~SessionListener() = default;
-    virtual void OnTargetChanged() = 0;      // the settings file, and with it the caption
-    virtual void OnDataFileChanged() = 0;    // the status bar's data file panel
-    virtual void OnCategoriesChanged() = 0;  // the tree holds other nodes
-    virtual void OnCategorySelected() = 0;   // another node is the selected one
-    virtual void OnKeyListChanged() = 0;     // the list holds other rows
-    virtual void OnKeyShown() = 0;           // another row is current, or none: details, target
-    virtual void OnCommandsChanged() = 0;    // enabled or checked states
+    virtual void OnTargetChanged() = 0;         // the settings file, and with it the caption
+    virtual void OnDataFileChanged() = 0;       // the status bar's data file panel
+    virtual void OnCategoriesChanged() = 0;     // the tree holds other nodes
+    virtual void OnCategorySelected() = 0;      // another node is the selected one
+    virtual void OnKeyListChanged() = 0;        // the list holds other rows
+    virtual void OnKeyShown() = 0;              // another row is current, or none: details, target
+    virtual void OnKeyChanged(RowKey key) = 0;  // its row, if shown, looks different now
+    virtual void OnBeforeChange() = 0;          // the edit box closes without storing anything
+    virtual void OnCommandsChanged() = 0;       // enabled or checked states
     virtual void OnProgress(const ProgressMeter& progress) = 0;
     virtual void OnProgressEnd() = 0;
 };
@@ -43,6 +49,7 @@ struct SessionServices {
     Registry& registry;
     const Environment& environment;
     UserPrompts& prompts;
+    OtherPrograms& programs;
     std::string programFolder;  // with a closing backslash
     std::string versionText;
     ScreenSize screen;
@@ -123,6 +130,49 @@ public:
     void SetToolbarVisible(bool isVisible);
     void SetDescriptionVisible(bool isVisible);
 
+    // What the edit box opens with on the current row, and the selected part of it: from that
+    // UTF-16 unit to the end. Nothing, after a beep, where nothing can be edited.
+    struct EditStart {
+        std::string text;
+        std::size_t selectionStart = 0;
+    };
+    std::optional<EditStart> BeginInplaceEdit();
+
+    // Takes the edit box's text for the current row. Returns false, after a message, for a value
+    // that is too long; the box stays open then. After a stored value the next key's turn comes
+    // when the settings say so.
+    bool StoreEditedValue(const std::string& text);
+    bool SelectsNextKey() const { return m_settings.Values().autoSelectNextKey != 0; }
+
+    // Makes the row behind the current one the current one. False on the last row.
+    bool SelectNextKey();
+
+    // The other commands on the current key; each does nothing where it is not enabled. SetValue
+    // and BrowseValue return whether a value was stored.
+    bool SetValue(const std::string& value);
+    bool BrowseValue();
+    void CommentKey();
+    void DeleteKey();
+    void Undo() { Replay(true); }
+    void Redo() { Replay(false); }
+
+    // What the sample beside the list shows; nothing for a key without a colour.
+    std::optional<ColorSample> CurrentColor() const;
+
+    bool IsModified() const { return m_isModified; }
+
+    // Writes all pending changes, and restarts Total Commander if the settings ask for it. On a
+    // failure, which a message explains, everything is still pending.
+    bool SaveToSettingsFile() { return Save(m_settings.Values().alwaysRestartTC != 0); }
+    bool SaveAndRestart() { return Save(true); }
+
+    // Asks whether to save what is pending, if anything is. False: the user cancelled, or the save
+    // failed; what was about to happen must not.
+    bool AskSaveSettings();
+
+    // While a save waits for Total Commander, the windows refuse commands and closing.
+    bool IsBusy() const { return m_isBusy; }
+
     bool IsEnabled(Command command) const;
     bool IsChecked(Command command) const;
 
@@ -140,6 +190,13 @@ private:
     std::string ResolvedPath(const std::string& path) const;
     void AdvanceProgress();
     CommandState State() const;
+    bool CanEditKey() const;
+    void StoreValue(const std::string& value);
+    void ShowChange(RowKey key);
+    void Replay(bool isUndo);
+    void SetModified(bool isModified);
+    bool Save(bool restarts);
+    void ReportUnsaved(const SaveResult& result);
 
     SessionServices m_services;
     SettingsStore m_settings;
@@ -147,6 +204,10 @@ private:
     SettingsLocator m_locator;
     SessionListener* m_listener;
     KeyStore m_store;
+    KeyEditor m_editor;
+    TotalCommander m_totalCommander;
+    bool m_isModified = false;
+    bool m_isBusy = false;
     std::shared_ptr<const IniDocument> m_dataFile;
     std::vector<CategoryNode> m_categories;
     std::string m_dataFilePath;

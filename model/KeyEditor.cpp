@@ -1,5 +1,7 @@
 #include "model/KeyEditor.h"
 
+#include <utility>
+
 namespace tamarind {
 
 void KeyEditor::RecordValue(RowKey key) {
@@ -7,12 +9,9 @@ void KeyEditor::RecordValue(RowKey key) {
         {key, false, std::string(m_store.CurrentValue(key).value_or(std::string_view()))});
 }
 
-void KeyEditor::StoreEditedValue(RowKey key, std::string_view edited) {
-    const std::size_t equals = edited.find('=');
+void KeyEditor::SetValue(RowKey key, std::string value) {
     RecordValue(key);
-    m_store.SetValue(
-        key, std::string(equals == std::string_view::npos ? edited : edited.substr(equals + 1)),
-        KeyState::ValueSet);
+    m_store.SetValue(key, std::move(value), KeyState::ValueSet);
 }
 
 bool KeyEditor::Comment(RowKey key) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "model/KeyHistory.h"
 #include "model/KeyStore.h"
@@ -13,9 +12,8 @@ class KeyEditor {
 public:
     explicit KeyEditor(KeyStore& store) : m_store(store) {}
 
-    // Takes what was typed into the edit box: the value is what follows the first "=", or all of it
-    // without one. It is kept as typed, and the key becomes an active one.
-    void StoreEditedValue(RowKey key, std::string_view edited);
+    // The value is kept as it is given, and the key becomes an active one.
+    void SetValue(RowKey key, std::string value);
 
     // Comments an active key out; it keeps its value. Returns false for any other key.
     bool Comment(RowKey key);

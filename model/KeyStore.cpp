@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/LeadingNumber.h"
+#include "core/ShownValue.h"
 #include "core/cProfile.h"
 
 namespace tamarind {
@@ -120,6 +121,11 @@ void KeyStore::SetValue(RowKey key, std::string value, KeyState currentState) {
 }
 
 void KeyStore::Rebase(RowKey key, KeyState state) {
+    const StoredKey& stored = Stored(key);
+    if (stored.hasOwnValue) {
+        std::string& value = m_ownValues[stored.value];
+        value = std::string(StoredValue(value));
+    }
     m_keys[key - 1].initialState = state;
     m_keys[key - 1].currentState = state;
 }

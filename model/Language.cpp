@@ -25,14 +25,16 @@ std::string Language::Reason(FileError error) const {
         case FileError::IsFolder:
             return GetLanguageString(text::kReasonFolder);
         case FileError::AccessDenied:
-        case FileError::ReadOnly:
             return GetLanguageString(text::kReasonAccessDenied);
+        case FileError::ReadOnly:
+            return GetLanguageString(text::kReasonReadOnly);
+        case FileError::DiskFull:
+            return GetLanguageString(text::kReasonDiskFull);
         case FileError::InUse:
             return GetLanguageString(text::kReasonInUse);
         case FileError::TooLarge:
             return GetLanguageString(text::kReasonTooLarge);
         case FileError::None:
-        case FileError::DiskFull:
         case FileError::Other:
             break;
     }

@@ -76,8 +76,7 @@ std::string SettingsLocator::FindWcxFtpIni() {
     if (FileExists(earlier, m_files)) {
         return earlier;
     }
-    const std::string chosen =
-        Ask(text::kCannotFindWcxFtpIni, "Wcx_ftp.ini", FileFilter::WcxFtpIni);
+    std::string chosen = Ask(text::kCannotFindWcxFtpIni, "Wcx_ftp.ini", FileFilter::WcxFtpIni);
     m_settings.WriteNow(&Settings::userDefinedWcxFtp, chosen);
     return chosen;
 }

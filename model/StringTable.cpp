@@ -120,7 +120,14 @@ constexpr TextRow kTexts[] = {
     {4005, "Access to it is denied."},
     {4006, "Another program is using it."},
     {4007, "It is larger than 64 MB, which no settings file is."},
-    {4008, "Windows reported an error while reading it."},
+    {4008, "Windows reported an error at it."},
+    {4009, "Cannot save this file"},
+    {4010, "It is read-only."},
+    {4011, "The disk is full."},
+    {4012, "The file's encoding lacks a character of this key or section:"},
+    {4013, "The file cannot hold a key or value like this:"},
+    {4014, "There is no settings file to save to. Please open one first."},
+    {4015, "A value can have at most 4,095 characters."},
 };
 
 }  // namespace

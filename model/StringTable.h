@@ -8,6 +8,7 @@ namespace tamarind {
 // Numbers of the visible texts that code asks for by name; menus and dialogs name theirs in their
 // own tables.
 namespace text {
+inline constexpr std::uint16_t kSaveChangesTo = 3020;
 inline constexpr std::uint16_t kCannotFindFile = 3021;
 inline constexpr std::uint16_t kVerifyPath = 3022;
 inline constexpr std::uint16_t kCannotFindWcxFtpIni = 3045;
@@ -27,6 +28,13 @@ inline constexpr std::uint16_t kReasonAccessDenied = 4005;
 inline constexpr std::uint16_t kReasonInUse = 4006;
 inline constexpr std::uint16_t kReasonTooLarge = 4007;
 inline constexpr std::uint16_t kReasonOther = 4008;
+inline constexpr std::uint16_t kCannotSaveFile = 4009;
+inline constexpr std::uint16_t kReasonReadOnly = 4010;
+inline constexpr std::uint16_t kReasonDiskFull = 4011;
+inline constexpr std::uint16_t kNameNotEncodable = 4012;
+inline constexpr std::uint16_t kTextNotStorable = 4013;
+inline constexpr std::uint16_t kNoSettingsFile = 4014;
+inline constexpr std::uint16_t kValueTooLong = 4015;
 }  // namespace text
 
 // The built-in English text of a number; empty for a number without one.

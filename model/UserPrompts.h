@@ -36,8 +36,14 @@ public:
 
     virtual void ShowMessage(MessageIcon icon, const std::string& text) = 0;
 
+    // With the buttons Yes, No and Cancel and the question icon.
+    virtual Answer Ask(const std::string& text) = 0;
+
     // The chosen path, or the MissingValueMarker when the user cancels.
     virtual std::string BrowseForOpen(const FileQuestion& question) = 0;
+
+    // The chosen colour as a decimal number, or the MissingValueMarker.
+    virtual std::string ColorSelect() = 0;
 
     virtual void Beep() = 0;
 };

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/WideText_win32.h"
-#include "tests/app/RunningProgram.h"
+#include "tests/app/ProgramFixture.h"
 #include "ui/main/ControlIds.h"
 
 namespace tamarind {
@@ -11,32 +11,6 @@ namespace {
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
-
-constexpr const wchar_t* kTotalCommanderKey = L"Software\\Ghisler\\Total Commander";
-constexpr const char* kSettings =
-    "[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\nBackColor=5\r\n";
-constexpr const char* kDataFile =
-    "[Panels]\r\nCategoryTargetSection=Configuration\r\nPanelsVertical=0///Panels.@0 = no\r\n"
-    "ShowHidden=1///Hidden files.\r\n"
-    "[Colors]\r\nCategoryTargetSection=Colors\r\nBackColor=-1///The background.\r\n";
-
-class ProgramTest : public testing::Test {
-protected:
-    ProgramFolder folder;
-
-    void SetUp() override {
-        folder.Write(L"Wincmd.ini", kSettings);
-        folder.Write(L"data.tmdf", kDataFile);
-        const std::wstring path = folder.Path(L"Wincmd.ini");
-        RegSetKeyValueW(HKEY_CURRENT_USER, kTotalCommanderKey, L"IniFileName", REG_SZ, path.c_str(),
-                        static_cast<DWORD>(2 * path.size() + 2));
-    }
-    void TearDown() override { RegDeleteKeyW(HKEY_CURRENT_USER, kTotalCommanderKey); }
-
-    std::wstring Quoted(const std::wstring& name) const {
-        return L"\"" + folder.Path(name) + L"\"";
-    }
-};
 
 TEST_F(ProgramTest, ShowsTheSettingsAndFollowsRealKeysAndTheMouse) {
     RunningProgram program(folder, Quoted(L"data.tmdf"));
@@ -68,14 +42,8 @@ TEST_F(ProgramTest, ShowsTheSettingsAndFollowsRealKeysAndTheMouse) {
     EXPECT_TRUE(WaitUntil([&] { return program.StatusText(2) == "1  Key(s)"; }));
     TypeWithXdotool("key --delay 100 alt+v k");
     ASSERT_TRUE(WaitUntil([&] { return program.ListRows(9).size() == 3; }));
-    const HWND list = program.Control(kIdListView1);
-    RECT bounds;
-    GetWindowRect(list, &bounds);
-    const auto spacing = static_cast<int>(SendMessageW(list, LVM_GETITEMSPACING, TRUE, 0)) >> 16;
-    TypeWithXdotool("mousemove " + std::to_string(bounds.left + 40) + " " +
-                    std::to_string(bounds.top + GetSystemMetrics(SM_CYMENU) + spacing * 5 / 2) +
-                    " click 1");
-    EXPECT_TRUE(WaitUntil([&] { return program.SelectedRow() > 0; }));
+    TypeWithXdotool("mousemove " + program.PlaceOfRow(1) + " click 1");
+    EXPECT_TRUE(WaitUntil([&] { return program.SelectedRow() == 1; }));
 }
 
 TEST_F(ProgramTest, WindowBoundsAreKeptForTheNextStart) {

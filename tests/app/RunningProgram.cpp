@@ -30,6 +30,10 @@ public:
     void Write(const T& value) const {
         WriteProcessMemory(m_process, m_memory, &value, sizeof value, nullptr);
     }
+    template <typename T>
+    void Read(T& value) const {
+        ReadProcessMemory(m_process, m_memory, &value, sizeof value, nullptr);
+    }
     std::string ReadText(std::size_t offset) const {
         std::wstring text(kTextUnits, L'\0');
         ReadProcessMemory(m_process, At(offset), text.data(), 2 * kTextUnits, nullptr);
@@ -105,6 +109,21 @@ void ProgramFolder::Write(const std::wstring& name, const std::string& bytes) co
     CloseHandle(file);
 }
 
+std::string ProgramFolder::Read(const std::wstring& name) const {
+    const HANDLE file = CreateFileW(Path(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    std::string bytes(file == INVALID_HANDLE_VALUE ? 0 : GetFileSize(file, nullptr), '\0');
+    DWORD count = 0;
+    ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
+    CloseHandle(file);
+    return bytes;
+}
+
+void ProgramFolder::AddProgram(const std::wstring& builtPath) const {
+    const std::wstring name = builtPath.substr(builtPath.rfind(L'\\') + 1);
+    CopyFileW((FolderOfThisProgram() + builtPath).c_str(), Path(name).c_str(), FALSE);
+}
+
 RunningProgram::RunningProgram(const ProgramFolder& folder, const std::wstring& arguments) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
@@ -151,6 +170,11 @@ std::string RunningProgram::DialogText(HWND dialog) {
     return text;
 }
 
+void RunningProgram::Answer(HWND dialog, int button) const {
+    PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    WaitUntil([&] { return !IsWindow(dialog); });
+}
+
 bool RunningProgram::WaitForEnd() const {
     return WaitForSingleObject(m_process.hProcess, kPatienceMs) == WAIT_OBJECT_0;
 }
@@ -169,6 +193,13 @@ HWND RunningProgram::Control(int id) const {
         },
         reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+int RunningProgram::Focus() const {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(m_process.dwThreadId, &info);
+    return info.hwndFocus != nullptr ? GetDlgCtrlID(info.hwndFocus) : 0;
 }
 
 std::string RunningProgram::TextOf(HWND window) {
@@ -199,6 +230,26 @@ std::vector<std::string> RunningProgram::ListRows(int maxRows) const {
         rows.push_back(memory.ReadText(sizeof item));
     }
     return rows;
+}
+
+bool RunningProgram::WaitForRow(int row, const std::string& text) const {
+    return WaitUntil([&] {
+        const auto rows = ListRows(row + 1);
+        return static_cast<int>(rows.size()) > row && rows.back() == text;
+    });
+}
+
+std::string RunningProgram::PlaceOfRow(int row) const {
+    const HWND list = Control(kIdListView1);
+    const RemoteMemory memory(m_process.hProcess, sizeof(RECT));
+    RECT bounds = {LVIR_LABEL, 0, 0, 0};
+    memory.Write(bounds);
+    SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(memory.At(0)));
+    memory.Read(bounds);
+    POINT at = {bounds.left + 30, (bounds.top + bounds.bottom) / 2};
+    ClientToScreen(list, &at);
+    return std::to_string(at.x) + " " + std::to_string(at.y);
 }
 
 int RunningProgram::SelectedRow() const {

@@ -23,6 +23,9 @@ public:
 
     std::wstring Path(const std::wstring& name) const { return m_path + name; }
     void Write(const std::wstring& name, const std::string& bytes) const;
+    std::string Read(const std::wstring& name) const;
+    // Puts a program that was built for the tests into the folder.
+    void AddProgram(const std::wstring& builtPath) const;
 
 private:
     std::wstring m_path;
@@ -43,13 +46,21 @@ public:
     HWND WaitForDialog();
     // The texts of a dialog's static controls, one after the other.
     static std::string DialogText(HWND dialog);
+    // Presses a button of a dialog and waits until the dialog is gone.
+    void Answer(HWND dialog, int button) const;
     bool WaitForEnd() const;
 
     HWND Control(int id) const;
+    // The control with the keyboard's focus, by its number; 0 for none.
+    int Focus() const;
     static std::string TextOf(HWND window);
     std::string StatusText(int part) const;
     std::vector<std::string> ListRows(int maxRows) const;
+    // Waits until a row of the key list says `text`.
+    bool WaitForRow(int row, const std::string& text) const;
     int SelectedRow() const;
+    // The middle of a row's text in pixels of the screen, as xdotool takes it: "10 20".
+    std::string PlaceOfRow(int row) const;
     std::string SelectedCategory() const;
 
 private:
@@ -61,5 +72,10 @@ private:
 
 // Keys and mouse through the X server, from the tool xdotool: "key Down", "mousemove 10 20".
 void TypeWithXdotool(const std::string& arguments);
+
+// For the start of the first keys to a program: waits until the X server sends them to the editor.
+// Windows may call it the foreground window before that.
+inline constexpr const char* kActivateEditor =
+    "search --sync --onlyvisible --class tamarindeditor windowactivate --sync ";
 
 }  // namespace tamarind

@@ -286,6 +286,35 @@ TEST(IniDocumentEdit, KeepsEncodings) {
     });
 }
 
+TEST(IniDocumentEdit, TogglesTheCommentMarkAlone) {
+    struct {
+        std::string before;
+        bool isCommented;
+        std::string after;
+    } const cases[] = {
+        {"[A]\n\t x = \"v\" \nx=2", true, "[A]\n\t ;x = \"v\" \nx=2"},
+        {"[A]\ny=1\n ;x=v\n;X=w", false, "[A]\ny=1\n x=v\n;X=w"},
+        {Utf16("[A]\r\n x=中\r\n"), true, Utf16("[A]\r\n ;x=中\r\n")},
+        {Utf16("[A]\n;x=1") + "z", false, Utf16("[A]\nx=1") + "z"},
+        {"[A]\n; x=1\n", false, "[A]\n; x=1\n"},
+        {"[B]\nx=1\n", true, "[B]\nx=1\n"},
+    };
+    for (const auto& testCase : cases) {
+        IniDocument document = IniDocument::Parse(testCase.before, 1252);
+        document.ToggleComment("a", "X", testCase.isCommented);
+        EXPECT_EQ(document.Bytes(), testCase.after);
+        // Look-ups and the place of new keys follow.
+        const IniDocument reread = IniDocument::Parse(testCase.after, 1252);
+        for (const char* key : {"x", ";x", "y"}) {
+            EXPECT_EQ(document.FindValue("A", key), reread.FindValue("A", key)) << testCase.after;
+        }
+        IniDocument edited = IniDocument::Parse(testCase.after, 1252);
+        edited.SetValue("A", "new", "1");
+        document.SetValue("A", "new", "1");
+        EXPECT_EQ(document.Bytes(), edited.Bytes());
+    }
+}
+
 // Refused: the file stays as it was.
 TEST(IniDocumentEdit, RefusesWhatCannotBeReadBack) {
     struct {

@@ -83,6 +83,11 @@ void CheckOtherLines(const std::string& before, const std::string& after, bool h
             FindFileMark(before) == FileMark::Utf16Le);
 }
 
+// A comment's name can be commented out once more, but not the other way round.
+bool IsKeyText(const std::string& name) {
+    return !name.empty() && name.find_first_of("[;") != 0;
+}
+
 void CheckEdits(IniDocument& document, CodePage codePage, unsigned choice) {
     if (document.SectionCount() == 0) {
         return;
@@ -112,6 +117,16 @@ void CheckEdits(IniDocument& document, CodePage codePage, unsigned choice) {
     const IniDocument reread = IniDocument::Parse(after, codePage);
     Require(reread.FindValue(section, key) == document.FindValue(section, key));
     CheckOtherLines(before, after, hadKey);
+
+    // Commenting out and back again gives the same bytes, if no line of the other form is there.
+    if (hasKey && IsKeyText(key) && reread.FindValue(section, key) &&
+        !reread.FindValue(section, ";" + key)) {
+        IniDocument toggled = IniDocument::Parse(after, codePage);
+        Require(toggled.ToggleComment(section, key, true) == IniEdit::Changed);
+        Require(toggled.FindValue(section, ";" + key) == reread.FindValue(section, key));
+        Require(toggled.ToggleComment(section, key, false) == IniEdit::Changed);
+        Require(toggled.Bytes() == after);
+    }
 
     const bool isRemoved = document.DeleteKey(section, key) == IniEdit::Changed;
     Require(!document.FindValue(section, key));

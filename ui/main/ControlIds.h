@@ -18,6 +18,8 @@ enum ControlId : int {
     kIdTxtDescriptionBox,
     kIdPicProgressBar,
     kIdProgressBar1,
+    kIdTxtInplaceEdit,
+    kIdCmdColorSample,
 };
 
 // Keys of the main window that are no commands.

@@ -9,11 +9,22 @@ namespace {
 
 constexpr Twips kColumnMargin{500};
 constexpr int kIconCount = 3;  // each stands in the picture list twice, the second time dimmed
+constexpr UINT kNextKeyMs = 50;
+
+// The sample fits beside the column.
+constexpr Twips kSampleMargin{90};
+constexpr Twips kSampleSize{375};
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
 
 }  // namespace
 
 bool KeyListView::Create(HWND parent) {
-    return ListView1.Create(parent, kIdListView1, L"Key", *this);
+    return ListView1.Create(parent, kIdListView1, L"Key", *this) &&
+           txtInplaceEdit.Create(parent, kIdTxtInplaceEdit, *this) &&
+           cmdColorSample.Create(parent, kIdCmdColorSample);
 }
 
 void KeyListView::ApplyLook(const MainLook& look) {
@@ -24,17 +35,106 @@ void KeyListView::ApplyLook(const MainLook& look) {
     ListView1.SetBorder(look.border);
     ApplyUserFont(ListView1, look.font, true, 0, look.dpi);
     ListView1.SetColumnMargin(ToPixels(kColumnMargin, look.dpi).value);
+    m_dpi = look.dpi;
+    ApplyUserFont(txtInplaceEdit, look.font, true, 0, look.dpi);
+    txtInplaceEdit.SetDpi(look.dpi);
+    PlaceColorSample();
 }
 
 void KeyListView::Fill() {
+    txtInplaceEdit.Close();
     ListView1.SetRowCount(static_cast<int>(m_session.Keys().Size()));
     ShowCurrentKey();
 }
 
 void KeyListView::ShowCurrentKey() {
     const std::size_t row = m_session.Keys().RowOf(m_session.CurrentKey());
-    if (row < m_session.Keys().Size() && static_cast<int>(row) != ListView1.SelectedRow()) {
-        ListView1.SelectRow(static_cast<int>(row));
+    if (row < m_session.Keys().Size()) {
+        if (static_cast<int>(row) != ListView1.SelectedRow()) {
+            txtInplaceEdit.Close();
+            ListView1.SelectRow(static_cast<int>(row));
+        }
+        ListView1.EnsureVisible(static_cast<int>(row));
+    }
+    ShowColor();
+}
+
+void KeyListView::ShowKey(RowKey key) {
+    const std::size_t row = m_session.Keys().RowOf(key);
+    if (row < m_session.Keys().Size()) {
+        ListView1.RedrawRow(static_cast<int>(row));
+    }
+    if (key == m_session.CurrentKey()) {
+        ShowColor();
+    }
+}
+
+// Without a key of its own colour there is no sample.
+void KeyListView::ShowColor() {
+    const auto sample = m_session.CurrentColor();
+    if (sample) {
+        cmdColorSample.SetColor(sample->isSystemColor ? std::nullopt
+                                                      : std::optional<COLORREF>(sample->color));
+        PlaceColorSample();
+    }
+    cmdColorSample.Show(sample.has_value());
+}
+
+// At the right of the list below its title, beside the scroll bar if there is one.
+void KeyListView::PlaceColorSample() {
+    const auto pixels = [this](Twips length) { return ToPixels(length, m_dpi).value; };
+    const HWND list = ListView1.Handle();
+    RECT area{};
+    GetWindowRect(list, &area);
+    RECT inside{};
+    GetClientRect(list, &inside);
+    MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&inside), 2);
+    if ((GetWindowLongPtrW(list, GWL_STYLE) & WS_VSCROLL) != 0) {
+        area.right = inside.right;
+    }
+    area.top = inside.top + ListView1.HeaderHeight();
+    MapWindowPoints(nullptr, GetParent(list), reinterpret_cast<POINT*>(&area), 2);
+    const int size = pixels(kSampleSize);
+    const int margin = pixels(kSampleMargin);
+    SetWindowPos(cmdColorSample.Handle(), HWND_TOP, area.right - margin - size, area.top + margin,
+                 size, size, SWP_NOACTIVATE);
+}
+
+bool KeyListView::IsPart(HWND window) const {
+    return window != nullptr && (window == ListView1.Handle() || window == txtInplaceEdit.Handle());
+}
+
+void KeyListView::BeginInplaceEdit() {
+    const std::size_t row = m_session.Keys().RowOf(m_session.CurrentKey());
+    if (txtInplaceEdit.IsOpen()) {
+        SetFocus(txtInplaceEdit.Handle());
+    } else if (const auto start = m_session.BeginInplaceEdit()) {
+        ListView1.EnsureVisible(static_cast<int>(row));
+        txtInplaceEdit.Open(static_cast<int>(row), Widen(start->text), start->selectionStart);
+    }
+}
+
+bool KeyListView::OnTextEntered(const std::wstring& text) {
+    if (!m_session.StoreEditedValue(Narrow(text))) {
+        return false;
+    }
+    ContinueWithNextKey();
+    return true;
+}
+
+void KeyListView::ContinueWithNextKey() {
+    if (m_session.SelectsNextKey()) {
+        Timer1.Start(ListView1.Handle(), kNextKeyMs);
+    }
+}
+
+void KeyListView::OnNextKey() {
+    Timer1.Stop();
+    // A dialog or a save that began meanwhile keeps the focus.
+    const bool isFree =
+        IsWindowEnabled(GetAncestor(ListView1.Handle(), GA_ROOT)) && !m_session.IsBusy();
+    if (isFree && m_session.SelectNextKey()) {
+        BeginInplaceEdit();
     }
 }
 
@@ -73,6 +173,29 @@ void KeyListView::OnRowSelected(int row) {
 
 void KeyListView::OnListMenu(POINT at) {
     m_actions.ShowPopup(PopupMenu::KeyList, at);
+}
+
+void KeyListView::OnRowActivated() {
+    m_actions.Execute(Command::EditValue);
+}
+
+bool KeyListView::OnListKey(WPARAM key) {
+    for (const CommandInfo& info : AllCommands()) {
+        const Shortcut& shortcut = info.shortcut;
+        if (shortcut.isOfKeyList && shortcut.key == key && shortcut.control == IsDown(VK_CONTROL) &&
+            shortcut.shift == IsDown(VK_SHIFT)) {
+            m_actions.Execute(info.command);
+            return true;
+        }
+    }
+    return false;
+}
+
+void KeyListView::OnListPlaced() {
+    if (cmdColorSample.Handle() != nullptr && m_dpi > 0) {
+        txtInplaceEdit.FollowList();
+        PlaceColorSample();
+    }
 }
 
 }  // namespace tamarind

@@ -1,14 +1,18 @@
 #pragma once
 
 #include "model/EditorSession.h"
+#include "ui/main/InplaceEdit.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
+#include "ui/toolkit/ColorSwatch.h"
+#include "ui/toolkit/Timer.h"
 #include "ui/toolkit/VirtualList.h"
 
 namespace tamarind {
 
-// The visible key list: the rows of the session's list, each a line of the settings file.
-class KeyListView final : private VirtualListSource {
+// The visible key list: the rows of the session's list, each a line of the settings file, with the
+// box in which the current one is edited and the sample of its colour.
+class KeyListView final : private VirtualListSource, private InplaceEditListener {
 public:
     KeyListView(EditorSession& session, MainWindowActions& actions)
         : m_session(session), m_actions(actions) {}
@@ -18,20 +22,44 @@ public:
     HWND Handle() const { return ListView1.Handle(); }
 
     void Fill();
-    // Selects the session's current key, if another row is selected.
+    // Selects the session's current key and brings it into view.
     void ShowCurrentKey();
+    // Draws a key's row again, if it is shown.
+    void ShowKey(RowKey key);
+
+    // Opens the box over the current row.
+    void BeginInplaceEdit();
+    // Stores nothing.
+    void CloseInplaceEdit() { txtInplaceEdit.Close(); }
+    bool IsEditing() const { return txtInplaceEdit.IsOpen(); }
+    // Whether a window belongs to the list, which is to get the focus in its place.
+    bool IsPart(HWND window) const;
+    // A value was stored: a moment later it is the next row's turn, if the settings say so.
+    void ContinueWithNextKey();
 
 private:
     std::wstring RowText(int row) const override;
     RowLook LookOfRow(int row) const override;
     void OnRowSelected(int row) override;
     void OnListMenu(POINT at) override;
+    void OnRowActivated() override;
+    bool OnListKey(WPARAM key) override;
+    void OnListPressed() override { txtInplaceEdit.Close(); }
+    void OnListPlaced() override;
+    bool OnTextEntered(const std::wstring& text) override;
+    void OnNextKey();
+    void ShowColor();
+    void PlaceColorSample();
     std::optional<KeyRecord> RecordOf(int row) const;
 
     EditorSession& m_session;
     MainWindowActions& m_actions;
     COLORREF m_activeColor = 0;
+    int m_dpi = 0;
     VirtualList ListView1;
+    InplaceEdit txtInplaceEdit{ListView1};
+    ColorSwatch cmdColorSample;
+    Timer Timer1{[this] { OnNextKey(); }};
 };
 
 }  // namespace tamarind

@@ -43,7 +43,8 @@ bool MainMenu::Create(HWND window) {
         return false;
     }
     m_bar = bar.Release();
-    MakeAccelerators();
+    m_accelerators = MakeAccelerators({});
+    m_textAccelerators = MakeAccelerators(MenuBar()[EditMenu()].entries);
     return true;
 }
 
@@ -86,7 +87,7 @@ void MainMenu::Refresh(HMENU menu) const {
 }
 
 // Without the keys of the list: elsewhere these edit text.
-void MainMenu::MakeAccelerators() {
+UniqueAccelerators MainMenu::MakeAccelerators(std::span<const Command> except) {
     std::vector<ACCEL> keys = {
         {FVIRTKEY, VK_F6, kIdNextPane},
         {FVIRTKEY | FSHIFT, VK_F6, kIdPreviousPane},
@@ -95,23 +96,25 @@ void MainMenu::MakeAccelerators() {
     };
     for (const CommandInfo& info : AllCommands()) {
         const Shortcut& shortcut = info.shortcut;
-        if (shortcut.key != 0 && !shortcut.isOfKeyList) {
+        const bool isExcepted =
+            std::find(except.begin(), except.end(), info.command) != except.end();
+        if (shortcut.key != 0 && !shortcut.isOfKeyList && !isExcepted) {
             const int modifiers = (shortcut.control ? FCONTROL : 0) | (shortcut.shift ? FSHIFT : 0);
             keys.push_back({static_cast<BYTE>(FVIRTKEY | modifiers), shortcut.key,
                             static_cast<WORD>(info.command)});
         }
     }
-    m_accelerators.Reset(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
+    return UniqueAccelerators(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
 }
 
-HMENU MainMenu::EditMenu() const {
+std::size_t MainMenu::EditMenu() {
     const auto menus = MenuBar();
     const auto holdsEditing = [](const MenuInfo& menu) {
         return std::find(menu.entries.begin(), menu.entries.end(), Command::EditValue) !=
                menu.entries.end();
     };
     const auto found = std::find_if(menus.begin(), menus.end(), holdsEditing);
-    return GetSubMenu(m_bar, static_cast<int>(found - menus.begin()));
+    return static_cast<std::size_t>(found - menus.begin());
 }
 
 void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {
@@ -119,7 +122,8 @@ void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {
     if (made) {
         Fill(made.Get(), kTreeEntries);
     }
-    TrackPopupMenu(made ? made.Get() : EditMenu(), TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+    const HMENU popup = made ? made.Get() : GetSubMenu(m_bar, static_cast<int>(EditMenu()));
+    TrackPopupMenu(popup, TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
 }
 
 void MainMenu::ShowDropDown(HWND window, Command command, const RECT& button) const {

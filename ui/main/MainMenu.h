@@ -13,7 +13,10 @@ public:
 
     // Makes the menu bar and gives it to the window, which owns it from then on.
     bool Create(HWND window);
-    HACCEL Accelerators() const { return m_accelerators.Get(); }
+    // While a line of text is edited the keys of the Edit menu belong to that.
+    HACCEL Accelerators(bool isEditingText) const {
+        return (isEditingText ? m_textAccelerators : m_accelerators).Get();
+    }
 
     // Brings the enabled and checked states in a menu up to date, which it needs before it opens.
     void Refresh(HMENU menu) const;
@@ -25,12 +28,13 @@ public:
 private:
     std::wstring EntryText(Command command) const;
     void Fill(HMENU menu, std::span<const Command> entries) const;
-    void MakeAccelerators();
-    HMENU EditMenu() const;
+    static UniqueAccelerators MakeAccelerators(std::span<const Command> except);
+    static std::size_t EditMenu();
 
     const EditorSession& m_session;
     HMENU m_bar = nullptr;
     UniqueAccelerators m_accelerators;
+    UniqueAccelerators m_textAccelerators;
 };
 
 }  // namespace tamarind

@@ -8,6 +8,7 @@
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/RedrawLock.h"
+#include "ui/toolkit/ScopeExit.h"
 
 namespace tamarind {
 namespace {
@@ -71,7 +72,8 @@ void frmMain::ShowFirst(int showCommand) {
 }
 
 bool frmMain::TranslateKey(MSG& message) {
-    return TranslateAcceleratorW(Handle(), m_menu.Accelerators(), &message) != 0;
+    const bool isEditingText = m_panes.Keys().IsEditing();
+    return TranslateAcceleratorW(Handle(), m_menu.Accelerators(isEditingText), &message) != 0;
 }
 
 LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -81,6 +83,13 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DESTROY:
             OnDestroy();
             return 0;
+        case WM_CLOSE:
+            if (AskWhetherToClose()) {
+                DestroyWindow(Handle());
+            }
+            return 0;
+        case WM_QUERYENDSESSION:
+            return AskWhetherToClose() ? TRUE : FALSE;
         case WM_ENDSESSION:
             if (wParam != 0) {
                 StoreLayout();
@@ -129,6 +138,16 @@ bool frmMain::OnCreate() {
            m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
 }
 
+// Not while it is being asked, nor while a save waits for Total Commander.
+bool frmMain::AskWhetherToClose() {
+    if (m_isAskingToClose || m_session.IsBusy()) {
+        return false;
+    }
+    m_isAskingToClose = true;
+    const ScopeExit asked([this] { m_isAskingToClose = false; });
+    return m_session.AskSaveSettings();
+}
+
 void frmMain::OnDestroy() {
     StoreLayout();
     PostQuitMessage(0);
@@ -158,7 +177,7 @@ void frmMain::OnCommand(int id) {
 }
 
 void frmMain::Execute(Command command) {
-    if (!m_session.IsEnabled(command)) {
+    if (!m_session.IsEnabled(command) || m_session.IsBusy()) {
         return;
     }
     switch (command) {
@@ -168,8 +187,38 @@ void frmMain::Execute(Command command) {
         case Command::FileOpenDataFile:
             m_session.AskOpenDataFile();
             break;
+        case Command::FileSave:
+            m_session.SaveToSettingsFile();
+            break;
+        case Command::FileSaveAndRestart:
+            m_session.SaveAndRestart();
+            break;
         case Command::FileExit:
             PostMessageW(Handle(), WM_CLOSE, 0, 0);
+            break;
+        case Command::EditUndo:
+            m_session.Undo();
+            break;
+        case Command::EditRedo:
+            m_session.Redo();
+            break;
+        case Command::EditValue:
+            m_panes.Keys().BeginInplaceEdit();
+            break;
+        case Command::EditSetValue1:
+            OnValueCommand(m_session.SetValue("1"));
+            break;
+        case Command::EditSetValue0:
+            OnValueCommand(m_session.SetValue("0"));
+            break;
+        case Command::EditBrowseValue:
+            OnValueCommand(m_session.BrowseValue());
+            break;
+        case Command::EditComment:
+            m_session.CommentKey();
+            break;
+        case Command::EditDelete:
+            OnDeleteCommand();
             break;
         case Command::ViewToolbar:
             m_session.SetToolbarVisible(!m_session.IsToolbarVisible());
@@ -191,6 +240,19 @@ void frmMain::Execute(Command command) {
     }
 }
 
+void frmMain::OnValueCommand(bool isStored) {
+    if (isStored) {
+        m_panes.Keys().ContinueWithNextKey();
+    }
+}
+
+// A key whose value is being typed is not deleted.
+void frmMain::OnDeleteCommand() {
+    if (!m_panes.Keys().IsEditing()) {
+        m_session.DeleteKey();
+    }
+}
+
 void frmMain::ShowPopup(PopupMenu menu, POINT at) {
     m_menu.ShowPopup(Handle(), menu, at);
 }
@@ -201,7 +263,8 @@ void frmMain::ShowDropDown(Command command, const RECT& button) {
 
 void frmMain::OnActivate(UINT state) {
     if (state == WA_INACTIVE) {
-        m_lastFocus = GetFocus();
+        const HWND focus = GetFocus();
+        m_lastFocus = m_panes.Keys().IsPart(focus) ? m_panes.Keys().Handle() : focus;
     }
 }
 
@@ -280,6 +343,14 @@ void frmMain::OnKeyShown() {
     m_panes.Keys().ShowCurrentKey();
     m_panes.Description().ShowDescription();
     m_statusBar.ShowTarget();
+}
+
+void frmMain::OnKeyChanged(RowKey key) {
+    m_panes.Keys().ShowKey(key);
+}
+
+void frmMain::OnBeforeChange() {
+    m_panes.Keys().CloseInplaceEdit();
 }
 
 void frmMain::OnCommandsChanged() {

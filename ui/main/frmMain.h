@@ -27,7 +27,10 @@ public:
 private:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool OnCreate();
+    bool AskWhetherToClose();
     void OnCommand(int id);
+    void OnValueCommand(bool isStored);
+    void OnDeleteCommand();
     void OnSize(UINT kind);
     void OnActivate(UINT state);
     void OnSetFocus();
@@ -41,6 +44,8 @@ private:
     void OnCategorySelected() override;
     void OnKeyListChanged() override;
     void OnKeyShown() override;
+    void OnKeyChanged(RowKey key) override;
+    void OnBeforeChange() override;
     void OnCommandsChanged() override;
     void OnProgress(const ProgressMeter& progress) override;
     void OnProgressEnd() override;
@@ -61,6 +66,7 @@ private:
     MainStatusBar m_statusBar;
     bool m_isToolbarShown = false;
     bool m_startsMaximized = false;
+    bool m_isAskingToClose = false;
     HWND m_lastFocus = nullptr;
 };
 

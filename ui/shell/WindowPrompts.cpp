@@ -24,9 +24,25 @@ void WindowPrompts::SetOwner(HWND owner) {
     m_dialog.Setup(owner);
 }
 
+int WindowPrompts::ShowBox(const std::string& text, UINT flags) const {
+    return MessageBoxW(IsWindowVisible(m_owner) ? m_owner : nullptr, Widen(text).c_str(),
+                       m_title.c_str(), flags);
+}
+
 void WindowPrompts::ShowMessage(MessageIcon icon, const std::string& text) {
-    MessageBoxW(IsWindowVisible(m_owner) ? m_owner : nullptr, Widen(text).c_str(), m_title.c_str(),
-                MB_OK | IconFlag(icon));
+    ShowBox(text, MB_OK | IconFlag(icon));
+}
+
+// A box that could not be shown is no consent.
+Answer WindowPrompts::Ask(const std::string& text) {
+    switch (ShowBox(text, MB_YESNOCANCEL | MB_ICONQUESTION)) {
+        case IDYES:
+            return Answer::Yes;
+        case IDNO:
+            return Answer::No;
+        default:
+            return Answer::Cancel;
+    }
 }
 
 std::string WindowPrompts::BrowseForOpen(const FileQuestion& question) {

@@ -13,10 +13,14 @@ public:
     void SetOwner(HWND owner);
 
     void ShowMessage(MessageIcon icon, const std::string& text) override;
+    Answer Ask(const std::string& text) override;
     std::string BrowseForOpen(const FileQuestion& question) override;
+    std::string ColorSelect() override { return m_dialog.ColorSelect(); }
     void Beep() override;
 
 private:
+    int ShowBox(const std::string& text, UINT flags) const;
+
     std::wstring m_title;
     HWND m_owner = nullptr;
     cCommonDialog m_dialog;

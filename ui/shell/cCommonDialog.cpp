@@ -1,13 +1,11 @@
 #include "ui/shell/cCommonDialog.h"
 
-#include <commdlg.h>
-
 #include <algorithm>
-#include <array>
 
 #include "core/MissingValueMarker.h"
 #include "core/Paths.h"
 #include "core/WideText_win32.h"
+#include "ui/shell/DialogLibrary.h"
 #include "ui/toolkit/ScopeExit.h"
 
 namespace tamarind {
@@ -33,23 +31,7 @@ constexpr std::array<std::string_view, 10> kFilters = {
 
 constexpr DWORD kOpenFlags =
     OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
-static_assert(kOpenFlags == 530436);
-
-// As the dialog takes it: a NUL behind every part, another one at the end.
-std::wstring FilterForDialog(FileFilter filter) {
-    std::wstring text = Widen(FilterText(filter)) + L'|';
-    std::replace(text.begin(), text.end(), L'|', L'\0');
-    return text;
-}
-
-// The library of the dialogs, loaded when one is first needed: it brings many others with it, and
-// most starts of the program need none.
-template <typename Function>
-Function DialogFunction(const char* name) {
-    static const HMODULE library = LoadLibraryW(L"comdlg32.dll");
-    const FARPROC address = library != nullptr ? GetProcAddress(library, name) : nullptr;
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
-}
+static_assert(kOpenFlags == 530436 && (kOpenFlags | OFN_OVERWRITEPROMPT) == 530438);
 
 std::wstring CurrentFolder() {
     std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
@@ -63,12 +45,40 @@ std::string_view FilterText(FileFilter lngFilter) {
     return kFilters.at(static_cast<std::size_t>(lngFilter));
 }
 
+std::wstring FilterForDialog(FileFilter lngFilter) {
+    std::wstring text = Widen(FilterText(lngFilter)) + L'|';
+    std::replace(text.begin(), text.end(), L'|', L'\0');
+    return text;
+}
+
+DWORD SaveFlags(bool blnShowWarningMsg) {
+    return kOpenFlags | (blnShowWarningMsg ? OFN_OVERWRITEPROMPT : 0);
+}
+
+cCommonDialog::cCommonDialog() {
+    m_customColors.fill(RGB(255, 255, 255));
+}
+
 std::string cCommonDialog::BrowseForOpen(const std::string& strInitDir,
                                          const std::string& strFileName, FileFilter lngFilter,
                                          const std::string& strTitle) {
+    return Browse({"GetOpenFileNameW", L"Open", kOpenFlags, m_openFolder}, strInitDir, strFileName,
+                  lngFilter, strTitle);
+}
+
+std::string cCommonDialog::BrowseForSave(const std::string& strInitDir,
+                                         const std::string& strFileName, FileFilter lngFilter,
+                                         const std::string& strTitle, bool blnShowWarningMsg) {
+    return Browse({"GetSaveFileNameW", L"Save", SaveFlags(blnShowWarningMsg), m_saveFolder},
+                  strInitDir, strFileName, lngFilter, strTitle);
+}
+
+std::string cCommonDialog::Browse(const FileDialog& kind, const std::string& strInitDir,
+                                  const std::string& strFileName, FileFilter lngFilter,
+                                  const std::string& strTitle) const {
     const std::wstring filter = FilterForDialog(lngFilter);
-    const std::wstring folder = Widen(strInitDir.empty() ? m_openFolder : strInitDir);
-    const std::wstring title = strTitle.empty() ? L"Open" : Widen(strTitle);
+    const std::wstring folder = Widen(strInitDir.empty() ? kind.folder : strInitDir);
+    const std::wstring title = strTitle.empty() ? kind.title : Widen(strTitle);
     std::wstring path = Widen(strFileName);
     path.resize(kMaxPathUnits + 1);
 
@@ -78,32 +88,47 @@ std::string cCommonDialog::BrowseForOpen(const std::string& strInitDir,
 
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof(dialog);
-    dialog.hwndOwner = IsWindowVisible(m_owner) ? m_owner : nullptr;
+    dialog.hwndOwner = VisibleOwner();
     dialog.lpstrFilter = filter.c_str();
     dialog.nFilterIndex = 1;
     dialog.lpstrFile = path.data();
     dialog.nMaxFile = static_cast<DWORD>(path.size());
     dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     dialog.lpstrTitle = title.c_str();
-    dialog.Flags = kOpenFlags;
-    static const auto openFile = DialogFunction<decltype(&GetOpenFileNameW)>("GetOpenFileNameW");
+    dialog.Flags = kind.flags;
+    const auto chooseFile = DialogFunction<decltype(&GetOpenFileNameW)>(kind.function);
     static const auto lastError =
         DialogFunction<decltype(&CommDlgExtendedError)>("CommDlgExtendedError");
-    if (openFile == nullptr || lastError == nullptr) {
+    if (chooseFile == nullptr || lastError == nullptr) {
         return std::string(MissingValueMarker);
     }
-    BOOL isChosen = openFile(&dialog);
+    BOOL isChosen = chooseFile(&dialog);
     if (!isChosen && lastError() == FNERR_INVALIDFILENAME) {
         path[0] = L'\0';
-        isChosen = openFile(&dialog);
+        isChosen = chooseFile(&dialog);
     }
     // A dialog that could not be shown may come back with the proposed name.
     if (!isChosen || path.find(L'\\') == std::wstring::npos) {
         return std::string(MissingValueMarker);
     }
     std::string chosen = Narrow(path.c_str());
-    m_openFolder = FolderOfPath(chosen);
+    kind.folder = FolderOfPath(chosen);
     return chosen;
+}
+
+std::string cCommonDialog::ColorSelect() {
+    CHOOSECOLORW dialog{};
+    dialog.lStructSize = sizeof(dialog);
+    dialog.hwndOwner = VisibleOwner();
+    dialog.rgbResult = m_color;
+    dialog.lpCustColors = m_customColors.data();
+    dialog.Flags = CC_RGBINIT | CC_ANYCOLOR;
+    static const auto chooseColor = DialogFunction<decltype(&ChooseColorW)>("ChooseColorW");
+    if (chooseColor == nullptr || !chooseColor(&dialog)) {
+        return std::string(MissingValueMarker);
+    }
+    m_color = dialog.rgbResult;
+    return std::to_string(m_color);
 }
 
 }  // namespace tamarind

@@ -86,11 +86,27 @@ void VirtualList::SelectRow(int row) {
         Send(LVM_SETSELECTIONMARK, 0, row);
     }
     SetState(row, kSelectedState);
+    EnsureVisible(row);
+}
+
+void VirtualList::EnsureVisible(int row) {
     Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
 void VirtualList::RedrawRow(int row) {
     Send(LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+}
+
+RECT VirtualList::RowBounds(int row) const {
+    RECT bounds{LVIR_BOUNDS, 0, 0, 0};
+    Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
+    return bounds;
+}
+
+int VirtualList::HeaderHeight() const {
+    RECT bounds{};
+    GetClientRect(reinterpret_cast<HWND>(Send(LVM_GETHEADER)), &bounds);
+    return static_cast<int>(bounds.bottom);
 }
 
 std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
@@ -105,6 +121,11 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
             return OnFindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+        case NM_DBLCLK:
+            if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) {
+                m_source->OnRowActivated();
+            }
+            return 0;
         default:
             return std::nullopt;
     }
@@ -136,10 +157,24 @@ void VirtualList::OnItemChanged(const NMLISTVIEW& change) {
     }
 }
 
-std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM, LPARAM) {
+std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARAM) {
     switch (message) {
         case WM_SIZE:
             FitColumn();
+            m_source->OnListPlaced();
+            return std::nullopt;
+        case WM_MOVE:
+            m_source->OnListPlaced();
+            return std::nullopt;
+        case WM_KEYDOWN:
+            return m_source->OnListKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+        case WM_CHAR:
+            // No row begins with it: the list would beep.
+            return wParam == VK_RETURN ? std::optional<LRESULT>(0) : std::nullopt;
+        case WM_LBUTTONDOWN:
+        case WM_MBUTTONDOWN:
+        case WM_RBUTTONDOWN:
+            m_source->OnListPressed();
             return std::nullopt;
         case kCheckSelection:
             CheckSelection();

@@ -21,6 +21,14 @@ public:
     // Another row became the selected one, by mouse, keyboard or program.
     virtual void OnRowSelected(int row) = 0;
     virtual void OnListMenu(POINT at) = 0;
+    // A row was clicked twice.
+    virtual void OnRowActivated() = 0;
+    // A virtual-key code; whether it is done with.
+    virtual bool OnListKey(WPARAM key) = 0;
+    // A mouse button went down on the list.
+    virtual void OnListPressed() = 0;
+    // The list has another place or size.
+    virtual void OnListPlaced() = 0;
 
 protected:
     ~VirtualListSource() = default;
@@ -45,7 +53,13 @@ public:
     // Selects a row and brings it into view.
     void SelectRow(int row);
     int SelectedRow() const { return m_row; }
+    void EnsureVisible(int row);
     void RedrawRow(int row);
+
+    // In pixels of the list.
+    RECT RowBounds(int row) const;
+    // The height of the column's title at the top of the list, in pixels.
+    int HeaderHeight() const;
 
 private:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;

@@ -14,8 +14,10 @@ namespace tamarind {
 class ScriptedPrompts final : public UserPrompts {
 public:
     std::deque<std::string> filesToChoose;
+    std::deque<std::string> colorsToChoose;
+    std::deque<Answer> answers;  // Cancel beyond its end
 
-    std::vector<std::string> messages;  // "!" or "X" for the icon, then the text
+    std::vector<std::string> messages;  // "!", "X" or "?" for the icon, then the text
     std::vector<FileQuestion> questions;
     int beeps = 0;
 
@@ -23,17 +25,32 @@ public:
         messages.push_back((icon == MessageIcon::Critical ? "X" : "!") + text);
     }
 
+    Answer Ask(const std::string& text) override {
+        messages.push_back("?" + text);
+        return Next(answers, Answer::Cancel);
+    }
+
     std::string BrowseForOpen(const FileQuestion& question) override {
         questions.push_back(question);
-        if (filesToChoose.empty()) {
-            return std::string(MissingValueMarker);
-        }
-        const std::string chosen = filesToChoose.front();
-        filesToChoose.pop_front();
-        return chosen;
+        return Next(filesToChoose, std::string(MissingValueMarker));
+    }
+
+    std::string ColorSelect() override {
+        return Next(colorsToChoose, std::string(MissingValueMarker));
     }
 
     void Beep() override { ++beeps; }
+
+private:
+    template <typename T>
+    static T Next(std::deque<T>& script, T otherwise) {
+        if (script.empty()) {
+            return otherwise;
+        }
+        T next = script.front();
+        script.pop_front();
+        return next;
+    }
 };
 
 }  // namespace tamarind

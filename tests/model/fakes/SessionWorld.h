@@ -10,6 +10,7 @@
 #include "tests/core/fakes/FakeEnvironment.h"
 #include "tests/core/fakes/MemoryFileSystem.h"
 #include "tests/core/fakes/MemoryRegistry.h"
+#include "tests/model/fakes/FakePrograms.h"
 #include "tests/model/fakes/ScriptedPrompts.h"
 
 namespace tamarind {
@@ -29,6 +30,7 @@ public:
     MemoryRegistry registry;
     FakeEnvironment environment;
     ScriptedPrompts prompts;
+    FakePrograms programs;
     std::unique_ptr<EditorSession> session;
 
     SessionWorld() {
@@ -59,8 +61,14 @@ public:
     }
 
     bool Start(const std::string& commandLine = "") {
-        session = std::make_unique<EditorSession>(SessionServices{
-            files, registry, environment, prompts, "C:\\Tamarind\\", "5.01", {15360, 11520}});
+        session = std::make_unique<EditorSession>(SessionServices{files,
+                                                                  registry,
+                                                                  environment,
+                                                                  prompts,
+                                                                  programs,
+                                                                  "C:\\Tamarind\\",
+                                                                  "5.01",
+                                                                  {15360, 11520}});
         session->LoadSettings();
         return session->Activate(commandLine);
     }

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/IniDocument.h"
+
+namespace tamarind {
+
+enum class KeyForm { Active, Commented };
+
+// A shown value as it is stored: without the spaces around it.
+std::string_view StoredValue(std::string_view shown);
+
+// Writes a value as the user sees it, so that reading gives it back: a text that reading would
+// strip of its outer quotes gets one more pair. A line that reads as this value already, through
+// the reader's buffer, keeps its bytes. With `replacesOtherForm` the key has this form only
+// afterwards: a line of this form is used if there is one, else the first line of the other form
+// becomes it where it stands.
+IniEdit WriteShownValue(IniDocument& document, std::string_view section, std::string_view key,
+                        KeyForm form, bool replacesOtherForm, std::string_view shown);
+
+}  // namespace tamarind

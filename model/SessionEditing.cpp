@@ -1,0 +1,190 @@
+// The half of EditorSession that changes keys and saves them.
+#include "core/MissingValueMarker.h"
+#include "core/Unicode.h"
+#include "core/cProfile.h"
+#include "model/ColorKeys.h"
+#include "model/EditorSession.h"
+#include "model/StringTable.h"
+
+namespace tamarind {
+
+bool EditorSession::CanEditKey() const {
+    return m_currentKey != 0 && !ShowsHeading();
+}
+
+std::optional<EditorSession::EditStart> EditorSession::BeginInplaceEdit() {
+    if (!CanEditKey() || m_isBusy) {
+        m_services.prompts.Beep();
+        return std::nullopt;
+    }
+    const KeyRecord record = Record(m_currentKey);
+    EditStart start;
+    start.text = VisibleText(record);
+    if (record.Looks().isGhosted) {
+        start.text.append(1, '=').append(record.defaultValue);
+    }
+    const std::size_t equals = start.text.find('=');
+    if (equals != std::string::npos) {
+        start.selectionStart = Utf16Length(std::string_view(start.text).substr(0, equals + 1));
+    }
+    return start;
+}
+
+bool EditorSession::StoreEditedValue(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    return SetValue(equals == std::string::npos ? text : text.substr(equals + 1));
+}
+
+bool EditorSession::SetValue(const std::string& value) {
+    if (!CanEditKey() || m_isBusy) {
+        m_services.prompts.Beep();
+        return false;
+    }
+    // A longer one could be saved but not be read again.
+    if (CutToBuffer(value).size() < value.size()) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kValueTooLong));
+        return false;
+    }
+    m_listener->OnBeforeChange();
+    m_editor.SetValue(m_currentKey, value);
+    ShowChange(m_currentKey);
+    return true;
+}
+
+bool EditorSession::BrowseValue() {
+    if (!CanEditKey() || m_isBusy) {
+        m_services.prompts.Beep();
+        return false;
+    }
+    const std::string value = HasColor(Record(m_currentKey)) ? m_services.prompts.ColorSelect()
+                                                             : m_services.prompts.BrowseForOpen({});
+    return value != MissingValueMarker && SetValue(value);
+}
+
+void EditorSession::CommentKey() {
+    if (!CanEditKey() || m_isBusy || !m_editor.Comment(m_currentKey)) {
+        return;
+    }
+    m_listener->OnBeforeChange();
+    ShowChange(m_currentKey);
+    if (SelectsNextKey()) {
+        SelectNextKey();
+    }
+}
+
+void EditorSession::DeleteKey() {
+    if (!CanEditKey() || m_isBusy || !m_editor.Delete(m_currentKey)) {
+        return;
+    }
+    m_listener->OnBeforeChange();
+    ShowChange(m_currentKey);
+    if (SelectsNextKey()) {
+        SelectNextKey();
+    }
+}
+
+bool EditorSession::SelectNextKey() {
+    const std::size_t next = m_keys.RowOf(m_currentKey) + 1;
+    if (next >= m_keys.Size()) {
+        return false;
+    }
+    ShowKeyDetails(next);
+    return true;
+}
+
+// Undo and redo work while any key is shown, whichever category their own key is in.
+void EditorSession::Replay(bool isUndo) {
+    if (ShowsHeading() || m_isBusy) {
+        return;
+    }
+    m_listener->OnBeforeChange();
+    const RowKey key = isUndo ? m_editor.Undo() : m_editor.Redo();
+    if (key == 0) {
+        return;
+    }
+    const std::size_t row = m_keys.RowOf(key);
+    if (row < m_keys.Size()) {
+        m_currentKey = key;
+        m_listener->OnKeyShown();
+    }
+    ShowChange(key);
+}
+
+void EditorSession::ShowChange(RowKey key) {
+    m_listener->OnKeyChanged(key);
+    SetModified(true);
+}
+
+void EditorSession::SetModified(bool isModified) {
+    m_isModified = isModified;
+    m_listener->OnCommandsChanged();
+}
+
+std::optional<ColorSample> EditorSession::CurrentColor() const {
+    if (!CanEditKey() || !HasColor(Record(m_currentKey))) {
+        return std::nullopt;
+    }
+    return ColorOfValue(m_store.CurrentValue(m_currentKey));
+}
+
+bool EditorSession::AskSaveSettings() {
+    if (!m_isModified) {
+        return true;
+    }
+    switch (m_services.prompts.Ask(Text(text::kSaveChangesTo) + "  " + m_settingsPath + "\n")) {
+        case Answer::Yes:
+            return SaveToSettingsFile();
+        case Answer::No:
+            return true;
+        case Answer::Cancel:
+            break;
+    }
+    return false;
+}
+
+bool EditorSession::Save(bool restarts) {
+    if (m_isBusy) {
+        return false;
+    }
+    m_listener->OnBeforeChange();
+    if (m_settingsPath.empty() || m_settingsPath == MissingValueMarker) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kNoSettingsFile));
+        return false;
+    }
+    const auto restart = [&](bool closeOnly, const char* switchText) {
+        m_isBusy = true;
+        m_listener->OnCommandsChanged();
+        m_totalCommander.RestartTotalCommander(closeOnly, true, switchText, m_settingsPath,
+                                               m_settings.Path());
+        m_isBusy = false;
+    };
+    if (restarts) {
+        restart(true, " /i=");
+    }
+    const SaveResult result = WriteChanges(m_store, m_services.files, m_settingsPath);
+    if (result.Succeeded()) {
+        SetModified(false);
+    }
+    if (restarts) {
+        restart(false, m_target == SettingsTarget::WcxFtp ? " /f=" : " /i=");
+    }
+    m_listener->OnCommandsChanged();
+    if (!result.Succeeded()) {
+        ReportUnsaved(result);
+    }
+    return result.Succeeded();
+}
+
+void EditorSession::ReportUnsaved(const SaveResult& result) {
+    std::string reason = m_language.Reason(result.error);
+    if (result.refusedKey != 0) {
+        const KeyRecord record = Record(result.refusedKey);
+        reason = Text(result.refused == IniEdit::NameNotEncodable ? text::kNameNotEncodable
+                                                                  : text::kTextNotStorable) +
+                 " [" + std::string(record.targetSection) + "] " + std::string(record.keyName);
+    }
+    m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kCannotSaveFile) + " " +
+                                                                 m_settingsPath + "\n\n" + reason);
+}
+
+}  // namespace tamarind

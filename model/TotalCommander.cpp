@@ -1,0 +1,49 @@
+#include "model/TotalCommander.h"
+
+#include "core/Paths.h"
+
+namespace tamarind {
+
+std::string TotalCommander::InstallFolder(const std::string& ownSettings) {
+    std::string folder = m_environment.Variable("Commander_Path");
+    if (folder.empty()) {
+        const IniSnapshot settings = m_files.Read(ownSettings);
+        const auto value = settings.document->FindValue("Common", "TCInstallDir");
+        folder = value ? std::string(*value) : std::string();
+    }
+    return folder.empty() ? folder : AddBackslash(folder);
+}
+
+// Most of today's users have the 64-bit program alone.
+std::string TotalCommander::ProgramPath(const std::string& folder) const {
+    const std::string program = folder + "Totalcmd.exe";
+    const std::string program64 = folder + "TOTALCMD64.EXE";
+    FileSystem& files = m_files.Files();
+    return !FileExists(program, files) && FileExists(program64, files) ? program64 : program;
+}
+
+void TotalCommander::RestartTotalCommander(bool closeOnly, bool withArguments,
+                                           const std::string& switchText,
+                                           const std::string& settingsPath,
+                                           const std::string& ownSettings) {
+    const std::string folder = InstallFolder(ownSettings);
+    if (folder.empty()) {
+        return;
+    }
+    if (m_programs.IsTotalCommanderRunning()) {
+        m_programs.BringTotalCommanderToFront();
+        if (closeOnly) {
+            m_programs.CloseTotalCommander();
+        }
+    }
+    m_programs.WaitHalfSecond();
+    if (!closeOnly) {
+        std::string commandLine = "\"" + ProgramPath(folder) + "\"";
+        if (withArguments) {
+            commandLine += switchText + "\"" + settingsPath + "\"";
+        }
+        m_programs.Start(commandLine);
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,208 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "core/WideText_win32.h"
+#include "tests/app/ProgramFixture.h"
+#include "ui/main/ControlIds.h"
+
+namespace tamarind {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* kEditedSettings =
+    "[Configuration]\r\nPanelsVertical=7\r\n;ShowHidden=0\r\n[Colors]\r\nBackColor=5\r\n";
+
+class EditingTest : public ProgramTest {
+protected:
+    std::unique_ptr<RunningProgram> program;
+    HWND window = nullptr;
+    HWND box = nullptr;
+
+    void Start() {
+        program = std::make_unique<RunningProgram>(folder, Quoted(L"data.tmdf"));
+        window = program->WaitForMainWindow();
+        box = program->Control(kIdTxtInplaceEdit);
+        ASSERT_NE(box, nullptr);
+        ASSERT_TRUE(WaitUntil([&] { return GetForegroundWindow() == window; }));
+    }
+    bool WaitForBox(const std::string& text) const {
+        return WaitUntil([&] {
+            return IsWindowVisible(box) && program->Focus() == kIdTxtInplaceEdit &&
+                   RunningProgram::TextOf(box) == text;
+        });
+    }
+    bool WaitForNoBox() const {
+        return WaitUntil([&] { return !IsWindowVisible(box); });
+    }
+    bool WaitForFocus(int id) const {
+        return WaitUntil([&] { return program->Focus() == id; });
+    }
+    // From the tree, which has the focus at first, to the list.
+    void FocusList() const {
+        TypeWithXdotool(std::string(kActivateEditor) + "key Tab");
+        ASSERT_TRUE(WaitForFocus(kIdListView1));
+    }
+    // Leaves 7 in the first row, still to be saved.
+    void EditFirstRow() const {
+        FocusList();
+        TypeWithXdotool("key Return");
+        ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
+        TypeWithXdotool("key 7 Return");
+        ASSERT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+    }
+    HWND AskToClose() const {
+        TypeWithXdotool("key alt+F4");
+        return program->WaitForDialog();
+    }
+    void CloseWithoutSaving() const { program->Answer(AskToClose(), IDNO); }
+};
+
+TEST_F(EditingTest, ValuesAreTypedUndoneAndSaved) {
+    Start();
+    TypeWithXdotool(kActivateEditor + ("mousemove " + program->PlaceOfRow(0)) +
+                    " click --repeat 2 --delay 60 1");
+    ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
+    TypeWithXdotool("key 7 Return");
+    ASSERT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+    EXPECT_TRUE(WaitForNoBox());
+    EXPECT_TRUE(WaitForFocus(kIdListView1));
+    TypeWithXdotool("key ctrl+z");
+    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));
+    TypeWithXdotool("key ctrl+y");
+    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+
+    // A click on the list drops the text, and so does saving.
+    TypeWithXdotool("key Return");
+    ASSERT_TRUE(WaitForBox("PanelsVertical=7"));
+    TypeWithXdotool("key 8");
+    ASSERT_TRUE(WaitForBox("PanelsVertical=8"));
+    TypeWithXdotool("mousemove " + program->PlaceOfRow(1) + " click 1");
+    EXPECT_TRUE(WaitForNoBox());
+    TypeWithXdotool("key Return");
+    ASSERT_TRUE(WaitForBox("ShowHidden=0"));
+    TypeWithXdotool("key 8 ctrl+s");
+    EXPECT_TRUE(WaitUntil([&] { return folder.Read(L"Wincmd.ini") == kEditedSettings; }));
+    EXPECT_TRUE(WaitForNoBox());
+    EXPECT_THAT(program->ListRows(9),
+                ElementsAre("PanelsVertical=7", "ShowHidden=0", "BackColor=5"));
+}
+
+TEST_F(EditingTest, KeysBelongToTheBoxWhileItIsOpen) {
+    Start();
+    EditFirstRow();
+    TypeWithXdotool("key Return");
+    ASSERT_TRUE(WaitForBox("PanelsVertical=7"));
+    // Neither of them is the list's or the menu's: the key stays, nothing is undone.
+    TypeWithXdotool("key Delete");
+    EXPECT_TRUE(WaitForBox("PanelsVertical="));
+    TypeWithXdotool("key ctrl+z");
+    EXPECT_TRUE(WaitForBox("PanelsVertical=7"));
+    TypeWithXdotool("key ctrl+a Delete");
+    EXPECT_TRUE(WaitForBox(""));
+    TypeWithXdotool("key ctrl+y 9 Escape");
+    EXPECT_TRUE(WaitForNoBox());
+    EXPECT_TRUE(WaitForFocus(kIdListView1));
+    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+
+    TypeWithXdotool("key Return");
+    ASSERT_TRUE(WaitForBox("PanelsVertical=7"));
+    TypeWithXdotool("key 9 Tab");
+    EXPECT_TRUE(WaitForFocus(kIdTxtDescriptionBox));
+    EXPECT_FALSE(IsWindowVisible(box));
+    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+
+    // In the list they are the commands' keys.
+    TypeWithXdotool("key shift+Tab Delete");
+    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical"));
+    CloseWithoutSaving();
+}
+
+TEST_F(EditingTest, WalksFromKeyToKey) {
+    folder.Write(L"tamarind editors.ini", "[ConfigurationEditor]\r\nAutoSelectNextKey=1\r\n");
+    Start();
+    EditFirstRow();
+    ASSERT_TRUE(WaitForBox("ShowHidden=0"));
+    EXPECT_EQ(program->SelectedRow(), 1);
+    TypeWithXdotool("key 8 Return");
+    ASSERT_TRUE(WaitForBox("BackColor=5"));
+    TypeWithXdotool("key 9 Return");
+    EXPECT_TRUE(program->WaitForRow(2, "BackColor=9"));
+    EXPECT_TRUE(WaitForNoBox());
+    EXPECT_EQ(program->SelectedRow(), 2);
+    EXPECT_THAT(program->ListRows(9),
+                ElementsAre("PanelsVertical=7", "ShowHidden=8", "BackColor=9"));
+    CloseWithoutSaving();
+}
+
+TEST_F(EditingTest, ClosingAsksWhatToDoWithChanges) {
+    struct Case {
+        int button;
+        const char* settings;
+    };
+    for (const Case& testCase :
+         {Case{IDCANCEL, kSettings}, {IDNO, kSettings}, {IDYES, kEditedSettings}}) {
+        SCOPED_TRACE(testCase.button);
+        Start();
+        EditFirstRow();
+        const HWND dialog = AskToClose();
+        EXPECT_THAT(RunningProgram::DialogText(dialog),
+                    HasSubstr("Save changes to  " + Narrow(folder.Path(L"Wincmd.ini"))));
+        PostMessageW(window, WM_CLOSE, 0, 0);  // asks no second time
+        program->Answer(dialog, testCase.button);
+        if (testCase.button == IDCANCEL) {
+            EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+            TypeWithXdotool("key ctrl+z");
+            EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));
+            CloseWithoutSaving();
+        }
+        EXPECT_TRUE(program->WaitForEnd());
+        EXPECT_EQ(folder.Read(L"Wincmd.ini"), testCase.settings);
+    }
+}
+
+TEST_F(EditingTest, ASaveThatFailsLeavesTheChangesPending) {
+    const std::wstring path = folder.Path(L"Wincmd.ini");
+    Start();
+    EditFirstRow();
+    const auto expectFailure = [&](const char* reason) {
+        TypeWithXdotool("key ctrl+s");
+        const HWND dialog = program->WaitForDialog();
+        EXPECT_THAT(RunningProgram::DialogText(dialog), HasSubstr(reason));
+        program->Answer(dialog, IDOK);
+        EXPECT_TRUE(WaitForFocus(kIdListView1));
+        EXPECT_EQ(folder.Read(L"Wincmd.ini"), kSettings);
+    };
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+    expectFailure("It is read-only.");
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    const HANDLE lock = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    expectFailure("Another program is using it.");
+    CloseHandle(lock);
+    TypeWithXdotool("key ctrl+s");
+    EXPECT_TRUE(WaitUntil([&] { return folder.Read(L"Wincmd.ini") == kEditedSettings; }));
+}
+
+TEST_F(EditingTest, AValueThatIsTooLongStaysInTheBox) {
+    Start();
+    FocusList();
+    TypeWithXdotool("key Return");
+    ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
+    const std::wstring text(100000, L'x');
+    SendMessageW(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    TypeWithXdotool("key End y Return");
+    const HWND dialog = program->WaitForDialog();
+    EXPECT_THAT(RunningProgram::DialogText(dialog), HasSubstr("at most 4,095 characters"));
+    program->Answer(dialog, IDOK);
+    EXPECT_TRUE(WaitForFocus(kIdTxtInplaceEdit));
+    EXPECT_TRUE(IsWindowVisible(box));
+    EXPECT_EQ(SendMessageW(box, WM_GETTEXTLENGTH, 0, 0), 100001);
+    TypeWithXdotool("key Escape");
+    EXPECT_TRUE(WaitForNoBox());
+    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));
+}
+
+}  // namespace
+}  // namespace tamarind

@@ -1,0 +1,114 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "core/WideText_win32.h"
+#include "model/Commands.h"
+#include "tests/app/ProgramFixture.h"
+#include "ui/main/ControlIds.h"
+
+namespace tamarind {
+namespace {
+
+constexpr const wchar_t* kStandinClass = L"TTOTAL_CMD";
+constexpr const char* kChangedSettings =
+    "[Configuration]\r\nPanelsVertical=0\r\n;ShowHidden=0\r\n[Colors]\r\nBackColor=5\r\n";
+
+// With Total Commander's stand-in in the program's folder.
+class RestartTest : public ProgramTest {
+protected:
+    void SetUp() override {
+        ProgramTest::SetUp();
+        folder.AddProgram(L"standin\\Totalcmd.exe");
+        SetEnvironmentVariableW(L"Commander_Path", folder.Path(L"").c_str());
+    }
+    void TearDown() override {
+        DeleteFileW(folder.Path(L"refuse").c_str());
+        EXPECT_TRUE(WaitUntil([] {
+            const HWND standin = FindWindowW(kStandinClass, nullptr);
+            PostMessageW(standin, standin != nullptr ? WM_CLOSE : WM_NULL, 0, 0);
+            return standin == nullptr;
+        }));
+        // A program's file can be deleted once it has ended.
+        EXPECT_TRUE(WaitUntil([&] { return DeleteFileW(folder.Path(L"Totalcmd.exe").c_str()); }));
+        SetEnvironmentVariableW(L"Commander_Path", nullptr);
+        ProgramTest::TearDown();
+    }
+
+    std::string StandinCommand() const {
+        return Narrow(Quoted(L"Totalcmd.exe") + L" /i=" + Quoted(L"Wincmd.ini")) + "\n";
+    }
+    bool WaitForStarts(int count) const {
+        return WaitUntil([&] {
+            const std::string starts = folder.Read(L"started.txt");
+            return std::count(starts.begin(), starts.end(), '\n') == count;
+        });
+    }
+    void StartStandin() const {
+        STARTUPINFOW startup = {};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION process = {};
+        std::wstring line = Widen(StandinCommand());
+        line.pop_back();
+        CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                       &process);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        ASSERT_TRUE(WaitForStarts(1));
+    }
+    static int CountStandins() {
+        int count = 0;
+        for (HWND found = nullptr;
+             (found = FindWindowExW(nullptr, found, kStandinClass, nullptr)) != nullptr;) {
+            ++count;
+        }
+        return count;
+    }
+    // Sets the first key to 0 by the Edit menu, as soon as the window has the focus.
+    void SetFirstValue(RunningProgram& program) const {
+        const HWND window = program.WaitForMainWindow();
+        ASSERT_NE(window, nullptr);
+        TypeWithXdotool(kActivateEditor + ("mousemove " + program.PlaceOfRow(0)) + " click 1");
+        ASSERT_TRUE(WaitUntil([&] { return program.Focus() == kIdListView1; }));
+        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(Command::EditSetValue0), 0);
+        ASSERT_TRUE(program.WaitForRow(0, "PanelsVertical=0"));
+    }
+};
+
+// It would write its own settings over the saved ones if it were not closed before.
+TEST_F(RestartTest, SavesBetweenClosingAndStartingTotalCommander) {
+    StartStandin();
+    RunningProgram program(folder, Quoted(L"data.tmdf"));
+    SetFirstValue(program);
+    // File > Save and Restart Total Commander, by their access keys.
+    TypeWithXdotool("key --delay 100 alt+f c");
+    ASSERT_TRUE(WaitForStarts(2));
+    EXPECT_EQ(CountStandins(), 1);
+    EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
+    EXPECT_EQ(folder.Read(L"started.txt"), StandinCommand() + StandinCommand());
+}
+
+TEST_F(RestartTest, SavesAndStartsOneMoreWhenItRefusesToClose) {
+    StartStandin();
+    folder.Write(L"refuse", "");
+    RunningProgram program(folder, Quoted(L"data.tmdf"));
+    SetFirstValue(program);
+    TypeWithXdotool("key --delay 100 alt+f c");
+    ASSERT_TRUE(WaitForStarts(2));
+    EXPECT_EQ(CountStandins(), 2);
+    EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
+}
+
+TEST_F(RestartTest, EverySaveStartsItWhenTheSettingsSaySo) {
+    folder.Write(L"tamarind editors.ini", "[ConfigurationEditor]\r\nAlwaysRestartTC=1\r\n");
+    RunningProgram program(folder, Quoted(L"data.tmdf"));
+    SetFirstValue(program);
+    TypeWithXdotool("key ctrl+s");
+    ASSERT_TRUE(WaitForStarts(1));
+    EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
+    EXPECT_EQ(folder.Read(L"started.txt"), StandinCommand());
+}
+
+}  // namespace
+}  // namespace tamarind

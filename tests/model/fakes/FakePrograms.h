@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "model/TotalCommander.h"
+
+namespace tamarind {
+
+// Keeps what was done to other programs, in order.
+class FakePrograms final : public OtherPrograms {
+public:
+    bool isRunning = false;
+    bool refusesToClose = false;
+    std::vector<std::string> calls;
+    std::function<void()> onWait = [] {};
+
+    bool IsTotalCommanderRunning() override { return isRunning; }
+    void BringTotalCommanderToFront() override { calls.emplace_back("front"); }
+    void CloseTotalCommander() override {
+        calls.emplace_back("close");
+        isRunning = refusesToClose;
+    }
+    void WaitHalfSecond() override {
+        calls.emplace_back("wait");
+        onWait();
+    }
+    void Start(const std::string& commandLine) override { calls.push_back("start " + commandLine); }
+};
+
+}  // namespace tamarind

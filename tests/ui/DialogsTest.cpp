@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include "ui/shell/RealOtherPrograms.h"
+#include "ui/shell/cCommonDialog.h"
+#include "ui/shell/cFontDlg.h"
+
+namespace tamarind {
+namespace {
+
+TEST(CommonDialog, FiltersAndFlagsAreWhatTheDialogsTake) {
+    EXPECT_EQ(FilterForDialog(FileFilter::Pictures),
+              std::wstring(L"Picture File (*.ico;*.bmp)\0*.ico;*.bmp\0", 40));
+    EXPECT_EQ(FilterForDialog(FileFilter::AllFilesAndPrograms).find(L"All Files"), 0U);
+    EXPECT_THROW(FilterText(static_cast<FileFilter>(10)), std::out_of_range);
+    EXPECT_EQ(SaveFlags(false), 530436U);
+    EXPECT_EQ(SaveFlags(true), 530438U);
+}
+
+TEST(FontDialog, TranslatesItsValuesBothWays) {
+    cFontDlg dialog;
+    dialog.mvarFontName = "Microsoft Sans Serif";
+    dialog.mvarFontSize = 12;
+    dialog.mvarFontStyle = 1 | 4;
+    dialog.mvarFontScript = RUSSIAN_CHARSET;
+    LOGFONTW font = dialog.LogicalFont(144);
+    EXPECT_EQ(font.lfHeight, -24);
+    EXPECT_EQ(font.lfWeight, 700);
+    EXPECT_FALSE(font.lfItalic);
+    EXPECT_TRUE(font.lfStrikeOut);
+    EXPECT_EQ(font.lfCharSet, RUSSIAN_CHARSET);
+    EXPECT_EQ(font.lfPitchAndFamily, 16);
+    EXPECT_EQ(font.lfFaceName, std::wstring(L"Microsoft Sans Serif"));
+    CHOOSEFONTW record = dialog.DialogRecord(font, nullptr);
+    EXPECT_EQ(record.iPointSize, 120);
+    EXPECT_EQ(record.nSizeMin, 8);
+    EXPECT_EQ(record.nSizeMax, 72);
+    EXPECT_EQ(record.Flags, 74051U);
+
+    font.lfWeight = 400;
+    font.lfItalic = font.lfUnderline = TRUE;
+    font.lfStrikeOut = FALSE;
+    record.iPointSize = 90;
+    dialog.TakeChoice(font, record);
+    EXPECT_EQ(dialog.mvarFontStyle, 2 | 8);
+    EXPECT_EQ(dialog.mvarFontSize, 9);
+}
+
+TEST(OtherPrograms, TheWaitHandlesMessagesAndPutsTheEndBack) {
+    static int ticks = 0;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR, DWORD) { ++ticks; });
+    const ULONGLONG start = GetTickCount64();
+    RealOtherPrograms programs;
+    programs.WaitHalfSecond();
+    EXPECT_GE(GetTickCount64() - start, 480U);  // that clock is a coarse one
+    EXPECT_GT(ticks, 1);
+    KillTimer(nullptr, timer);
+    PostQuitMessage(7);
+    programs.WaitHalfSecond();
+    EXPECT_GE(GetTickCount64() - start, 960U);
+    MSG message{};
+    ASSERT_TRUE(PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE));
+    EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
+    EXPECT_EQ(message.wParam, 7U);
+}
+
+}  // namespace
+}  // namespace tamarind

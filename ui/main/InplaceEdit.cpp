@@ -1,0 +1,166 @@
+#include "ui/main/InplaceEdit.h"
+
+#include <algorithm>
+
+#include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/ScopeExit.h"
+
+namespace tamarind {
+namespace {
+
+constexpr UINT kScrollCheckMs = 50;
+constexpr int kIconWidth = 19;  // pixels at 96 DPI, left of the row's text
+constexpr Twips kRowMargin{30};
+constexpr Twips kTextMargin{300};
+constexpr Twips kListMargin{690};
+constexpr Twips kLeastCap{270};
+constexpr WPARAM kControlA = 1;
+
+}  // namespace
+
+bool InplaceEdit::Create(HWND parent, int id, InplaceEditListener& listener) {
+    m_listener = &listener;
+    if (!CreateControl(WC_EDITW, parent, id, WS_BORDER | ES_LEFT | ES_AUTOHSCROLL)) {
+        return false;
+    }
+    Send(EM_SETLIMITTEXT, 0);  // as much as there is room for
+    return true;
+}
+
+void InplaceEdit::SetDpi(int dpi) {
+    m_dpi = dpi;
+    Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
+    if (IsOpen()) {
+        m_textWidth = TextWidth(Text());
+        SetBounds(Place());
+    }
+}
+
+void InplaceEdit::Open(int row, const std::wstring& text, std::size_t selectionStart) {
+    m_row = row;
+    m_textWidth = TextWidth(text);
+    SetWindowTextW(Handle(), text.c_str());
+    const RECT at = Place();
+    SetWindowPos(Handle(), HWND_TOP, at.left, at.top, at.right - at.left, at.bottom - at.top,
+                 SWP_SHOWWINDOW);
+    SetFocus(Handle());
+    Send(EM_SETSEL, selectionStart, static_cast<LPARAM>(text.size()));
+    Timer2.Start(Handle(), kScrollCheckMs);
+}
+
+void InplaceEdit::Close() {
+    if (!IsOpen()) {
+        return;
+    }
+    m_row = VirtualList::kNoRow;
+    Timer2.Stop();
+    if (GetFocus() == Handle()) {
+        SetFocus(m_list.Handle());
+    }
+    Show(false);
+}
+
+void InplaceEdit::FollowList() {
+    if (IsOpen()) {
+        RECT former{};
+        GetWindowRect(Handle(), &former);
+        MapWindowPoints(nullptr, GetParent(Handle()), reinterpret_cast<POINT*>(&former), 2);
+        const RECT at = Place();
+        SetBounds({at.left, former.top, at.right, former.bottom});
+    }
+}
+
+// The same lengths as the list's own rows and column have, so that the text stays where it was.
+RECT InplaceEdit::Place() const {
+    const auto pixels = [this](Twips length) { return ToPixels(length, m_dpi).value; };
+    RECT list{};
+    GetWindowRect(m_list.Handle(), &list);
+    MapWindowPoints(nullptr, GetParent(Handle()), reinterpret_cast<POINT*>(&list), 2);
+    const RECT row = m_list.RowBounds(m_row);
+    const int listWidth = static_cast<int>(list.right - list.left);
+    const int cap = std::max(listWidth - pixels(kListMargin), pixels(kLeastCap));
+    RECT at{};
+    at.left = list.left + row.left + ScaledPixels(kIconWidth, m_dpi);
+    at.top = list.top + row.top + pixels(kRowMargin);
+    at.right = at.left + std::min(m_textWidth + pixels(kTextMargin), cap);
+    at.bottom = at.top + (row.bottom - row.top) - pixels(kRowMargin);
+    return at;
+}
+
+int InplaceEdit::TextWidth(const std::wstring& text) const {
+    const ScreenDC dc(Handle());
+    const SelectedObject font(dc.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+    SIZE size{};
+    GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+    return static_cast<int>(size.cx);
+}
+
+std::wstring InplaceEdit::Text() const {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle())) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(Handle(), text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+std::optional<LRESULT> InplaceEdit::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_CHAR:
+            return OnCharacter(wParam, lParam) ? std::optional<LRESULT>(0) : std::nullopt;
+        case WM_KILLFOCUS:
+            // A message about the text takes the focus for a while only.
+            if (!m_isEntering) {
+                Close();
+            }
+            return std::nullopt;
+        default:
+            return std::nullopt;
+    }
+}
+
+// Returns whether the character is done with. The box itself would beep at those of the keys.
+bool InplaceEdit::OnCharacter(WPARAM unit, LPARAM flags) {
+    switch (unit) {
+        case VK_RETURN:
+            // The key that opened the box, still held down, enters nothing.
+            if ((HIWORD(flags) & KF_REPEAT) == 0) {
+                Enter();
+            }
+            return true;
+        case VK_ESCAPE:
+            Close();
+            return true;
+        case kControlA:
+            Send(EM_SETSEL, 0, -1);
+            return true;
+        default:
+            return unit == L'\n' || unit == L'\t';
+    }
+}
+
+void InplaceEdit::Enter() {
+    if (!IsOpen() || m_isEntering) {
+        return;
+    }
+    bool isTaken = false;
+    {
+        m_isEntering = true;
+        const ScopeExit entered([this] { m_isEntering = false; });
+        isTaken = m_listener->OnTextEntered(Text());
+    }
+    if (isTaken) {
+        Close();
+    } else if (IsOpen()) {
+        SetFocus(Handle());
+    }
+}
+
+void InplaceEdit::OnTick() {
+    RECT at{};
+    GetWindowRect(Handle(), &at);
+    MapWindowPoints(nullptr, GetParent(Handle()), reinterpret_cast<POINT*>(&at), 2);
+    if (at.top != Place().top) {
+        Close();
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "model/TotalCommander.h"
+
+namespace tamarind {
+
+// Total Commander and other programs on this desktop.
+class RealOtherPrograms final : public OtherPrograms {
+public:
+    bool IsTotalCommanderRunning() override;
+    void BringTotalCommanderToFront() override;
+    void CloseTotalCommander() override;
+    void WaitHalfSecond() override;
+    void Start(const std::string& commandLine) override;
+};
+
+}  // namespace tamarind
