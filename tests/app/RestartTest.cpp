@@ -24,18 +24,21 @@ protected:
         SetEnvironmentVariableW(L"Commander_Path", folder.Path(L"").c_str());
     }
     void TearDown() override {
-        DeleteFileW(folder.Path(L"refuse").c_str());
-        EXPECT_TRUE(WaitUntil([] {
-            const HWND standin = FindWindowW(kStandinClass, nullptr);
-            PostMessageW(standin, standin != nullptr ? WM_CLOSE : WM_NULL, 0, 0);
-            return standin == nullptr;
-        }));
+        EndStandins();
         // A program's file can be deleted once it has ended.
         EXPECT_TRUE(WaitUntil([&] { return DeleteFileW(folder.Path(L"Totalcmd.exe").c_str()); }));
         SetEnvironmentVariableW(L"Commander_Path", nullptr);
         ProgramTest::TearDown();
     }
 
+    void EndStandins() const {
+        DeleteFileW(folder.Path(L"refuse").c_str());
+        EXPECT_TRUE(WaitUntil([] {
+            const HWND standin = FindWindowW(kStandinClass, nullptr);
+            PostMessageW(standin, standin != nullptr ? WM_CLOSE : WM_NULL, 0, 0);
+            return standin == nullptr;
+        }));
+    }
     std::string StandinCommand() const {
         return Narrow(Quoted(L"Totalcmd.exe") + L" /i=" + Quoted(L"Wincmd.ini")) + "\n";
     }
@@ -76,28 +79,27 @@ protected:
     }
 };
 
-// It would write its own settings over the saved ones if it were not closed before.
+// It would write its own settings over the saved ones if it were not closed before. One that does
+// not close gets a second one beside it.
 TEST_F(RestartTest, SavesBetweenClosingAndStartingTotalCommander) {
-    StartStandin();
-    RunningProgram program(folder, Quoted(L"data.tmdf"));
-    SetFirstValue(program);
-    // File > Save and Restart Total Commander, by their access keys.
-    TypeWithXdotool("key --delay 100 alt+f c");
-    ASSERT_TRUE(WaitForStarts(2));
-    EXPECT_EQ(CountStandins(), 1);
-    EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
-    EXPECT_EQ(folder.Read(L"started.txt"), StandinCommand() + StandinCommand());
-}
-
-TEST_F(RestartTest, SavesAndStartsOneMoreWhenItRefusesToClose) {
-    StartStandin();
-    folder.Write(L"refuse", "");
-    RunningProgram program(folder, Quoted(L"data.tmdf"));
-    SetFirstValue(program);
-    TypeWithXdotool("key --delay 100 alt+f c");
-    ASSERT_TRUE(WaitForStarts(2));
-    EXPECT_EQ(CountStandins(), 2);
-    EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
+    for (const bool refuses : {false, true}) {
+        SCOPED_TRACE(refuses);
+        DeleteFileW(folder.Path(L"started.txt").c_str());
+        folder.Write(L"Wincmd.ini", kSettings);
+        StartStandin();
+        if (refuses) {
+            folder.Write(L"refuse", "");
+        }
+        RunningProgram program(folder, Quoted(L"data.tmdf"));
+        SetFirstValue(program);
+        // File > Save and Restart Total Commander, by their access keys.
+        TypeWithXdotool("key --delay 100 alt+f c");
+        ASSERT_TRUE(WaitForStarts(2));
+        EXPECT_EQ(CountStandins(), refuses ? 2 : 1);
+        EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
+        EXPECT_EQ(folder.Read(L"started.txt"), StandinCommand() + StandinCommand());
+        EndStandins();
+    }
 }
 
 TEST_F(RestartTest, EverySaveStartsItWhenTheSettingsSaySo) {

@@ -1,5 +1,9 @@
 #include "tests/app/RunningProgram.h"
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
 #include "core/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 
@@ -110,13 +114,8 @@ void ProgramFolder::Write(const std::wstring& name, const std::string& bytes) co
 }
 
 std::string ProgramFolder::Read(const std::wstring& name) const {
-    const HANDLE file = CreateFileW(Path(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    std::string bytes(file == INVALID_HANDLE_VALUE ? 0 : GetFileSize(file, nullptr), '\0');
-    DWORD count = 0;
-    ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
-    CloseHandle(file);
-    return bytes;
+    std::ifstream file(std::filesystem::path(Path(name)), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 void ProgramFolder::AddProgram(const std::wstring& builtPath) const {

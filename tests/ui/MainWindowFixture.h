@@ -30,6 +30,7 @@ protected:
     }
 
     void Start(int showCommand = SW_SHOW) {
+        window.reset();  // before the session that it shows
         world.session = std::make_unique<EditorSession>(SessionServices{world.files,
                                                                         world.registry,
                                                                         world.environment,

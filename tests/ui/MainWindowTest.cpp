@@ -69,10 +69,14 @@ TEST_F(MainWindowTest, AClickBesideTheRowsKeepsTheCurrentOne) {
 
 TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {
     Start();
+    const HMENU bar = GetMenu(window->Handle());
+    for (int at = 0; at < GetMenuItemCount(bar); ++at) {
+        SendMessageW(window->Handle(), WM_INITMENUPOPUP,
+                     reinterpret_cast<WPARAM>(GetSubMenu(bar, at)), at);
+    }
     for (const CommandInfo& info : AllCommands()) {
         const bool isEnabled = world.session->IsEnabled(info.command);
-        const UINT state =
-            GetMenuState(GetMenu(window->Handle()), static_cast<UINT>(info.command), MF_BYCOMMAND);
+        const UINT state = GetMenuState(bar, static_cast<UINT>(info.command), MF_BYCOMMAND);
         EXPECT_EQ((state & MF_GRAYED) == 0, isEnabled) << info.textNumber;
         if (!info.toolbarName.empty()) {
             EXPECT_EQ(IsButton(info.command, TB_ISBUTTONENABLED), isEnabled) << info.toolbarName;

@@ -42,7 +42,7 @@ void KeyListView::ApplyLook(const MainLook& look) {
 }
 
 void KeyListView::Fill() {
-    txtInplaceEdit.Close();
+    CloseInplaceEdit();
     ListView1.SetRowCount(static_cast<int>(m_session.Keys().Size()));
     ShowCurrentKey();
 }
@@ -54,7 +54,8 @@ void KeyListView::ShowCurrentKey() {
             txtInplaceEdit.Close();
             ListView1.SelectRow(static_cast<int>(row));
         }
-        ListView1.EnsureVisible(static_cast<int>(row));
+        // The rows stay where they are between the two clicks on one that is cut off.
+        ListView1.EnsureVisible(static_cast<int>(row), true);
     }
     ShowColor();
 }
@@ -112,6 +113,11 @@ void KeyListView::BeginInplaceEdit() {
         ListView1.EnsureVisible(static_cast<int>(row));
         txtInplaceEdit.Open(static_cast<int>(row), Widen(start->text), start->selectionStart);
     }
+}
+
+void KeyListView::CloseInplaceEdit() {
+    Timer1.Stop();
+    txtInplaceEdit.Close();
 }
 
 bool KeyListView::OnTextEntered(const std::wstring& text) {

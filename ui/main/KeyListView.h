@@ -29,8 +29,8 @@ public:
 
     // Opens the box over the current row.
     void BeginInplaceEdit();
-    // Stores nothing.
-    void CloseInplaceEdit() { txtInplaceEdit.Close(); }
+    // Stores nothing, nor is it the next row's turn any more.
+    void CloseInplaceEdit();
     bool IsEditing() const { return txtInplaceEdit.IsOpen(); }
     // Whether a window belongs to the list, which is to get the focus in its place.
     bool IsPart(HWND window) const;

@@ -89,8 +89,8 @@ void VirtualList::SelectRow(int row) {
     EnsureVisible(row);
 }
 
-void VirtualList::EnsureVisible(int row) {
-    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+void VirtualList::EnsureVisible(int row, bool isPartEnough) {
+    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), isPartEnough ? TRUE : FALSE);
 }
 
 void VirtualList::RedrawRow(int row) {

@@ -53,7 +53,7 @@ public:
     // Selects a row and brings it into view.
     void SelectRow(int row);
     int SelectedRow() const { return m_row; }
-    void EnsureVisible(int row);
+    void EnsureVisible(int row, bool isPartEnough = false);
     void RedrawRow(int row);
 
     // In pixels of the list.

@@ -3,36 +3,20 @@
 // in "started.txt"; while there is a file "refuse", it does not close.
 #include <windows.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 namespace {
 
-std::wstring settingsPath;
+std::filesystem::path settingsPath;
 std::string settingsBytes;
 
-std::wstring Beside(const wchar_t* name) {
+std::filesystem::path Beside(const wchar_t* name) {
     std::wstring path(MAX_PATH, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    return path.substr(0, path.rfind(L'\\') + 1) + name;
-}
-
-std::string ReadBytes(const std::wstring& path) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                    nullptr, OPEN_EXISTING, 0, nullptr);
-    std::string bytes(file == INVALID_HANDLE_VALUE ? 0 : GetFileSize(file, nullptr), '\0');
-    DWORD count = 0;
-    ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
-    CloseHandle(file);
-    return bytes;
-}
-
-void WriteBytes(const std::wstring& path, const std::string& bytes, DWORD disposition) {
-    const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, 0, nullptr);
-    SetFilePointer(file, 0, nullptr, disposition == OPEN_ALWAYS ? FILE_END : FILE_BEGIN);
-    DWORD count = 0;
-    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
-    CloseHandle(file);
+    return std::filesystem::path(path).replace_filename(name);
 }
 
 // The path in quotes behind /i= or /f=.
@@ -50,8 +34,8 @@ std::wstring PathOnCommandLine(const std::wstring& line) {
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_CLOSE:
-            if (GetFileAttributesW(Beside(L"refuse").c_str()) == INVALID_FILE_ATTRIBUTES) {
-                WriteBytes(settingsPath, settingsBytes, CREATE_ALWAYS);
+            if (!std::filesystem::exists(Beside(L"refuse"))) {
+                std::ofstream(settingsPath, std::ios::binary) << settingsBytes;
                 DestroyWindow(window);
             }
             return 0;
@@ -68,7 +52,9 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand) {
     const std::wstring line = GetCommandLineW();
     settingsPath = PathOnCommandLine(line);
-    settingsBytes = ReadBytes(settingsPath);
+    std::ifstream file(settingsPath, std::ios::binary);
+    settingsBytes.assign(std::istreambuf_iterator<char>(file), {});
+    file.close();
     WNDCLASSW info{};
     info.lpfnWndProc = Procedure;
     info.hInstance = instance;
@@ -79,7 +65,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand) {
                       700, 300, 200, nullptr, nullptr, instance, nullptr);
     ShowWindow(window, showCommand);
     // Last, so that whoever reads it finds the window and the settings read.
-    WriteBytes(Beside(L"started.txt"), std::string(line.begin(), line.end()) + "\n", OPEN_ALWAYS);
+    std::ofstream(Beside(L"started.txt"), std::ios::app)
+        << std::filesystem::path(line).string() + "\n";
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         DispatchMessageW(&message);
