@@ -77,7 +77,8 @@ IniEdit IniDocument::ToggleComment(std::string_view section, std::string_view ke
     const TextSpan whole = m_lines[*line].bytes;
     std::string bytes = m_bytes.substr(whole.begin, whole.end - whole.begin);
     std::size_t at = 0;
-    while (IsIniBlank(bytes[at])) {
+    const bool isWide = mark.size() == 2;
+    while (IsIniBlank(bytes[at]) && (!isWide || bytes[at + 1] == '\0')) {
         at += mark.size();
     }
     if (isCommented) {

@@ -154,6 +154,15 @@ HWND RunningProgram::WaitForMainWindow() {
     return m_main;
 }
 
+// By the number of its X window, which Wine keeps in a property: a search by name may still find
+// the window of a program that has just ended.
+std::string RunningProgram::Activation() const {
+    HANDLE window = nullptr;
+    WaitUntil([&] { return (window = GetPropW(m_main, L"__wine_x11_whole_window")) != nullptr; });
+    return "windowactivate --sync " + std::to_string(reinterpret_cast<std::uintptr_t>(window)) +
+           " ";
+}
+
 HWND RunningProgram::WaitForDialog() {
     HWND dialog = nullptr;
     WaitUntil([&] { return (dialog = FindWindowOf(L"#32770")) != nullptr; });
@@ -274,8 +283,8 @@ void TypeWithXdotool(const std::string& arguments) {
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
     std::wstring commandLine = L"/usr/bin/xdotool " + Widen(arguments);
-    CreateProcessW(L"\\\\?\\unix\\usr\\bin\\xdotool", commandLine.data(), nullptr, nullptr, FALSE,
-                   0, nullptr, nullptr, &startup, &process);
+    CreateProcessW(L"\\\\?\\unix\\tmp\\h\\xdo.sh", commandLine.data(), nullptr, nullptr, FALSE, 0,
+                   nullptr, nullptr, &startup, &process);
 }
 
 }  // namespace tamarind

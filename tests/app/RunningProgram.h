@@ -42,6 +42,9 @@ public:
 
     // The main window once it is shown, or null.
     HWND WaitForMainWindow();
+    // What xdotool waits for before the first keys: that the X server sends them to this window.
+    // Windows may call it the foreground window before that.
+    std::string Activation() const;
     // A message box or file dialog of the program, or null.
     HWND WaitForDialog();
     // The texts of a dialog's static controls, one after the other.
@@ -72,10 +75,5 @@ private:
 
 // Keys and mouse through the X server, from the tool xdotool: "key Down", "mousemove 10 20".
 void TypeWithXdotool(const std::string& arguments);
-
-// For the start of the first keys to a program: waits until the X server sends them to the editor.
-// Windows may call it the foreground window before that.
-inline constexpr const char* kActivateEditor =
-    "search --sync --onlyvisible --class tamarindeditor windowactivate --sync ";
 
 }  // namespace tamarind

@@ -291,17 +291,20 @@ TEST(IniDocumentEdit, TogglesTheCommentMarkAlone) {
         std::string before;
         bool isCommented;
         std::string after;
+        const char* key = "X";
     } const cases[] = {
         {"[A]\n\t x = \"v\" \nx=2", true, "[A]\n\t ;x = \"v\" \nx=2"},
         {"[A]\ny=1\n ;x=v\n;X=w", false, "[A]\ny=1\n x=v\n;X=w"},
         {Utf16("[A]\r\n x=中\r\n"), true, Utf16("[A]\r\n ;x=中\r\n")},
+        // The first half of this letter is a vertical tab's code.
+        {Utf16("[A]\r\n\v下=1\r\n"), true, Utf16("[A]\r\n\v;下=1\r\n"), "下"},
         {Utf16("[A]\n;x=1") + "z", false, Utf16("[A]\nx=1") + "z"},
         {"[A]\n; x=1\n", false, "[A]\n; x=1\n"},
         {"[B]\nx=1\n", true, "[B]\nx=1\n"},
     };
     for (const auto& testCase : cases) {
         IniDocument document = IniDocument::Parse(testCase.before, 1252);
-        document.ToggleComment("a", "X", testCase.isCommented);
+        document.ToggleComment("a", testCase.key, testCase.isCommented);
         EXPECT_EQ(document.Bytes(), testCase.after);
         // Look-ups and the place of new keys follow.
         const IniDocument reread = IniDocument::Parse(testCase.after, 1252);

@@ -65,7 +65,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand) {
                       700, 300, 200, nullptr, nullptr, instance, nullptr);
     ShowWindow(window, showCommand);
     // Last, so that whoever reads it finds the window and the settings read.
-    std::ofstream(Beside(L"started.txt"), std::ios::app)
+    std::ofstream(Beside(L"started.txt"), std::ios::app | std::ios::binary)
         << std::filesystem::path(line).string() + "\n";
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
