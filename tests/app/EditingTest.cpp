@@ -41,7 +41,7 @@ protected:
     }
     // From the tree, which has the focus at first, to the list.
     void FocusList() const {
-        TypeWithXdotool(program->Activation() + "key Tab");
+        program->TypeFirst("key Tab");
         ASSERT_TRUE(WaitForFocus(kIdListView1));
     }
     // Leaves 7 in the first row, still to be saved.
@@ -61,8 +61,7 @@ protected:
 
 TEST_F(EditingTest, ValuesAreTypedUndoneAndSaved) {
     Start();
-    TypeWithXdotool(program->Activation() + "mousemove " + program->PlaceOfRow(0) +
-                    " click --repeat 2 --delay 60 1");
+    program->TypeFirst("mousemove " + program->PlaceOfRow(0) + " click --repeat 2 --delay 60 1");
     ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
     TypeWithXdotool("key 7 Return");
     ASSERT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));

@@ -25,7 +25,7 @@ TEST_F(ProgramTest, ShowsTheSettingsAndFollowsRealKeysAndTheMouse) {
     ASSERT_TRUE(WaitUntil([&] { return GetForegroundWindow() == window; }));
 
     // Down twice in the tree, which has the focus: the second category's key.
-    TypeWithXdotool(program.Activation() + "key Down Down");
+    program.TypeFirst("key Down Down");
     ASSERT_TRUE(WaitUntil([&] { return program.SelectedCategory() == "Colors"; }));
     EXPECT_TRUE(WaitUntil([&] { return program.StatusText(2) == "1  Key(s)"; }));
     EXPECT_THAT(program.ListRows(9), ElementsAre("BackColor=5"));

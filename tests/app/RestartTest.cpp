@@ -72,7 +72,7 @@ protected:
     void SetFirstValue(RunningProgram& program) const {
         const HWND window = program.WaitForMainWindow();
         ASSERT_NE(window, nullptr);
-        TypeWithXdotool(program.Activation() + "mousemove " + program.PlaceOfRow(0) + " click 1");
+        program.TypeFirst("mousemove " + program.PlaceOfRow(0) + " click 1");
         ASSERT_TRUE(WaitUntil([&] { return program.Focus() == kIdListView1; }));
         PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(Command::EditSetValue0), 0);
         ASSERT_TRUE(program.WaitForRow(0, "PanelsVertical=0"));

@@ -49,6 +49,16 @@ private:
     void* m_memory;
 };
 
+void StartUnixProgram(const std::wstring& path, const std::string& commandLine) {
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    CreateProcessW((L"\\\\?\\unix" + path).c_str(), Widen(commandLine).data(), nullptr, nullptr,
+                   FALSE, 0, nullptr, nullptr, &startup, &process);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
+
 struct WindowSearch {
     DWORD process;
     std::wstring windowClass;
@@ -154,13 +164,15 @@ HWND RunningProgram::WaitForMainWindow() {
     return m_main;
 }
 
-// By the number of its X window, which Wine keeps in a property: a search by name may still find
-// the window of a program that has just ended.
-std::string RunningProgram::Activation() const {
+// Waits outside: the X server's own word for the focus is the only one that counts. Wine keeps the
+// number of a window's X window in a property.
+void RunningProgram::TypeFirst(const std::string& arguments) const {
     HANDLE window = nullptr;
     WaitUntil([&] { return (window = GetPropW(m_main, L"__wine_x11_whole_window")) != nullptr; });
-    return "windowactivate --sync " + std::to_string(reinterpret_cast<std::uintptr_t>(window)) +
-           " ";
+    const std::string number = std::to_string(reinterpret_cast<std::uintptr_t>(window));
+    StartUnixProgram(L"\\bin\\sh",
+                     "sh -c \"for try in $(seq 500); do [ $(xdotool getwindowfocus) = " + number +
+                         " ] && break; sleep 0.02; done; xdotool " + arguments + "\"");
 }
 
 HWND RunningProgram::WaitForDialog() {
@@ -279,12 +291,7 @@ std::string RunningProgram::SelectedCategory() const {
 }
 
 void TypeWithXdotool(const std::string& arguments) {
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    std::wstring commandLine = L"/usr/bin/xdotool " + Widen(arguments);
-    CreateProcessW(L"\\\\?\\unix\\tmp\\h\\xdo.sh", commandLine.data(), nullptr, nullptr, FALSE, 0,
-                   nullptr, nullptr, &startup, &process);
+    StartUnixProgram(L"\\usr\\bin\\xdotool", "xdotool " + arguments);
 }
 
 }  // namespace tamarind

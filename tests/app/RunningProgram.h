@@ -42,9 +42,9 @@ public:
 
     // The main window once it is shown, or null.
     HWND WaitForMainWindow();
-    // What xdotool waits for before the first keys: that the X server sends them to this window.
-    // Windows may call it the foreground window before that.
-    std::string Activation() const;
+    // As TypeWithXdotool, once the X server sends keys to the main window. Windows may call it the
+    // foreground window before that.
+    void TypeFirst(const std::string& arguments) const;
     // A message box or file dialog of the program, or null.
     HWND WaitForDialog();
     // The texts of a dialog's static controls, one after the other.
