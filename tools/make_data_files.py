@@ -1,0 +1,402 @@
+#!/usr/bin/env python3
+"""Makes the data files, which tell the editor what every settings key does, from knowledge/.
+
+Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
+
+  check                   prints what is wrong in knowledge/, each with file and line
+  write [FOLDER]          writes the data files into FOLDER, by default "Data Files"
+  verify [FOLDER]         fails unless the files in FOLDER are what write would make
+  coverage TABLE... [--corpus FOLDER]
+                          fails unless the keys of these tables of known keys are described, and
+                          95 % of the settings in the settings files of FOLDER
+
+Every command checks first and writes nothing when something is wrong. The exit code is then 1.
+
+Each folder in knowledge/ makes one data file out of its *.tsv files in the order of their names.
+A line there is a comment (#), a heading (/Heading), the beginning of a category
+([Category name]<TAB>Section) or a key: name, default, type, description, values and notes between
+tabs. Values and notes are lists with " | " between; a value reads "value = meaning". The name of a
+numbered family holds a range, as in Filter{1..9}; {n} in the other fields is the number then.
+"""
+
+from __future__ import annotations
+
+import argparse
+import re
+import sys
+from dataclasses import dataclass, field
+from itertools import groupby
+from pathlib import Path
+from typing import Iterator
+
+ROOT = Path(__file__).resolve().parent.parent
+
+# The folders in knowledge/, the data file each makes and the settings file this is about.
+DATA_FILES = {
+    "wincmd": ("tc all keys english.tmdf", "Wcx_ftp=0"),
+    "wcx_ftp": ("tc wcx_ftp keys english.tmdf", "Wcx_ftp=1"),
+}
+TYPES = ("bool", "int", "enum", "flags", "color", "path", "text", "list", "pattern")
+TARGET_SECTION = "TargetIniFile"
+CATEGORY_TARGET = "CategoryTargetSection"
+
+# The editor reads a data file through buffers of 4096 characters.
+MAX_VALUE = 4095
+MAX_NAMES = 4094  # of all keys of a category, or of all categories; each name is followed by a null
+
+CORPUS_GOAL = 0.95
+
+
+@dataclass
+class Row:
+    """A key or a numbered family of keys, as it stands in its source file."""
+
+    where: str
+    name: str
+    default: str
+    kind: str
+    description: str
+    values: list[str]
+    notes: list[str]
+    numbers: range | None = None  # of a family
+
+    def key(self, number: int | None) -> tuple[str, str]:
+        """The name and the entry of the key, or of this member of the family."""
+        lines = [self.description, *self.values, *self.notes]
+        name, entry = self.name, f"{self.default}///{'@'.join(lines)}"
+        if number is None:
+            return name, entry
+        return re.sub(r"\{.*\}", str(number), name), entry.replace("{n}", str(number))
+
+
+@dataclass
+class Category:
+    """A category, or a heading: that has no section and no keys."""
+
+    where: str
+    name: str
+    section: str = ""
+    rows: list[Row] = field(default_factory=list)
+
+    def keys(self) -> Iterator[tuple[Row, str, str]]:
+        """Row, name and entry of every key; neighbouring families of one range take turns."""
+        for numbers, group in groupby(self.rows, key=lambda row: row.numbers):
+            rows = list(group)
+            for number in [None] if numbers is None else numbers:
+                for row in rows:
+                    yield row, *row.key(number)
+
+
+class Knowledge:
+    """Reads and checks the source files of one data file; `faults` tells what is wrong in them."""
+
+    def __init__(self, folder: Path) -> None:
+        self.categories: list[Category] = []
+        self.faults: list[str] = []
+        sources = sorted(folder.glob("*.tsv"))
+        if not sources:
+            self._fault(str(folder), "no source files")
+        for source in sources:
+            self._read_file(source, f"{folder.name}/{source.name}")
+        self._check_categories()
+
+    def described(self) -> set[tuple[str, str]]:
+        """Section and name of every key, in lower case."""
+        return {(category.section.lower(), name.lower())
+                for category in self.categories for _, name, _ in category.keys()}
+
+    def _fault(self, where: str, message: str) -> None:
+        self.faults.append(f"{where}: {message}")
+
+    def _read_file(self, source: Path, shown_name: str) -> None:
+        first = len(self.categories)  # a category does not go on in the next file
+        for number, data in enumerate(source.read_bytes().split(b"\n"), 1):
+            where = f"{shown_name}:{number}"
+            try:
+                line = data.decode("ascii")
+            except UnicodeDecodeError:
+                self._fault(where, "character outside ASCII")
+                continue
+            if re.search(r"[^\t -~]", line):
+                self._fault(where, "control character or CR line end")
+            elif line.startswith(("/", "[")):
+                self._read_category(where, line)
+            elif line and not line.startswith("#"):
+                self._read_row(where, line, self.categories[first:])
+
+    def _read_category(self, where: str, line: str) -> None:
+        match = re.fullmatch(r"(/[^\t\]]+)|\[([^]/\t][^]\t]*)\]\t([^\t]+)", line)
+        if not match:
+            self._fault(where, "neither a heading nor a category, and no key begins with / or [")
+            return
+        heading, name, section = match.groups(default="")
+        if any(text != text.strip() for text in (heading, name, section)):
+            self._fault(where, "blanks at the edge of a name")
+        self.categories.append(Category(where, heading or name, section))
+
+    def _read_row(self, where: str, line: str, categories: list[Category]) -> None:
+        fields = line.split("\t")
+        if not 4 <= len(fields) <= 6:
+            self._fault(where, f"a key has 4 to 6 fields, not {len(fields)}")
+            return
+        if any(text != text.strip(" ") for text in fields):
+            self._fault(where, "blanks at the edge of a field")
+            return
+        if not categories or not categories[-1].section:
+            self._fault(where, "key outside a category")
+            return
+        name, default, kind, description, values, notes = (fields + ["", ""])[:6]
+        row = Row(where, name, default, kind, description,
+                  values.split(" | ") if values else [], notes.split(" | ") if notes else [])
+        self._read_range(row)
+        self._check_row(row, categories[-1])
+        categories[-1].rows.append(row)
+
+    def _read_range(self, row: Row) -> None:
+        match = re.fullmatch(r"[^{}]*\{(\d+)\.\.(\d+)\}[^{}]*", row.name)
+        if match and int(match[1]) < int(match[2]):
+            row.numbers = range(int(match[1]), int(match[2]) + 1)
+        elif re.search(r"[{}]", row.name):
+            self._fault(row.where, f"the range of {row.name} is not {{first..last}}")
+        elif "{n}" in "".join(row.key(None)):
+            self._fault(row.where, "{n} without a range in the name")
+
+    def _check_row(self, row: Row, category: Category) -> None:
+        if not row.name or "=" in row.name or row.name.startswith(";"):
+            self._fault(row.where, f"'{row.name}' cannot be the name of a key")
+        if not row.description:
+            self._fault(row.where, "no description")
+        # A slash before the three that separate the default would be taken for one of them.
+        if "///" in row.default or row.default.endswith("/"):
+            self._fault(row.where, "/// in the default, or a slash at its end")
+        for text in (row.description, *row.values, *row.notes):
+            if "@" in text or "///" in text:
+                self._fault(row.where, f"@ or /// in '{text}'")
+        self._check_type(row, category)
+
+    def _check_type(self, row: Row, category: Category) -> None:
+        if row.kind not in TYPES:
+            self._fault(row.where, f"unknown type '{row.kind}'")
+        if row.kind == "color" and "color" not in category.name.lower():
+            self._fault(row.where, "color key in a category without Color in its name")
+        for value in row.values:
+            if not re.match(r".+ = .", value):
+                self._fault(row.where, f"'{value}' is not 'value = meaning'")
+        listed = [value.split(" = ")[0] for value in row.values]
+        if len(set(listed)) < len(listed):
+            self._fault(row.where, "a value stands twice")
+        if row.kind not in ("bool", "enum", "flags") or not row.default:
+            return
+        bits = [int(value) for value in listed if re.fullmatch(r"\d+", value)]
+        if row.default not in listed and not (row.kind == "flags" and is_sum(row.default, bits)):
+            self._fault(row.where, f"the default {row.default} is not among the values")
+
+    def _check_categories(self) -> None:
+        seen = {TARGET_SECTION.lower()}
+        total = len(TARGET_SECTION) + 1
+        for category in self.categories:
+            if category.name.lower() in seen:
+                self._fault(category.where, f"second category '{category.name}'")
+            seen.add(category.name.lower())
+            before, total = total, total + len(category.name) + 1
+            if before <= MAX_NAMES < total:
+                self._fault(category.where, "too many categories: their names fill the buffer")
+            if category.section:
+                self._check_keys(category)
+
+    def _check_keys(self, category: Category) -> None:
+        names = {CATEGORY_TARGET.lower()}
+        total = len(CATEGORY_TARGET) + 1
+        for row, name, entry in category.keys():
+            if name.lower() in names:
+                self._fault(row.where, f"second key {name} in the category")
+            names.add(name.lower())
+            total += len(name) + 1
+            if len(entry) > MAX_VALUE:
+                self._fault(row.where, f"entry of {name} has {len(entry)} characters")
+        if not category.rows:
+            self._fault(category.where, "category without keys")
+        if total > MAX_NAMES:
+            self._fault(category.where, f"names of the keys have {total} characters together")
+
+
+def is_sum(number: str, bits: list[int]) -> bool:
+    """Whether some of the bits, each taken once, make the number; none of them make 0."""
+    sums = {0}
+    wanted = int(number) if re.fullmatch(r"\d+", number) else -1
+    for bit in bits:
+        sums |= {one + bit for one in sums if one + bit <= wanted}
+    return wanted in sums
+
+
+def quoted(entry: str) -> str:
+    """The entry as it must be written: reading takes one pair of equal outer quotes away."""
+    return f'"{entry}"' if len(entry) > 1 and entry[0] == entry[-1] and entry[0] in "\"'" else entry
+
+
+def data_file(knowledge: Knowledge, target: str) -> bytes:
+    """The contents of the data file: its sections with empty lines between, CRLF line ends."""
+    sections = [f"[{TARGET_SECTION}]\r\n{target}\r\n"]
+    for category in knowledge.categories:
+        lines = [f"[{category.name}]"]
+        if category.section:
+            lines.append(f"{CATEGORY_TARGET}={category.section}")
+        lines += [f"{name}={quoted(entry)}" for _, name, entry in category.keys()]
+        sections.append("".join(line + "\r\n" for line in lines))
+    return "\r\n".join(sections).encode("ascii")
+
+
+class KnownKeys:
+    """A table of the keys of a settings file, in tab-separated columns: section, key, type, seen
+    (in how many real files) and confidence, and maybe more.
+
+    Rows of type pattern stand for more than one key: a number in their key stands for any number
+    and <...> for any text. Screens, plugins and connections have sections of their own, whose names
+    have such places too. Any other section that has nothing but patterns, apart from what the
+    program keeps there for itself, is a list: any key may stand in it.
+    """
+
+    OWN_KEYS = ("redirectsection", "$checksum$")
+    CACHE = "icondll_"  # a line for each button bar, in [ButtonbarCache] and often in [Buttonbar]
+    PLACE = re.compile(r"(<[^<>]+>|-?\d+)")
+    SECTION_PLACE = re.compile(r"(<[^<>]+>|PluginName|\d+(?=x)|(?<=x)\d+)")
+
+    def __init__(self, table: Path) -> None:
+        head, *lines = table.read_text(encoding="utf-8").splitlines()
+        self.name, self.settings = table.name, settings_of(table)
+        self.rows = [dict(zip(head.split("\t"), line.split("\t"))) for line in lines if line]
+        self.sections = {row["section"].lower() for row in self.rows}
+        self.patterns = [row for row in self.rows if row["type"] == "pattern"]
+        self.lists = {row["section"].lower() for row in self.patterns
+                      if not self.SECTION_PLACE.search(row["section"])} - {
+            row["section"].lower() for row in self.rows
+            if row["type"] != "pattern" and row["key"].lower() not in self.OWN_KEYS}
+
+    def fits(self, row: dict[str, str], section: str, key: str) -> bool:
+        """Whether the row speaks of this key; section and key are in lower case."""
+        own = row["section"].lower()
+        if own != section and (section in self.sections
+                               or not matches(self.SECTION_PLACE, row["section"], section)):
+            return False
+        if row["type"] != "pattern":
+            return row["key"].lower() == key
+        if own in self.lists and not self.PLACE.search(row["key"]):
+            return key not in self.OWN_KEYS
+        return matches(self.PLACE, row["key"], key)
+
+    def is_setting(self, section: str, key: str) -> bool:
+        """Whether the key stands for itself in a section of the table, even if no row has it."""
+        if section not in self.sections or section in self.lists and key not in self.OWN_KEYS:
+            return False
+        if key.startswith(self.CACHE):
+            return False
+        return not any(self.fits(row, section, key) for row in self.patterns)
+
+
+def settings_of(path: Path) -> str:
+    """Which settings file a table or a real file is about: its name begins with that name."""
+    return next(name for name in DATA_FILES if path.name.startswith(name))
+
+
+def matches(place: re.Pattern[str], example: str, name: str) -> bool:
+    """Whether the name is the example with other numbers and texts in its places."""
+    parts = place.split(example)  # every second part is a place
+    parts[::2] = map(re.escape, parts[::2])
+    parts[1::2] = [r"-?\d+" if part[-1].isdigit() else ".+" for part in parts[1::2]]
+    return re.fullmatch("".join(parts), name, re.IGNORECASE) is not None
+
+
+def check_table(known: KnownKeys, described: set[tuple[str, str]]) -> bool:
+    """Prints how many rows are described; must be those of keys that two real files have."""
+    counts = {True: [0, 0], False: [0, 0]}
+    for row in known.rows:
+        required = int(row["seen"]) >= 2 and row["confidence"] in ("high", "medium")
+        covered = any(known.fits(row, section, key) for section, key in described)
+        counts[required][covered] += 1
+        if required and not covered:
+            print(f"{known.name}: not described: [{row['section']}] {row['key']}")
+    print(f"{known.name}: {counts[True][1]} required rows are described, {counts[True][0]} not; "
+          f"of the others {counts[False][1]} are, {counts[False][0]} not")
+    return not counts[True][0]
+
+
+def keys_of_file(path: Path) -> set[tuple[str, str]]:
+    """Section and key, in lower case, of every key in a settings file."""
+    data = path.read_bytes()
+    encoding = {b"\xff\xfe": "utf-16", b"\xef\xbb": "utf-8-sig"}.get(data[:2], "latin-1")
+    section, found = "", set()
+    for line in map(str.strip, re.split("[\r\n]", data.decode(encoding))):
+        if line.startswith("["):
+            section = line[1:].split("]")[0].strip().lower()
+        elif "=" in line and not line.startswith(";"):
+            found.add((section, line.split("=")[0].strip().lower()))
+    return found
+
+
+def check_corpus(folder: Path, tables: list[KnownKeys],
+                 described: dict[str, set[tuple[str, str]]]) -> bool:
+    """Prints how many of the settings in real files are described.
+
+    A setting is a key in a section of the tables that is no entry of a list and no member of a
+    numbered family: of histories, plugins, menus, caches or filters nobody can describe all. One
+    that no table has counts too, since its user would look for it. Sections of the user's own
+    screens, plugins and connections are in no table: a category has one section.
+    """
+    found: dict[tuple[str, str, str], int] = {}
+    for path in sorted(folder.glob("*.ini")):
+        settings = settings_of(path)
+        for section, key in keys_of_file(path):
+            if any(known.settings == settings and known.is_setting(section, key)
+                   for known in tables):
+                found[settings, section, key] = found.get((settings, section, key), 0) + 1
+    missing = [one for one in sorted(found) if one[1:] not in described[one[0]]]
+    for one in missing:
+        print(f"{folder.name}: not described: [{one[1]}] {one[2]}, in {found[one]} file(s)")
+    covered = len(found) - len(missing)
+    share = covered / len(found) if found else 0
+    print(f"{folder.name}: {covered} of {len(found)} settings are described ({share:.1%})")
+    return share >= CORPUS_GOAL
+
+
+def parse_arguments(arguments: list[str]) -> argparse.Namespace:
+    parser = argparse.ArgumentParser(description=(__doc__ or "").splitlines()[0])
+    parser.add_argument("--knowledge", type=Path, default=ROOT / "knowledge", metavar="FOLDER")
+    commands = parser.add_subparsers(dest="command", required=True)
+    commands.add_parser("check")
+    for name in ("write", "verify"):
+        command = commands.add_parser(name)
+        command.add_argument("folder", type=Path, nargs="?", default=ROOT / "Data Files")
+    coverage = commands.add_parser("coverage")
+    coverage.add_argument("tables", type=Path, nargs="+", metavar="TABLE")
+    coverage.add_argument("--corpus", type=Path, metavar="FOLDER")
+    return parser.parse_args(arguments)
+
+
+def main(arguments: list[str]) -> int:
+    options = parse_arguments(arguments)
+    knowledge = {name: Knowledge(options.knowledge / name) for name in DATA_FILES}
+    faults = [fault for one in knowledge.values() for fault in one.faults]
+    print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
+    succeeded = not faults
+    if options.command == "coverage":
+        described = {name: one.described() for name, one in knowledge.items()}
+        tables = [KnownKeys(table) for table in options.tables]
+        for known in tables:
+            succeeded &= check_table(known, described[known.settings])
+        if options.corpus:
+            succeeded &= check_corpus(options.corpus, tables, described)
+    elif options.command != "check" and not faults:
+        for name, (file_name, target) in DATA_FILES.items():
+            contents = data_file(knowledge[name], target)
+            path = options.folder / file_name
+            if options.command == "write":
+                options.folder.mkdir(parents=True, exist_ok=True)
+                path.write_bytes(contents)
+            elif not path.is_file() or path.read_bytes() != contents:
+                print(f"{path} is stale: run tools/make_data_files.py write", file=sys.stderr)
+                succeeded = False
+    return 0 if succeeded else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
