@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include <string>
 #include <string_view>
@@ -9,7 +10,9 @@
 #include "core/Environment.h"
 #include "core/Paths.h"
 #include "core/WideText_win32.h"
+#include "model/FileAssociation.h"
 #include "ui/main/frmMain.h"
+#include "ui/shell/LateFunction.h"
 #include "ui/shell/RealOtherPrograms.h"
 #include "ui/shell/WindowPrompts.h"
 #include "ui/toolkit/Dpi.h"
@@ -21,10 +24,10 @@ namespace {
 
 constexpr std::size_t kMaxPathUnits = 32767;
 
-std::string ProgramFolder() {
+std::string ProgramPath() {
     std::wstring path(kMaxPathUnits + 1, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return AddBackslash(FolderOfPath(Narrow(path)));
+    return Narrow(path);
 }
 
 // What follows the program's name on the command line, between its outer blanks.
@@ -61,6 +64,20 @@ int RunMessageLoop(frmMain& window) {
     return static_cast<int>(message.wParam);
 }
 
+// Explorer learns of a new registration at once.
+void RegisterFileType(Registry& registry) {
+    const std::string version =
+        VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH,
+                    std::to_string(TAMARIND_VERSION_PATCH));
+    if (RegisterDataFileType(registry, ProgramPath(), version)) {
+        const auto notify =
+            LateFunction<decltype(&SHChangeNotify)>(L"shell32.dll", "SHChangeNotify");
+        if (notify != nullptr) {
+            notify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
+        }
+    }
+}
+
 int Run(int showCommand) {
     // A drive without a disk is a missing file, not a question of the system's.
     SetErrorMode(SEM_FAILCRITICALERRORS);
@@ -77,7 +94,7 @@ int Run(int showCommand) {
     WindowPrompts prompts(Widen(TAMARIND_PRODUCT_NAME));
     RealOtherPrograms programs;
     EditorSession session(
-        {files, registry, environment, prompts, programs, ProgramFolder(),
+        {files, registry, environment, prompts, programs, AddBackslash(FolderOfPath(ProgramPath())),
          VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
          MeasureScreen()});
     session.LoadSettings();
@@ -90,6 +107,7 @@ int Run(int showCommand) {
         return EXIT_SUCCESS;
     }
     window.ShowFirst(showCommand);
+    RegisterFileType(registry);
     return RunMessageLoop(window);
 }
 

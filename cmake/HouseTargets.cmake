@@ -14,16 +14,24 @@ function(set_up_house_target name)
     target_link_libraries(${name} PRIVATE house_options)
 endfunction()
 
-# add_house_library(name [SOURCES file...] [WIN32_SOURCES file...] [POSIX_SOURCES file...] [LIBS lib...])
+# What runs as fast as the user's hands is built for size; the few loops over all keys are not: core, and the sources
+# that a library lists as FAST_SOURCES.
+function(build_for_size name)
+    if(WIN32)
+        target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-Os>)
+    endif()
+endfunction()
+
+# add_house_library(name [SMALL] [SOURCES file...] [FAST_SOURCES file...] [WIN32_SOURCES file...] [POSIX_SOURCES file...] [LIBS lib...])
 #
 # Adds one floor or a part of it. LIBS are the libraries below it. Without sources it is an empty
 # library that only passes LIBS on.
 function(add_house_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;WIN32_SOURCES;POSIX_SOURCES;LIBS")
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "SMALL" "" "SOURCES;FAST_SOURCES;WIN32_SOURCES;POSIX_SOURCES;LIBS")
     if(ARG_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "${name}: unexpected ${ARG_UNPARSED_ARGUMENTS}")
     endif()
-    set(sources ${ARG_SOURCES})
+    set(sources ${ARG_SOURCES} ${ARG_FAST_SOURCES})
     if(WIN32)
         list(APPEND sources ${ARG_WIN32_SOURCES})
     else()
@@ -37,6 +45,12 @@ function(add_house_library name)
 
     add_library(${name} STATIC ${sources})
     set_up_house_target(${name})
+    if(ARG_SMALL)
+        build_for_size(${name})
+        if(WIN32)
+            set_source_files_properties(${ARG_FAST_SOURCES} PROPERTIES COMPILE_OPTIONS -O2)
+        endif()
+    endif()
     target_link_libraries(${name} PUBLIC ${ARG_LIBS})
     if(WIN32)
         add_library(${name}_floor MODULE EXCLUDE_FROM_ALL "${emptySource}")

@@ -1,5 +1,7 @@
 #include "core/IniDocument.h"
 
+#include <algorithm>
+
 #include <bit>
 
 #include "core/IniParser.h"
@@ -116,6 +118,17 @@ std::string_view IniDocument::Value(LineId line) const {
 
 std::string_view IniDocument::QuotedValue(LineId line) const {
     return Text(m_lines[line].value, m_lines[line].isDecoded);
+}
+
+std::string_view IniDocument::SearchableBytes() const {
+    return m_mark == FileMark::Utf16Le ? std::string_view() : std::string_view(m_bytes);
+}
+
+IniDocument::LineId IniDocument::LineAt(std::size_t offset) const {
+    const auto behind =
+        std::upper_bound(m_lines.begin(), m_lines.end(), offset,
+                         [](std::size_t at, const IniLine& line) { return at < line.bytes.begin; });
+    return static_cast<LineId>(behind - m_lines.begin()) - 1;
 }
 
 std::string IniDocument::LineText(LineId line) const {

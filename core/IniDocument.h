@@ -72,6 +72,13 @@ public:
     std::string_view Value(LineId line) const;
     // As Value, but with the outer quotes.
     std::string_view QuotedValue(LineId line) const;
+    // The bytes of a document that was not edited since it was read, in which every ASCII text of
+    // the document stands as it is; empty where its encoding makes that impossible.
+    std::string_view SearchableBytes() const;
+    // The line that a byte of them belongs to, and the first byte of a line.
+    LineId LineAt(std::size_t offset) const;
+    std::size_t OffsetOf(LineId line) const { return m_lines[line].bytes.begin; }
+
     // The whole line's text between its outer blanks.
     std::string LineText(LineId line) const;
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
+#include <span>
 
 namespace tamarind {
 namespace {
@@ -18,9 +18,24 @@ struct CaseRow {
     int stride;
 };
 
-constexpr CaseRow kCaseRows[] = {
+constexpr CaseRow kUpperCaseRows[] = {
 #include "core/UnicodeUpperCase.inc"
 };
+constexpr CaseRow kLowerCaseRows[] = {
+#include "core/UnicodeLowerCase.inc"
+};
+
+char32_t MapCase(std::span<const CaseRow> rows, char32_t codePoint) {
+    const auto row = std::lower_bound(rows.begin(), rows.end(), codePoint,
+                                      [](const CaseRow& r, char32_t c) { return r.last < c; });
+    if (row == rows.end() || codePoint < row->first) {
+        return codePoint;
+    }
+    const int offset = static_cast<int>(codePoint) - row->first;
+    return offset % row->stride == 0
+               ? static_cast<char32_t>(static_cast<int>(codePoint) + row->distance)
+               : codePoint;
+}
 
 std::uint64_t Load8(const char* bytes) {
     std::uint64_t word;
@@ -219,15 +234,14 @@ char32_t SimpleUpperCase(char32_t codePoint) {
     if (codePoint < 0x80) {
         return codePoint >= 'a' && codePoint <= 'z' ? codePoint - 0x20 : codePoint;
     }
-    const auto row = std::lower_bound(std::begin(kCaseRows), std::end(kCaseRows), codePoint,
-                                      [](const CaseRow& r, char32_t c) { return r.last < c; });
-    if (row == std::end(kCaseRows) || codePoint < row->first) {
-        return codePoint;
+    return MapCase(kUpperCaseRows, codePoint);
+}
+
+char32_t SimpleLowerCase(char32_t codePoint) {
+    if (codePoint < 0x80) {
+        return codePoint >= 'A' && codePoint <= 'Z' ? codePoint + 0x20 : codePoint;
     }
-    const int offset = static_cast<int>(codePoint) - row->first;
-    return offset % row->stride == 0
-               ? static_cast<char32_t>(static_cast<int>(codePoint) + row->distance)
-               : codePoint;
+    return MapCase(kLowerCaseRows, codePoint);
 }
 
 bool EqualsIgnoreCase(std::string_view left, std::string_view right) {

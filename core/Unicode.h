@@ -34,9 +34,10 @@ std::size_t Utf16Length(std::string_view text);
 // is never split.
 std::string_view CutToUtf16Units(std::string_view text, std::size_t maxUnits);
 
-// Simple (one to one) upper-case mapping; code points beyond the Basic Multilingual Plane stay as
+// Simple (one to one) case mappings; code points beyond the Basic Multilingual Plane stay as
 // they are, as in the name comparison of Windows.
 char32_t SimpleUpperCase(char32_t codePoint);
+char32_t SimpleLowerCase(char32_t codePoint);
 
 // Comparison of section and key names: equal by simple upper case, code point by code point.
 bool EqualsIgnoreCase(std::string_view left, std::string_view right);

@@ -37,7 +37,6 @@ bool IsModified(const CommandState& state) {
     return state.isModified;
 }
 
-// For commands whose doing this version lacks.
 bool Never(const CommandState&) {
     return false;
 }
@@ -46,12 +45,13 @@ constexpr CommandInfo kCommands[] = {
     {Command::FileOpen, 103, WithControl('O', "Ctrl+O"), "Open", Always, Never},
     {Command::FileOpenDataFile, 114, kNoShortcut, "", Always, Never},
     {Command::FileSave, 104, WithControl('S', "Ctrl+S"), "Save", IsModified, Never},
-    {Command::FileSaveDataFile, 115, kNoShortcut, "", Never, Never},
+    {Command::FileSaveDataFile, 115, kNoShortcut, "",
+     [](const CommandState& state) { return state.isDataFileModified; }, Never},
     {Command::FileSaveAndRestart, 116, kNoShortcut, "",
      [](const CommandState& state) { return state.isTotalCommanderRunning; }, Never},
-    {Command::FileExport, 112, kNoShortcut, "", Never, Never},
-    {Command::FileImport, 113, kNoShortcut, "", Never, Never},
-    {Command::FileRecentFiles, 107, kNoShortcut, "", Never, Never},
+    {Command::FileExport, 112, kNoShortcut, "", HasKey, Never},
+    {Command::FileImport, 113, kNoShortcut, "", HasKey, Never},
+    {Command::FileRecentFiles, 107, kNoShortcut, "", Always, Never},
     {Command::FileExit, 110, kNoShortcut, "", Always, Never},
     {Command::EditUndo, 190, WithControl('Z', "Ctrl+Z"), "Undo",
      [](const CommandState& state) { return state.canUndo; }, Never},
@@ -83,13 +83,19 @@ constexpr CommandInfo kCommands[] = {
      [](const CommandState& state) { return state.showsActiveKeys; }},
     {Command::ViewInactiveKeys, 154, kNoShortcut, "Show Inactive Keys", Always,
      [](const CommandState& state) { return state.showsInactiveKeys; }},
-    {Command::ViewOptions, 150, kNoShortcut, "Options", Never, Never},
-    {Command::SearchFind, 251, WithControl('F', "Ctrl+F"), "", Never, Never},
-    {Command::SearchFindNext, 252, {kKeyF3, false, false, false, "F3"}, "", Never, Never},
-    {Command::FavoritesAdd, 201, kNoShortcut, "", Never, Never},
-    {Command::FavoritesOrganize, 202, kNoShortcut, "", Never, Never},
-    {Command::HelpTopics, 162, {kKeyF1, false, false, false, "F1"}, "", Never, Never},
-    {Command::HelpAbout, 163, kNoShortcut, "", Never, Never},
+    {Command::ViewOptions, 150, kNoShortcut, "Options", Always, Never},
+    {Command::SearchFind, 251, WithControl('F', "Ctrl+F"), "", Always, Never},
+    {Command::SearchFindNext,
+     252,
+     {kKeyF3, false, false, false, "F3"},
+     "",
+     [](const CommandState& state) { return state.canFind; },
+     Never},
+    {Command::FavoritesAdd, 201, kNoShortcut, "",
+     [](const CommandState& state) { return state.hasRow; }, Never},
+    {Command::FavoritesOrganize, 202, kNoShortcut, "", Always, Never},
+    {Command::HelpTopics, 162, {kKeyF1, false, false, false, "F1"}, "", Always, Never},
+    {Command::HelpAbout, 163, kNoShortcut, "", Always, Never},
 };
 
 constexpr Command kSeparator = Command::None;

@@ -52,10 +52,13 @@ struct Shortcut {
 
 // What the enabled and checked states of the commands depend on.
 struct CommandState {
-    bool hasKey = false;        // there is a current key, and no heading is shown
-    bool isKeyPresent = false;  // it has, or will have, a line in the settings file
-    bool isKeyActive = false;   // and is not commented out
-    bool isModified = false;    // changes are pending
+    bool hasKey = false;              // there is a current key, and no heading is shown
+    bool isKeyPresent = false;        // it has, or will have, a line in the settings file
+    bool isKeyActive = false;         // and is not commented out
+    bool hasRow = false;              // there is a current key
+    bool isModified = false;          // changes are pending
+    bool isDataFileModified = false;  // descriptions wait to be written
+    bool canFind = false;             // there is a text to look for
     bool canUndo = false;
     bool canRedo = false;
     bool isTotalCommanderRunning = false;

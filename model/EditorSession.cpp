@@ -19,6 +19,11 @@ class SilentListener final : public SessionListener {
     void OnKeyChanged(RowKey) override {}
     void OnBeforeChange() override {}
     void OnCommandsChanged() override {}
+    void OnLookChanged() override {}
+    void OnLanguageChanged() override {}
+    void OnFavoritesChanged() override {}
+    void OnFavoriteAppended() override {}
+    void OnDescriptionHit(std::size_t, std::size_t) override {}
     void OnProgress(const ProgressMeter&) override {}
     void OnProgressEnd() override {}
 };
@@ -56,7 +61,16 @@ EditorSession::EditorSession(SessionServices services)
                 m_language, m_services.prompts),
       m_listener(&silentListener),
       m_editor(m_store),
-      m_totalCommander(m_services.programs, m_services.files, m_services.environment) {}
+      m_totalCommander(m_services.programs, m_services.files, m_services.environment),
+      m_options(m_settings, m_services.prompts, m_services.programFolder + "Languages\\"),
+      m_favorites(m_services.files, m_settings.Path()),
+      m_recentFiles(m_services.files, m_language, m_services.prompts) {}
+
+void EditorSession::LoadSettings() {
+    m_settings.LoadSettings();
+    SetUpRecentFiles();
+    CheckLanguage();
+}
 
 void EditorSession::SetListener(SessionListener* listener) {
     m_listener = listener != nullptr ? listener : &silentListener;
@@ -73,7 +87,7 @@ bool EditorSession::Activate(const std::string& commandLine) {
     if (!IsPath(path)) {
         return false;
     }
-    OpenSettingsFile(LocateTarget());
+    OpenSettingsFile(LocateTarget(), false);
     return true;
 }
 
@@ -117,7 +131,7 @@ void EditorSession::RememberDataFile(const std::string& path) {
 
 void EditorSession::AskOpenSettingsFile() {
     m_listener->OnBeforeChange();
-    if (!AskSaveSettings()) {
+    if (!MayLeaveFiles()) {
         return;
     }
     FileQuestion question;
@@ -126,13 +140,13 @@ void EditorSession::AskOpenSettingsFile() {
     question.filter = FileFilter::WincmdIni;
     const std::string path = m_services.prompts.BrowseForOpen(question);
     if (IsPath(path)) {
-        OpenSettingsFile(path);
+        OpenSettingsFile(path, true);
     }
 }
 
 void EditorSession::AskOpenDataFile() {
     m_listener->OnBeforeChange();
-    if (!AskSaveSettings()) {
+    if (!MayLeaveFiles()) {
         return;
     }
     const std::string path = AskForDataFile(std::string(FileNameOfPath(m_dataFilePath)));
@@ -144,6 +158,7 @@ void EditorSession::AskOpenDataFile() {
     m_settingsPath = LocateTarget();
     m_listener->OnTargetChanged();
     ShowSettings(m_services.files.Read(m_settingsPath));
+    CreateFavoritesList();
 }
 
 // Reads the file first: one that can not be read leaves everything as it was.
@@ -154,6 +169,7 @@ bool EditorSession::LoadDataFile(const std::string& path) {
         return false;
     }
     m_dataFile = file.document;
+    m_dataFileOnDisk = file.document;
     m_dataFilePath = path;
     m_target = GetDataFileTarget(*m_dataFile);
     m_isDataFileRead = false;
@@ -164,6 +180,7 @@ bool EditorSession::LoadDataFile(const std::string& path) {
 // The keys and categories of the data file; the states that the settings file gives them follow.
 void EditorSession::FillStore() {
     m_isDataFileRead = true;
+    m_isDataFileModified = false;
     m_keys.Clear();
     m_currentKey = 0;
     const bool fits = tamarind::LoadDataFile(
@@ -183,7 +200,7 @@ std::string EditorSession::LocateTarget() {
                                               : m_locator.FindWcxFtpIni();
 }
 
-void EditorSession::OpenSettingsFile(const std::string& path) {
+void EditorSession::OpenSettingsFile(const std::string& path, bool addToRecent) {
     m_settingsPath = path;
     m_listener->OnTargetChanged();
     const IniSnapshot settings = m_services.files.Read(path);
@@ -195,7 +212,15 @@ void EditorSession::OpenSettingsFile(const std::string& path) {
                                                                       : values.wcxFtpDataFile));
         }
     }
+    const bool isOtherDataFile = !m_isDataFileRead;
     ShowSettings(settings);
+    if (isOtherDataFile) {
+        CreateFavoritesList();
+    }
+    if (addToRecent) {
+        m_recentFiles.AddFile(path);
+        SaveRecentFiles();
+    }
 }
 
 // Brings every record up to date with the settings file and shows the root.
@@ -289,7 +314,7 @@ std::string EditorSession::Description() const {
 }
 
 std::string EditorSession::Caption() const {
-    const std::string title = "Tamarind Configuration Editor " + m_services.versionText;
+    const std::string title = std::string(kProgramName) + " " + m_services.versionText;
     return IsPath(m_settingsPath) ? title + " - " + m_settingsPath : title;
 }
 
@@ -333,6 +358,9 @@ CommandState EditorSession::State() const {
         state.isKeyPresent = !looks.isGhosted;
         state.isKeyActive = looks.isChecked;
     }
+    state.hasRow = m_currentKey != 0;
+    state.isDataFileModified = m_isDataFileModified;
+    state.canFind = m_search.CanFind();
     state.isModified = m_isModified;
     state.canUndo = m_editor.CanUndo() && !ShowsHeading();
     state.canRedo = m_editor.CanRedo() && !ShowsHeading();

@@ -13,16 +13,21 @@
 #include "model/ColorKeys.h"
 #include "model/Commands.h"
 #include "model/DataFile.h"
+#include "model/Favorites.h"
+#include "model/FavoritesOrganizer.h"
 #include "model/KeyEditor.h"
 #include "model/KeyList.h"
+#include "model/KeySearch.h"
 #include "model/KeyStore.h"
 #include "model/Language.h"
+#include "model/OptionsEditor.h"
 #include "model/ProgressMeter.h"
 #include "model/SettingsLocator.h"
 #include "model/SettingsStore.h"
 #include "model/SettingsWriter.h"
 #include "model/TotalCommander.h"
 #include "model/UserPrompts.h"
+#include "model/cRecentFiles.h"
 
 namespace tamarind {
 
@@ -39,6 +44,12 @@ public:
     virtual void OnKeyChanged(RowKey key) = 0;  // its row, if shown, looks different now
     virtual void OnBeforeChange() = 0;          // the edit box closes without storing anything
     virtual void OnCommandsChanged() = 0;       // enabled or checked states
+    virtual void OnLookChanged() = 0;           // colours, fonts and borders of the settings
+    virtual void OnLanguageChanged() = 0;       // all texts, and the direction of writing
+    virtual void OnFavoritesChanged() = 0;      // the favorites of the menu
+    virtual void OnFavoriteAppended() = 0;      // the organizer's last row is a new one
+    // The hit of a search in the shown description, in UTF-16 units.
+    virtual void OnDescriptionHit(std::size_t start, std::size_t length) = 0;
     virtual void OnProgress(const ProgressMeter& progress) = 0;
     virtual void OnProgressEnd() = 0;
 };
@@ -69,7 +80,7 @@ public:
     void SetListener(SessionListener* listener);
 
     // The program's settings, before any window is made.
-    void LoadSettings() { m_settings.LoadSettings(); }
+    void LoadSettings();
     SettingsStore& ProgramSettings() { return m_settings; }
     const Language& Texts() const { return m_language; }
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
@@ -84,9 +95,17 @@ public:
     void AskOpenDataFile();
 
     // Makes a settings file current; opens the other data file first if this one does not
-    // describe it.
-    void OpenSettingsFile(const std::string& path);
+    // describe it. With `addToRecent` it becomes the first of the recent files.
+    void OpenSettingsFile(const std::string& path, bool addToRecent);
 
+    // The recent files, and what choosing one of them or their clear entry does.
+    const cRecentFiles& RecentFiles() const { return m_recentFiles; }
+    void OpenRecentFile(std::int16_t index);
+    void ClearRecentFiles();
+    void SaveRecentFiles();
+
+    static constexpr const char* kProgramName = "Tamarind Configuration Editor";
+    const std::string& VersionText() const { return m_services.versionText; }
     std::string Caption() const;
     const std::string& DataFilePath() const { return m_dataFilePath; }
     // Empty or the MissingValueMarker: none.
@@ -124,6 +143,66 @@ public:
     RowKey CurrentKey() const { return m_currentKey; }
     // With line breaks (CR LF); empty without a current row.
     std::string Description() const;
+
+    // The text that the user typed in place of the current key's description, with any kind of
+    // line break. Every CR becomes a line break of the stored form, an LF nothing.
+    void ChangeDescription(std::string_view text);
+    // How long that text may be, in UTF-16 units; 0: it can not be edited.
+    std::size_t MaxDescriptionUnits() const;
+
+    // Whether descriptions wait for SaveDataFile, which writes them into the data file. On a
+    // failure, which a message explains, they still wait.
+    bool IsDataFileModified() const { return m_isDataFileModified; }
+    bool SaveDataFile();
+    // As AskSaveSettings, for what waits to be written into the data file.
+    bool AskSaveDataFile();
+
+    // The search. Steps show what they find; without a hit, or behind the last one, a message
+    // says so.
+    const KeySearch& Search() const { return m_search; }
+    void BeginSearch() { m_search.Restart(); }
+    void SetSearchText(const std::string& text);
+    void SetSearchesNames(bool searchesNames) { m_search.SetSearchesNames(searchesNames); }
+    void SetMatchesWholeWord(bool isOn) { m_search.SetMatchesWholeWord(isOn); }
+    void FindNextString();
+
+    // The favorites of the menu. BeginAddFavorite gives the name of the current key to be added
+    // under a caption of the user's choice, or nothing after a message that says why not.
+    const std::vector<Favorite>& FavoriteItems() const { return m_favorites.Items(); }
+    void CreateFavoritesList(bool updateOrganizer = false);
+    std::optional<std::string> BeginAddFavorite();
+    bool AddFavorite(const std::string& name, const std::string& caption);
+    // Shows the key of that name. False, after a message, when there is none.
+    bool FavoriteDefinition(std::string_view name);
+
+    // The organize window's rows; while it is open, new favorites appear in them.
+    FavoritesOrganizer& Organizer() { return m_organizer; }
+    bool IsOrganizerOpen() const { return m_isOrganizerOpen; }
+    void SetOrganizerOpen(bool isOpen);
+    // Remembers where the organize window was, in twips.
+    void StoreFavoriteWindow(std::int32_t left, std::int32_t top, std::int32_t width,
+                             std::int32_t height);
+    // The definition of the organizer's selected row; a beep for a separator when `beeps`.
+    bool OrganizerDefinition(bool beeps);
+    // Makes the organizer's rows the favorites. False, after a message, when they can not be
+    // written.
+    bool ApplyOrganizer();
+
+    // The options dialog: what it is set to, and its steps. After ApplyOptions all windows show the
+    // new look; EndOptions, after the dialog is gone, brings the new language if another was
+    // chosen.
+    OptionsEditor& Options() { return m_options; }
+    void BeginOptions();
+    bool ApplyOptions();
+    void EndOptions();
+
+    // Opens the help that stands beside the program: the compiled one or else its pages.
+    void ShowHelpTopics();
+
+    // Writes the rows of the key list with their pending states into a file of the user's choice,
+    // or makes all that such a file says of them pending. Import makes no undo entries.
+    void ExportKeys();
+    void ImportKeys();
 
     bool IsToolbarVisible() const { return m_settings.Values().toolbarVisible != 0; }
     bool IsDescriptionVisible() const { return m_settings.Values().descriptionVisible != 0; }
@@ -197,6 +276,12 @@ private:
     void SetModified(bool isModified);
     bool Save(bool restarts);
     void ReportUnsaved(const SaveResult& result);
+    void ReportFailure(std::uint16_t message, const std::string& path, const ProfileResult& result);
+    void SetUpRecentFiles();
+    void CheckLanguage();
+    bool MayLeaveFiles();
+    bool MayWriteDataFile();
+    std::string AskExchangeFile(bool isExport);
 
     SessionServices m_services;
     SettingsStore m_settings;
@@ -208,7 +293,16 @@ private:
     TotalCommander m_totalCommander;
     bool m_isModified = false;
     bool m_isBusy = false;
+    bool m_isDataFileModified = false;
+    bool m_isOrganizerOpen = false;
+    OptionsEditor m_options;
+    std::pair<std::string, bool> m_languageBefore;  // file and default flag, before the dialog
+    KeySearch m_search;
+    Favorites m_favorites;
+    FavoritesOrganizer m_organizer;
+    cRecentFiles m_recentFiles;
     std::shared_ptr<const IniDocument> m_dataFile;
+    std::shared_ptr<const IniDocument> m_dataFileOnDisk;  // as it was last read or written
     std::vector<CategoryNode> m_categories;
     std::string m_dataFilePath;
     std::string m_settingsPath;

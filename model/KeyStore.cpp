@@ -26,7 +26,9 @@ void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string no
     m_keys.clear();
     m_categories.clear();
     m_oddNames.clear();
+    m_isInFileOrder = true;
     m_ownValues.clear();
+    m_ownDescriptions.clear();
     m_settings.reset();
     m_keys.reserve(std::min(dataFile->LineCount(), kMaxRecords));
     m_dataFile = std::move(dataFile);
@@ -41,6 +43,7 @@ bool KeyStore::Add(LineId line) {
     if (m_keys.size() >= kMaxRecords) {
         return false;
     }
+    m_isInFileOrder = m_isInFileOrder && (m_keys.empty() || m_keys.back().line < line);
     StoredKey key;
     key.line = line;
     key.category = static_cast<std::uint16_t>(m_categories.size() - 1);
@@ -80,6 +83,9 @@ KeyRecord KeyStore::Record(RowKey key) const {
     if (record.description.empty()) {
         record.description = m_noDescription;
     }
+    if (const auto own = m_ownDescriptions.find(key); own != m_ownDescriptions.end()) {
+        record.description = own->second;
+    }
     record.currentValue = CurrentValue(key);
     record.initialState = stored.initialState;
     record.currentState = stored.currentState;
@@ -89,6 +95,24 @@ KeyRecord KeyStore::Record(RowKey key) const {
 
 bool KeyStore::IsChecked(RowKey key) const {
     return LooksOf(Stored(key).currentState, {}).isChecked;
+}
+
+void KeyStore::SetDescription(RowKey key, std::string description) {
+    m_ownDescriptions[key] = std::move(description);
+    m_keys[key - 1].saveDescription = true;
+}
+
+bool KeyStore::CanDescribe(RowKey key) const {
+    const LineId line = Stored(key).line;
+    return line != IniDocument::kNone &&
+           CutToBuffer(m_dataFile->Value(line)).size() == m_dataFile->Value(line).size();
+}
+
+RowKey KeyStore::KeyAtLine(LineId line) const {
+    const auto found =
+        std::lower_bound(m_keys.begin(), m_keys.end(), line,
+                         [](const StoredKey& key, LineId wanted) { return key.line < wanted; });
+    return static_cast<RowKey>(found - m_keys.begin()) + 1;
 }
 
 void KeyStore::SetSettings(std::shared_ptr<const IniDocument> settings) {

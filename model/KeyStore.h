@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,6 +41,9 @@ public:
     // has none.
     void Reset(std::shared_ptr<const IniDocument> dataFile, std::string noDescription);
 
+    // The same text in another language.
+    void SetNoDescription(std::string text) { m_noDescription = std::move(text); }
+
     // Begins a category: the records added from now on are its own.
     void AddCategory(std::string_view name, std::string_view targetSection);
 
@@ -58,6 +62,25 @@ public:
     std::string_view Category(RowKey key) const { return CategoryOf(key).name; }
     std::string_view TargetSection(RowKey key) const { return CategoryOf(key).targetSection; }
     bool IsChecked(RowKey key) const;
+
+    // Gives the key a description of the user's own, which waits to be written into the data file.
+    void SetDescription(RowKey key, std::string description);
+    void SetDescriptionSaved(RowKey key) { m_keys[key - 1].saveDescription = false; }
+    bool IsDescriptionPending(RowKey key) const { return Stored(key).saveDescription; }
+    // Whether the data file has room for another description: its entry has a line that was read
+    // as a whole.
+    bool CanDescribe(RowKey key) const;
+
+    // For searches: the file that the texts are in, and the records that differ from it.
+    const IniDocument& DataFile() const { return *m_dataFile; }
+    LineId LineOf(RowKey key) const { return Stored(key).line; }
+    // Whether each record is a line of the file, further down than the record before.
+    bool IsInFileOrder() const { return m_isInFileOrder && m_oddNames.empty(); }
+    const std::string& NoDescription() const { return m_noDescription; }
+    const std::map<RowKey, std::string>& OwnDescriptions() const { return m_ownDescriptions; }
+    // The first record at or behind a line of the data file, or one more than there are. Only for
+    // records in the file's order.
+    RowKey KeyAtLine(LineId line) const;
 
     // Takes another settings file, of which no record has a line yet.
     void SetSettings(std::shared_ptr<const IniDocument> settings);
@@ -108,7 +131,9 @@ private:
     std::vector<StoredCategory> m_categories;
     std::vector<OddName> m_oddNames;      // ascending by key
     std::deque<std::string> m_ownValues;  // given by the user
+    std::map<RowKey, std::string> m_ownDescriptions;
     std::string m_noDescription;
+    bool m_isInFileOrder = true;
     std::shared_ptr<const IniDocument> m_dataFile;
     std::shared_ptr<const IniDocument> m_settings;
 };

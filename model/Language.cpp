@@ -1,20 +1,28 @@
 #include "model/Language.h"
 
+#include "core/LeadingNumber.h"
 #include "core/cProfile.h"
 #include "model/StringTable.h"
 
 namespace tamarind {
 
-std::string Language::GetLanguageString(std::uint16_t number) const {
-    if (m_settings.useDefaultLanguage == 0) {
-        const IniSnapshot file =
-            m_files.Read(m_settings.expandedLanguageFile, CodePageOfCharset(m_settings.fontScript));
-        const auto text = file.document->FindValue("UserLanguage", std::to_string(number));
-        if (text && !text->empty()) {
-            return std::string(CutToBuffer(*text));
-        }
+std::string Language::Entry(std::string_view key) const {
+    if (m_settings.useDefaultLanguage != 0) {
+        return {};
     }
-    return std::string(BuiltInText(number));
+    const IniSnapshot file =
+        m_files.Read(m_settings.expandedLanguageFile, CodePageOfCharset(m_settings.fontScript));
+    const auto text = file.document->FindValue("UserLanguage", key);
+    return text ? std::string(CutToBuffer(*text)) : std::string();
+}
+
+std::string Language::GetLanguageString(std::uint16_t number) const {
+    std::string text = Entry(std::to_string(number));
+    return text.empty() ? std::string(BuiltInText(number)) : text;
+}
+
+bool Language::IsRightToLeft() const {
+    return LeadingInteger(Entry("RightToLeftLanguage")) != 0;
 }
 
 std::string Language::Reason(FileError error) const {

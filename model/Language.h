@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "core/FileSystem.h"
 #include "core/IniFiles.h"
@@ -17,10 +18,15 @@ public:
 
     std::string GetLanguageString(std::uint16_t number) const;
 
+    // Whether the language is written from right to left.
+    bool IsRightToLeft() const;
+
     // What is wrong with a file, as a sentence for the user.
     std::string Reason(FileError error) const;
 
 private:
+    std::string Entry(std::string_view key) const;
+
     IniFiles& m_files;
     const Settings& m_settings;
 };

@@ -36,6 +36,10 @@ struct Settings {
     std::int32_t splitPosition = 0;  // not negative
     std::int32_t descriptionVisible = 0;
     std::int32_t favoritesOrganizeVisible = 0;
+    std::int32_t favoriteWindowLeft = 0;
+    std::int32_t favoriteWindowTop = 0;
+    std::int32_t favoriteWindowWidth = 0;
+    std::int32_t favoriteWindowHeight = 0;
     std::string wincmdDataFile;
     std::string wcxFtpDataFile;
     std::string startUpIniFile;        // "Wincmd" or "Wcxftp"

@@ -79,6 +79,12 @@ constexpr SettingRow kRows[] = {
     {"TCInstallDir", kCommon, &Settings::totalCommanderFolder, "@", nullptr, Written::Never},
     {"ShowControlsBackColor", kCommon, &Settings::showControlsBackColor, "0", nullptr,
      Written::Never},
+    {"FavoriteWindowLeft", kEditor, &Settings::favoriteWindowLeft, "0", nullptr, Written::AtOnce},
+    {"FavoriteWindowTop", kEditor, &Settings::favoriteWindowTop, "0", nullptr, Written::AtOnce},
+    {"FavoriteWindowWidth", kEditor, &Settings::favoriteWindowWidth, "2600", nullptr,
+     Written::AtOnce},
+    {"FavoriteWindowHeight", kEditor, &Settings::favoriteWindowHeight, "7020", nullptr,
+     Written::AtOnce},
     {"WincmdDataFile", kEditor, &Settings::wincmdDataFile, "@", nullptr, Written::AtOnce},
     {"WcxftpDataFile", kEditor, &Settings::wcxFtpDataFile, "@", nullptr, Written::AtOnce},
     {"StartUpIniFile", kEditor, &Settings::startUpIniFile, "Wincmd", nullptr, Written::AtOnce},
@@ -89,6 +95,13 @@ constexpr SettingRow kRows[] = {
 
 bool IsMember(const SettingRow& row, const Member& member) {
     return row.member == member;
+}
+
+std::size_t RowOf(const Member& member) {
+    const auto* const row =
+        std::find_if(std::begin(kRows), std::end(kRows),
+                     [&](const SettingRow& entry) { return IsMember(entry, member); });
+    return static_cast<std::size_t>(row - std::begin(kRows));
 }
 
 }  // namespace
@@ -173,13 +186,41 @@ void SettingsStore::LoadSettings() {
     }
     const IniSnapshot snapshot = m_files.Read(m_path);
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
-        const auto value = kRows[row].isRead
-                               ? snapshot.document->FindValue(kRows[row].section, kRows[row].key)
-                               : std::nullopt;
-        SetText(row, value ? std::string(CutToBuffer(*value)) : ReadDefault(row));
+        ReadRow(*snapshot.document, row);
     }
     Derive();
     RememberAll();
+}
+
+void SettingsStore::ReadRow(const IniDocument& file, std::size_t row) {
+    const auto value =
+        kRows[row].isRead ? file.FindValue(kRows[row].section, kRows[row].key) : std::nullopt;
+    SetText(row, value ? std::string(CutToBuffer(*value)) : ReadDefault(row));
+}
+
+void SettingsStore::ReloadOptions() {
+    const IniSnapshot snapshot = m_files.Read(m_path);
+    if (snapshot.error != FileError::None) {
+        return;
+    }
+    for (const Member member :
+         {Member(&Settings::commandListShowLines), Member(&Settings::fixedBorders),
+          Member(&Settings::flatUserInterface), Member(&Settings::foregroundColor),
+          Member(&Settings::backgroundColor), Member(&Settings::activeKeyForeColor),
+          Member(&Settings::fontName), Member(&Settings::fontScript), Member(&Settings::fontSize),
+          Member(&Settings::fontStyle), Member(&Settings::useDefaultLanguage),
+          Member(&Settings::languageFile), Member(&Settings::alwaysRestartTC),
+          Member(&Settings::autoSelectNextKey)}) {
+        const std::size_t row = RowOf(member);
+        ReadRow(*snapshot.document, row);
+        m_stored[row] = TextOf(row);
+    }
+    Derive();
+}
+
+void SettingsStore::SetLanguageFile(const std::string& path) {
+    m_values.languageFile = path;
+    Derive();
 }
 
 ProfileResult SettingsStore::SaveSettings() {
@@ -197,13 +238,21 @@ ProfileResult SettingsStore::SaveSettings() {
     return transaction.IsEmpty() ? ProfileResult() : transaction.Commit();
 }
 
+ProfileResult SettingsStore::WriteFavoriteWindow() {
+    ProfileTransaction transaction(m_files, m_path);
+    for (const Member member : {&Settings::favoriteWindowLeft, &Settings::favoriteWindowTop,
+                                &Settings::favoriteWindowWidth, &Settings::favoriteWindowHeight}) {
+        const std::size_t row = RowOf(member);
+        transaction.SetValue(kRows[row].section, kRows[row].key, TextOf(row));
+    }
+    return transaction.Commit();
+}
+
 ProfileResult SettingsStore::WriteNow(std::string Settings::*member, const std::string& value) {
     m_values.*member = value;
-    const auto* const row =
-        std::find_if(std::begin(kRows), std::end(kRows),
-                     [&](const SettingRow& entry) { return IsMember(entry, member); });
-    m_stored[static_cast<std::size_t>(row - std::begin(kRows))] = value;
-    return cProfile(m_files).WriteStringValue(row->section, row->key, value, m_path);
+    const std::size_t row = RowOf(member);
+    m_stored[row] = value;
+    return cProfile(m_files).WriteStringValue(kRows[row].section, kRows[row].key, value, m_path);
 }
 
 }  // namespace tamarind

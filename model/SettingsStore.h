@@ -31,6 +31,12 @@ public:
     // where it can not be made, these values hold for this run.
     void LoadSettings();
 
+    // Reads the settings that the options dialog edits again.
+    void ReloadOptions();
+
+    // Takes a path as it is to be written.
+    void SetLanguageFile(const std::string& path);
+
     // Writes the settings that changed since they were read or last written, in one step. Of a
     // maximized window only that it is maximized is stored, so that its former place stays.
     ProfileResult SaveSettings();
@@ -38,6 +44,9 @@ public:
     // Writes one text at once: section "ConfigurationEditor", or "Common" for what the family
     // shares. A text equal to the MissingValueMarker is not written.
     ProfileResult WriteNow(std::string Settings::*member, const std::string& value);
+
+    // Writes the organize window's place as it is in Values() now.
+    ProfileResult WriteFavoriteWindow();
 
     const std::string& Path() const { return m_path; }
 
@@ -48,6 +57,7 @@ private:
     std::string TextOf(std::size_t row) const;
     void SetText(std::size_t row, const std::string& text);
     void RememberAll();
+    void ReadRow(const IniDocument& file, std::size_t row);
 
     IniFiles& m_files;
     const Environment& m_environment;

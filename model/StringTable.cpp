@@ -128,6 +128,15 @@ constexpr TextRow kTexts[] = {
     {4013, "The file cannot hold a key or value like this:"},
     {4014, "There is no settings file to save to. Please open one first."},
     {4015, "A value can have at most 4,095 characters."},
+    {4016, "Export"},
+    {4017, "Import"},
+    {4018,
+     "Another program has changed this data file since it was opened. Write the changed "
+     "descriptions into it as it is now?"},
+    {4019,
+     "Knows every key of Total Commander's settings files, says what each is for, and changes "
+     "them safely."},
+    {4020, "Free software under the MIT licence."},
 };
 
 }  // namespace

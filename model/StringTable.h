@@ -8,14 +8,24 @@ namespace tamarind {
 // Numbers of the visible texts that code asks for by name; menus and dialogs name theirs in their
 // own tables.
 namespace text {
+inline constexpr std::uint16_t kNoRecentFiles = 108;
+inline constexpr std::uint16_t kClearList = 109;
+inline constexpr std::uint16_t kFavoriteNotFound = 204;
+inline constexpr std::uint16_t kTooManyFavorites = 207;
+inline constexpr std::uint16_t kIsFavoriteAlready = 208;
+inline constexpr std::uint16_t kCannotFind = 259;
+inline constexpr std::uint16_t kAreYouSure = 3009;
 inline constexpr std::uint16_t kSaveChangesTo = 3020;
 inline constexpr std::uint16_t kCannotFindFile = 3021;
 inline constexpr std::uint16_t kVerifyPath = 3022;
 inline constexpr std::uint16_t kCannotFindWcxFtpIni = 3045;
 inline constexpr std::uint16_t kCannotFindWincmdIni = 3046;
+inline constexpr std::uint16_t kCannotFindLanguageFile = 3048;
+inline constexpr std::uint16_t kFileNotFound = 3056;
 inline constexpr std::uint16_t kRootCategory = 3073;
 inline constexpr std::uint16_t kCannotFindDataFile = 3074;
 inline constexpr std::uint16_t kCategoryWithoutKeys = 3075;
+inline constexpr std::uint16_t kSaveDataFile = 3076;
 inline constexpr std::uint16_t kKeys = 3077;
 inline constexpr std::uint16_t kDataFile = 3078;
 inline constexpr std::uint16_t kTargetSection = 3079;
@@ -35,6 +45,9 @@ inline constexpr std::uint16_t kNameNotEncodable = 4012;
 inline constexpr std::uint16_t kTextNotStorable = 4013;
 inline constexpr std::uint16_t kNoSettingsFile = 4014;
 inline constexpr std::uint16_t kValueTooLong = 4015;
+inline constexpr std::uint16_t kExport = 4016;
+inline constexpr std::uint16_t kImport = 4017;
+inline constexpr std::uint16_t kDataFileChanged = 4018;
 }  // namespace text
 
 // The built-in English text of a number; empty for a number without one.

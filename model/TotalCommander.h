@@ -22,6 +22,8 @@ public:
     virtual void WaitHalfSecond() = 0;
     // Starts a program with a normal window; a failure is not reported.
     virtual void Start(const std::string& commandLine) = 0;
+    // Opens a file with the program that the user has for it; a failure is not reported.
+    virtual void OpenDocument(const std::string& path) = 0;
 };
 
 // Closes Total Commander before a save and starts it again behind it: it keeps its settings in

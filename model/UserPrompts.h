@@ -1,11 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
 namespace tamarind {
 
-enum class MessageIcon { Exclamation, Critical, Question };
+enum class MessageIcon { Exclamation, Critical, Question, Information };
 enum class Answer { Yes, No, Cancel };
 
 // The file types that a file dialog offers, by their number in the program's filter table.
@@ -29,6 +30,13 @@ struct FileQuestion {
     std::string title;  // empty: the dialog's usual one
 };
 
+struct FontChoice {
+    std::string name;
+    std::int32_t points = 0;
+    std::int32_t style = 0;    // 1 bold, 2 italic, 4 strikethrough, 8 underline
+    std::int32_t charset = 0;  // a Windows character set number
+};
+
 // What the program asks the user and tells him. Texts are complete and translated.
 class UserPrompts {
 public:
@@ -39,8 +47,16 @@ public:
     // With the buttons Yes, No and Cancel and the question icon.
     virtual Answer Ask(const std::string& text) = 0;
 
-    // The chosen path, or the MissingValueMarker when the user cancels.
+    // With the buttons Yes and No, of which No is the default, and the question icon.
+    virtual bool AskWhetherSure(const std::string& text) = 0;
+
+    // The chosen path, or the MissingValueMarker when the user cancels. A file to save to may
+    // exist already; what is in it is not asked about.
     virtual std::string BrowseForOpen(const FileQuestion& question) = 0;
+    virtual std::string BrowseForSave(const FileQuestion& question) = 0;
+
+    // Takes the user's choice. False when he cancels.
+    virtual bool FontSelect(FontChoice& font) = 0;
 
     // The chosen colour as a decimal number, or the MissingValueMarker.
     virtual std::string ColorSelect() = 0;

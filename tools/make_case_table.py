@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""Writes core/UnicodeUpperCase.inc: the simple upper-case mappings of the Basic Multilingual Plane.
+"""Writes the simple case mappings of the Basic Multilingual Plane.
+
+    make_case_table.py upper core/UnicodeUpperCase.inc
+    make_case_table.py lower core/UnicodeLowerCase.inc
 
 The mappings come from the Unicode data that ships with Python. Neighbouring mappings with the same
 distance (and a stride of one or two code points) share one row, which keeps the table short.
@@ -7,14 +10,14 @@ distance (and a stride of one or two code points) share one row, which keeps the
 import sys
 
 
-def simple_upper(code: int) -> int:
-    upper = chr(code).upper()
-    return ord(upper) if len(upper) == 1 and ord(upper) <= 0xFFFF else code
+def simple_case(code: int, kind: str) -> int:
+    mapped = chr(code).upper() if kind == "upper" else chr(code).lower()
+    return ord(mapped) if len(mapped) == 1 and ord(mapped) <= 0xFFFF else code
 
 
-def rows() -> list[tuple[int, int, int, int]]:
-    mapped = [(c, simple_upper(c) - c) for c in range(0x80, 0x10000)
-              if not 0xD800 <= c <= 0xDFFF and simple_upper(c) != c]
+def rows(kind: str) -> list[tuple[int, int, int, int]]:
+    mapped = [(c, simple_case(c, kind) - c) for c in range(0x80, 0x10000)
+              if not 0xD800 <= c <= 0xDFFF and simple_case(c, kind) != c]
     result: list[list[int]] = []
     for code, delta in mapped:
         if result:
@@ -28,9 +31,10 @@ def rows() -> list[tuple[int, int, int, int]]:
 
 
 def main() -> None:
-    with open(sys.argv[1], "w", encoding="ascii", newline="\n") as out:
+    kind, path = sys.argv[1:]
+    with open(path, "w", encoding="ascii", newline="\n") as out:
         out.write("// Written by tools/make_case_table.py; first, last, distance, stride.\n")
-        for first, last, delta, stride in rows():
+        for first, last, delta, stride in rows(kind):
             out.write(f"{{0x{first:04X}, 0x{last:04X}, {delta}, {stride}}},\n")
 
 

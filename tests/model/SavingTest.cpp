@@ -354,7 +354,7 @@ public:
         keys[key].current = state;
     }
     void Comment(std::size_t key) {
-        if (keys[key].current == '1' || keys[key].current == '4') {
+        if (IsChecked(key)) {
             keys[key].current = '5';
             undo.push_back(std::to_string(key) + "///;;;commented;;;");
             redo.clear();
@@ -382,6 +382,15 @@ public:
             key.value = payload;
             key.current = payload.empty() ? '3' : '4';
         }
+    }
+    // What a file says of a key: its value with "=" in front, that behind a ";", or nothing.
+    void Import(std::size_t key, const std::string& line) {
+        const bool isCommented = line.substr(0, 1) == ";";
+        keys[key].value = line.empty() ? line : line.substr(isCommented ? 2 : 1);
+        keys[key].current = line.empty() ? '3' : isCommented ? '5' : '4';
+    }
+    bool IsChecked(std::size_t key) const {
+        return keys[key].current == '1' || keys[key].current == '4';
     }
     void Save() {
         for (Key& key : keys) {
@@ -420,8 +429,12 @@ TEST_F(SavingTest, RandomSequencesAgreeWithTheReference) {
         std::mt19937 random(seed);
         for (int step = 0; step < 10000; ++step) {
             const std::size_t key = random() % 3;
-            Session().ShowKeyDetails(key);
-            switch (random() % 8) {
+            const std::size_t row = Session().Keys().RowOf(static_cast<RowKey>(key + 1));
+            const bool isShown = row < Session().Keys().Size();
+            if (isShown) {
+                Session().ShowKeyDetails(row);
+            }
+            switch (isShown ? random() % 10 : 6 + random() % 4) {
                 case 0:
                 case 1: {
                     const std::string value = values[random() % std::size(values)];
@@ -446,6 +459,38 @@ TEST_F(SavingTest, RandomSequencesAgreeWithTheReference) {
                     Session().Redo();
                     reference.Replay(reference.redo, reference.undo);
                     break;
+                case 7: {
+                    const auto filter = static_cast<KeyFilter>(random() % 3);
+                    Session().SetKeyFilter(filter);
+                    for (std::size_t at = 0; at < 3; ++at) {
+                        const bool isIn =
+                            filter == KeyFilter::ShowAll ||
+                            reference.IsChecked(at) == (filter == KeyFilter::ShowActive);
+                        const KeyList& list = Session().Keys();
+                        ASSERT_EQ(list.RowOf(static_cast<RowKey>(at + 1)) < list.Size(), isIn);
+                    }
+                    break;
+                }
+                case 8: {
+                    std::string file = "[T]\n";
+                    for (std::size_t at = 0; at < 3; ++at) {
+                        const char* const forms[] = {"", "=new", ";=\"quoted\"", "="};
+                        const std::string line = forms[random() % 4];
+                        const bool isCommented = line.substr(0, 1) == ";";
+                        const std::string& name = reference.keys[at].name;
+                        file += line.empty()  ? "other=1\n"
+                                : isCommented ? ";" + name + "=\"\"quoted\"\"\n"
+                                              : name + line + "\n";
+                        const KeyList& list = Session().Keys();
+                        if (list.RowOf(static_cast<RowKey>(at + 1)) < list.Size()) {
+                            reference.Import(at, line);
+                        }
+                    }
+                    world.disk.Put("C:\\keys.ini", file);
+                    world.prompts.filesToChoose = {"C:\\keys.ini"};
+                    Session().ImportKeys();
+                    break;
+                }
                 default:
                     ASSERT_TRUE(Session().SaveToSettingsFile());
                     reference.Save();

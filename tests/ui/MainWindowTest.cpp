@@ -76,8 +76,10 @@ TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {
     }
     for (const CommandInfo& info : AllCommands()) {
         const bool isEnabled = world.session->IsEnabled(info.command);
-        const UINT state = GetMenuState(bar, static_cast<UINT>(info.command), MF_BYCOMMAND);
-        EXPECT_EQ((state & MF_GRAYED) == 0, isEnabled) << info.textNumber;
+        if (info.command != tamarind::Command::FileRecentFiles) {  // a menu of its own
+            const UINT state = GetMenuState(bar, static_cast<UINT>(info.command), MF_BYCOMMAND);
+            EXPECT_EQ((state & MF_GRAYED) == 0, isEnabled) << info.textNumber;
+        }
         if (!info.toolbarName.empty()) {
             EXPECT_EQ(IsButton(info.command, TB_ISBUTTONENABLED), isEnabled) << info.toolbarName;
         }
@@ -108,12 +110,65 @@ TEST_F(MainWindowTest, PanesHideAndKeepTheirSizes) {
     EXPECT_EQ(HeightOf(Find(kIdDescriptionPane)), height);
     Command(tamarind::Command::ViewDescription);
     EXPECT_FALSE(IsWindowVisible(Find(kIdTxtDescriptionBox)));
-    EXPECT_FALSE(IsWindowVisible(Find(kIdToolbar2)));
     Command(tamarind::Command::ViewToolbar);
     EXPECT_FALSE(IsWindowVisible(Find(kIdToolbar1)));
     Command(tamarind::Command::ViewDescription);
     EXPECT_EQ(HeightOf(Find(kIdDescriptionPane)), height);
+}
+
+TEST_F(MainWindowTest, ATypedDescriptionOffersToBeSaved) {
+    Start();
+    SetSize(700, 500);
+    Press(kIdListView1, VK_DOWN);
+    Press(kIdListView1, VK_UP);
+    EXPECT_FALSE(IsWindowVisible(Find(kIdToolbar2)));
+    Send(kIdTxtDescriptionBox, EM_SETSEL, 0, -1);
+    Send(kIdTxtDescriptionBox, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"one\r\ntwo"));
     EXPECT_TRUE(IsWindowVisible(Find(kIdToolbar2)));
+    const RECT toolbar = BoundsOf(Find(kIdToolbar2));
+    const RECT box = BoundsOf(Find(kIdTxtDescriptionBox));
+    EXPECT_TRUE(toolbar.left > box.left && toolbar.right < box.right);
+    EXPECT_TRUE(toolbar.top > box.top && toolbar.bottom < box.bottom);
+    Send(kIdToolbar2, TB_PRESSBUTTON, static_cast<WPARAM>(tamarind::Command::FileSaveDataFile), 1);
+    Command(tamarind::Command::FileSaveDataFile);
+    EXPECT_FALSE(IsWindowVisible(Find(kIdToolbar2)));
+    EXPECT_NE(world.disk.BytesOf(SessionWorld::kWincmdData).find("PanelsVertical=0///one@two\r\n"),
+              std::string::npos);
+}
+
+TEST_F(MainWindowTest, MenusListFavoritesAndRecentFiles) {
+    world.disk.Put(SessionWorld::kOwnSettings,
+                   "[ConfigurationEditor]\r\nRecentFiles1=C:\\a.ini\r\nRecentFiles3=C:\\b.ini\r\n"
+                   "[FavoritesList]\r\nShowHidden=Hidden\r\nSp_1=-\r\nGone=\xC4\x8D\r\n");
+    world.disk.Wait(10);
+    Start();
+    const HMENU bar = GetMenu(window->Handle());
+    const auto textsOf = [](HMENU menu) {
+        Strings texts;
+        for (int at = 0; at < GetMenuItemCount(menu); ++at) {
+            wchar_t text[100] = L"";
+            GetMenuStringW(menu, static_cast<UINT>(at), text, ARRAYSIZE(text), MF_BYPOSITION);
+            texts.push_back(Narrow(text));
+        }
+        return texts;
+    };
+    const HMENU favorites = GetSubMenu(bar, 4);
+    EXPECT_EQ(textsOf(favorites).size(), 6U);
+    EXPECT_EQ(textsOf(favorites)[3], "Hidden");
+    EXPECT_NE(GetMenuState(favorites, 4, MF_BYPOSITION) & MF_SEPARATOR, 0U);
+    EXPECT_NE(GetMenuState(favorites, 5, MF_BYPOSITION) & MF_GRAYED, 0U);
+    SendMessageW(window->Handle(), WM_COMMAND, kIdFavoriteFirst, 0);
+    EXPECT_EQ(GetFocus(), Find(kIdListView1));
+    EXPECT_EQ(SelectedRow(), 1);
+
+    const HMENU fileMenu = GetSubMenu(bar, 0);
+    const HMENU recent = GetSubMenu(fileMenu, 10);
+    SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(recent), 10);
+    EXPECT_EQ(textsOf(recent), (Strings{"&1 C:\\a.ini", "&3 C:\\b.ini", "", "Clear List"}));
+    world.prompts.answers = {Answer::Yes};
+    SendMessageW(window->Handle(), WM_COMMAND, kIdClearRecent, 0);
+    SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(recent), 10);
+    EXPECT_EQ(textsOf(recent), (Strings{"No Recent Files", "", "Clear List"}));
 }
 
 void ExpectNoOverlaps(HWND parent) {

@@ -22,6 +22,14 @@ enum ControlId : int {
     kIdCmdColorSample,
 };
 
+// Menu entries that come and go: the recent files by slot, and the favorites by place.
+enum EntryId : int {
+    kIdRecentFirst = 300,
+    kIdClearRecent = 399,
+    kIdFavoriteFirst = 400,
+    kIdFavoriteLast = 999,
+};
+
 // Keys of the main window that are no commands.
 enum FocusId : int {
     kIdNextPane = 50,

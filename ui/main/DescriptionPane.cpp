@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kSavePicture = 1;  // its place among the toolbar's pictures
 constexpr int kTextMargin = 4;   // pixels at 96 DPI
+constexpr int kToolbarMargin = 2;
+constexpr Twips kToolbarDistance{300};
 
 }  // namespace
 
@@ -20,23 +22,22 @@ bool DescriptionPane::Create(HWND parent, const MainLook& look) {
     params.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     params.parent = parent;
     params.id = kIdDescriptionPane;
-    if (!CreateHandle(params) || !txtDescriptionBox.Create(Handle(), kIdTxtDescriptionBox) ||
+    if (!CreateHandle(params) || !txtDescriptionBox.Create(Handle(), kIdTxtDescriptionBox, *this) ||
         !Toolbar2.Create(Handle(), kIdToolbar2, *this)) {
         return false;
     }
-    txtDescriptionBox.SetReadOnly(true);
     ApplyLook(look);
     ToolButton save;
     save.id = static_cast<int>(Command::FileSaveDataFile);
     save.picture = kSavePicture;
     save.text = Widen(m_session.Text(InfoOf(Command::FileSaveDataFile).textNumber));
     Toolbar2.AddButtons({&save, 1});
-    Toolbar2.Show(true);
     Refresh();
     return true;
 }
 
 void DescriptionPane::ApplyLook(const MainLook& look) {
+    m_dpi = look.dpi;
     txtDescriptionBox.SetColors(look.foreground, look.background);
     txtDescriptionBox.SetBorder(look.border);
     ApplyUserFont(txtDescriptionBox, look.font, true, 0, look.dpi);
@@ -45,12 +46,28 @@ void DescriptionPane::ApplyLook(const MainLook& look) {
     Layout();
 }
 
+void DescriptionPane::ApplyLanguage() {
+    Toolbar2.SetText(static_cast<int>(Command::FileSaveDataFile),
+                     Widen(m_session.Text(InfoOf(Command::FileSaveDataFile).textNumber)));
+}
+
 void DescriptionPane::ShowDescription() {
+    m_isLoading = true;
     txtDescriptionBox.SetText(Widen(m_session.Description()));
+    m_isLoading = false;
+    txtDescriptionBox.SetMaxLength(m_session.MaxDescriptionUnits());
     txtDescriptionBox.Enable(m_session.CurrentKey() != 0);
 }
 
+// A text that is shown is not one that the user changed.
+void DescriptionPane::OnTextChanged() {
+    if (!m_isLoading) {
+        m_session.ChangeDescription(Narrow(txtDescriptionBox.Text()));
+    }
+}
+
 void DescriptionPane::Refresh() {
+    Toolbar2.Show(m_session.IsDataFileModified());
     Toolbar2.SetEnabled(static_cast<int>(Command::FileSaveDataFile),
                         m_session.IsEnabled(Command::FileSaveDataFile));
 }
@@ -68,9 +85,20 @@ LRESULT DescriptionPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
 void DescriptionPane::Layout() {
     RECT area{};
     GetClientRect(Handle(), &area);
-    const LONG width = std::min<LONG>(Toolbar2.IdealSize().cx, area.right);
-    Toolbar2.SetBounds({area.right - width, 0, area.right, area.bottom});
-    txtDescriptionBox.SetBounds({0, 0, area.right - width, area.bottom});
+    txtDescriptionBox.SetBounds(area);
+    PlaceDescriptionToolbar(ToTwips(Pixels{static_cast<int>(area.bottom)}, m_dpi));
+}
+
+// In the corner below on the right, beside the scroll bar.
+void DescriptionPane::PlaceDescriptionToolbar(Twips height) {
+    RECT area{};
+    GetClientRect(Handle(), &area);
+    const SIZE size = Toolbar2.IdealSize();
+    const LONG left =
+        std::max<LONG>(area.right - size.cx - ToPixels(kToolbarDistance, m_dpi).value, 0);
+    const LONG bottom = ToPixels(height, m_dpi).value - ScaledPixels(kToolbarMargin, m_dpi);
+    Toolbar2.SetBounds({left, bottom - size.cy, left + size.cx, bottom});
+    SetWindowPos(Toolbar2.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void DescriptionPane::OnToolbarButton(int id) {

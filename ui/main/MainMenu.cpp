@@ -9,7 +9,7 @@
 namespace tamarind {
 namespace {
 
-constexpr std::uint16_t kNoRecentFiles = 108;  // a text's number
+constexpr int kFixedFavoriteEntries = 2;
 
 constexpr Command kTreeEntries[] = {Command::FileExport, Command::FileImport};
 
@@ -39,12 +39,19 @@ bool MainMenu::Create(HWND window) {
             popup.Release();  // the bar destroys it
         }
     }
+    const UniqueMenu former(GetMenu(window));
     if (!SetMenu(window, bar.Get())) {
         return false;
     }
     m_bar = bar.Release();
+    m_recentFiles = CreatePopupMenu();
+    const HMENU fileMenu = GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::FileRecentFiles)));
+    ModifyMenuW(fileMenu, static_cast<UINT>(IdOf(Command::FileRecentFiles)),
+                MF_BYCOMMAND | MF_POPUP, reinterpret_cast<UINT_PTR>(m_recentFiles),
+                EntryText(Command::FileRecentFiles).c_str());
+    ShowFavorites();
     m_accelerators = MakeAccelerators({});
-    m_textAccelerators = MakeAccelerators(MenuBar()[EditMenu()].entries);
+    m_textAccelerators = MakeAccelerators(MenuBar()[MenuWith(Command::EditValue)].entries);
     return true;
 }
 
@@ -69,7 +76,44 @@ void MainMenu::Fill(HMENU menu, std::span<const Command> entries) const {
     Refresh(menu);
 }
 
+void MainMenu::FillRecentFiles(HMENU menu) const {
+    while (DeleteMenu(menu, 0, MF_BYPOSITION)) {
+    }
+    const cRecentFiles& files = m_session.RecentFiles();
+    const auto entries = files.Entries();
+    for (const auto& entry : entries) {
+        AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(kIdRecentFirst + entry.index - 1),
+                    Widen(entry.caption).c_str());
+    }
+    const UINT clearState = entries.empty() ? MF_GRAYED : MF_ENABLED;
+    if (entries.empty()) {
+        AppendMenuW(menu, MF_STRING | MF_GRAYED, 0, Widen(files.NoFilesText()).c_str());
+    }
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING | clearState, kIdClearRecent, Widen(files.ClearText()).c_str());
+}
+
+void MainMenu::ShowFavorites() const {
+    const HMENU menu = GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::FavoritesAdd)));
+    while (DeleteMenu(menu, kFixedFavoriteEntries, MF_BYPOSITION)) {
+    }
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    int id = kIdFavoriteFirst;
+    for (const Favorite& favorite : m_session.FavoriteItems()) {
+        if (id > kIdFavoriteLast) {
+            break;
+        }
+        const UINT kind = favorite.IsSeparator() ? MF_SEPARATOR : MF_STRING;
+        AppendMenuW(menu, kind | (favorite.isEnabled ? MF_ENABLED : MF_GRAYED),
+                    static_cast<UINT_PTR>(id++), Widen(favorite.caption).c_str());
+    }
+}
+
 void MainMenu::Refresh(HMENU menu) const {
+    if (menu == m_recentFiles) {
+        FillRecentFiles(menu);
+        return;
+    }
     const int count = GetMenuItemCount(menu);
     for (int at = 0; at < count; ++at) {
         if (const HMENU below = GetSubMenu(menu, at)) {
@@ -107,13 +151,11 @@ UniqueAccelerators MainMenu::MakeAccelerators(std::span<const Command> except) {
     return UniqueAccelerators(CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size())));
 }
 
-std::size_t MainMenu::EditMenu() {
+std::size_t MainMenu::MenuWith(Command command) {
     const auto menus = MenuBar();
-    const auto holdsEditing = [](const MenuInfo& menu) {
-        return std::find(menu.entries.begin(), menu.entries.end(), Command::EditValue) !=
-               menu.entries.end();
-    };
-    const auto found = std::find_if(menus.begin(), menus.end(), holdsEditing);
+    const auto found = std::find_if(menus.begin(), menus.end(), [&](const MenuInfo& menu) {
+        return std::find(menu.entries.begin(), menu.entries.end(), command) != menu.entries.end();
+    });
     return static_cast<std::size_t>(found - menus.begin());
 }
 
@@ -122,7 +164,8 @@ void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {
     if (made) {
         Fill(made.Get(), kTreeEntries);
     }
-    const HMENU popup = made ? made.Get() : GetSubMenu(m_bar, static_cast<int>(EditMenu()));
+    const HMENU popup =
+        made ? made.Get() : GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::EditValue)));
     TrackPopupMenu(popup, TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
 }
 
@@ -134,8 +177,7 @@ void MainMenu::ShowDropDown(HWND window, Command command, const RECT& button) co
     if (row != std::end(kDropDowns)) {
         Fill(menu.Get(), {&row->entry, 1});
     } else if (command == Command::FileOpen) {
-        AppendMenuW(menu.Get(), MF_STRING | MF_GRAYED, 0,
-                    Widen(m_session.Text(kNoRecentFiles)).c_str());
+        FillRecentFiles(menu.Get());
     }
     TPMPARAMS around{sizeof(TPMPARAMS), button};
     TrackPopupMenuEx(menu.Get(), TPM_VERTICAL, button.left, button.bottom, window, &around);

@@ -11,12 +11,16 @@ class MainMenu {
 public:
     explicit MainMenu(const EditorSession& session) : m_session(session) {}
 
-    // Makes the menu bar and gives it to the window, which owns it from then on.
+    // Makes the menu bar in the present language and gives it to the window, which owns it from
+    // then on. One that it had before is gone.
     bool Create(HWND window);
     // While a line of text is edited the keys of the Edit menu belong to that.
     HACCEL Accelerators(bool isEditingText) const {
         return (isEditingText ? m_textAccelerators : m_accelerators).Get();
     }
+
+    // Puts the favorites behind the fixed entries of their menu.
+    void ShowFavorites() const;
 
     // Brings the enabled and checked states in a menu up to date, which it needs before it opens.
     void Refresh(HMENU menu) const;
@@ -29,10 +33,13 @@ private:
     std::wstring EntryText(Command command) const;
     void Fill(HMENU menu, std::span<const Command> entries) const;
     static UniqueAccelerators MakeAccelerators(std::span<const Command> except);
-    static std::size_t EditMenu();
+    void FillRecentFiles(HMENU menu) const;
+    // The menu of the menu bar that has a command.
+    static std::size_t MenuWith(Command command);
 
     const EditorSession& m_session;
     HMENU m_bar = nullptr;
+    HMENU m_recentFiles = nullptr;  // below the File menu
     UniqueAccelerators m_accelerators;
     UniqueAccelerators m_textAccelerators;
 };

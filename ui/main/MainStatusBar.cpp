@@ -29,6 +29,10 @@ void MainStatusBar::ApplyLook(const MainLook& look) {
     m_dpi = look.dpi;
     m_pictures = look.statusPictures.Get();
     StatusBar1.SetFont(MakeMessageFont(m_dpi));
+    ApplyLanguage();
+}
+
+void MainStatusBar::ApplyLanguage() {
     ShowDataFile();
     ShowTarget();
     ShowCounter();

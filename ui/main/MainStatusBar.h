@@ -17,6 +17,8 @@ public:
 
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
+    // Shows the texts of the present language.
+    void ApplyLanguage();
     void SetBounds(const RECT& bounds);
     int IdealHeight() const { return StatusBar1.IdealHeight(); }
 

@@ -54,6 +54,15 @@ void MainToolbar::ApplyLook(const MainLook& look) {
     Toolbar1.SetImages(look.toolbarPictures.Get(), look.disabledToolbarPictures.Get());
 }
 
+void MainToolbar::ApplyLanguage() {
+    for (const CommandInfo& info : AllCommands()) {
+        if (!info.toolbarName.empty()) {
+            Toolbar1.SetText(static_cast<int>(info.command),
+                             Widen(m_session.Text(info.textNumber)));
+        }
+    }
+}
+
 void MainToolbar::Refresh() {
     for (const CommandInfo& info : AllCommands()) {
         if (!info.toolbarName.empty()) {

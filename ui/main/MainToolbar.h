@@ -16,6 +16,8 @@ public:
 
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
+    // Shows the texts of the present language.
+    void ApplyLanguage();
     // Brings the buttons' states up to date.
     void Refresh();
 

@@ -3,9 +3,13 @@
 #include <algorithm>
 
 #include "core/WideText_win32.h"
+#include "ui/favorites/frmFavoriteAdd.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/MainWindowPlacement.h"
+#include "ui/shell/frmAbout.h"
+#include "ui/shell/frmOptions.h"
 #include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/RedrawLock.h"
 #include "ui/toolkit/ScopeExit.h"
@@ -24,6 +28,21 @@ HICON LoadProgramIcon(int widthMetric, int heightMetric) {
                                          GetSystemMetrics(heightMetric), LR_SHARED));
 }
 
+ListLook ListLookOf(const MainLook& look) {
+    return {look.foreground, look.background, look.border, look.font};
+}
+
+// A control of the window or of a container in it.
+HWND FindChild(HWND parent, int id) {
+    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        const HWND found = GetDlgCtrlID(child) == id ? child : FindChild(child, id);
+        if (found != nullptr) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
 BOOL CALLBACK PassOn(HWND child, LPARAM message) {
     SendMessageW(child, static_cast<UINT>(message), 0, 0);
     return TRUE;
@@ -36,7 +55,12 @@ frmMain::frmMain(EditorSession& session)
       m_menu(session),
       m_toolbar(session, *this),
       m_panes(session, *this),
-      m_statusBar(session, *this) {}
+      m_statusBar(session, *this),
+      m_searchFor(session, m_dialogLanguage),
+      m_organizeFavorites(session, m_dialogLanguage, *this) {
+    m_dialogLanguage.text = [this](std::uint16_t number) { return Widen(m_session.Text(number)); };
+    ReadLanguage();
+}
 
 frmMain::~frmMain() {
     m_session.SetListener(nullptr);
@@ -58,6 +82,9 @@ bool frmMain::Create() {
     }
     m_session.SetListener(this);
     OnCommandsChanged();
+    if (m_dialogLanguage.isRightToLeft) {
+        ApplyDirection();
+    }
     Layout();
     return true;
 }
@@ -69,10 +96,18 @@ void frmMain::ShowFirst(int showCommand) {
         m_panes.FocusTree();
     }
     UpdateWindow(Handle());
+    if (m_session.ProgramSettings().Values().favoritesOrganizeVisible != 0) {
+        m_organizeFavorites.Open(Handle());
+        SetActiveWindow(Handle());
+    }
 }
 
 bool frmMain::TranslateKey(MSG& message) {
-    const bool isEditingText = m_panes.Keys().IsEditing();
+    if (Dialog::TranslateDialogMessage(message)) {
+        return true;
+    }
+    const bool isEditingText =
+        m_panes.Keys().IsEditing() || GetFocus() == m_panes.Description().Box();
     return TranslateAcceleratorW(Handle(), m_menu.Accelerators(isEditingText), &message) != 0;
 }
 
@@ -84,9 +119,7 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnDestroy();
             return 0;
         case WM_CLOSE:
-            if (AskWhetherToClose()) {
-                DestroyWindow(Handle());
-            }
+            OnClose();
             return 0;
         case WM_QUERYENDSESSION:
             return AskWhetherToClose() ? TRUE : FALSE;
@@ -134,6 +167,7 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool frmMain::OnCreate() {
     m_look = MakeMainLook(m_session.ProgramSettings().Values(), WindowDpi(Handle()));
+    m_organizeFavorites.ApplyLook(ListLookOf(m_look));
     return m_menu.Create(Handle()) && m_toolbar.Create(Handle(), m_look) &&
            m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
 }
@@ -145,19 +179,33 @@ bool frmMain::AskWhetherToClose() {
     }
     m_isAskingToClose = true;
     const ScopeExit asked([this] { m_isAskingToClose = false; });
-    return m_session.AskSaveSettings();
+    return m_session.AskSaveSettings() && m_session.AskSaveDataFile();
+}
+
+// The organize window is destroyed before this one hears of it.
+void frmMain::OnClose() {
+    if (AskWhetherToClose()) {
+        StoreLayout();
+        m_organizeFavorites.Close();
+        DestroyWindow(Handle());
+    }
 }
 
 void frmMain::OnDestroy() {
-    StoreLayout();
+    if (!m_isLayoutStored) {
+        StoreLayout();
+    }
     PostQuitMessage(0);
 }
 
 void frmMain::StoreLayout() {
+    m_isLayoutStored = true;
     Settings& settings = m_session.ProgramSettings().Values();
     CaptureMainWindowPlacement(Handle(), settings);
     m_panes.StorePositions(settings);
+    settings.favoritesOrganizeVisible = m_session.IsOrganizerOpen() ? 1 : 0;
     m_session.ProgramSettings().SaveSettings();
+    m_session.SaveRecentFiles();
 }
 
 void frmMain::OnCommand(int id) {
@@ -171,8 +219,40 @@ void frmMain::OnCommand(int id) {
         default:
             if (FindCommand(static_cast<std::uint32_t>(id)) != nullptr) {
                 Execute(static_cast<Command>(id));
+            } else if (!m_session.IsBusy()) {
+                OnEntry(id);
             }
             break;
+    }
+}
+
+void frmMain::OnEntry(int id) {
+    if (id >= kIdRecentFirst && id < kIdClearRecent) {
+        m_session.OpenRecentFile(static_cast<std::int16_t>(id - kIdRecentFirst + 1));
+    } else if (id == kIdClearRecent) {
+        m_session.ClearRecentFiles();
+    } else if (id >= kIdFavoriteFirst && id <= kIdFavoriteLast) {
+        const auto& favorites = m_session.FavoriteItems();
+        const auto place = static_cast<std::size_t>(id - kIdFavoriteFirst);
+        if (place < favorites.size()) {
+            // By value: showing it may make the list anew.
+            const std::string name = favorites[place].name;
+            if (m_session.FavoriteDefinition(name)) {
+                ShowFavorite();
+            }
+        }
+    }
+}
+
+void frmMain::ShowFavorite() {
+    SetFocus(m_panes.Keys().Handle());
+}
+
+void frmMain::OnAddFavorite() {
+    if (const auto name = m_session.BeginAddFavorite()) {
+        if (const auto caption = frmFavoriteAdd(m_dialogLanguage).Ask(Handle(), *name)) {
+            m_session.AddFavorite(*name, *caption);
+        }
     }
 }
 
@@ -189,6 +269,15 @@ void frmMain::Execute(Command command) {
             break;
         case Command::FileSave:
             m_session.SaveToSettingsFile();
+            break;
+        case Command::FileSaveDataFile:
+            m_session.SaveDataFile();
+            break;
+        case Command::FileExport:
+            m_session.ExportKeys();
+            break;
+        case Command::FileImport:
+            m_session.ImportKeys();
             break;
         case Command::FileSaveAndRestart:
             m_session.SaveAndRestart();
@@ -234,6 +323,27 @@ void frmMain::Execute(Command command) {
             break;
         case Command::ViewInactiveKeys:
             m_session.SetKeyFilter(KeyFilter::ShowInactive);
+            break;
+        case Command::ViewOptions:
+            frmOptions(m_session, m_dialogLanguage).Show(Handle());
+            break;
+        case Command::HelpTopics:
+            m_session.ShowHelpTopics();
+            break;
+        case Command::HelpAbout:
+            ShowAbout();
+            break;
+        case Command::SearchFind:
+            m_searchFor.Open(Handle());
+            break;
+        case Command::SearchFindNext:
+            m_searchFor.FindNextString(Handle());
+            break;
+        case Command::FavoritesAdd:
+            OnAddFavorite();
+            break;
+        case Command::FavoritesOrganize:
+            m_organizeFavorites.Open(Handle());
             break;
         default:
             break;
@@ -303,6 +413,7 @@ void frmMain::ApplyLook(int dpi) {
     m_toolbar.ApplyLook(look);
     m_panes.ApplyLook(look);
     m_statusBar.ApplyLook(look);
+    m_organizeFavorites.ApplyLook(ListLookOf(look));
     // Only now the former pictures are out of use.
     m_look = std::move(look);
     Layout();
@@ -362,6 +473,56 @@ void frmMain::OnCommandsChanged() {
         m_toolbar.Show(m_isToolbarShown);
         Layout();
     }
+}
+
+void frmMain::ShowAbout() {
+    frmAbout(m_dialogLanguage, {EditorSession::kProgramName, m_session.VersionText()}, [this] {
+        m_session.ShowHelpTopics();
+    }).Show(Handle());
+}
+
+void frmMain::ReadLanguage() {
+    m_dialogLanguage.isRightToLeft = m_session.Texts().IsRightToLeft();
+    m_dialogLanguage.showsBackColor =
+        m_session.ProgramSettings().Values().showControlsBackColor != 0;
+}
+
+void frmMain::OnLanguageChanged() {
+    const RedrawLock lock(Handle());
+    ReadLanguage();
+    m_menu.Create(Handle());
+    m_toolbar.ApplyLanguage();
+    m_statusBar.ApplyLanguage();
+    m_panes.Description().ApplyLanguage();
+    m_panes.Tree().Fill();
+    OnKeyShown();
+    m_searchFor.ApplyLanguage();
+    m_organizeFavorites.ApplyLanguage();
+    ApplyDirection();
+    Layout();
+}
+
+// Names and values of keys, descriptions and paths are written from left to right in all languages.
+void frmMain::ApplyDirection() {
+    const bool isRightToLeft = m_dialogLanguage.isRightToLeft;
+    SetMirrored(Handle(), isRightToLeft);
+    for (const int id :
+         {kIdToolbar1, kIdToolbar2, kIdStatusBar1, kIdPicture1, kIdPicSpliterContainer,
+          kIdDescriptionPane, kIdFrame1, kIdFrame2, kIdTreeView1}) {
+        SetMirrored(FindChild(Handle(), id), isRightToLeft);
+    }
+}
+
+void frmMain::OnFavoritesChanged() {
+    m_menu.ShowFavorites();
+}
+
+void frmMain::OnFavoriteAppended() {
+    m_organizeFavorites.OnFavoriteAppended();
+}
+
+void frmMain::OnDescriptionHit(std::size_t start, std::size_t length) {
+    m_panes.Description().ShowHit(start, length);
 }
 
 void frmMain::OnProgress(const ProgressMeter& progress) {

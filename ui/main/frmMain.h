@@ -1,18 +1,23 @@
 #pragma once
 
 #include "model/EditorSession.h"
+#include "ui/favorites/frmOrganizeFavorites.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainMenu.h"
 #include "ui/main/MainPanes.h"
 #include "ui/main/MainStatusBar.h"
 #include "ui/main/MainToolbar.h"
 #include "ui/main/MainWindowActions.h"
+#include "ui/search/frmSearchFor.h"
 #include "ui/toolkit/Window.h"
 
 namespace tamarind {
 
 // The main window: shows what the session holds and tells it what the user does.
-class frmMain final : public Window, public SessionListener, private MainWindowActions {
+class frmMain final : public Window,
+                      public SessionListener,
+                      private MainWindowActions,
+                      private FavoritesHost {
 public:
     explicit frmMain(EditorSession& session);
     ~frmMain() override;
@@ -21,7 +26,8 @@ public:
     bool Create();
     void ShowFirst(int showCommand);
 
-    // Whether the message was one of the window's keys and is done with.
+    // Whether the message was one of the keys of this window or of a dialog beside it and is done
+    // with.
     bool TranslateKey(MSG& message);
 
 private:
@@ -29,13 +35,15 @@ private:
     bool OnCreate();
     bool AskWhetherToClose();
     void OnCommand(int id);
+    void OnEntry(int id);
+    void OnAddFavorite();
     void OnValueCommand(bool isStored);
     void OnDeleteCommand();
     void OnSize(UINT kind);
     void OnActivate(UINT state);
     void OnSetFocus();
     void OnDpiChanged(int dpi, const RECT& bounds);
-    void OnLookChanged();
+    void OnClose();
     void OnDestroy();
 
     void OnTargetChanged() override;
@@ -47,16 +55,25 @@ private:
     void OnKeyChanged(RowKey key) override;
     void OnBeforeChange() override;
     void OnCommandsChanged() override;
+    void OnLookChanged() override;
+    void OnLanguageChanged() override;
+    void OnFavoritesChanged() override;
+    void OnFavoriteAppended() override;
+    void OnDescriptionHit(std::size_t start, std::size_t length) override;
     void OnProgress(const ProgressMeter& progress) override;
     void OnProgressEnd() override;
 
     void Execute(Command command) override;
+    void ShowFavorite() override;
     void ShowPopup(PopupMenu menu, POINT at) override;
     void ShowDropDown(Command command, const RECT& button) override;
 
     void ApplyLook(int dpi);
     void Layout();
     void StoreLayout();
+    void ReadLanguage();
+    void ApplyDirection();
+    void ShowAbout();
 
     EditorSession& m_session;
     MainLook m_look;
@@ -64,9 +81,13 @@ private:
     MainToolbar m_toolbar;
     MainPanes m_panes;
     MainStatusBar m_statusBar;
+    DialogLanguage m_dialogLanguage;
+    frmSearchFor m_searchFor;
+    frmOrganizeFavorites m_organizeFavorites;
     bool m_isToolbarShown = false;
     bool m_startsMaximized = false;
     bool m_isAskingToClose = false;
+    bool m_isLayoutStored = false;
     HWND m_lastFocus = nullptr;
 };
 

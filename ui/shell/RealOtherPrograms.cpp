@@ -2,10 +2,13 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <chrono>
 #include <optional>
 
 #include "core/WideText_win32.h"
+#include "ui/shell/LateFunction.h"
 
 namespace tamarind {
 namespace {
@@ -71,6 +74,13 @@ void RealOtherPrograms::Start(const std::string& commandLine) {
                        &process)) {
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
+    }
+}
+
+void RealOtherPrograms::OpenDocument(const std::string& path) {
+    const auto execute = LateFunction<decltype(&ShellExecuteW)>(L"shell32.dll", "ShellExecuteW");
+    if (execute != nullptr) {
+        execute(GetActiveWindow(), L"open", Widen(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     }
 }
 

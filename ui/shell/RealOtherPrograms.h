@@ -12,6 +12,7 @@ public:
     void CloseTotalCommander() override;
     void WaitHalfSecond() override;
     void Start(const std::string& commandLine) override;
+    void OpenDocument(const std::string& path) override;
 };
 
 }  // namespace tamarind

@@ -1,6 +1,8 @@
 #include "ui/shell/WindowPrompts.h"
 
 #include "core/WideText_win32.h"
+#include "ui/shell/cFontDlg.h"
+#include "ui/toolkit/ModalLock.h"
 
 namespace tamarind {
 namespace {
@@ -11,6 +13,8 @@ UINT IconFlag(MessageIcon icon) {
             return MB_ICONERROR;
         case MessageIcon::Question:
             return MB_ICONQUESTION;
+        case MessageIcon::Information:
+            return MB_ICONINFORMATION;
         case MessageIcon::Exclamation:
             break;
     }
@@ -19,13 +23,20 @@ UINT IconFlag(MessageIcon icon) {
 
 }  // namespace
 
-void WindowPrompts::SetOwner(HWND owner) {
-    m_owner = owner;
-    m_dialog.Setup(owner);
+HWND WindowPrompts::PresentOwner() const {
+    const HWND dialog = GetLastActivePopup(m_owner);
+    return IsWindowVisible(dialog) ? dialog : m_owner;
+}
+
+cCommonDialog& WindowPrompts::FileDialog() {
+    m_dialog.Setup(PresentOwner());
+    return m_dialog;
 }
 
 int WindowPrompts::ShowBox(const std::string& text, UINT flags) const {
-    return MessageBoxW(IsWindowVisible(m_owner) ? m_owner : nullptr, Widen(text).c_str(),
+    const HWND owner = PresentOwner();
+    const ModalLock lock(owner);
+    return MessageBoxW(IsWindowVisible(owner) ? owner : nullptr, Widen(text).c_str(),
                        m_title.c_str(), flags);
 }
 
@@ -46,8 +57,39 @@ Answer WindowPrompts::Ask(const std::string& text) {
 }
 
 std::string WindowPrompts::BrowseForOpen(const FileQuestion& question) {
-    return m_dialog.BrowseForOpen(question.initialFolder, question.fileName, question.filter,
-                                  question.title);
+    const ModalLock lock(PresentOwner());
+    return FileDialog().BrowseForOpen(question.initialFolder, question.fileName, question.filter,
+                                      question.title);
+}
+
+bool WindowPrompts::AskWhetherSure(const std::string& text) {
+    return ShowBox(text, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
+}
+
+std::string WindowPrompts::BrowseForSave(const FileQuestion& question) {
+    const ModalLock lock(PresentOwner());
+    return FileDialog().BrowseForSave(question.initialFolder, question.fileName, question.filter,
+                                      question.title, false);
+}
+
+bool WindowPrompts::FontSelect(FontChoice& font) {
+    cFontDlg dialog;
+    dialog.mvarFontName = font.name;
+    dialog.mvarFontSize = font.points;
+    dialog.mvarFontStyle = font.style;
+    dialog.mvarFontScript = font.charset;
+    dialog.mvarTargetFormhWnd = PresentOwner();
+    const ModalLock lock(dialog.mvarTargetFormhWnd);
+    if (!dialog.ShowFont()) {
+        return false;
+    }
+    font = {dialog.mvarFontName, dialog.mvarFontSize, dialog.mvarFontStyle, dialog.mvarFontScript};
+    return true;
+}
+
+std::string WindowPrompts::ColorSelect() {
+    const ModalLock lock(PresentOwner());
+    return FileDialog().ColorSelect();
 }
 
 void WindowPrompts::Beep() {

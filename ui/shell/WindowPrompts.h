@@ -4,21 +4,27 @@
 
 namespace tamarind {
 
-// Asks and tells the user with the system's boxes and dialogs, in front of an owner window. While
-// that is hidden they stand alone and have a button in the taskbar.
+// Asks and tells the user with the system's boxes and dialogs, in front of an owner window or the
+// dialog of it that the user is in. While it is hidden they stand alone and have a button in the
+// taskbar.
 class WindowPrompts final : public UserPrompts {
 public:
     explicit WindowPrompts(std::wstring title) : m_title(std::move(title)) {}
 
-    void SetOwner(HWND owner);
+    void SetOwner(HWND owner) { m_owner = owner; }
 
     void ShowMessage(MessageIcon icon, const std::string& text) override;
     Answer Ask(const std::string& text) override;
+    bool AskWhetherSure(const std::string& text) override;
     std::string BrowseForOpen(const FileQuestion& question) override;
-    std::string ColorSelect() override { return m_dialog.ColorSelect(); }
+    std::string BrowseForSave(const FileQuestion& question) override;
+    bool FontSelect(FontChoice& font) override;
+    std::string ColorSelect() override;
     void Beep() override;
 
 private:
+    HWND PresentOwner() const;
+    cCommonDialog& FileDialog();
     int ShowBox(const std::string& text, UINT flags) const;
 
     std::wstring m_title;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/WideText_win32.h"
-#include "ui/shell/DialogLibrary.h"
+#include "ui/shell/LateFunction.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/Lengths.h"
 

@@ -10,13 +10,21 @@ Control::~Control() {
     Detach();
 }
 
-// The control's procedure is replaced directly: the subclassing of the common controls looks up a
-// window property at every message, which is a round trip to another process under Wine.
 bool Control::CreateControl(const wchar_t* className, HWND parent, int id, DWORD style,
                             DWORD extendedStyle) {
-    m_window = CreateWindowExW(extendedStyle, className, L"", style | WS_CHILD | WS_CLIPSIBLINGS, 0,
-                               0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                               GetModuleHandleW(nullptr), nullptr);
+    return Attach(CreateWindowExW(
+        extendedStyle, className, L"", style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr), nullptr));
+}
+
+bool Control::AttachControl(HWND parent, int id) {
+    return Attach(GetDlgItem(parent, id));
+}
+
+// The control's procedure is replaced directly: the subclassing of the common controls looks up a
+// window property at every message, which is a round trip to another process under Wine.
+bool Control::Attach(HWND window) {
+    m_window = window;
     if (m_window == nullptr) {
         return false;
     }
@@ -107,6 +115,11 @@ std::optional<LRESULT> Control::Reflect(UINT message, WPARAM wParam, LPARAM lPar
             return control != nullptr ? control->OnColors(reinterpret_cast<HDC>(wParam))
                                       : std::nullopt;
         }
+        case WM_DRAWITEM: {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            Control* const control = ControlOf(item.hwndItem);
+            return control != nullptr ? control->OnDrawItem(item) : std::nullopt;
+        }
         case WM_CONTEXTMENU: {
             Control* const control = ControlOf(reinterpret_cast<HWND>(wParam));
             const auto at = lParam == -1
@@ -128,6 +141,10 @@ std::optional<LRESULT> Control::OnCommand(int, int) {
 }
 
 std::optional<LRESULT> Control::OnColors(HDC) {
+    return std::nullopt;
+}
+
+std::optional<LRESULT> Control::OnDrawItem(const DRAWITEMSTRUCT&) {
     return std::nullopt;
 }
 

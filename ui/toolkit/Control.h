@@ -40,6 +40,8 @@ protected:
 
     bool CreateControl(const wchar_t* className, HWND parent, int id, DWORD style,
                        DWORD extendedStyle = 0);
+    // Takes over a control that the parent has already, such as one of a dialog's template.
+    bool AttachControl(HWND parent, int id);
 
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return SendMessageW(m_window, message, wParam, lParam);
@@ -49,6 +51,7 @@ protected:
     virtual std::optional<LRESULT> OnNotify(NMHDR& header);
     virtual std::optional<LRESULT> OnCommand(int id, int code);
     virtual std::optional<LRESULT> OnColors(HDC dc);
+    virtual std::optional<LRESULT> OnDrawItem(const DRAWITEMSTRUCT& item);
     // `at` is in screen coordinates; nothing when the keyboard asked for the menu.
     virtual std::optional<LRESULT> OnContextMenu(std::optional<POINT> at);
     // The control's own messages.
@@ -57,6 +60,7 @@ protected:
 private:
     Control* AsControl() final { return this; }
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    bool Attach(HWND window);
     void Detach();
 
     HWND m_window = nullptr;

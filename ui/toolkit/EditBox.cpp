@@ -2,21 +2,39 @@
 
 namespace tamarind {
 
-bool EditBox::Create(HWND parent, int id) {
-    if (!CreateControl(WC_EDITW, parent, id,
-                       WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL)) {
-        return false;
-    }
-    Send(EM_SETLIMITTEXT, 0);  // as much as there is room for
-    return true;
+bool EditBox::Create(HWND parent, int id, EditBoxListener& listener) {
+    m_listener = &listener;
+    return CreateControl(
+        WC_EDITW, parent, id,
+        WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_NOHIDESEL);
 }
 
 void EditBox::SetText(const std::wstring& text) {
     SetWindowTextW(Handle(), text.c_str());
 }
 
-void EditBox::SetReadOnly(bool isReadOnly) {
-    Send(EM_SETREADONLY, isReadOnly ? TRUE : FALSE);
+std::wstring EditBox::Text() const {
+    std::wstring text(static_cast<std::size_t>(Send(WM_GETTEXTLENGTH)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        Send(WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+void EditBox::SetMaxLength(std::size_t units) {
+    Send(EM_SETLIMITTEXT, units);
+    Send(EM_SETREADONLY, units == 0 ? TRUE : FALSE);
+}
+
+void EditBox::Select(std::size_t start, std::size_t length) {
+    Send(EM_SETSEL, start, static_cast<LPARAM>(start + length));
+    Send(EM_SCROLLCARET);
+}
+
+std::optional<LRESULT> EditBox::OnCommand(int, int code) {
+    if (code == EN_CHANGE) {
+        m_listener->OnTextChanged();
+    }
+    return 0;
 }
 
 void EditBox::SetColors(COLORREF text, COLORREF background) {

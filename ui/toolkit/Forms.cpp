@@ -26,4 +26,21 @@ RECT MovedOntoMonitor(const RECT& bounds) {
     return {left, top, left + width, top + height};
 }
 
+void SetMirrored(HWND window, bool isMirrored) {
+    constexpr LONG_PTR kMirrored = WS_EX_LAYOUTRTL | WS_EX_NOINHERITLAYOUT;
+    const LONG_PTR style = GetWindowLongPtrW(window, GWL_EXSTYLE);
+    const LONG_PTR wanted = isMirrored ? style | kMirrored : style & ~kMirrored;
+    if (wanted != style) {
+        SetWindowLongPtrW(window, GWL_EXSTYLE, wanted);
+        InvalidateRect(window, nullptr, TRUE);
+    }
+}
+
+std::wstring TextOfWindow(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
 }  // namespace tamarind

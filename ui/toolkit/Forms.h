@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace tamarind {
 
 // Moves a window to the middle of the screen.
@@ -10,5 +12,11 @@ void CenterForm(HWND window);
 // The same bounds, moved, and made smaller if need be, so that they lie on the nearest monitor
 // outside its taskbar. In pixels of the screen.
 RECT MovedOntoMonitor(const RECT& bounds);
+
+// Whether a window runs from right to left: coordinates in it, and the places of what is in it the
+// next time that is placed. Controls made in it later are not mirrored by themselves.
+void SetMirrored(HWND window, bool isMirrored);
+
+std::wstring TextOfWindow(HWND window);
 
 }  // namespace tamarind

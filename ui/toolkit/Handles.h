@@ -21,6 +21,7 @@ using UniqueBrush = UniqueHandle<NullHandlePolicy<HBRUSH, DeleteObject>>;
 using UniqueImageList = UniqueHandle<NullHandlePolicy<HIMAGELIST, ImageList_Destroy>>;
 using UniqueIcon = UniqueHandle<NullHandlePolicy<HICON, DestroyIcon>>;
 using UniqueMenu = UniqueHandle<NullHandlePolicy<HMENU, DestroyMenu>>;
+using UniqueHook = UniqueHandle<NullHandlePolicy<HHOOK, UnhookWindowsHookEx>>;
 using UniqueAccelerators = UniqueHandle<NullHandlePolicy<HACCEL, DestroyAcceleratorTable>>;
 
 // The device context of a window, or of the screen, for measuring.

@@ -63,6 +63,15 @@ void Toolbar::AddButtons(std::span<const ToolButton> buttons) {
     Send(TB_AUTOSIZE);
 }
 
+void Toolbar::SetText(int id, const std::wstring& text) {
+    std::wstring plain = WithoutAccessKey(text);
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof(info);
+    info.dwMask = TBIF_TEXT;
+    info.pszText = plain.data();
+    Send(TB_SETBUTTONINFOW, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(&info));
+}
+
 void Toolbar::SetEnabled(int id, bool isEnabled) {
     if ((Send(TB_ISBUTTONENABLED, static_cast<WPARAM>(id)) != 0) != isEnabled) {
         Send(TB_ENABLEBUTTON, static_cast<WPARAM>(id), MAKELPARAM(isEnabled, 0));

@@ -32,6 +32,8 @@ public:
 
     void SetImages(HIMAGELIST images, HIMAGELIST disabledImages);
     void AddButtons(std::span<const ToolButton> buttons);
+    // Another text for a button that has one.
+    void SetText(int id, const std::wstring& text);
     void SetEnabled(int id, bool isEnabled);
     void SetPressed(int id, bool isPressed);
 

@@ -20,11 +20,11 @@ bool StartsWith(const std::wstring& text, const std::wstring& start) {
 }  // namespace
 
 bool VirtualList::Create(HWND parent, int id, const std::wstring& columnTitle,
-                         VirtualListSource& source) {
+                         VirtualListSource& source, DWORD moreStyles) {
     m_source = &source;
     constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
                              LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;
-    if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle)) {
+    if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle | moreStyles)) {
         return false;
     }
     constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
@@ -97,6 +97,18 @@ void VirtualList::RedrawRow(int row) {
     Send(LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
 }
 
+void VirtualList::EditLabel(int row) {
+    SetFocus(Handle());
+    Send(LVM_EDITLABELW, static_cast<WPARAM>(row));
+}
+
+// The box in the row closes with what it holds when it loses the focus.
+void VirtualList::EndLabelEdit() {
+    if (Send(LVM_GETEDITCONTROL) != 0) {
+        SetFocus(Handle());
+    }
+}
+
 RECT VirtualList::RowBounds(int row) const {
     RECT bounds{LVIR_BOUNDS, 0, 0, 0};
     Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
@@ -119,6 +131,13 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
             return 0;
         case LVN_ODFINDITEMW:
             return OnFindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
+        case LVN_BEGINLABELEDITW:
+            // The answer says whether to leave it.
+            return m_source->OnRenameRow(reinterpret_cast<NMLVDISPINFOW&>(header).item.iItem)
+                       ? FALSE
+                       : TRUE;
+        case LVN_ENDLABELEDITW:
+            return OnEndLabelEdit(reinterpret_cast<NMLVDISPINFOW&>(header).item) ? TRUE : FALSE;
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         case NM_DBLCLK:
@@ -190,6 +209,13 @@ void VirtualList::CheckSelection() {
     if (selected == -1 && m_row >= 0 && m_row < RowCount()) {
         SetState(m_row, kSelectedState);
     }
+}
+
+bool VirtualList::OnEndLabelEdit(const LVITEMW& item) {
+    const bool isTaken =
+        item.pszText != nullptr && m_source->OnRowRenamed(item.iItem, item.pszText);
+    RedrawRow(item.iItem);
+    return isTaken;
 }
 
 // For typing the first letters of a row.

@@ -30,6 +30,12 @@ public:
     // The list has another place or size.
     virtual void OnListPlaced() = 0;
 
+    // Lists with LVS_EDITLABELS only. Whether the user may change a row's text, which he is about
+    // to do.
+    virtual bool OnRenameRow(int) { return false; }
+    // He entered another text for the row; whether it is taken.
+    virtual bool OnRowRenamed(int, const std::wstring&) { return false; }
+
 protected:
     ~VirtualListSource() = default;
 };
@@ -40,7 +46,9 @@ class VirtualList final : public Control {
 public:
     static constexpr int kNoRow = -1;
 
-    bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source);
+    // `moreStyles` beside those that all such lists have: LVS_EDITLABELS, LVS_NOCOLUMNHEADER.
+    bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source,
+                DWORD moreStyles = 0);
 
     void SetImages(HIMAGELIST images);
     void SetColors(COLORREF text, COLORREF background);
@@ -55,6 +63,12 @@ public:
     int SelectedRow() const { return m_row; }
     void EnsureVisible(int row, bool isPartEnough = false);
     void RedrawRow(int row);
+    int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
+
+    // Lets the user change a row's text, if the source does. The list gets the focus.
+    void EditLabel(int row);
+    // Takes over the text that is being changed, if one is.
+    void EndLabelEdit();
 
     // In pixels of the list.
     RECT RowBounds(int row) const;
@@ -72,7 +86,7 @@ private:
     void SetState(int row, UINT state);
     void FitColumn();
     void CheckSelection();
-    int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
+    bool OnEndLabelEdit(const LVITEMW& item);
 
     VirtualListSource* m_source = nullptr;
     int m_row = kNoRow;

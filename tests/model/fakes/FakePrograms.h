@@ -26,6 +26,7 @@ public:
         calls.emplace_back("wait");
         onWait();
     }
+    void OpenDocument(const std::string& path) override { calls.push_back("open " + path); }
     void Start(const std::string& commandLine) override { calls.push_back("start " + commandLine); }
 };
 

@@ -15,19 +15,28 @@ class ScriptedPrompts final : public UserPrompts {
 public:
     std::deque<std::string> filesToChoose;
     std::deque<std::string> colorsToChoose;
+    std::deque<FontChoice> fontsToChoose;
     std::deque<Answer> answers;  // Cancel beyond its end
 
-    std::vector<std::string> messages;  // "!", "X" or "?" for the icon, then the text
+    std::vector<std::string> messages;  // "!", "X", "i" or "?" for the icon, then the text
     std::vector<FileQuestion> questions;
     int beeps = 0;
 
     void ShowMessage(MessageIcon icon, const std::string& text) override {
-        messages.push_back((icon == MessageIcon::Critical ? "X" : "!") + text);
+        const bool isCritical = icon == MessageIcon::Critical;
+        const bool isInformation = icon == MessageIcon::Information;
+        messages.push_back((isCritical ? "X" : isInformation ? "i" : "!") + text);
     }
 
     Answer Ask(const std::string& text) override {
         messages.push_back("?" + text);
         return Next(answers, Answer::Cancel);
+    }
+
+    bool AskWhetherSure(const std::string& text) override { return Ask(text) == Answer::Yes; }
+
+    std::string BrowseForSave(const FileQuestion& question) override {
+        return BrowseForOpen(question);
     }
 
     std::string BrowseForOpen(const FileQuestion& question) override {
@@ -37,6 +46,12 @@ public:
 
     std::string ColorSelect() override {
         return Next(colorsToChoose, std::string(MissingValueMarker));
+    }
+
+    bool FontSelect(FontChoice& font) override {
+        const FontChoice before = font;
+        font = Next(fontsToChoose, font);
+        return font.name != before.name;
     }
 
     void Beep() override { ++beeps; }

@@ -1,0 +1,60 @@
+#include "model/DescriptionWriter.h"
+
+#include "core/ShownValue.h"
+#include "core/Unicode.h"
+#include "core/cProfile.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::string_view kSeparator = "///";
+
+IniEdit WriteEntry(const KeyRecord& record, IniDocument& file) {
+    std::string entry(record.defaultValue);
+    entry.append(kSeparator).append(record.description);
+    return WriteShownValue(file, record.category, record.keyName, KeyForm::Active, false, entry);
+}
+
+}  // namespace
+
+std::string StoredDescription(std::string_view text) {
+    std::string stored;
+    stored.reserve(text.size());
+    for (const char c : text) {
+        if (c != '\n') {
+            stored += c == '\r' ? '@' : c;
+        }
+    }
+    return stored;
+}
+
+std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key) {
+    const std::size_t used = Utf16Length(store.Record(key).defaultValue) + kSeparator.size() + 1;
+    return store.CanDescribe(key) && used < cProfile::kBufferSize ? cProfile::kBufferSize - used
+                                                                  : 0;
+}
+
+ProfileResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path) {
+    const auto forEachPending = [&](const auto& visit) {
+        for (const auto& own : store.OwnDescriptions()) {
+            if (store.IsDescriptionPending(own.first)) {
+                visit(own.first);
+            }
+        }
+    };
+    const ProfileResult written = EditIniFile(files, path, [&](IniDocument& file) {
+        IniEdit result = IniEdit::Changed;
+        forEachPending([&](RowKey key) {
+            if (!IsRefused(result)) {
+                result = WriteEntry(store.Record(key), file);
+            }
+        });
+        return result;
+    });
+    if (written.Succeeded()) {
+        forEachPending([&](RowKey key) { store.SetDescriptionSaved(key); });
+    }
+    return written;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/IniFiles.h"
+#include "model/KeyStore.h"
+
+namespace tamarind {
+
+// The text of a description box in the form that data files have it in: one line, each CR a "@".
+std::string StoredDescription(std::string_view text);
+
+// How long a key's description may become for its entry to be read as a whole again, in UTF-16
+// units; 0 for a key whose entry can not be rewritten.
+std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key);
+
+// Writes every description that waits into the data file, each with the default value that its
+// entry was loaded with. On a failure the file stays as it was and they still wait.
+ProfileResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path);
+
+}  // namespace tamarind

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "core/IniFiles.h"
+#include "model/KeyList.h"
+#include "model/KeyStore.h"
+
+namespace tamarind {
+
+// Writes the shown keys with their pending states into an INI file, which is read once and replaced
+// once: an active key as its line, a commented-out one as that, and no line for any other. What
+// else is in the file stays.
+ProfileResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniFiles& files,
+                                const std::string& path);
+
+// Makes what the file says of each shown key that key's pending change: its value, that it is
+// commented out, or, where the file has no line of it, that it is to be deleted.
+void ReadExchangeFile(const IniDocument& file, const KeyList& keys, KeyStore& store);
+
+}  // namespace tamarind

@@ -1,0 +1,99 @@
+#include "model/Favorites.h"
+
+#include <algorithm>
+
+#include "core/Unicode.h"
+#include "core/cProfile.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::string_view kSection = "FavoritesList";
+constexpr std::size_t kFixedMenuEntries = 3;
+
+std::string UpperCase(std::string_view text) {
+    std::string upper;
+    while (!text.empty()) {
+        const CodePoint next = DecodeUtf8(text);
+        AppendUtf8(upper, SimpleUpperCase(next.value));
+        text.remove_prefix(next.length);
+    }
+    return upper;
+}
+
+bool BeginsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.size()) == start;
+}
+
+// The names of the rows that are shown, sorted: one look then tells whether any begins with a text.
+class ShownNames {
+public:
+    ShownNames(const KeyList& keys, const KeyStore& store) {
+        m_names.reserve(keys.Size());
+        for (std::size_t row = 0; row < keys.Size(); ++row) {
+            m_names.push_back(UpperCase(store.KeyName(keys.KeyAt(row))));
+        }
+        std::sort(m_names.begin(), m_names.end());
+    }
+
+    bool HasNameFrom(std::string_view start) const {
+        const std::string upper = UpperCase(start);
+        const auto next = std::lower_bound(m_names.begin(), m_names.end(), upper);
+        return next != m_names.end() && BeginsWith(*next, upper);
+    }
+
+private:
+    std::vector<std::string> m_names;
+};
+
+}  // namespace
+
+void Favorites::CreateFavoritesList(const KeyList& keys, const KeyStore& store) {
+    m_items.clear();
+    const IniSnapshot file = m_files.Read(m_settingsPath);
+    const auto section = file.document->FindSection(kSection);
+    if (!section) {
+        return;
+    }
+    ForEachKey(*file.document, *section, [&](IniDocument::LineId, std::string_view name) {
+        const auto line = file.document->FindKey(*section, name);
+        const std::string_view caption =
+            line ? CutToBuffer(file.document->Value(*line)) : std::string_view();
+        m_items.push_back({std::string(name), std::string(caption)});
+    });
+    if (m_items.empty()) {
+        return;
+    }
+    const ShownNames shown(keys, store);
+    for (Favorite& favorite : m_items) {
+        favorite.isEnabled = shown.HasNameFrom(favorite.name);
+    }
+}
+
+bool Favorites::IsFull() const {
+    return kFixedMenuEntries + m_items.size() - 1 >= kMaxMenuBound;
+}
+
+bool Favorites::FavoriteExists(std::string_view name) const {
+    name = name.substr(0, name.find('='));
+    return std::any_of(m_items.begin(), m_items.end(), [&](const Favorite& favorite) {
+        return EqualsIgnoreCase(favorite.name, name);
+    });
+}
+
+ProfileResult Favorites::Add(const std::string& name, const std::string& caption) {
+    ProfileTransaction transaction(m_files, m_settingsPath);
+    transaction.SetValue(kSection, name, caption);
+    return transaction.Commit();
+}
+
+ProfileResult Favorites::Replace(std::span<const Favorite> items) {
+    ProfileTransaction transaction(m_files, m_settingsPath);
+    transaction.DeleteSection(kSection);
+    for (const Favorite& favorite : items) {
+        transaction.SetValue(kSection, favorite.name, favorite.caption);
+    }
+    return transaction.Commit();
+}
+
+}  // namespace tamarind

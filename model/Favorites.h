@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/IniFiles.h"
+#include "model/KeyList.h"
+
+namespace tamarind {
+
+// A bookmark on a key, or a separator line among them.
+struct Favorite {
+    std::string name;       // the key's name, or "Sp_" and a number for a separator
+    std::string caption;    // what the menu shows; "-" for a separator
+    bool isEnabled = true;  // a row of the key list begins with the name
+
+    bool IsSeparator() const { return caption == "-"; }
+};
+
+// The user's favorites as they stand in the program's settings file, in the order of the menu.
+class Favorites {
+public:
+    // The menu takes no new favorite once it has this many entries, its three fixed ones included.
+    static constexpr std::size_t kMaxMenuBound = 99;
+
+    Favorites(IniFiles& files, const std::string& settingsPath)
+        : m_files(files), m_settingsPath(settingsPath) {}
+
+    // Reads the list again and looks its names up among the rows that are shown.
+    void CreateFavoritesList(const KeyList& keys, const KeyStore& store);
+
+    const std::vector<Favorite>& Items() const { return m_items; }
+    bool IsFull() const;
+
+    // Whether there is a favorite of that name; what follows a "=" does not count.
+    bool FavoriteExists(std::string_view name) const;
+
+    // Each writes to the file; the list is read again by CreateFavoritesList.
+    ProfileResult Add(const std::string& name, const std::string& caption);
+    ProfileResult Replace(std::span<const Favorite> items);
+
+private:
+    IniFiles& m_files;
+    const std::string& m_settingsPath;
+    std::vector<Favorite> m_items;
+};
+
+}  // namespace tamarind

@@ -1,0 +1,328 @@
+// The part of EditorSession that finds keys and keeps things for later: search, favorites, recent
+// files, descriptions and exchange files.
+#include "core/MissingValueMarker.h"
+#include "core/Paths.h"
+#include "core/Unicode.h"
+#include "model/DescriptionWriter.h"
+#include "model/EditorSession.h"
+#include "model/ExchangeFile.h"
+#include "model/StringTable.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::string_view kRecentSection = "ConfigurationEditor";
+constexpr std::string_view kRecentPrefix = "RecentFiles";
+
+}  // namespace
+
+void EditorSession::SetSearchText(const std::string& text) {
+    m_search.SetText(text);
+    m_listener->OnCommandsChanged();
+}
+
+void EditorSession::FindNextString() {
+    if (!m_search.CanFind()) {
+        m_services.prompts.Beep();
+        return;
+    }
+    m_listener->OnBeforeChange();
+    const auto hit = m_search.FindNext(m_store);
+    if (hit) {
+        GoToKey(hit->key);
+        if (!m_search.SearchesNames()) {
+            m_listener->OnDescriptionHit(hit->start, hit->length);
+        }
+    }
+    // Behind a hit in the last key there is nothing more to come, which is said at once.
+    if (!hit || hit->key >= m_keys.Size()) {
+        m_services.prompts.ShowMessage(MessageIcon::Information,
+                                       Text(text::kCannotFind) + " \"" + m_search.Text() + "\"");
+    }
+}
+
+void EditorSession::CreateFavoritesList(bool updateOrganizer) {
+    m_favorites.CreateFavoritesList(m_keys, m_store);
+    m_listener->OnFavoritesChanged();
+    if (updateOrganizer && m_isOrganizerOpen && !m_favorites.Items().empty()) {
+        m_organizer.Append(m_favorites.Items().back());
+        m_listener->OnFavoriteAppended();
+    }
+}
+
+std::optional<std::string> EditorSession::BeginAddFavorite() {
+    if (m_favorites.IsFull()) {
+        m_services.prompts.ShowMessage(MessageIcon::Information, Text(text::kTooManyFavorites));
+        return std::nullopt;
+    }
+    if (m_currentKey == 0) {
+        return std::nullopt;
+    }
+    std::string name(m_store.KeyName(m_currentKey));
+    if (m_favorites.FavoriteExists(name)) {
+        m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kIsFavoriteAlready));
+        return std::nullopt;
+    }
+    return name;
+}
+
+bool EditorSession::AddFavorite(const std::string& name, const std::string& caption) {
+    const ProfileResult result = m_favorites.Add(name, caption);
+    if (!result.Succeeded()) {
+        ReportFailure(text::kCannotSaveFile, m_settings.Path(), result);
+        return false;
+    }
+    CreateFavoritesList(true);
+    return true;
+}
+
+bool EditorSession::FavoriteDefinition(std::string_view name) {
+    for (RowKey key = 1; key <= m_store.Size(); ++key) {
+        if (EqualsIgnoreCase(m_store.KeyName(key), name)) {
+            m_listener->OnBeforeChange();
+            GoToKey(key);
+            return true;
+        }
+    }
+    m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kFavoriteNotFound));
+    return false;
+}
+
+void EditorSession::SetOrganizerOpen(bool isOpen) {
+    m_isOrganizerOpen = isOpen;
+    if (isOpen) {
+        m_organizer.Fill(m_favorites.Items());
+    }
+}
+
+bool EditorSession::OrganizerDefinition(bool beeps) {
+    const auto row = m_organizer.Selected();
+    if (!row) {
+        return false;
+    }
+    const Favorite& favorite = m_organizer.Rows()[*row];
+    if (beeps && favorite.IsSeparator()) {
+        m_services.prompts.Beep();
+        return false;
+    }
+    return FavoriteDefinition(favorite.name);
+}
+
+bool EditorSession::ApplyOrganizer() {
+    const ProfileResult result = m_favorites.Replace(m_organizer.Rows());
+    if (!result.Succeeded()) {
+        ReportFailure(text::kCannotSaveFile, m_settings.Path(), result);
+        return false;
+    }
+    m_organizer.SetApplied();
+    CreateFavoritesList();
+    return true;
+}
+
+void EditorSession::StoreFavoriteWindow(std::int32_t left, std::int32_t top, std::int32_t width,
+                                        std::int32_t height) {
+    Settings& settings = m_settings.Values();
+    settings.favoriteWindowLeft = left;
+    settings.favoriteWindowTop = top;
+    settings.favoriteWindowWidth = width;
+    settings.favoriteWindowHeight = height;
+    m_settings.WriteFavoriteWindow();
+}
+
+// Without its file a language is the built-in one until the program ends.
+void EditorSession::CheckLanguage() {
+    Settings& settings = m_settings.Values();
+    if (settings.useDefaultLanguage != 0 ||
+        FileExists(settings.expandedLanguageFile, m_services.files.Files())) {
+        return;
+    }
+    settings.useDefaultLanguage = 1;
+    m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kCannotFindLanguageFile));
+}
+
+void EditorSession::BeginOptions() {
+    m_options.Begin();
+    const Settings& settings = m_settings.Values();
+    m_languageBefore = {settings.languageFile, settings.useDefaultLanguage != 0};
+}
+
+bool EditorSession::ApplyOptions() {
+    const ProfileResult result = m_options.Apply();
+    m_listener->OnLookChanged();
+    if (!result.Succeeded()) {
+        ReportFailure(text::kCannotSaveFile, m_settings.Path(), result);
+    }
+    return result.Succeeded();
+}
+
+void EditorSession::EndOptions() {
+    const Settings& settings = m_settings.Values();
+    if (EqualsIgnoreCase(m_languageBefore.first, settings.languageFile) &&
+        m_languageBefore.second == (settings.useDefaultLanguage != 0)) {
+        return;
+    }
+    CheckLanguage();
+    m_store.SetNoDescription(Text(text::kNoDescription));
+    m_listener->OnLanguageChanged();
+    CreateFavoritesList();
+}
+
+void EditorSession::ShowHelpTopics() {
+    for (const char* const name : {"Readme.chm", "help\\index.html"}) {
+        const std::string path = m_services.programFolder + name;
+        if (FileExists(path, m_services.files.Files())) {
+            m_services.programs.OpenDocument(path);
+            return;
+        }
+    }
+    m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kFileNotFound));
+}
+
+void EditorSession::SetUpRecentFiles() {
+    m_recentFiles.Setup(static_cast<std::int16_t>(m_settings.Values().numberOfRecentFiles));
+    m_recentFiles.ReadList(m_settings.Path(), kRecentSection, kRecentPrefix);
+}
+
+void EditorSession::SaveRecentFiles() {
+    m_recentFiles.SaveList(m_settings.Path(), kRecentSection, kRecentPrefix);
+}
+
+void EditorSession::OpenRecentFile(std::int16_t index) {
+    const std::string& entry = m_recentFiles.ListItems(index);
+    if (entry == MissingValueMarker) {
+        return;
+    }
+    const std::string path = ExpandPathVariables(entry, m_services.environment);
+    if (!FileExists(path, m_services.files.Files())) {
+        m_services.prompts.ShowMessage(
+            MessageIcon::Exclamation,
+            Text(text::kCannotFindFile) + " " + path + "\n\n" + Text(text::kVerifyPath));
+        m_recentFiles.RemoveFile(index);
+        SaveRecentFiles();
+        return;
+    }
+    m_listener->OnBeforeChange();
+    if (MayLeaveFiles()) {
+        OpenSettingsFile(path, true);
+    }
+}
+
+void EditorSession::ClearRecentFiles() {
+    if (m_recentFiles.Clear()) {
+        SaveRecentFiles();
+    }
+}
+
+void EditorSession::ChangeDescription(std::string_view text) {
+    if (MaxDescriptionUnits() == 0) {
+        return;
+    }
+    m_store.SetDescription(m_currentKey, StoredDescription(text));
+    if (!m_isDataFileModified) {
+        m_isDataFileModified = true;
+        m_listener->OnCommandsChanged();
+    }
+}
+
+std::size_t EditorSession::MaxDescriptionUnits() const {
+    return m_currentKey == 0 ? 0 : tamarind::MaxDescriptionUnits(m_store, m_currentKey);
+}
+
+// Whether the data file holds what it did when it was read or last written, or may be written
+// although it does not.
+bool EditorSession::MayWriteDataFile() {
+    const IniSnapshot now = m_services.files.Read(m_dataFilePath);
+    const bool isSame = now.document == m_dataFileOnDisk || now.error != FileError::None ||
+                        now.document->Bytes() == m_dataFileOnDisk->Bytes();
+    return isSame || m_services.prompts.Ask(m_dataFilePath + "\n\n" +
+                                            Text(text::kDataFileChanged)) == Answer::Yes;
+}
+
+bool EditorSession::SaveDataFile() {
+    if (!m_isDataFileModified) {
+        return true;
+    }
+    if (!MayWriteDataFile()) {
+        return false;
+    }
+    const ProfileResult result = WriteDescriptions(m_store, m_services.files, m_dataFilePath);
+    if (!result.Succeeded()) {
+        ReportFailure(text::kCannotSaveFile, m_dataFilePath, result);
+        return false;
+    }
+    m_dataFileOnDisk = m_services.files.Read(m_dataFilePath).document;
+    m_isDataFileModified = false;
+    m_listener->OnCommandsChanged();
+    return true;
+}
+
+bool EditorSession::AskSaveDataFile() {
+    if (!m_isDataFileModified) {
+        return true;
+    }
+    switch (m_services.prompts.Ask(Text(text::kSaveDataFile))) {
+        case Answer::Yes:
+            return SaveDataFile();
+        case Answer::No:
+            return true;
+        case Answer::Cancel:
+            break;
+    }
+    return false;
+}
+
+bool EditorSession::MayLeaveFiles() {
+    return AskSaveSettings() && AskSaveDataFile();
+}
+
+// Which file to exchange keys with: its name, or the MissingValueMarker.
+std::string EditorSession::AskExchangeFile(bool isExport) {
+    m_listener->OnBeforeChange();
+    FileQuestion question;
+    question.initialFolder = AddBackslash(m_services.environment.Variable("Commander_Path"));
+    question.filter =
+        m_target == SettingsTarget::Wincmd ? FileFilter::WincmdIni : FileFilter::WcxFtpIni;
+    question.title = Text(isExport ? text::kExport : text::kImport);
+    return isExport ? m_services.prompts.BrowseForSave(question)
+                    : m_services.prompts.BrowseForOpen(question);
+}
+
+void EditorSession::ExportKeys() {
+    const std::string path = AskExchangeFile(true);
+    if (path == MissingValueMarker) {
+        return;
+    }
+    const ProfileResult result = WriteExchangeFile(m_store, m_keys, m_services.files, path);
+    if (!result.Succeeded()) {
+        ReportFailure(text::kCannotSaveFile, path, result);
+    }
+}
+
+void EditorSession::ImportKeys() {
+    const std::string path = AskExchangeFile(false);
+    if (path == MissingValueMarker) {
+        return;
+    }
+    const IniSnapshot file = m_services.files.Read(path);
+    const bool isMissing =
+        file.error == FileError::NotFound || file.error == FileError::FolderMissing;
+    // A file that is there but can not be read says nothing of any key.
+    if (file.error != FileError::None && !isMissing) {
+        ReportUnreadable(path, file.error);
+        return;
+    }
+    ReadExchangeFile(*file.document, m_keys, m_store);
+    m_shownNode.reset();
+    SelectCategory(m_selectedNode);
+    SetModified(true);
+}
+
+void EditorSession::ReportFailure(std::uint16_t message, const std::string& path,
+                                  const ProfileResult& result) {
+    const std::string reason = result.error != FileError::None ? m_language.Reason(result.error)
+                                                               : Text(text::kTextNotStorable);
+    m_services.prompts.ShowMessage(MessageIcon::Exclamation,
+                                   Text(message) + " " + path + "\n\n" + reason);
+}
+
+}  // namespace tamarind

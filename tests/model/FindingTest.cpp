@@ -1,0 +1,417 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "model/StringTable.h"
+#include "tests/model/fakes/SessionWorld.h"
+
+namespace tamarind {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class FindingTest : public testing::Test, private SessionListener {
+protected:
+    SessionWorld world;
+    std::vector<std::pair<std::size_t, std::size_t>> hits;
+    EditorSession& Session() { return *world.session; }
+
+    void Start(const std::string& keys, const std::string& ownSettings = "") {
+        world.PutUsualFiles("[Configuration]\r\nColorBack=7\r\n");
+        if (!ownSettings.empty()) {
+            world.disk.Put(SessionWorld::kOwnSettings, ownSettings);
+        }
+        world.disk.Put(SessionWorld::kWincmdData,
+                       "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys);
+        world.disk.Wait(10);
+        ASSERT_TRUE(world.Start());
+        Session().SetListener(this);
+    }
+    std::string CurrentName() {
+        return std::string(Session().Store().KeyName(Session().CurrentKey()));
+    }
+
+private:
+    void OnTargetChanged() override {}
+    void OnDataFileChanged() override {}
+    void OnCategoriesChanged() override {}
+    void OnCategorySelected() override {}
+    void OnKeyListChanged() override {}
+    void OnKeyShown() override {}
+    void OnKeyChanged(RowKey) override {}
+    void OnBeforeChange() override {}
+    void OnCommandsChanged() override {}
+    void OnLookChanged() override {}
+    void OnLanguageChanged() override {}
+    void OnFavoritesChanged() override {}
+    void OnFavoriteAppended() override {}
+    void OnDescriptionHit(std::size_t start, std::size_t length) override {
+        hits.emplace_back(start, length);
+    }
+    void OnProgress(const ProgressMeter&) override {}
+    void OnProgressEnd() override {}
+};
+
+TEST_F(FindingTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
+    Start(
+        "ColorBack=1///Show hidden@files\r\n"
+        "Other=2///Show (hidden) \xC3\x9C"
+        "BER files\r\n"
+        "Blank=3\r\n"
+        "InactiveColor=4///The last, hidden\r\n");
+    struct Case {
+        const char* text;
+        bool inNames;
+        bool wholeWord;
+        std::vector<RowKey> keys;
+        std::pair<std::size_t, std::size_t> firstHit;  // in the description
+    };
+    const Case cases[] = {
+        {"cOLOR", true, false, {1, 4}, {}},
+        {"color", true, true, {}, {}},
+        {"colorback", true, true, {1}, {}},
+        {"hidden", false, false, {1, 2, 4}, {5, 6}},
+        {"HIDDEN", false, true, {1, 4}, {5, 6}},
+        {"files", false, true, {1, 2}, {13, 5}},  // behind the line break, which is two long
+        {"hidden  files", false, false, {1}, {5, 13}},
+        {"\xC3\xBC"
+         "ber",
+         false,
+         true,
+         {2},
+         {14, 4}},
+        {"not available", false, false, {3}, {12, 13}},
+        {"@", false, false, {}, {}},
+        {"the", false, true, {4}, {0, 3}},
+    };
+    for (const Case& testCase : cases) {
+        SCOPED_TRACE(testCase.text);
+        Session().SetSearchesNames(testCase.inNames);
+        Session().SetMatchesWholeWord(testCase.wholeWord);
+        Session().SetSearchText(testCase.text);
+        // Twice: the end of a search starts it again.
+        for (int round = 0; round < 2; ++round) {
+            hits.clear();
+            for (const RowKey key : testCase.keys) {
+                world.prompts.messages.clear();
+                Session().FindNextString();
+                EXPECT_EQ(Session().CurrentKey(), key);
+                EXPECT_EQ(world.prompts.messages.size(), key == 4 ? 1U : 0U);
+            }
+            if (!testCase.keys.empty() && !testCase.inNames) {
+                EXPECT_EQ(hits.front(), testCase.firstHit);
+            }
+            if (testCase.keys.empty() || testCase.keys.back() != 4) {
+                world.prompts.messages.clear();
+                Session().FindNextString();
+                EXPECT_THAT(world.prompts.messages,
+                            ElementsAre(std::string("iCannot find \"") + testCase.text + "\""));
+            }
+        }
+    }
+    Session().SetSearchText("");
+    world.prompts.messages.clear();
+    Session().FindNextString();
+    EXPECT_EQ(world.prompts.beeps, 1);
+    EXPECT_THAT(world.prompts.messages, IsEmpty());
+}
+
+// The pass over the file's bytes against a look at each key, for data files of every kind.
+TEST_F(FindingTest, TheFastSearchFindsWhatThePlainOneFinds) {
+    const std::string files[] = {
+        "[A]\nCategoryTargetSection=T\nColor=1///a color\n;Color=no key\nK=2///Kelvin\n[B]\n"
+        "CategoryTargetSection=T\nLast=color///x\n",
+        "[A]\nCategoryTargetSection=T\nB=1///color\n[B]\nCategoryTargetSection=T\nC=1///b\n[A]\n"
+        "CategoryTargetSection=T\nD=3///color\n",
+        "[A]\nCategoryTargetSection=T\nB=1///color\nb=2///k\nC=\"q///color\"\n",
+    };
+    for (const std::string& bytes : files) {
+        KeyStore store;
+        const auto document = std::make_shared<const IniDocument>(IniDocument::Parse(bytes, 1252));
+        ASSERT_TRUE(LoadDataFile(
+            document, "none", [] {}, store));
+        store.SetDescription(2, "my own Color");
+        for (const char* const text : {"color", "C", "o", "r", "k", "x", "no", "1", "/"}) {
+            for (const bool inNames : {true, false}) {
+                KeySearch search;
+                search.SetText(text);
+                search.SetSearchesNames(inNames);
+                std::vector<RowKey> found;
+                while (const auto hit = search.FindNext(store)) {
+                    found.push_back(hit->key);
+                    if (hit->key == store.Size()) {
+                        break;
+                    }
+                }
+                std::vector<RowKey> expected;
+                for (RowKey key = 1; key <= store.Size(); ++key) {
+                    std::string where(inNames ? store.KeyName(key) : store.Record(key).description);
+                    std::transform(where.begin(), where.end(), where.begin(), ::tolower);
+                    std::string lower(1, static_cast<char>(std::tolower(text[0])));
+                    lower += text + 1;
+                    if (where.find(lower) != std::string::npos) {
+                        expected.push_back(key);
+                    }
+                }
+                EXPECT_EQ(found, expected) << text << inNames << bytes;
+            }
+        }
+    }
+}
+
+TEST_F(FindingTest, FavoritesAreReadAddedAndShown) {
+    Start("ColorBack=1\r\nShowHiddenSystem=0\r\n",
+          "[FavoritesList]\r\nColor=Prefix\r\nSp_1=-\r\nGone=\r\n"
+          "ShowHiddenSystem=\xC3\x9C\r\nshowhiddensystem=again\r\n");
+    const auto& items = Session().FavoriteItems();
+    ASSERT_EQ(items.size(), 5U);
+    EXPECT_TRUE(items[0].isEnabled);  // begins a row's text
+    EXPECT_TRUE(items[1].IsSeparator());
+    EXPECT_FALSE(items[2].isEnabled);
+    EXPECT_EQ(items[2].caption, "");
+    EXPECT_EQ(items[4].caption, items[3].caption);  // of a repeated name the first line counts
+
+    Session().ShowKeyDetails(1);
+    EXPECT_EQ(Session().BeginAddFavorite(), std::nullopt);
+    EXPECT_EQ(world.prompts.messages.back(), "XThere is already a favorite with that key.");
+    Session().ShowKeyDetails(0);
+    ASSERT_EQ(Session().BeginAddFavorite(), "ColorBack");
+    Session().SetOrganizerOpen(true);
+    ASSERT_TRUE(Session().AddFavorite("ColorBack", "Background"));
+    EXPECT_EQ(world.OwnSetting("FavoritesList", "ColorBack"), "Background");
+    EXPECT_EQ(Session().Organizer().Rows().size(), 6U);
+    EXPECT_EQ(Session().Organizer().Selected(), 5U);
+
+    Session().SetKeyFilter(KeyFilter::ShowActive);
+    EXPECT_TRUE(Session().FavoriteDefinition("SHOWHIDDENSYSTEM"));
+    EXPECT_EQ(CurrentName(), "ShowHiddenSystem");
+    EXPECT_EQ(Session().Filter(), KeyFilter::ShowAll);
+    EXPECT_FALSE(Session().FavoriteDefinition("Gone"));
+    EXPECT_EQ(world.prompts.messages.back(), "XCannot find this favorite key!");
+
+    // Nothing is said to be kept that is not.
+    world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
+    EXPECT_FALSE(Session().AddFavorite("New", "x"));
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("read-only"));
+    EXPECT_EQ(items.size(), 6U);
+}
+
+TEST_F(FindingTest, TheMenuIsFullAtNinetySevenFavorites) {
+    for (const int count : {96, 97, 120}) {
+        std::string own = "[FavoritesList]\r\n";
+        for (int number = 0; number < count; ++number) {
+            own += "Key" + std::to_string(number) + "=Caption\r\n";
+        }
+        Start("ColorBack=1\r\n", own);
+        EXPECT_EQ(Session().FavoriteItems().size(), static_cast<std::size_t>(count));
+        EXPECT_EQ(Session().BeginAddFavorite().has_value(), count == 96) << count;
+    }
+    EXPECT_EQ(world.prompts.messages.back(), "iFavorites list cannot contain more than 99 items.");
+}
+
+TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
+    Start("ColorBack=1\r\n",
+          "[FavoritesList]\r\nA=First\r\nB=Second\r\nC=Third\r\n[Other]\r\nx=1\r\n");
+    Session().SetOrganizerOpen(true);
+    FavoritesOrganizer& organizer = Session().Organizer();
+    EXPECT_FALSE(organizer.MoveUp());
+    EXPECT_FALSE(organizer.IsChanged());
+    EXPECT_TRUE(organizer.MoveDown());  // B A C
+    EXPECT_TRUE(organizer.AddSeparator());
+    EXPECT_TRUE(organizer.AddSeparator());  // B Sp_2 Sp_1 A C
+    EXPECT_FALSE(organizer.CanRename(1));
+    EXPECT_FALSE(organizer.Rename(1, "x"));
+    EXPECT_TRUE(organizer.Rename(3, "\xD0\x96"));
+    EXPECT_FALSE(organizer.Rename(3, ""));
+    organizer.Select(4);
+    EXPECT_FALSE(organizer.MoveDown());
+    EXPECT_TRUE(organizer.Delete());
+    EXPECT_EQ(organizer.Selected(), 3U);
+    EXPECT_EQ(world.OwnSetting("FavoritesList", "C"), "Third");
+
+    ASSERT_TRUE(Session().ApplyOrganizer());
+    EXPECT_FALSE(organizer.IsChanged());
+    const std::string bytes = world.disk.BytesOf(SessionWorld::kOwnSettings);
+    EXPECT_THAT(bytes, HasSubstr("[Other]\r\nx=1\r\n"));
+    EXPECT_EQ(bytes.find("Third"), std::string::npos);
+    std::vector<std::string> names;
+    for (const Favorite& favorite : Session().FavoriteItems()) {
+        names.push_back(favorite.name);
+    }
+    EXPECT_THAT(names, ElementsAre("B", "Sp_2", "Sp_1", "A"));
+
+    organizer.Select(1);
+    EXPECT_FALSE(Session().OrganizerDefinition(true));
+    EXPECT_EQ(world.prompts.beeps, 1);
+    EXPECT_FALSE(Session().OrganizerDefinition(false));
+    EXPECT_EQ(world.prompts.messages.back(), "XCannot find this favorite key!");
+    for (int row = 0; row < 4; ++row) {
+        EXPECT_TRUE(organizer.Delete());
+    }
+    EXPECT_FALSE(organizer.Delete());
+    EXPECT_EQ(organizer.Selected(), std::nullopt);
+    ASSERT_TRUE(Session().ApplyOrganizer());
+    EXPECT_THAT(Session().FavoriteItems(), IsEmpty());
+}
+
+TEST_F(FindingTest, LongPathsAreShortenedByTheirParts) {
+    const std::string part16 = "0123456789ABCDEF";
+    const std::string part40 = part16 + part16 + "01234567";
+    const std::pair<std::string, std::string> cases[] = {
+        {"C:\\abc.tmdf", "C:\\abc.tmdf"},
+        {"C:\\" + part40 + "12345", "C:\\" + part40 + "12345"},  // 48 characters
+        {"C:\\" + part40 + "123456", "C:\\" + part16 +
+                                         "......EF01234567"
+                                         "123456"},
+        {part40 + part40, ""},
+        {"C:\\Program Files Common Tools\\Wincmd settings of the office.ini",
+         "C:\\Program Files Co\\...\\f the office.ini"},
+        {"C:\\aa\\" + part40 + "\\wincmd.ini", "C:\\aa\\...\\wincmd.ini"},
+        {"C:\\aa\\bb\\" + part40 + "\\wincmd.ini", "C:\\aa\\...\\wincmd.ini"},
+        {"C:\\aa\\bb\\" + part40 + "\\cc\\wincmd.ini", "C:\\aa\\...\\cc\\wincmd.ini"},
+    };
+    for (const auto& [path, shown] : cases) {
+        EXPECT_EQ(ShortenedPath(path), shown) << path;
+    }
+    // No half of a surrogate pair is left over, at either cut.
+    const std::string faces(48, 'x');
+    EXPECT_EQ(ShortenedPath("C:\\012345678901234\xF0\x9F\x98\x80" + faces +
+                            "\xF0\x9F\x98\x80"
+                            "012345678901234"),
+              "C:\\012345678901234......012345678901234");
+}
+
+TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
+    Start("ColorBack=1\r\n",
+          "[Common]\r\nNumberOfRecentFiles=3\r\n[ConfigurationEditor]\r\n"
+          "RecentFiles1=C:\\gone.ini\r\nRecentFiles3=%Commander_Path%\\Wincmd.ini\r\n"
+          "RecentFiles4=C:\\beyond.ini\r\n");
+    const auto captions = [&] {
+        std::vector<std::string> all;
+        for (const auto& entry : Session().RecentFiles().Entries()) {
+            all.push_back(entry.caption);
+        }
+        return all;
+    };
+    EXPECT_THAT(captions(), ElementsAre("&1 C:\\gone.ini", "&3 %Commander_Path%\\Wincmd.ini"));
+    Session().OpenRecentFile(1);
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Cannot find this file C:\\gone.ini\n\n"));
+    EXPECT_THAT(captions(), ElementsAre("&2 %Commander_Path%\\Wincmd.ini"));
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles3"), "(none)");
+    Session().OpenRecentFile(2);
+    EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWincmd);
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), SessionWorld::kWincmd);
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles4"), "C:\\beyond.ini");
+
+    for (const char* const name : {"C:\\a.ini", "C:\\b.ini", "c:\\A.INI"}) {
+        world.disk.Put(name, "[Configuration]\r\n");
+        world.prompts.filesToChoose = {name};
+        Session().AskOpenSettingsFile();
+    }
+    EXPECT_THAT(captions(), ElementsAre("&1 c:\\A.INI", "&2 C:\\b.ini", "&3 C:\\TC\\Wincmd.ini"));
+
+    // Pending changes are asked about; a file that is not opened is not the latest.
+    Session().SetValue("5");
+    world.prompts.answers = {Answer::Cancel};
+    Session().OpenRecentFile(2);
+    EXPECT_EQ(Session().SettingsPath(), "c:\\A.INI");
+
+    world.prompts.answers = {Answer::No, Answer::Yes};
+    Session().ClearRecentFiles();
+    EXPECT_EQ(captions().size(), 3U);
+    Session().ClearRecentFiles();
+    EXPECT_THAT(captions(), IsEmpty());
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), "(none)");
+}
+
+TEST_F(FindingTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
+    Start("ColorBack = 1///old ; text  \r\nB=\"q\"\r\nC\r\nD=x\r\n;end\r\n");
+    const auto data = [&] { return world.disk.BytesOf(SessionWorld::kWincmdData); };
+    const std::string before = data();
+    Session().ChangeDescription("one\r\ntwo\rthree\nfour");
+    EXPECT_EQ(Session().Description(), "one\r\ntwo\r\nthreefour");
+    Session().ChangeDescription("one\r\ntwo \"x\"");
+    Session().ShowKeyDetails(1);
+    EXPECT_FALSE(Session().Store().IsDescriptionPending(2));
+    Session().ChangeDescription("say \"hi\"");  // quotes around the entry would be lost
+    EXPECT_TRUE(Session().IsEnabled(Command::FileSaveDataFile));
+    ASSERT_TRUE(Session().SaveDataFile());
+    std::string expected = before;
+    expected.replace(expected.find("1///old ; text"), 14, "1///one@two \"x\"");
+    expected.replace(expected.find("\"q\""), 3, "q///say \"hi\"");
+    EXPECT_EQ(data(), expected);
+    EXPECT_FALSE(Session().IsEnabled(Command::FileSaveDataFile));
+
+    // Files that can not be written, or are another's by now: a message, and the text still waits.
+    Session().ChangeDescription("again");
+    world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::ReadOnly);
+    EXPECT_FALSE(Session().SaveDataFile());
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("read-only"));
+    world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::None);
+    world.disk.Put(SessionWorld::kWincmdData, data() + "[New]\r\n");
+    const std::string changed = data();
+    world.prompts.answers = {Answer::No, Answer::Yes, Answer::Yes};
+    EXPECT_FALSE(Session().SaveDataFile());
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program has changed"));
+    EXPECT_EQ(data(), changed);
+    EXPECT_TRUE(Session().IsDataFileModified());
+    EXPECT_EQ(Session().Description(), "again");
+    ASSERT_TRUE(Session().AskSaveDataFile());  // asks whether to save, then whether over the change
+    EXPECT_THAT(data(), HasSubstr("q///again\r\n"));
+    EXPECT_THAT(data(), HasSubstr("[New]\r\n"));
+}
+
+TEST_F(FindingTest, OnlyDescriptionsThatCanBeReadAgainAreTaken) {
+    Start("ColorBack=1///" + std::string(5000, 'x') + "\r\nB=22\r\n");
+    EXPECT_EQ(Session().MaxDescriptionUnits(), 0U);  // its end was never read and would be lost
+    Session().ChangeDescription("short");
+    EXPECT_FALSE(Session().IsDataFileModified());
+    Session().ShowKeyDetails(1);
+    EXPECT_EQ(Session().MaxDescriptionUnits(), 4095U - 2 - 3);
+}
+
+TEST_F(FindingTest, KeysTravelInAnExportFile) {
+    Start("A=0\r\nB=0\r\nC=0\r\nD=0\r\nE=0\r\n");
+    world.disk.Put(SessionWorld::kWincmd,
+                   "[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\n");
+    world.disk.Put("C:\\TC\\out.ini",
+                   "; mine\r\n[Configuration]\r\n;A=9\r\nB=9\r\nD=9\r\n;D=9\r\nOther=1\r\n");
+    world.disk.Wait(10);
+    ASSERT_TRUE(world.Start());
+    Session().ShowKeyDetails(4);
+    Session().SetValue("pending");
+    world.prompts.filesToChoose = {"C:\\TC\\out.ini", "C:\\TC\\out.ini", "C:\\TC\\out.ini"};
+    Session().ExportKeys();
+    EXPECT_EQ(world.prompts.questions.back().title, "Export");
+    EXPECT_EQ(world.prompts.questions.back().filter, FileFilter::WincmdIni);
+    EXPECT_EQ(world.disk.BytesOf("C:\\TC\\out.ini"),
+              "; mine\r\n[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nOther=1\r\n"
+              "C=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
+
+    // Back again into a file without them: what is exported comes to the same lines.
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nD=5\r\n");
+    world.disk.Wait(10);
+    ASSERT_TRUE(world.Start());
+    Session().ImportKeys();
+    EXPECT_THAT(world.Rows(), ElementsAre("A=1", "B=\"q\"", "C=\"x\" \"%1\"", "D", "E=pending"));
+    EXPECT_FALSE(Session().IsEnabled(Command::EditUndo));
+    ASSERT_TRUE(Session().SaveToSettingsFile());
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
+              "[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
+
+    // A file that can not be read says nothing of any key; one that can not be written is named.
+    world.disk.Put("C:\\TC\\out.ini", "changed");
+    world.disk.FailReads("C:\\TC\\out.ini", FileError::InUse);
+    Session().ImportKeys();
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program is using it."));
+    EXPECT_FALSE(Session().IsModified());
+    world.prompts.filesToChoose = {"C:\\TC\\out.ini"};
+    Session().ExportKeys();
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Cannot save this file C:\\TC\\out.ini"));
+}
+
+}  // namespace
+}  // namespace tamarind

@@ -1,0 +1,158 @@
+#!/bin/bash
+# Takes the pictures of the help anew, from the built program with the sample settings.
+#
+#   take_pictures.sh [PROGRAM_FOLDER]     default: build/windows/bin
+#
+# The program runs under Wine on a display of its own, in a prefix of its own, so that neither the user's settings nor
+# his desktop are in the pictures.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+# shellcheck source=tools/wine_env.sh
+source "$root/tools/wine_env.sh"
+
+max_bytes=60000
+colors=64 # of a picture; enough for text, icons and a color or two
+
+if [[ ${1-} != --inside ]]; then
+    program=$(cd "${1:-$root/build/windows/bin}" && pwd)
+    if [[ ! -e $program/TamarindEditor.exe ]]; then
+        echo "take_pictures.sh: there is no TamarindEditor.exe in $program; ./run --build makes it" >&2
+        exit 1
+    fi
+    ensure_prefix pictures
+    exec "$root/tools/with_display.sh" --own "$0" --inside "$program"
+fi
+program=$2
+drive=$WINEPREFIX/drive_c
+scratch=$(mktemp -d)
+editor=
+
+clean_up() {
+    if [[ -n $editor ]]; then
+        kill "$editor" 2>/dev/null || true
+    fi
+    timeout 30 wineserver -w || true
+    rm -rf "$scratch"
+}
+trap clean_up EXIT
+
+# wait_for SECONDS COMMAND...
+wait_for() {
+    local end=$((SECONDS + $1))
+    shift
+    until "$@"; do
+        if ((SECONDS >= end)); then
+            echo "take_pictures.sh: waited in vain for $*" >&2
+            return 1
+        fi
+        sleep 0.2
+    done
+}
+
+# A fresh program folder and fresh settings, with paths as a user would have them.
+lay_out() {
+    rm -rf "$drive/Tamarind" "$drive/totalcmd"
+    mkdir -p "$drive/Tamarind" "$drive/totalcmd"
+    cp "$program/TamarindEditor.exe" "$drive/Tamarind"
+    cp -r "$root/Data Files" "$drive/Tamarind"
+    cp "$root"/samples/*.ini "$drive/totalcmd"
+    # Twips; 15 are a pixel.
+    cat >"$drive/Tamarind/tamarind editors.ini" <<'SETTINGS'
+[ConfigurationEditor]
+MainWindowLeft=1500
+MainWindowTop=1500
+MainWindowWidth=11000
+MainWindowHeight=8700
+SplitPosition=3750
+DescriptionPanelHeight=5250
+SETTINGS
+    set_registry_value 'HKCU\Software\Ghisler\Total Commander' IniFileName REG_SZ 'C:\totalcmd\Wincmd.ini'
+}
+
+find_window() {
+    window=$(xdotool search --onlyvisible --class '^tamarindeditor\.exe$' 2>/dev/null | head -n 1)
+    [[ -n $window && $(xdotool getwindowname "$window") == *Wincmd.ini ]]
+}
+
+is_active() {
+    [[ $(xdotool getactivewindow 2>/dev/null) == "$window" ]]
+}
+
+start_editor() {
+    timeout 120 wine 'C:\Tamarind\TamarindEditor.exe' &
+    editor=$!
+    wait_for 60 find_window
+    wait_for 20 is_active
+}
+
+# shot FILE: the window with its frame, as it is on the screen.
+shot() {
+    local info left right top bottom
+    info=$(xwininfo -id "$window")
+    number_of() {
+        sed -n "s/^ *$1: *//p" <<<"$info"
+    }
+    IFS=', ' read -r left right top bottom < <(xprop -id "$window" _NET_FRAME_EXTENTS | sed 's/.*= //')
+    local width=$(($(number_of Width) + left + right))
+    local height=$(($(number_of Height) + top + bottom))
+    local x=$(($(number_of 'Absolute upper-left X') - left))
+    local y=$(($(number_of 'Absolute upper-left Y') - top))
+    import -window root -crop "${width}x$height+$x+$y" +repage "$1"
+}
+
+# What is drawn has come to rest when two shots in a row are the same.
+is_at_rest() {
+    shot "$scratch/one.png"
+    sleep 0.3
+    shot "$scratch/other.png"
+    [[ $(compare -metric AE "$scratch/one.png" "$scratch/other.png" null: 2>&1) == 0 ]]
+}
+
+# take NAME: makes help/NAME.png.
+take() {
+    local bytes
+    wait_for 20 is_at_rest
+    convert "$scratch/one.png" +dither -colors "$colors" -strip -define png:compression-level=9 \
+        "PNG8:$scratch/$1.png"
+    bytes=$(stat -c %s "$scratch/$1.png")
+    if ((bytes > max_bytes)); then
+        echo "take_pictures.sh: $1.png has $bytes bytes, more than $max_bytes" >&2
+        return 1
+    fi
+    cp "$scratch/$1.png" "$root/help/$1.png"
+    echo "help/$1.png: $bytes bytes"
+}
+
+data_file="$root/Data Files/tc all keys english.tmdf"
+
+# place_of LINE: the number of this line among those that are read, from 1 on.
+place_of() {
+    tr -d '\r' | grep -nxF -m 1 -- "$1" | cut -d : -f 1
+}
+
+# select_category NAME, in the tree, which has the focus at the start; the first entry stands for all categories.
+select_category() {
+    local steps
+    steps=$(grep '^\[' "$data_file" | grep -vi '^\[TargetIniFile\]' | place_of "[$1]")
+    xdotool key Home
+    xdotool key --repeat "$steps" --delay 30 Down
+}
+
+# select_key CATEGORY NAME, from the tree on.
+select_key() {
+    local steps
+    steps=$(tr -d '\r' <"$data_file" | sed -n "/^\[$1\]\$/,/^\$/s/^\([^=]*\)=.*/\1/p" | place_of "$2")
+    # Line 1 is the category's target section, and the first key is selected already.
+    xdotool key Tab Home
+    xdotool key --repeat $((steps - 2)) --delay 30 Down
+}
+
+lay_out
+start_editor
+select_category 'Display: sizes and dates'
+select_key 'Display: sizes and dates' GetDirSize
+xdotool key Return
+xdotool type --delay 30 1
+xdotool key Return
+take main-window

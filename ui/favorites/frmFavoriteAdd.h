@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "ui/favorites/FavoritesIds.h"
+#include "ui/toolkit/DialogControl.h"
+
+namespace tamarind {
+
+// Asks under which caption a key becomes a favorite.
+class frmFavoriteAdd final : public Dialog {
+public:
+    explicit frmFavoriteAdd(const DialogLanguage& language)
+        : Dialog(IDD_FRMFAVORITEADD, L"frmFavoriteAdd", language) {}
+
+    // Shows the window near the owner's upper left corner. Returns the caption, which is not empty,
+    // or nothing when the user cancels.
+    std::optional<std::string> Ask(HWND owner, const std::string& defaultName);
+
+private:
+    void OnInit() override;
+    std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnCommand(int id, int code);
+
+    std::string FavoriteDefaultName;
+    std::string m_caption;
+    DialogControl Text1{*this, IDC_FAVORITEADD_TEXT1};
+    DialogControl cmdOK{*this, IDOK};
+};
+
+}  // namespace tamarind

@@ -1,0 +1,356 @@
+#include "ui/favorites/frmOrganizeFavorites.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "core/WideText_win32.h"
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Forms.h"
+#include "ui/toolkit/Lengths.h"
+
+namespace tamarind {
+namespace {
+
+constexpr Twips kLeastWidth{2760};
+constexpr Twips kLeastHeight{4000};
+constexpr Twips kColumnMargin{400};
+constexpr int kListMargin = 1;    // pixels at 96 DPI, at the left and at the right
+constexpr int kListDistance = 2;  // above and below the list
+
+SIZE SizeOf(const RECT& bounds) {
+    return {bounds.right - bounds.left, bounds.bottom - bounds.top};
+}
+
+RECT BoundsOf(HWND window) {
+    RECT bounds{};
+    GetWindowRect(window, &bounds);
+    return bounds;
+}
+
+SIZE ClientSizeOf(HWND window) {
+    RECT area{};
+    GetClientRect(window, &area);
+    return SizeOf(area);
+}
+
+RECT BoundsInParent(HWND child) {
+    RECT bounds = BoundsOf(child);
+    MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&bounds), 2);
+    return bounds;
+}
+
+// Gives a window these bounds.
+void Place(HWND window, const RECT& bounds) {
+    const SIZE size = SizeOf(bounds);
+    SetWindowPos(window, nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
+                 static_cast<int>(size.cx), static_cast<int>(size.cy),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace
+
+frmOrganizeFavorites::frmOrganizeFavorites(EditorSession& session, const DialogLanguage& language,
+                                           FavoritesHost& host)
+    : Dialog(IDD_FRMORGANIZEFAVORITES, L"frmOrganizeFavorites", language),
+      m_session(session),
+      m_host(host) {}
+
+// As long as it still knows where its place is stored.
+frmOrganizeFavorites::~frmOrganizeFavorites() {
+    if (Handle() != nullptr) {
+        DestroyWindow(Handle());
+    }
+}
+
+void frmOrganizeFavorites::Open(HWND owner) {
+    if (Handle() == nullptr) {
+        m_session.SetOrganizerOpen(true);
+        if (!Create(owner)) {
+            m_session.SetOrganizerOpen(false);
+            return;
+        }
+    }
+    ShowWindow(Handle(), SW_SHOW);
+    SetActiveWindow(Handle());
+}
+
+void frmOrganizeFavorites::Close() {
+    if (Handle() != nullptr) {
+        m_session.SetOrganizerOpen(false);
+        DestroyWindow(Handle());
+    }
+}
+
+void frmOrganizeFavorites::OnInit() {
+    ListView1.Create(Handle(), IDC_ORGANIZE_LISTVIEW1, {}, *this,
+                     LVS_EDITLABELS | LVS_NOCOLUMNHEADER);
+    // The first one that the Tab key comes to.
+    SetWindowPos(ListView1.Handle(), HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    RestorePlace();
+    Layout();
+    Refresh();
+}
+
+std::optional<LRESULT> frmOrganizeFavorites::HandleMessage(UINT message, WPARAM wParam,
+                                                           LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+            // The list passes on what its box for a row's text sends, under any number.
+            if (HIWORD(wParam) == BN_CLICKED) {
+                OnCommand(LOWORD(wParam));
+            }
+            return 0;
+        case WM_SIZE:
+            Layout();
+            return 0;
+        case WM_GETMINMAXINFO: {
+            const SIZE least = LeastSize();
+            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least.cx, least.cy};
+            return 0;
+        }
+        case WM_DESTROY:
+            StorePlace();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+void frmOrganizeFavorites::OnCommand(int id) {
+    FavoritesOrganizer& organizer = m_session.Organizer();
+    // A key of a button does not take the focus from the row that is being renamed.
+    ListView1.EndLabelEdit();
+    switch (id) {
+        case IDC_ORGANIZE_CMDUP:
+            organizer.MoveUp();
+            break;
+        case IDC_ORGANIZE_CMDDOWN:
+            organizer.MoveDown();
+            break;
+        case IDC_ORGANIZE_CMDDELETE:
+            organizer.Delete();
+            break;
+        case IDC_ORGANIZE_CMDADDSEPARATOR:
+            organizer.AddSeparator();
+            break;
+        case IDC_ORGANIZE_CMDDEFINITION:
+            OnDefinition(true);
+            return;
+        case IDC_ORGANIZE_CMDAPPLY:
+            OnApply();
+            return;
+        case IDOK:
+            // The Enter key outside the buttons.
+            OnDefinition(false);
+            return;
+        case IDCANCEL:
+            Close();
+            return;
+        default:
+            return;
+    }
+    Refresh();
+}
+
+void frmOrganizeFavorites::OnDefinition(bool beeps) {
+    if (!m_session.IsBusy() && m_session.OrganizerDefinition(beeps)) {
+        m_host.ShowFavorite();
+    }
+}
+
+void frmOrganizeFavorites::OnApply() {
+    if (m_session.IsBusy()) {
+        return;
+    }
+    // Otherwise the next button would get the focus, which closes the window.
+    if (m_session.ApplyOrganizer() && GetFocus() == cmdApply.Handle()) {
+        m_listControl.Focus();
+    }
+    ShowStates();
+}
+
+void frmOrganizeFavorites::OnFavoriteAppended() {
+    if (Handle() != nullptr) {
+        ListView1.EndLabelEdit();
+        Refresh();
+    }
+}
+
+void frmOrganizeFavorites::Refresh() {
+    if (Handle() == nullptr) {
+        return;
+    }
+    const FavoritesOrganizer& organizer = m_session.Organizer();
+    const int count = static_cast<int>(organizer.Rows().size());
+    if (count != ListView1.RowCount()) {
+        ListView1.SetRowCount(count);
+    }
+    InvalidateRect(ListView1.Handle(), nullptr, FALSE);
+    if (const auto row = organizer.Selected()) {
+        ListView1.SelectRow(static_cast<int>(*row));
+    }
+    ShowStates();
+}
+
+void frmOrganizeFavorites::ShowStates() {
+    const FavoritesOrganizer& organizer = m_session.Organizer();
+    cmdApply.Enable(organizer.IsChanged());
+    for (const DialogControl* const control :
+         {&m_listControl, &cmdUp, &cmdDown, &cmdDelete, &cmdDefinition, &cmdAddSeparator}) {
+        control->Enable(!organizer.Rows().empty());
+    }
+}
+
+void frmOrganizeFavorites::ApplyLook(const ListLook& look) {
+    m_look = look;
+    if (Handle() != nullptr) {
+        ShowLook();
+    }
+}
+
+void frmOrganizeFavorites::ShowLook() {
+    ListView1.SetColors(m_look.foreground, m_look.background);
+    ListView1.SetBorder(m_look.border);
+    ApplyUserFont(ListView1, m_look.font, true, 0, m_dpi);
+    ListView1.SetColumnMargin(ToPixels(kColumnMargin, m_dpi).value);
+}
+
+// Puts the frame across the lower edge and the buttons into its middle. Returns its upper edge.
+LONG frmOrganizeFavorites::PlaceFrame(const SIZE& area) const {
+    const HWND frame = Frame1.Handle();
+    std::vector<std::pair<HWND, RECT>> buttons;
+    RECT all{};
+    for (HWND child = GetWindow(Handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (child != frame && child != ListView1.Handle()) {
+            buttons.emplace_back(child, BoundsInParent(child));
+            UnionRect(&all, &all, &buttons.back().second);
+        }
+    }
+    RECT bounds = BoundsInParent(frame);
+    const int down = static_cast<int>(area.cy - bounds.bottom);
+    const int across = static_cast<int>((area.cx - all.right - all.left) / 2);
+    OffsetRect(&bounds, 0, down);
+    Place(frame, {0, bounds.top, area.cx, bounds.bottom});
+    for (auto& [button, place] : buttons) {
+        OffsetRect(&place, across, down);
+        Place(button, place);
+    }
+    return bounds.top;
+}
+
+// The list in all that the frame leaves.
+void frmOrganizeFavorites::Layout() {
+    const HWND list = ListView1.Handle();
+    if (list == nullptr) {
+        return;
+    }
+    if (const int dpi = WindowDpi(Handle()); dpi != m_dpi) {
+        m_dpi = dpi;
+        ShowLook();
+    }
+    const SIZE area = ClientSizeOf(Handle());
+    const LONG frameTop = PlaceFrame(area);
+    const LONG margin = ScaledPixels(kListMargin, m_dpi);
+    const LONG distance = ScaledPixels(kListDistance, m_dpi);
+    ListView1.SetBounds({margin, distance, area.cx - margin, frameTop - distance});
+}
+
+void frmOrganizeFavorites::OnStretched(int clientWidth) {
+    m_leastClientWidth = clientWidth;
+    // Windows makes it as wide as it must be now.
+    Place(Handle(), BoundsOf(Handle()));
+    Layout();
+}
+
+SIZE frmOrganizeFavorites::LeastSize() const {
+    const int dpi = WindowDpi(Handle());
+    const LONG border = SizeOf(BoundsOf(Handle())).cx - ClientSizeOf(Handle()).cx;
+    return {std::max<LONG>(ToPixels(kLeastWidth, dpi).value, m_leastClientWidth + border),
+            ToPixels(kLeastHeight, dpi).value};
+}
+
+// The twips of a place on the desktop are the system's, whichever monitor that is on.
+void frmOrganizeFavorites::RestorePlace() {
+    const auto pixels = [](std::int32_t twips) {
+        return static_cast<LONG>(ToPixels(Twips{twips}, SystemDpi()).value);
+    };
+    const Settings& settings = m_session.ProgramSettings().Values();
+    const SIZE least = LeastSize();
+    const LONG left = pixels(settings.favoriteWindowLeft);
+    const LONG top = pixels(settings.favoriteWindowTop);
+    const LONG width = std::max(pixels(settings.favoriteWindowWidth), least.cx);
+    const LONG height = std::max(pixels(settings.favoriteWindowHeight), least.cy);
+    Place(Handle(), MovedOntoMonitor({left, top, left + width, top + height}));
+}
+
+void frmOrganizeFavorites::StorePlace() {
+    const RECT bounds = BoundsOf(Handle());
+    const SIZE size = SizeOf(bounds);
+    const Settings& settings = m_session.ProgramSettings().Values();
+    // Twips that mean these pixels already stay, so that an unmoved window is stored as it was.
+    const auto twips = [](std::int32_t stored, LONG pixels) {
+        return ToPixels(Twips{stored}, SystemDpi()).value == pixels
+                   ? stored
+                   : ToTwips(Pixels{static_cast<std::int32_t>(pixels)}, SystemDpi()).value;
+    };
+    m_session.StoreFavoriteWindow(twips(settings.favoriteWindowLeft, bounds.left),
+                                  twips(settings.favoriteWindowTop, bounds.top),
+                                  twips(settings.favoriteWindowWidth, size.cx),
+                                  twips(settings.favoriteWindowHeight, size.cy));
+}
+
+// Null where the list asks for a row that is gone already.
+const Favorite* frmOrganizeFavorites::FavoriteOf(int row) const {
+    const auto& rows = m_session.Organizer().Rows();
+    const auto at = static_cast<std::size_t>(row);
+    return at < rows.size() ? &rows[at] : nullptr;
+}
+
+std::wstring frmOrganizeFavorites::RowText(int row) const {
+    const Favorite* const favorite = FavoriteOf(row);
+    return favorite != nullptr ? Widen(favorite->caption) : std::wstring();
+}
+
+RowLook frmOrganizeFavorites::LookOfRow(int row) const {
+    const Favorite* const favorite = FavoriteOf(row);
+    RowLook look;
+    look.color = favorite != nullptr && !favorite->isEnabled ? GetSysColor(COLOR_GRAYTEXT)
+                                                             : m_look.foreground;
+    return look;
+}
+
+void frmOrganizeFavorites::OnRowSelected(int row) {
+    m_session.Organizer().Select(static_cast<std::size_t>(row));
+}
+
+bool frmOrganizeFavorites::OnListKey(WPARAM key) {
+    switch (key) {
+        case VK_DELETE:
+            OnCommand(IDC_ORGANIZE_CMDDELETE);
+            return true;
+        case VK_F2:
+            ListView1.EditLabel(ListView1.SelectedRow());
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool frmOrganizeFavorites::OnRenameRow(int row) {
+    const bool isAllowed = FavoriteOf(row) != nullptr &&
+                           m_session.Organizer().CanRename(static_cast<std::size_t>(row));
+    if (!isAllowed) {
+        MessageBeep(MB_OK);
+    }
+    return isAllowed;
+}
+
+bool frmOrganizeFavorites::OnRowRenamed(int row, const std::wstring& text) {
+    const bool isTaken = m_session.Organizer().Rename(static_cast<std::size_t>(row), Narrow(text));
+    ShowStates();
+    return isTaken;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,92 @@
+#include "ui/search/frmSearchFor.h"
+
+#include "core/WideText_win32.h"
+#include "ui/toolkit/Forms.h"
+
+namespace tamarind {
+
+void frmSearchFor::Open(HWND owner) {
+    if (Handle() == nullptr && !Create(owner)) {
+        return;
+    }
+    m_session.BeginSearch();
+    PreSelectText();
+    ShowWindow(Handle(), SW_SHOW);
+    SetActiveWindow(Handle());
+}
+
+void frmSearchFor::FindNextString(HWND owner) {
+    if (Handle() != nullptr || Create(owner)) {
+        m_session.FindNextString();
+    }
+}
+
+void frmSearchFor::OnInit() {
+    const KeySearch& search = m_session.Search();
+    txtFind.SetText(Widen(search.Text()));
+    optKeyName.SetChecked(search.SearchesNames());
+    optKeyDescription.SetChecked(!search.SearchesNames());
+    chkWholeWord.SetChecked(search.MatchesWholeWord());
+    cmdFindNext.Enable(search.CanFind());
+    CenterForm(Handle());
+}
+
+std::optional<LRESULT> frmSearchFor::HandleMessage(UINT message, WPARAM wParam, LPARAM) {
+    switch (message) {
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam), HIWORD(wParam));
+            return 0;
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) == WA_INACTIVE) {
+                return std::nullopt;
+            }
+            OnActivate();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+// The text keeps its selection, which the Tab key would set.
+void frmSearchFor::OnActivate() {
+    DWORD start = 0;
+    DWORD end = 0;
+    SendMessageW(txtFind.Handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+                 reinterpret_cast<LPARAM>(&end));
+    txtFind.Focus();
+    SendMessageW(txtFind.Handle(), EM_SETSEL, start, static_cast<LPARAM>(end));
+}
+
+void frmSearchFor::OnCommand(int id, int code) {
+    switch (id) {
+        case IDC_SEARCHFOR_TXTFIND:
+            if (code == EN_CHANGE) {
+                OnTextChanged();
+            }
+            break;
+        case IDC_SEARCHFOR_OPTKEYNAME:
+        case IDC_SEARCHFOR_OPTKEYDESCRIPTION:
+            m_session.SetSearchesNames(optKeyName.IsChecked());
+            break;
+        case IDC_SEARCHFOR_CHKWHOLEWORD:
+            m_session.SetMatchesWholeWord(chkWholeWord.IsChecked());
+            break;
+        case IDC_SEARCHFOR_CMDFINDNEXT:
+            if (!m_session.IsBusy()) {
+                m_session.FindNextString();
+            }
+            break;
+        case IDCANCEL:
+            ShowWindow(Handle(), SW_HIDE);
+            break;
+        default:
+            break;
+    }
+}
+
+void frmSearchFor::OnTextChanged() {
+    m_session.SetSearchText(Narrow(txtFind.Text()));
+    cmdFindNext.Enable(m_session.Search().CanFind());
+}
+
+}  // namespace tamarind

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "model/EditorSession.h"
+#include "ui/search/SearchIds.h"
+#include "ui/toolkit/DialogControl.h"
+
+namespace tamarind {
+
+// The small window in which the user says what to look for. Once made it lives as long as its
+// owner; closing it only hides it.
+class frmSearchFor final : public Dialog {
+public:
+    frmSearchFor(EditorSession& session, const DialogLanguage& language)
+        : Dialog(IDD_FRMSEARCHFOR, L"frmSearchFor", language), m_session(session) {}
+
+    // Brings the window up for a search that starts at the first key.
+    void Open(HWND owner);
+
+    // One step of the search with the window's settings, whether it is visible or not.
+    void FindNextString(HWND owner);
+
+    // Selects the whole text, so that typing replaces it.
+    void PreSelectText() const { txtFind.SelectText(); }
+
+private:
+    void OnInit() override;
+    std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnActivate();
+    void OnCommand(int id, int code);
+    void OnTextChanged();
+
+    EditorSession& m_session;
+    DialogControl txtFind{*this, IDC_SEARCHFOR_TXTFIND};
+    DialogControl optKeyName{*this, IDC_SEARCHFOR_OPTKEYNAME};
+    DialogControl optKeyDescription{*this, IDC_SEARCHFOR_OPTKEYDESCRIPTION};
+    DialogControl chkWholeWord{*this, IDC_SEARCHFOR_CHKWHOLEWORD};
+    DialogControl cmdFindNext{*this, IDC_SEARCHFOR_CMDFINDNEXT};
+};
+
+}  // namespace tamarind

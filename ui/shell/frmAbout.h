@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "ui/shell/ShellIds.h"
+#include "ui/toolkit/DialogControl.h"
+#include "ui/toolkit/Handles.h"
+
+namespace tamarind {
+
+// Says what the program is and which version of it runs.
+class frmAbout final : public Dialog {
+public:
+    struct Program {
+        std::string name;
+        std::string version;
+    };
+
+    // `language` outlives the window. `showHelp` opens the help.
+    frmAbout(const DialogLanguage& language, Program program, std::function<void()> showHelp);
+
+    // Shows the window until the user closes it.
+    void Show(HWND owner) { ShowModal(owner); }
+
+private:
+    void OnInit() override;
+    std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnCommand(int id);
+    void ShowIcon();
+    void ShowName();
+
+    const DialogLanguage& m_language;
+    Program m_program;
+    std::function<void()> m_showHelp;
+    UniqueIcon m_icon;
+    UniqueFont m_nameFont;
+    DialogControl imgIcon{*this, IDC_ABOUT_IMGICON};
+    DialogControl lblName{*this, IDC_ABOUT_LBLNAME};
+    DialogControl lblVersion{*this, IDC_ABOUT_LBLVERSION};
+};
+
+}  // namespace tamarind

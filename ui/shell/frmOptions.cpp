@@ -1,0 +1,252 @@
+#include "ui/shell/frmOptions.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/WideText_win32.h"
+#include "ui/toolkit/Colors.h"
+#include "ui/toolkit/Forms.h"
+#include "ui/toolkit/Lengths.h"
+
+namespace tamarind {
+namespace {
+
+using Choices = OptionsEditor::Choices;
+
+constexpr std::uint16_t kTabTexts[] = {1002, 1005, 1006};
+constexpr OptionsEditor::Color kColors[] = {
+    OptionsEditor::Color::Text, OptionsEditor::Color::Background, OptionsEditor::Color::ActiveKey};
+
+int WidthOf(const RECT& bounds) {
+    return static_cast<int>(bounds.right - bounds.left);
+}
+
+int ClientWidthOf(HWND window) {
+    RECT area{};
+    GetClientRect(window, &area);
+    return WidthOf(area);
+}
+
+}  // namespace
+
+const frmOptions::FlagBox frmOptions::kFlagBoxes[] = {
+    {IDC_OPTIONS_CHKSHOWGRIDLINES, &frmOptions::chkShowgridlines, &Choices::showsGridLines},
+    {IDC_OPTIONS_CHKFLATUSERINTERFACE, &frmOptions::chkFlatUserInterface, &Choices::isFlat},
+    {IDC_OPTIONS_CHKFIXEDBORDERS, &frmOptions::chkFixedBorders, &Choices::hasFixedBorders},
+    {IDC_OPTIONS_CHKALWAYSRESTARTTC, &frmOptions::chkAlwaysRestartTC,
+     &Choices::restartsTotalCommander},
+    {IDC_OPTIONS_CHKAUTOSELECTNEXTKEY, &frmOptions::chkAutoSelectnextkey, &Choices::selectsNextKey},
+};
+
+frmOptions::frmOptions(EditorSession& session, const DialogLanguage& language)
+    : Dialog(IDD_FRMOPTIONS, L"frmOptions", language),
+      m_session(session),
+      m_language(language),
+      picOptions{{{IDD_OPTIONS_LAYOUT, L"picOptions", language},
+                  {IDD_OPTIONS_OPERATION, L"picOptions", language},
+                  {IDD_OPTIONS_LANGUAGE, L"picOptions", language}}} {}
+
+void frmOptions::Show(HWND owner) {
+    if (ShowModal(owner) != -1) {
+        m_session.EndOptions();
+    }
+}
+
+void frmOptions::OnInit() {
+    m_session.BeginOptions();
+    MakePanels();
+    FitPanels();
+    ShowChoices();
+    OnTabSelected(tbsOptions.Selected());
+    CenterForm(Handle());
+}
+
+void frmOptions::MakePanels() {
+    tbsOptions.Attach(Handle(), IDC_OPTIONS_TBSOPTIONS, *this);
+    for (const std::uint16_t number : kTabTexts) {
+        tbsOptions.AddTab(m_language.text(number));
+    }
+    for (DialogPanel& panel : picOptions) {
+        panel.Create(Handle());
+    }
+    for (std::size_t index = 0; index < lblColorChange.size(); ++index) {
+        lblColorChange[index].Attach(picOptions[kLayout].Handle(),
+                                     IDC_OPTIONS_LBLCOLORCHANGE0 + static_cast<int>(index));
+    }
+}
+
+// All panels are as wide as the one with the longest texts.
+void frmOptions::FitPanels() {
+    int missing = tbsOptions.MissingWidth();
+    for (const DialogPanel& panel : picOptions) {
+        missing = std::max(missing, panel.Width() - WidthOf(tbsOptions.PageBounds()));
+    }
+    if (missing > 0) {
+        const int strip = ClientWidthOf(tbsOptions.Handle());
+        StretchTo(Scaled(ClientWidthOf(Handle()), strip + missing + 1, strip));
+    }
+    for (DialogPanel& panel : picOptions) {
+        panel.SetBounds(tbsOptions.PageBounds());
+    }
+}
+
+bool frmOptions::IsMirrored(HWND control) const {
+    return control == GetDlgItem(Handle(), IDC_OPTIONS_TBSOPTIONS) || Dialog::IsMirrored(control);
+}
+
+void frmOptions::OnTabSelected(int tab) {
+    const HWND focus = GetFocus();
+    const bool isFocusInPanel =
+        std::any_of(picOptions.begin(), picOptions.end(),
+                    [&](const DialogPanel& panel) { return IsChild(panel.Handle(), focus); });
+    const DialogPanel& shown = picOptions[static_cast<std::size_t>(tab)];
+    shown.Show(true);
+    if (isFocusInPanel) {
+        shown.FocusFirst();
+    }
+    for (const DialogPanel& panel : picOptions) {
+        if (&panel != &shown) {
+            panel.Show(false);
+        }
+    }
+}
+
+bool frmOptions::OnKey(WPARAM key) {
+    if (GetKeyState(VK_CONTROL) >= 0) {
+        return false;
+    }
+    switch (key) {
+        case VK_TAB:
+            tbsOptions.SelectNext(GetKeyState(VK_SHIFT) >= 0);
+            return true;
+        case VK_NEXT:
+        case VK_PRIOR:
+            tbsOptions.SelectNext(key == VK_NEXT);
+            return true;
+        default:
+            return false;
+    }
+}
+
+std::optional<LRESULT> frmOptions::HandleMessage(UINT message, WPARAM wParam, LPARAM) {
+    switch (message) {
+        case WM_COMMAND:
+            OnCommand(LOWORD(wParam), HIWORD(wParam));
+            return 0;
+        case WM_SYSCOLORCHANGE:
+            ShowColors();
+            return std::nullopt;
+        default:
+            return std::nullopt;
+    }
+}
+
+void frmOptions::OnCommand(int id, int code) {
+    if (id == IDC_OPTIONS_TXTLANGUAGEFILEPATH) {
+        OnPathBox(code);
+    } else if (code == BN_CLICKED) {
+        OnClick(id);
+    }
+}
+
+void frmOptions::OnClick(int id) {
+    OptionsEditor& options = m_session.Options();
+    switch (id) {
+        case IDC_OPTIONS_LBLCOLORCHANGE0:
+        case IDC_OPTIONS_LBLCOLORCHANGE1:
+        case IDC_OPTIONS_LBLCOLORCHANGE2:
+            OnColor(kColors[id - IDC_OPTIONS_LBLCOLORCHANGE0]);
+            break;
+        case IDC_OPTIONS_CMDCHANGEFONT:
+            options.SelectFont();
+            break;
+        case IDC_OPTIONS_OPTUSEDEFAULTLANGUAGE:
+        case IDC_OPTIONS_OPTUSEOTHELANGUAGE:
+            OnLanguageOption();
+            break;
+        case IDC_OPTIONS_CMDBROWSEFORLANGFILE:
+            if (options.BrowseLanguageFile()) {
+                txtLanguageFilePath.SetText(Widen(options.Values().languageFile));
+            }
+            break;
+        case IDC_OPTIONS_CMDAPPLY:
+            m_session.ApplyOptions();
+            break;
+        case IDOK:
+            m_session.ApplyOptions();
+            EndModal(IDOK);
+            return;
+        case IDCANCEL:
+            EndModal(IDCANCEL);
+            return;
+        default:
+            OnFlagBox(id);
+            break;
+    }
+    ShowStates();
+}
+
+void frmOptions::OnPathBox(int code) {
+    OptionsEditor& options = m_session.Options();
+    if (code == EN_SETFOCUS) {
+        txtLanguageFilePath.SelectText();
+    } else if (code == EN_CHANGE) {
+        // Not where the box shows only what the program put there.
+        const std::string path = Narrow(txtLanguageFilePath.Text());
+        if (path != options.Values().languageFile) {
+            options.SetLanguageFile(path);
+            ShowStates();
+        }
+    }
+}
+
+void frmOptions::OnFlagBox(int id) {
+    for (const FlagBox& row : kFlagBoxes) {
+        if (row.id == id) {
+            m_session.Options().SetFlag(row.flag, (this->*row.box).IsChecked());
+        }
+    }
+}
+
+// Windows reports a click also where an option only gets the focus.
+void frmOptions::OnLanguageOption() {
+    OptionsEditor& options = m_session.Options();
+    const bool usesDefault = optUseDefaultLanguage.IsChecked();
+    if (usesDefault != options.Values().usesDefaultLanguage) {
+        options.SetFlag(&Choices::usesDefaultLanguage, usesDefault);
+    }
+}
+
+void frmOptions::OnColor(OptionsEditor::Color color) {
+    if (m_session.Options().SelectColor(color)) {
+        ShowColors();
+    }
+}
+
+void frmOptions::ShowChoices() {
+    const Choices& choices = m_session.Options().Values();
+    for (const FlagBox& row : kFlagBoxes) {
+        (this->*row.box).SetChecked(choices.*row.flag);
+    }
+    optUseDefaultLanguage.SetChecked(choices.usesDefaultLanguage);
+    optUseOtheLanguage.SetChecked(!choices.usesDefaultLanguage);
+    txtLanguageFilePath.SetText(Widen(choices.languageFile));
+    ShowColors();
+    ShowStates();
+}
+
+void frmOptions::ShowColors() {
+    for (std::size_t index = 0; index < lblColorChange.size(); ++index) {
+        const std::int32_t color = m_session.Options().ColorSetting(kColors[index]);
+        lblColorChange[index].SetColor(ColorOfSetting(color));
+    }
+}
+
+void frmOptions::ShowStates() {
+    const OptionsEditor& options = m_session.Options();
+    cmdApply.Enable(options.IsChanged());
+    txtLanguageFilePath.Enable(!options.Values().usesDefaultLanguage);
+    cmdBrowseForLangFile.Enable(!options.Values().usesDefaultLanguage);
+}
+
+}  // namespace tamarind

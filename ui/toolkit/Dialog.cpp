@@ -1,0 +1,232 @@
+#include "ui/toolkit/Dialog.h"
+
+#include "ui/toolkit/Control.h"
+#include "ui/toolkit/Forms.h"
+#include "ui/toolkit/Handles.h"
+#include "ui/toolkit/ModalLock.h"
+#include "ui/toolkit/RedrawLock.h"
+#include "ui/toolkit/Unexpected.h"
+
+namespace tamarind {
+namespace {
+
+constexpr COLORREF kBackColor = RGB(0, 255, 255);
+
+// A dialog procedure returns the answers to these; all others it leaves in the window.
+bool IsAnsweredDirectly(UINT message) {
+    switch (message) {
+        case WM_CTLCOLORMSGBOX:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLORDLG:
+        case WM_CTLCOLORSCROLLBAR:
+        case WM_CTLCOLORSTATIC:
+        case WM_COMPAREITEM:
+        case WM_VKEYTOITEM:
+        case WM_CHARTOITEM:
+        case WM_QUERYDRAGICON:
+            return true;
+        default:
+            return false;
+    }
+}
+
+BOOL CALLBACK PassOn(HWND child, LPARAM message) {
+    SendMessageW(child, static_cast<UINT>(message), 0, 0);
+    return TRUE;
+}
+
+}  // namespace
+
+Dialog::~Dialog() {
+    if (m_window != nullptr) {
+        DestroyWindow(m_window);
+    }
+}
+
+// A class like that of all dialogs, under the dialog's own name.
+bool Dialog::Register() const {
+    const HINSTANCE program = GetModuleHandleW(nullptr);
+    WNDCLASSEXW info{};
+    info.cbSize = sizeof(info);
+    if (GetClassInfoExW(program, m_className, &info)) {
+        return true;
+    }
+    if (!GetClassInfoExW(nullptr, WC_DIALOG, &info)) {
+        return false;
+    }
+    info.cbSize = sizeof(info);
+    info.style &= ~UINT{CS_GLOBALCLASS};
+    info.hInstance = program;
+    info.lpszClassName = m_className;
+    return RegisterClassExW(&info) != 0;
+}
+
+bool Dialog::Create(HWND owner) {
+    m_isModal = false;
+    if (Register()) {
+        CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(m_templateId), owner,
+                           Procedure, reinterpret_cast<LPARAM>(this));
+    }
+    return m_window != nullptr;
+}
+
+INT_PTR Dialog::ShowModal(HWND owner) {
+    m_isModal = true;
+    if (!Register()) {
+        return -1;
+    }
+    const ModalLock lock(owner);
+    const UniqueHook keys(
+        SetWindowsHookExW(WH_MSGFILTER, FilterMessage, nullptr, GetCurrentThreadId()));
+    return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(m_templateId), owner,
+                           Procedure, reinterpret_cast<LPARAM>(this));
+}
+
+// The dialog of ours that a window is a part of, or null.
+Dialog* Dialog::FromDescendant(HWND window) {
+    const HWND root = GetAncestor(window, GA_ROOT);
+    const bool isOurs = root != nullptr && GetWindowLongPtrW(root, DWLP_DLGPROC) ==
+                                               reinterpret_cast<LONG_PTR>(Procedure);
+    return isOurs ? static_cast<Dialog*>(FromHandle(root)) : nullptr;
+}
+
+bool Dialog::TranslateDialogMessage(MSG& message) {
+    const Dialog* const dialog = FromDescendant(message.hwnd);
+    return dialog != nullptr && IsDialogMessageW(dialog->m_window, &message);
+}
+
+// Windows calls it with every message that the loop of a modal dialog gets.
+LRESULT CALLBACK Dialog::FilterMessage(int code, WPARAM wParam, LPARAM lParam) {
+    const auto* const message = reinterpret_cast<const MSG*>(lParam);
+    if (code == MSGF_DIALOGBOX && message->message == WM_KEYDOWN) {
+        Dialog* const dialog = FromDescendant(message->hwnd);
+        if (dialog != nullptr && Guarded(false, [&] { return dialog->OnKey(message->wParam); })) {
+            return TRUE;
+        }
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        return Initialize(window, *reinterpret_cast<Dialog*>(lParam)) ? TRUE : FALSE;
+    }
+    auto* const self = static_cast<Dialog*>(FromHandle(window));
+    if (self == nullptr) {
+        return FALSE;
+    }
+    const auto answer =
+        Guarded(std::optional<LRESULT>(0), [&] { return self->Answer(message, wParam, lParam); });
+    if (message == WM_NCDESTROY) {
+        Unbind(window);
+        self->m_window = nullptr;
+    }
+    if (!answer) {
+        return FALSE;
+    }
+    if (IsAnsweredDirectly(message)) {
+        return *answer;
+    }
+    SetWindowLongPtrW(window, DWLP_MSGRESULT, *answer);
+    return TRUE;
+}
+
+// Returns whether Windows is to set the focus; a dialog that is made hidden takes none.
+bool Dialog::Initialize(HWND window, Dialog& dialog) {
+    dialog.m_window = window;
+    dialog.Bind(window);
+    const bool isReady = Guarded(false, [&] {
+        dialog.m_texts.Read(window);
+        dialog.ApplyLanguage();
+        dialog.OnInit();
+        return true;
+    });
+    if (!isReady && dialog.m_isModal) {
+        EndDialog(window, -1);
+    } else if (!isReady) {
+        DestroyWindow(window);
+    }
+    return isReady && dialog.m_isModal;
+}
+
+std::optional<LRESULT> Dialog::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const auto answer = Control::Reflect(message, wParam, lParam)) {
+        return answer;
+    }
+    if (const auto answer = HandleMessage(message, wParam, lParam)) {
+        return answer;
+    }
+    switch (message) {
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLOREDIT:
+            return OnColors(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+        case WM_SYSCOLORCHANGE:
+            EnumChildWindows(m_window, PassOn, WM_SYSCOLORCHANGE);
+            return std::nullopt;
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<LRESULT> Dialog::HandleMessage(UINT, WPARAM, LPARAM) {
+    return std::nullopt;
+}
+
+std::optional<LRESULT> Dialog::OnColors(HDC dc, HWND control) const {
+    if (!m_language.showsBackColor) {
+        return std::nullopt;
+    }
+    switch (KindOf(control)) {
+        case ControlKind::Label:
+        case ControlKind::CheckBox:
+        case ControlKind::OptionButton:
+        case ControlKind::TextBox:
+            SetBkColor(dc, kBackColor);
+            SetDCBrushColor(dc, kBackColor);
+            return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
+        default:
+            return std::nullopt;
+    }
+}
+
+bool Dialog::OnKey(WPARAM) {
+    return false;
+}
+
+void Dialog::ApplyLanguage() {
+    if (m_window == nullptr) {
+        return;
+    }
+    const RedrawLock lock(m_window);
+    m_texts.Set(m_language.text);
+    SetDirection(m_language.isRightToLeft);
+    StretchTo(0);
+}
+
+// Mirrors the dialog's coordinates; the controls move when they are placed next.
+void Dialog::SetDirection(bool isRightToLeft) const {
+    SetMirrored(m_window, isRightToLeft);
+    for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        SetMirrored(child, isRightToLeft && IsMirrored(child));
+    }
+}
+
+bool Dialog::IsMirrored(HWND control) const {
+    return HasCaption(KindOf(control));
+}
+
+void Dialog::OnStretched(int clientWidth) {
+    RECT area{};
+    GetClientRect(m_window, &area);
+    RECT bounds{};
+    GetWindowRect(m_window, &bounds);
+    bounds.right += clientWidth - area.right;
+    const RECT at = MovedOntoMonitor(bounds);
+    SetWindowPos(m_window, nullptr, at.left, at.top, bounds.right - bounds.left,
+                 bounds.bottom - bounds.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace tamarind

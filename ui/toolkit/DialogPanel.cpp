@@ -1,0 +1,74 @@
+#include "ui/toolkit/DialogPanel.h"
+
+#include "ui/toolkit/ControlKind.h"
+
+namespace tamarind {
+namespace {
+
+constexpr DWORD kUseTabTexture = 6;  // ETDT_ENABLETAB
+
+// Themes draw the pages of tabs in another colour than dialogs. Their library is there if the
+// common controls use it.
+void UseTabBackground(HWND panel) {
+    using Function = HRESULT(WINAPI*)(HWND, DWORD);
+    const HMODULE themes = GetModuleHandleW(L"uxtheme.dll");
+    const FARPROC address =
+        themes != nullptr ? GetProcAddress(themes, "EnableThemeDialogTexture") : nullptr;
+    if (address != nullptr) {
+        reinterpret_cast<Function>(reinterpret_cast<void*>(address))(panel, kUseTabTexture);
+    }
+}
+
+bool IsDisabledTextBox(HWND control) {
+    return KindOf(control) == ControlKind::TextBox && !IsWindowEnabled(control);
+}
+
+}  // namespace
+
+void DialogPanel::OnInit() {
+    UseTabBackground(Handle());
+    Show(false);
+}
+
+void DialogPanel::OnStretched(int clientWidth) {
+    m_width = clientWidth;
+}
+
+void DialogPanel::SetBounds(const RECT& bounds) {
+    StretchTo(static_cast<int>(bounds.right - bounds.left));
+    SetWindowPos(Handle(), nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
+                 m_width, static_cast<int>(bounds.bottom - bounds.top),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// A hidden window's access keys still work as long as it is enabled.
+void DialogPanel::Show(bool isShown) const {
+    EnableWindow(Handle(), isShown);
+    SetWindowPos(
+        Handle(), HWND_TOP, 0, 0, 0, 0,
+        SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | (isShown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+}
+
+void DialogPanel::FocusFirst() const {
+    const HWND first = GetNextDlgTabItem(Handle(), nullptr, FALSE);
+    SendMessageW(GetAncestor(Handle(), GA_ROOT), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first),
+                 TRUE);
+}
+
+std::optional<LRESULT> DialogPanel::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+            return SendMessageW(GetParent(Handle()), message, wParam, lParam);
+        case WM_CTLCOLORSTATIC:
+            // On a tab's background it would look like one that is enabled.
+            if (IsDisabledTextBox(reinterpret_cast<HWND>(lParam))) {
+                SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_BTNFACE));
+                return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+            }
+            return std::nullopt;
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,64 @@
+#include "ui/toolkit/TabStrip.h"
+
+#include <algorithm>
+
+namespace tamarind {
+
+TabStrip::TabStrip() {
+    INITCOMMONCONTROLSEX controls{};
+    controls.dwSize = sizeof(controls);
+    controls.dwICC = ICC_TAB_CLASSES;
+    InitCommonControlsEx(&controls);
+}
+
+bool TabStrip::Attach(HWND dialog, int id, TabStripListener& listener) {
+    m_listener = &listener;
+    return AttachControl(dialog, id);
+}
+
+void TabStrip::AddTab(const std::wstring& caption) {
+    std::wstring text = caption;
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = text.data();
+    Send(TCM_INSERTITEMW, static_cast<WPARAM>(Count()), reinterpret_cast<LPARAM>(&item));
+}
+
+void TabStrip::Select(int tab) {
+    Send(TCM_SETCURSEL, static_cast<WPARAM>(tab));
+    m_listener->OnTabSelected(tab);
+}
+
+void TabStrip::SelectNext(bool isForward) {
+    const int count = Count();
+    Select((Selected() + (isForward ? 1 : count - 1)) % count);
+}
+
+RECT TabStrip::ClientBounds() const {
+    RECT area{};
+    GetClientRect(Handle(), &area);
+    return area;
+}
+
+RECT TabStrip::PageBounds() const {
+    RECT page = ClientBounds();
+    Send(TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&page));
+    MapWindowPoints(Handle(), GetParent(Handle()), reinterpret_cast<POINT*>(&page), 2);
+    return page;
+}
+
+int TabStrip::MissingWidth() const {
+    RECT last{};
+    Send(TCM_GETITEMRECT, static_cast<WPARAM>(Count() - 1), reinterpret_cast<LPARAM>(&last));
+    return std::max(0, static_cast<int>(last.right - ClientBounds().right));
+}
+
+std::optional<LRESULT> TabStrip::OnNotify(NMHDR& header) {
+    if (header.code == TCN_SELCHANGE) {
+        m_listener->OnTabSelected(Selected());
+        return 0;
+    }
+    return std::nullopt;
+}
+
+}  // namespace tamarind
