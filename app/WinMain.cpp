@@ -103,7 +103,11 @@ int Run(int showCommand) {
         return EXIT_FAILURE;
     }
     prompts.SetOwner(window.Handle());
+    prompts.SetLanguage(window.Language());
     if (!session.Activate(CommandLineRemainder())) {
+        return EXIT_SUCCESS;
+    }
+    if (frmMain::BringForward(session.DataFilePath())) {
         return EXIT_SUCCESS;
     }
     window.ShowFirst(showCommand);

@@ -14,7 +14,7 @@ function(set_up_house_target name)
     target_link_libraries(${name} PRIVATE house_options)
 endfunction()
 
-# What runs as fast as the user's hands is built for size; the few loops over all keys are not: core, and the sources
+# What runs as fast as the user's hands is built for size; the few loops over all bytes or keys are not: the sources
 # that a library lists as FAST_SOURCES.
 function(build_for_size name)
     if(WIN32)

@@ -78,7 +78,7 @@ function(add_house_style_checks)
 endfunction()
 
 # The checks of what is written for users: the data files against their source and against the facts about all keys,
-# the help, and the tools that make them.
+# the help, the program's texts in all languages, and the tools that make them.
 function(add_house_content_checks)
     set(dataFiles python3 tools/make_data_files.py)
     add_test(NAME data_files.present COMMAND ${dataFiles} verify)
@@ -86,7 +86,8 @@ function(add_house_content_checks)
         tests/data/facts/wincmd_configuration_keys.tsv tests/data/facts/wincmd_other_keys.tsv
         tests/data/facts/wcx_ftp_keys.tsv --corpus tests/data/corpus)
     add_test(NAME help COMMAND python3 tools/check_help.py help --program .)
+    add_test(NAME texts COMMAND python3 tools/check_texts.py)
     add_test(NAME tools COMMAND python3 -m unittest discover -s tests/tools -p "*_test.py")
-    set_tests_properties(data_files.present data_files.complete help tools PROPERTIES
+    set_tests_properties(data_files.present data_files.complete help texts tools PROPERTIES
         LABELS content TIMEOUT 120 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 endfunction()

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tamarind {
 
@@ -16,6 +18,7 @@ enum class FileError {
     InUse,          // another program keeps it locked
     TooLarge,       // more bytes than the caller takes
     DiskFull,
+    NotVerified,  // what was written could not be read back
     Other,
 };
 
@@ -33,6 +36,23 @@ struct FileContent {
     FileStamp stamp;
 };
 
+// An earlier state of a file.
+struct BackupFile {
+    std::string path;
+    std::string date;        // local time, as "2026-11-21 06.45.12"
+    std::uint64_t size = 0;  // bytes
+    bool isFirst = false;    // the oldest of all, which stays for good
+};
+
+// Whether a replacement leaves the file's old state among its backups.
+enum class Backup { No, Yes };
+
+// Held while a file is read, changed and replaced; it is given back by the destructor.
+class FileLock {
+public:
+    virtual ~FileLock() = default;
+};
+
 // Files on disk. Paths are UTF-8, with the backslash as separator.
 class FileSystem {
 public:
@@ -41,23 +61,65 @@ public:
     // The stamp of a file; nothing for a missing file and for a folder.
     virtual std::optional<FileStamp> Stamp(const std::string& path) = 0;
 
-    // The whole file, if it has at most `maxBytes` bytes.
+    // The whole file, if it has at most `maxBytes` bytes. Where the program or the machine stopped
+    // in the middle of a replacement, its old state is put back first.
     virtual FileContent Read(const std::string& path, std::uint64_t maxBytes) = 0;
 
-    // Makes `bytes` the file's content, creating it if need be, in one step: at every moment the
-    // path names the old content or the new one. On an error the old content stands.
+    // Makes `bytes` the file's content, creating it if need be; at every moment at least one whole
+    // copy of the old content or of the new one is on the disk. On an error the old content stands.
+    // Links stay links: the file that they lead to is replaced.
     virtual FileError Replace(const std::string& path, const std::string& bytes) = 0;
+
+    // The same for a file that has backups: the content that is replaced becomes one, unless the
+    // newest has it already. Where that fails nothing is replaced.
+    virtual FileError ReplaceWithBackup(const std::string& path, const std::string& bytes) = 0;
+
+    // Newest first. Their paths can be read.
+    virtual std::vector<BackupFile> ListBackups(const std::string& path) = 0;
+
+    // What would keep Replace from working, as far as it can be known without trying: attributes
+    // of the file and the right to make files in its folder.
+    virtual FileError CheckReplace(const std::string& path) = 0;
+
+    // Makes a folder in one that exists; one that is there already is no error.
+    virtual FileError MakeFolder(const std::string& path) = 0;
+
+    // Keeps other copies of the program from replacing the file. Null where another one did so for
+    // several seconds. A file can be locked more than once.
+    virtual std::shared_ptr<FileLock> Lock(const std::string& path) = 0;
 
     virtual std::uint64_t NowTicks() = 0;
 };
 
+class FileCalls;
+class SafeReplace;
+
 // The disk of this machine.
 class DiskFileSystem final : public FileSystem {
 public:
+    DiskFileSystem();
+    // For tests: over other calls than those of the system.
+    explicit DiskFileSystem(FileCalls& calls);
+    ~DiskFileSystem() override;
+    DiskFileSystem(const DiskFileSystem&) = delete;
+    DiskFileSystem& operator=(const DiskFileSystem&) = delete;
+
     std::optional<FileStamp> Stamp(const std::string& path) override;
     FileContent Read(const std::string& path, std::uint64_t maxBytes) override;
     FileError Replace(const std::string& path, const std::string& bytes) override;
+    FileError ReplaceWithBackup(const std::string& path, const std::string& bytes) override;
+    std::vector<BackupFile> ListBackups(const std::string& path) override;
+    FileError CheckReplace(const std::string& path) override;
+    FileError MakeFolder(const std::string& path) override;
+    std::shared_ptr<FileLock> Lock(const std::string& path) override;
     std::uint64_t NowTicks() override;
+
+private:
+    bool IsBackAfterLook(const std::string& path);
+
+    std::unique_ptr<FileCalls> m_ownCalls;
+    FileCalls& m_calls;
+    std::unique_ptr<SafeReplace> m_replace;
 };
 
 }  // namespace tamarind

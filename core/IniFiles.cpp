@@ -38,7 +38,11 @@ IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
 }
 
 ProfileResult EditIniFile(IniFiles& files, const std::string& path,
-                          const std::function<IniEdit(IniDocument&)>& edit) {
+                          const std::function<IniEdit(IniDocument&)>& edit, Backup backup) {
+    const std::shared_ptr<FileLock> lock = files.Files().Lock(path);
+    if (!lock) {
+        return {FileError::InUse, IniEdit::Unchanged};
+    }
     const FileContent content = files.Files().Read(path, IniFiles::kMaxFileBytes);
     const bool isMissing =
         content.error == FileError::NotFound || content.error == FileError::FolderMissing;
@@ -54,7 +58,9 @@ ProfileResult EditIniFile(IniFiles& files, const std::string& path,
     if (bytes == content.bytes) {
         return {};
     }
-    return {files.Files().Replace(path, bytes), IniEdit::Unchanged};
+    const FileError error = backup == Backup::Yes ? files.Files().ReplaceWithBackup(path, bytes)
+                                                  : files.Files().Replace(path, bytes);
+    return {error, IniEdit::Unchanged};
 }
 
 ProfileTransaction::ProfileTransaction(IniFiles& files, std::string path)

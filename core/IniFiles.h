@@ -62,9 +62,11 @@ struct ProfileResult {
 };
 
 // Reads the file once, lets `edit` change it and replaces it once, or not at all where nothing
-// differs. An edit that comes back with NameNotEncodable or TextNotStorable ends it.
+// differs. An edit that comes back with NameNotEncodable or TextNotStorable ends it. Other copies
+// of the program wait from the read to the replacement.
 ProfileResult EditIniFile(IniFiles& files, const std::string& path,
-                          const std::function<IniEdit(IniDocument&)>& edit);
+                          const std::function<IniEdit(IniDocument&)>& edit,
+                          Backup backup = Backup::No);
 
 // Collects writes to one INI file. Commit reads the file once, applies the writes in the order in
 // which they were made, and replaces the file once, or not at all where nothing differs.

@@ -53,6 +53,21 @@ struct FileHandlePolicy {
 };
 using UniqueFile = UniqueHandle<FileHandlePolicy>;
 
+// Mutexes and the like, which are null where files are INVALID_HANDLE_VALUE.
+struct ObjectHandlePolicy {
+    using Type = HANDLE;
+    static Type Invalid() { return nullptr; }
+    static void Close(Type handle) { CloseHandle(handle); }
+};
+using UniqueObject = UniqueHandle<ObjectHandlePolicy>;
+
+struct SearchHandlePolicy {
+    using Type = HANDLE;
+    static Type Invalid() { return INVALID_HANDLE_VALUE; }
+    static void Close(Type handle) { FindClose(handle); }
+};
+using UniqueSearch = UniqueHandle<SearchHandlePolicy>;
+
 struct RegistryKeyPolicy {
     using Type = HKEY;
     static Type Invalid() { return nullptr; }

@@ -51,6 +51,7 @@ constexpr CommandInfo kCommands[] = {
      [](const CommandState& state) { return state.isTotalCommanderRunning; }, Never},
     {Command::FileExport, 112, kNoShortcut, "", HasKey, Never},
     {Command::FileImport, 113, kNoShortcut, "", HasKey, Never},
+    {Command::FileRestoreBackup, 4021, kNoShortcut, "", Always, Never},
     {Command::FileRecentFiles, 107, kNoShortcut, "", Always, Never},
     {Command::FileExit, 110, kNoShortcut, "", Always, Never},
     {Command::EditUndo, 190, WithControl('Z', "Ctrl+Z"), "Undo",
@@ -101,10 +102,19 @@ constexpr CommandInfo kCommands[] = {
 constexpr Command kSeparator = Command::None;
 
 constexpr Command kFileMenu[] = {
-    Command::FileOpen, Command::FileOpenDataFile, kSeparator,
-    Command::FileSave, Command::FileSaveDataFile, Command::FileSaveAndRestart,
-    kSeparator,        Command::FileExport,       Command::FileImport,
-    kSeparator,        Command::FileRecentFiles,  kSeparator,
+    Command::FileOpen,
+    Command::FileOpenDataFile,
+    kSeparator,
+    Command::FileSave,
+    Command::FileSaveDataFile,
+    Command::FileSaveAndRestart,
+    kSeparator,
+    Command::FileExport,
+    Command::FileImport,
+    Command::FileRestoreBackup,
+    kSeparator,
+    Command::FileRecentFiles,
+    kSeparator,
     Command::FileExit,
 };
 constexpr Command kEditMenu[] = {

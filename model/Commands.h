@@ -16,6 +16,7 @@ enum class Command : std::uint16_t {
     FileSaveAndRestart,
     FileExport,
     FileImport,
+    FileRestoreBackup,
     FileRecentFiles,
     FileExit,
     EditUndo,

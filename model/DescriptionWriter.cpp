@@ -29,9 +29,13 @@ std::string StoredDescription(std::string_view text) {
 }
 
 std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key) {
-    const std::size_t used = Utf16Length(store.Record(key).defaultValue) + kSeparator.size() + 1;
-    return store.CanDescribe(key) && used < cProfile::kBufferSize ? cProfile::kBufferSize - used
-                                                                  : 0;
+    const std::string_view value = store.Record(key).defaultValue;
+    // A slash at its end would be taken for the first of the three behind it.
+    const bool isClear = value.empty() || value.back() != '/';
+    const std::size_t used = Utf16Length(value) + kSeparator.size() + 1;
+    return store.CanDescribe(key) && isClear && used < cProfile::kBufferSize
+               ? cProfile::kBufferSize - used
+               : 0;
 }
 
 ProfileResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path) {
@@ -42,7 +46,7 @@ ProfileResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::str
             }
         }
     };
-    const ProfileResult written = EditIniFile(files, path, [&](IniDocument& file) {
+    const auto edit = [&](IniDocument& file) {
         IniEdit result = IniEdit::Changed;
         forEachPending([&](RowKey key) {
             if (!IsRefused(result)) {
@@ -50,7 +54,8 @@ ProfileResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::str
             }
         });
         return result;
-    });
+    };
+    const ProfileResult written = EditIniFile(files, path, edit, Backup::Yes);
     if (written.Succeeded()) {
         forEachPending([&](RowKey key) { store.SetDescriptionSaved(key); });
     }

@@ -9,26 +9,7 @@
 namespace tamarind {
 namespace {
 
-class SilentListener final : public SessionListener {
-    void OnTargetChanged() override {}
-    void OnDataFileChanged() override {}
-    void OnCategoriesChanged() override {}
-    void OnCategorySelected() override {}
-    void OnKeyListChanged() override {}
-    void OnKeyShown() override {}
-    void OnKeyChanged(RowKey) override {}
-    void OnBeforeChange() override {}
-    void OnCommandsChanged() override {}
-    void OnLookChanged() override {}
-    void OnLanguageChanged() override {}
-    void OnFavoritesChanged() override {}
-    void OnFavoriteAppended() override {}
-    void OnDescriptionHit(std::size_t, std::size_t) override {}
-    void OnProgress(const ProgressMeter&) override {}
-    void OnProgressEnd() override {}
-};
-
-SilentListener silentListener;
+SessionListener silentListener;
 
 constexpr std::uint64_t kProgressTicks = 500'000;  // 50 ms
 constexpr int kProgressStride = 256;               // keys between two looks at the clock
@@ -38,7 +19,7 @@ bool IsPath(const std::string& path) {
 }
 
 // Which settings file this is, as far as its content tells.
-std::optional<SettingsTarget> KindOfSettingsFile(const IniSnapshot& settings) {
+std::optional<SettingsTarget> KindOfSettingsFile(const SettingsFiles::File& settings) {
     if (settings.error != FileError::None || settings.document->SectionCount() == 0) {
         return std::nullopt;
     }
@@ -157,7 +138,7 @@ void EditorSession::AskOpenDataFile() {
     m_settings.WriteNow(&Settings::startUpIniFile, NameOfTarget(m_target));
     m_settingsPath = LocateTarget();
     m_listener->OnTargetChanged();
-    ShowSettings(m_services.files.Read(m_settingsPath));
+    ShowSettings(ReadSettings(m_settingsPath));
     CreateFavoritesList();
 }
 
@@ -203,8 +184,8 @@ std::string EditorSession::LocateTarget() {
 void EditorSession::OpenSettingsFile(const std::string& path, bool addToRecent) {
     m_settingsPath = path;
     m_listener->OnTargetChanged();
-    const IniSnapshot settings = m_services.files.Read(path);
-    if (const auto kind = KindOfSettingsFile(settings)) {
+    SettingsFiles settings = ReadSettings(path);
+    if (const auto kind = KindOfSettingsFile(settings.Main())) {
         m_settings.WriteNow(&Settings::startUpIniFile, NameOfTarget(*kind));
         if (*kind != m_target) {
             const Settings& values = m_settings.Values();
@@ -213,18 +194,19 @@ void EditorSession::OpenSettingsFile(const std::string& path, bool addToRecent) 
         }
     }
     const bool isOtherDataFile = !m_isDataFileRead;
-    ShowSettings(settings);
+    ShowSettings(std::move(settings));
     if (isOtherDataFile) {
         CreateFavoritesList();
     }
     if (addToRecent) {
-        m_recentFiles.AddFile(path);
-        SaveRecentFiles();
+        AddRecentFile(path);
     }
 }
 
 // Brings every record up to date with the settings file and shows the root.
-void EditorSession::ShowSettings(const IniSnapshot& settings) {
+void EditorSession::ShowSettings(SettingsFiles settings) {
+    m_settingsFiles = std::move(settings);
+    m_conflicts.clear();
     m_editor.ClearHistory();
     m_isModified = false;
     m_progress.Restart();
@@ -232,15 +214,18 @@ void EditorSession::ShowSettings(const IniSnapshot& settings) {
     if (!m_isDataFileRead) {
         FillStore();
     }
-    DeriveKeyStates(m_store, settings.document, [this] { AdvanceProgress(); });
+    DeriveKeyStates(m_store, m_settingsFiles, [this] { AdvanceProgress(); });
     m_listener->OnProgressEnd();
     m_shownNode.reset();
     SelectCategory(kRootNode);
-    const bool isMissing =
-        settings.error == FileError::NotFound || settings.error == FileError::FolderMissing;
-    if (settings.error != FileError::None && !isMissing && IsPath(m_settingsPath)) {
-        ReportUnreadable(m_settingsPath, settings.error);
+    for (const SettingsFiles::File& file : m_settingsFiles.Files()) {
+        if (file.error != FileError::None && !IsMissing(file.error) && IsPath(file.path)) {
+            ReportUnreadable(file.path, file.error);
+        } else if (file.error == FileError::None) {
+            ReportUnwritable(file.path);
+        }
     }
+    ReportLoops();
 }
 
 void EditorSession::ReportUnreadable(const std::string& path, FileError error) {
@@ -326,8 +311,13 @@ std::string EditorSession::TargetPanel() const {
     if (m_currentKey == 0) {
         return {};
     }
-    const std::string section(Record(m_currentKey).targetSection);
-    return Text(text::kTargetSection) + "  [" + section + "]";
+    const std::string_view section = m_store.TargetSection(m_currentKey);
+    std::string panel = Text(text::kTargetSection) + "  [" + std::string(section) + "]";
+    const std::size_t file = m_settingsFiles.FileOf(section, m_store.KeyName(m_currentKey));
+    if (file != 0) {
+        panel += "  " + std::string(FileNameOfPath(m_settingsFiles.Files()[file].path));
+    }
+    return panel;
 }
 
 std::string EditorSession::CounterPanel() const {

@@ -10,6 +10,7 @@
 #include "core/Environment.h"
 #include "core/IniFiles.h"
 #include "core/Registry.h"
+#include "model/BackupBrowser.h"
 #include "model/ColorKeys.h"
 #include "model/Commands.h"
 #include "model/DataFile.h"
@@ -35,23 +36,24 @@ namespace tamarind {
 class SessionListener {
 public:
     virtual ~SessionListener() = default;
-    virtual void OnTargetChanged() = 0;         // the settings file, and with it the caption
-    virtual void OnDataFileChanged() = 0;       // the status bar's data file panel
-    virtual void OnCategoriesChanged() = 0;     // the tree holds other nodes
-    virtual void OnCategorySelected() = 0;      // another node is the selected one
-    virtual void OnKeyListChanged() = 0;        // the list holds other rows
-    virtual void OnKeyShown() = 0;              // another row is current, or none: details, target
-    virtual void OnKeyChanged(RowKey key) = 0;  // its row, if shown, looks different now
-    virtual void OnBeforeChange() = 0;          // the edit box closes without storing anything
-    virtual void OnCommandsChanged() = 0;       // enabled or checked states
-    virtual void OnLookChanged() = 0;           // colours, fonts and borders of the settings
-    virtual void OnLanguageChanged() = 0;       // all texts, and the direction of writing
-    virtual void OnFavoritesChanged() = 0;      // the favorites of the menu
-    virtual void OnFavoriteAppended() = 0;      // the organizer's last row is a new one
+    virtual void OnTargetChanged() {}      // the settings file, and with it the caption
+    virtual void OnDataFileChanged() {}    // the status bar's data file panel
+    virtual void OnCategoriesChanged() {}  // the tree holds other nodes
+    virtual void OnCategorySelected() {}   // another node is the selected one
+    virtual void OnKeyListChanged() {}     // the list holds other rows
+    virtual void OnKeyShown() {}           // another row is current, or none: details, target
+    virtual void OnTargetShown() {}        // the file of the current key's section
+    virtual void OnKeyChanged(RowKey) {}   // its row, if shown, looks different now
+    virtual void OnBeforeChange() {}       // the edit box closes without storing anything
+    virtual void OnCommandsChanged() {}    // enabled or checked states
+    virtual void OnLookChanged() {}        // colours, fonts and borders of the settings
+    virtual void OnLanguageChanged() {}    // all texts, and the direction of writing
+    virtual void OnFavoritesChanged() {}   // the favorites of the menu
+    virtual void OnFavoriteAppended() {}   // the organizer's last row is a new one
     // The hit of a search in the shown description, in UTF-16 units.
-    virtual void OnDescriptionHit(std::size_t start, std::size_t length) = 0;
-    virtual void OnProgress(const ProgressMeter& progress) = 0;
-    virtual void OnProgressEnd() = 0;
+    virtual void OnDescriptionHit(std::size_t /*start*/, std::size_t /*length*/) {}
+    virtual void OnProgress(const ProgressMeter&) {}
+    virtual void OnProgressEnd() {}
 };
 
 // What the session needs of the world outside.
@@ -102,7 +104,6 @@ public:
     const cRecentFiles& RecentFiles() const { return m_recentFiles; }
     void OpenRecentFile(std::int16_t index);
     void ClearRecentFiles();
-    void SaveRecentFiles();
 
     static constexpr const char* kProgramName = "Tamarind Configuration Editor";
     const std::string& VersionText() const { return m_services.versionText; }
@@ -249,6 +250,19 @@ public:
     // failed; what was about to happen must not.
     bool AskSaveSettings();
 
+    // Takes what other programs have changed in the settings meanwhile. What waits to be saved
+    // stays; where both changed a key the user chooses. False: he puts that off.
+    bool CheckOutsideChanges() { return TakeOutsideChanges(false); }
+
+    // The files that have backups, or may have: the settings' and the data file. Of one of them:
+    // its backups, the newest first, what a backup says of its keys, and how to bring one back;
+    // the file that it replaces is backed up first. False, after a message: it stays as it is.
+    std::vector<std::string> BackedUpFiles() const;
+    std::vector<BackupInfo> Backups(const std::string& file) const;
+    std::vector<BackupDifference> BackupDifferences(const std::string& file,
+                                                    const std::string& backup) const;
+    bool RestoreBackup(const std::string& file, const std::string& backup);
+
     // While a save waits for Total Commander, the windows refuse commands and closing.
     bool IsBusy() const { return m_isBusy; }
 
@@ -263,7 +277,7 @@ private:
     bool LoadDataFile(const std::string& path);
     void FillStore();
     std::string LocateTarget();
-    void ShowSettings(const IniSnapshot& settings);
+    void ShowSettings(SettingsFiles settings);
     void ShowCategory(NodeIndex node);
     void ReportUnreadable(const std::string& path, FileError error);
     std::string ResolvedPath(const std::string& path) const;
@@ -275,9 +289,18 @@ private:
     void Replay(bool isUndo);
     void SetModified(bool isModified);
     bool Save(bool restarts);
+    SettingsFiles ReadSettings(const std::string& path) const;
+    void ReportLoops();
+    void ReportUnwritable(const std::string& path);
+    bool TakeOutsideChanges(bool asksAgain);
+    bool ResolveConflicts();
+    void AfterSave();
     void ReportUnsaved(const SaveResult& result);
     void ReportFailure(std::uint16_t message, const std::string& path, const ProfileResult& result);
     void SetUpRecentFiles();
+    void SaveRecentFiles();
+    void AddRecentFile(const std::string& path);
+    void RemoveRecentFile(const std::string& path);
     void CheckLanguage();
     bool MayLeaveFiles();
     bool MayWriteDataFile();
@@ -306,6 +329,8 @@ private:
     std::vector<CategoryNode> m_categories;
     std::string m_dataFilePath;
     std::string m_settingsPath;
+    SettingsFiles m_settingsFiles;    // as last read or written
+    std::vector<RowKey> m_conflicts;  // still to be decided
     SettingsTarget m_target = SettingsTarget::Wincmd;
     NodeIndex m_selectedNode = kRootNode;
     std::optional<NodeIndex> m_shownNode;

@@ -25,6 +25,21 @@ bool BeginsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
+// The keys of the section as it is read. Without its header a second section of that name, which
+// nobody has seen, would take its place.
+std::vector<std::string> KeysOf(const IniDocument& file) {
+    std::vector<std::string> names;
+    if (const auto section = file.FindSection(kSection)) {
+        for (auto line = file.FirstLine(*section); line != IniDocument::kNone;
+             line = file.NextLine(line)) {
+            if (file.Kind(line) == IniLineKind::Key) {
+                names.emplace_back(file.KeyName(line));
+            }
+        }
+    }
+    return names;
+}
+
 // The names of the rows that are shown, sorted: one look then tells whether any begins with a text.
 class ShownNames {
 public:
@@ -88,12 +103,17 @@ ProfileResult Favorites::Add(const std::string& name, const std::string& caption
 }
 
 ProfileResult Favorites::Replace(std::span<const Favorite> items) {
-    ProfileTransaction transaction(m_files, m_settingsPath);
-    transaction.DeleteSection(kSection);
-    for (const Favorite& favorite : items) {
-        transaction.SetValue(kSection, favorite.name, favorite.caption);
-    }
-    return transaction.Commit();
+    return EditIniFile(m_files, m_settingsPath, [&](IniDocument& file) {
+        IniEdit edit = IniEdit::Changed;
+        for (const std::string& name : KeysOf(file)) {
+            file.DeleteKey(kSection, name);
+        }
+        for (const Favorite& favorite : items) {
+            edit =
+                IsRefused(edit) ? edit : file.SetValue(kSection, favorite.name, favorite.caption);
+        }
+        return edit;
+    });
 }
 
 }  // namespace tamarind

@@ -19,13 +19,30 @@ std::string SeparatorName(std::size_t number) {
 
 void FavoritesOrganizer::Fill(const std::vector<Favorite>& favorites) {
     m_rows = favorites;
+    m_knownNames.clear();
+    for (const Favorite& favorite : favorites) {
+        m_knownNames.push_back(favorite.name);
+    }
     m_selected = m_rows.empty() ? std::nullopt : std::optional<std::size_t>(0);
     m_isChanged = false;
 }
 
 void FavoritesOrganizer::Append(const Favorite& favorite) {
     m_rows.push_back(favorite);
+    m_knownNames.push_back(favorite.name);
     m_selected = m_rows.size() - 1;
+}
+
+void FavoritesOrganizer::AppendUnknown(const std::vector<Favorite>& favorites) {
+    for (const Favorite& favorite : favorites) {
+        const bool isKnown = std::any_of(
+            m_knownNames.begin(), m_knownNames.end(),
+            [&](const std::string& name) { return EqualsIgnoreCase(name, favorite.name); });
+        if (!isKnown) {
+            m_rows.push_back(favorite);
+            m_knownNames.push_back(favorite.name);
+        }
+    }
 }
 
 void FavoritesOrganizer::Select(std::size_t row) {
@@ -77,6 +94,7 @@ bool FavoritesOrganizer::AddSeparator() {
     }
     m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(*m_selected),
                   {SeparatorName(count + 1), kSeparatorCaption, true});
+    m_knownNames.push_back(SeparatorName(count + 1));
     m_isChanged = true;
     return true;
 }

@@ -18,6 +18,9 @@ public:
     // A favorite that was added meanwhile: behind the last row, and selected.
     void Append(const Favorite& favorite);
 
+    // Favorites that another window has added since: behind the last row.
+    void AppendUnknown(const std::vector<Favorite>& favorites);
+
     // A row that is not enabled is shown in grey.
     const std::vector<Favorite>& Rows() const { return m_rows; }
     std::optional<std::size_t> Selected() const { return m_selected; }
@@ -41,6 +44,7 @@ private:
     bool ExchangeWith(std::size_t row);
 
     std::vector<Favorite> m_rows;
+    std::vector<std::string> m_knownNames;  // also of rows that are gone
     std::optional<std::size_t> m_selected;
     bool m_isChanged = false;
 };

@@ -1,61 +1,155 @@
 #include "model/KeyStates.h"
 
 #include <optional>
-#include <string>
+
+#include "core/cProfile.h"
 
 namespace tamarind {
 namespace {
 
-// Looks keys up in the settings file, section by section: neighbouring records nearly always share
+// Where a key stands in the settings.
+struct Place {
+    KeyState state = KeyState::Absent;
+    IniDocument::LineId line = IniDocument::kNone;
+    std::size_t file = 0;
+};
+
+// Looks keys up in the settings, section by section: neighbouring records nearly always share
 // their section.
 class SettingsReader {
 public:
-    explicit SettingsReader(const IniDocument& settings) : m_settings(settings) {}
+    explicit SettingsReader(const SettingsFiles& settings) : m_settings(settings) {}
+
+    Place Find(const KeyStore& store, RowKey key) {
+        SetSection(store.TargetSection(key));
+        const std::string_view name = store.KeyName(key);
+        // A section of the settings file itself needs no look at the key.
+        const bool isInMain = m_inFile.file == 0 || SettingsFiles::StaysInMainFile(name);
+        const Section& section = isInMain ? m_inMain : m_inFile;
+        if (const auto line = FindIn(section, name)) {
+            return {KeyState::Active, *line, section.file};
+        }
+        m_commentedName.assign(1, ';');
+        m_commentedName += name;
+        if (const auto line = FindIn(section, m_commentedName)) {
+            return {KeyState::Commented, *line, section.file};
+        }
+        return {KeyState::Absent, IniDocument::kNone, section.file};
+    }
+
+    std::optional<std::string_view> ValueAt(const Place& place) const {
+        return place.line == IniDocument::kNone
+                   ? std::nullopt
+                   : std::optional(CutToBuffer(Document(place.file).Value(place.line)));
+    }
+
+private:
+    struct Section {
+        std::size_t file = 0;
+        std::optional<IniDocument::SectionId> id;
+    };
+
+    const IniDocument& Document(std::size_t file) const {
+        return *m_settings.Files()[file].document;
+    }
 
     void SetSection(std::string_view section) {
         if (!m_isSectionKnown || section != m_sectionName) {
             m_isSectionKnown = true;
             m_sectionName = section;
-            m_section = m_settings.FindSection(section);
+            m_inMain = {0, Document(0).FindSection(section)};
+            const std::size_t file = m_settings.FileOf(section);
+            m_inFile = file == 0 ? m_inMain : Section{file, Document(file).FindSection(section)};
         }
     }
 
-    std::optional<IniDocument::LineId> Find(std::string_view key) const {
-        return m_section ? m_settings.FindKey(*m_section, key) : std::nullopt;
+    std::optional<IniDocument::LineId> FindIn(const Section& section, std::string_view name) const {
+        return section.id ? Document(section.file).FindKey(*section.id, name) : std::nullopt;
     }
 
-    std::optional<IniDocument::LineId> FindCommented(std::string_view key) {
-        m_commentedName.assign(1, ';');
-        m_commentedName += key;
-        return Find(m_commentedName);
-    }
-
-private:
-    const IniDocument& m_settings;
+    const SettingsFiles& m_settings;
     bool m_isSectionKnown = false;
     std::string_view m_sectionName;
-    std::optional<IniDocument::SectionId> m_section;
+    Section m_inMain;
+    Section m_inFile;
     std::string m_commentedName;
 };
 
+KeyStore::Documents DocumentsOf(const SettingsFiles& settings) {
+    KeyStore::Documents documents;
+    for (const SettingsFiles::File& file : settings.Files()) {
+        documents.push_back(file.document);
+    }
+    return documents;
+}
+
+// Whether a pending change comes to what the settings say already.
+bool IsAsPending(const KeyStore& store, RowKey key, const Place& place,
+                 std::optional<std::string_view> value) {
+    switch (store.CurrentState(key)) {
+        case KeyState::ToBeDeleted:
+            return place.state == KeyState::Absent;
+        case KeyState::ValueSet:
+            return place.state == KeyState::Active && value == store.CurrentValue(key);
+        default:
+            return place.state == KeyState::Commented && value == store.CurrentValue(key);
+    }
+}
+
 }  // namespace
 
-void DeriveKeyStates(KeyStore& store, std::shared_ptr<const IniDocument> settings,
+void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
                      const std::function<void()>& advance) {
-    SettingsReader reader(*settings);
-    store.SetSettings(std::move(settings));
+    SettingsReader reader(settings);
+    store.SetSettings(DocumentsOf(settings), false);
     for (RowKey key = 1; key <= store.Size(); ++key) {
         advance();
-        reader.SetSection(store.TargetSection(key));
-        const std::string_view name = store.KeyName(key);
-        if (const auto line = reader.Find(name)) {
-            store.SetFromSettings(key, KeyState::Active, *line);
-        } else if (const auto commented = reader.FindCommented(name)) {
-            store.SetFromSettings(key, KeyState::Commented, *commented);
-        } else {
-            store.SetFromSettings(key, KeyState::Absent, IniDocument::kNone);
+        const Place place = reader.Find(store, key);
+        store.SetFromSettings(key, place.state, place.line, place.file);
+    }
+}
+
+OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
+                                  const SettingsFiles& now) {
+    SettingsReader former(before);
+    SettingsReader present(now);
+    store.SetSettings(DocumentsOf(now), true);
+    OutsideChanges changes;
+    for (RowKey key = 1; key <= store.Size(); ++key) {
+        const Place was = former.Find(store, key);
+        const Place is = present.Find(store, key);
+        const auto value = present.ValueAt(is);
+        const bool isChanged = was.state != is.state || former.ValueAt(was) != value;
+        if (!store.IsPending(key)) {
+            store.SetFromSettings(key, is.state, is.line, is.file);
+            if (isChanged) {
+                changes.changed.push_back(key);
+            }
+            continue;
+        }
+        store.SetInitialState(key, is.state);
+        if (isChanged && !IsAsPending(store, key, is, value)) {
+            changes.conflicts.push_back(key);
         }
     }
+    return changes;
+}
+
+void TakeFromSettings(KeyStore& store, RowKey key, const SettingsFiles& settings) {
+    const Place place = SettingsReader(settings).Find(store, key);
+    store.SetFromSettings(key, place.state, place.line, place.file);
+}
+
+std::string LineInSettings(const KeyStore& store, RowKey key, const SettingsFiles& settings) {
+    SettingsReader reader(settings);
+    const Place place = reader.Find(store, key);
+    if (place.state == KeyState::Absent) {
+        return {};
+    }
+    std::string line(place.state == KeyState::Commented ? ";" : "");
+    line += store.KeyName(key);
+    line += '=';
+    return line += *reader.ValueAt(place);
 }
 
 }  // namespace tamarind

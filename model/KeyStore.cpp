@@ -29,7 +29,7 @@ void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string no
     m_isInFileOrder = true;
     m_ownValues.clear();
     m_ownDescriptions.clear();
-    m_settings.reset();
+    m_settings.clear();
     m_keys.reserve(std::min(dataFile->LineCount(), kMaxRecords));
     m_dataFile = std::move(dataFile);
     m_noDescription = std::move(noDescription);
@@ -115,20 +115,28 @@ RowKey KeyStore::KeyAtLine(LineId line) const {
     return static_cast<RowKey>(found - m_keys.begin()) + 1;
 }
 
-void KeyStore::SetSettings(std::shared_ptr<const IniDocument> settings) {
-    for (StoredKey& key : m_keys) {
-        key.value = IniDocument::kNone;
-        key.hasOwnValue = false;
+void KeyStore::SetSettings(Documents settings, bool keepsPending) {
+    std::deque<std::string> kept;
+    for (RowKey key = 1; key <= m_keys.size(); ++key) {
+        StoredKey& stored = m_keys[key - 1];
+        const auto value = keepsPending && IsPending(key) ? CurrentValue(key) : std::nullopt;
+        stored.hasOwnValue = value.has_value();
+        stored.value = IniDocument::kNone;
+        if (value) {
+            stored.value = static_cast<std::uint32_t>(kept.size());
+            kept.emplace_back(*value);
+        }
     }
-    m_ownValues.clear();
+    m_ownValues = std::move(kept);
     m_settings = std::move(settings);
 }
 
-void KeyStore::SetFromSettings(RowKey key, KeyState state, LineId line) {
+void KeyStore::SetFromSettings(RowKey key, KeyState state, LineId line, std::size_t file) {
     StoredKey& stored = m_keys[key - 1];
     stored.initialState = state;
     stored.currentState = state;
     stored.value = line;
+    stored.file = static_cast<std::uint8_t>(file);
     stored.hasOwnValue = false;
 }
 
@@ -160,7 +168,7 @@ std::optional<std::string_view> KeyStore::CurrentValue(RowKey key) const {
         return std::nullopt;
     }
     return stored.hasOwnValue ? std::string_view(m_ownValues[stored.value])
-                              : CutToBuffer(m_settings->Value(stored.value));
+                              : CutToBuffer(m_settings[stored.file]->Value(stored.value));
 }
 
 std::string RowKeyText(RowKey key) {

@@ -82,11 +82,17 @@ public:
     // records in the file's order.
     RowKey KeyAtLine(LineId line) const;
 
-    // Takes another settings file, of which no record has a line yet.
-    void SetSettings(std::shared_ptr<const IniDocument> settings);
+    // Takes the files that the settings are in now: of these no record has a line yet. Values of
+    // pending changes are kept if `keepsPending`.
+    using Documents = std::vector<std::shared_ptr<const IniDocument>>;
+    void SetSettings(Documents settings, bool keepsPending);
 
-    // Sets both states as the settings file has them, with the line that says so there.
-    void SetFromSettings(RowKey key, KeyState state, LineId line);
+    // Sets both states as the settings have them, with the line that says so and the number of the
+    // file that it is in.
+    void SetFromSettings(RowKey key, KeyState state, LineId line, std::size_t file);
+    // The same for a record with a pending change, which stays.
+    void SetInitialState(RowKey key, KeyState state) { m_keys[key - 1].initialState = state; }
+    bool IsPending(RowKey key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
 
     // A pending change: the value, which may be empty, and the state that goes with it.
     void SetValue(RowKey key, std::string value, KeyState currentState);
@@ -108,9 +114,10 @@ private:
     };
     struct StoredKey {
         LineId line = IniDocument::kNone;  // of the data file
-        // A line of the settings file, a place among the own values, or none for an absent key.
+        // A line of the settings, a place among the own values, or none for an absent key.
         std::uint32_t value = IniDocument::kNone;
         std::uint16_t category = 0;
+        std::uint8_t file = 0;  // of the line, among the settings' files
         KeyState initialState = KeyState::Absent;
         KeyState currentState = KeyState::Absent;
         bool isNamed = false;      // its name is among the odd ones
@@ -135,7 +142,7 @@ private:
     std::string m_noDescription;
     bool m_isInFileOrder = true;
     std::shared_ptr<const IniDocument> m_dataFile;
-    std::shared_ptr<const IniDocument> m_settings;
+    Documents m_settings;
 };
 
 // "key12" for 12, and back; 0 for a text that is no row key.

@@ -42,6 +42,8 @@ std::string Language::Reason(FileError error) const {
             return GetLanguageString(text::kReasonInUse);
         case FileError::TooLarge:
             return GetLanguageString(text::kReasonTooLarge);
+        case FileError::NotVerified:
+            return GetLanguageString(text::kReasonNotVerified);
         case FileError::None:
         case FileError::Other:
             break;

@@ -154,17 +154,20 @@ bool EditorSession::Save(bool restarts) {
     const auto restart = [&](bool closeOnly, const char* switchText) {
         m_isBusy = true;
         m_listener->OnCommandsChanged();
-        m_totalCommander.RestartTotalCommander(closeOnly, true, switchText, m_settingsPath,
-                                               m_settings.Path());
+        const bool hasClosed = m_totalCommander.RestartTotalCommander(
+            closeOnly, true, switchText, m_settingsPath, m_settings.Path());
         m_isBusy = false;
+        return hasClosed;
     };
-    if (restarts) {
-        restart(true, " /i=");
+    const bool stillRuns = restarts && !restart(true, " /i=");
+    if (!TakeOutsideChanges(true)) {
+        return false;
     }
-    const SaveResult result = WriteChanges(m_store, m_services.files, m_settingsPath);
+    const SaveResult result = WriteChanges(m_store, m_services.files, m_settingsFiles);
     if (result.Succeeded()) {
         SetModified(false);
     }
+    AfterSave();
     if (restarts) {
         restart(false, m_target == SettingsTarget::WcxFtp ? " /f=" : " /i=");
     }
@@ -172,19 +175,27 @@ bool EditorSession::Save(bool restarts) {
     if (!result.Succeeded()) {
         ReportUnsaved(result);
     }
+    if (stillRuns) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation,
+                                       Text(text::kTotalCommanderStillRuns));
+    }
     return result.Succeeded();
 }
 
 void EditorSession::ReportUnsaved(const SaveResult& result) {
-    std::string reason = m_language.Reason(result.error);
-    if (result.refusedKey != 0) {
-        const KeyRecord record = Record(result.refusedKey);
-        reason = Text(result.refused == IniEdit::NameNotEncodable ? text::kNameNotEncodable
-                                                                  : text::kTextNotStorable) +
-                 " [" + std::string(record.targetSection) + "] " + std::string(record.keyName);
+    const bool isOne = result.failures.size() == 1;
+    std::string message = Text(isOne ? text::kCannotSaveFile : text::kCannotSaveFiles);
+    for (const SaveResult::Failure& failure : result.failures) {
+        std::string reason = m_language.Reason(failure.error);
+        if (failure.refusedKey != 0) {
+            const KeyRecord record = Record(failure.refusedKey);
+            reason = Text(failure.refused == IniEdit::NameNotEncodable ? text::kNameNotEncodable
+                                                                       : text::kTextNotStorable) +
+                     " [" + std::string(record.targetSection) + "] " + std::string(record.keyName);
+        }
+        message += (isOne ? " " : "\n\n") + failure.path + "\n\n" + reason;
     }
-    m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kCannotSaveFile) + " " +
-                                                                 m_settingsPath + "\n\n" + reason);
+    m_services.prompts.ShowMessage(MessageIcon::Exclamation, message);
 }
 
 }  // namespace tamarind

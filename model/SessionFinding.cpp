@@ -109,6 +109,8 @@ bool EditorSession::OrganizerDefinition(bool beeps) {
 }
 
 bool EditorSession::ApplyOrganizer() {
+    m_favorites.CreateFavoritesList(m_keys, m_store);
+    m_organizer.AppendUnknown(m_favorites.Items());
     const ProfileResult result = m_favorites.Replace(m_organizer.Rows());
     if (!result.Succeeded()) {
         ReportFailure(text::kCannotSaveFile, m_settings.Path(), result);
@@ -197,14 +199,30 @@ void EditorSession::OpenRecentFile(std::int16_t index) {
         m_services.prompts.ShowMessage(
             MessageIcon::Exclamation,
             Text(text::kCannotFindFile) + " " + path + "\n\n" + Text(text::kVerifyPath));
-        m_recentFiles.RemoveFile(index);
-        SaveRecentFiles();
+        RemoveRecentFile(std::string(entry));
         return;
     }
     m_listener->OnBeforeChange();
     if (MayLeaveFiles()) {
         OpenSettingsFile(path, true);
     }
+}
+
+// Another window may have changed the list meanwhile.
+void EditorSession::AddRecentFile(const std::string& path) {
+    SetUpRecentFiles();
+    m_recentFiles.AddFile(path);
+    SaveRecentFiles();
+}
+
+void EditorSession::RemoveRecentFile(const std::string& path) {
+    SetUpRecentFiles();
+    for (std::int16_t index = m_recentFiles.Max(); index > 0; --index) {
+        if (m_recentFiles.ListItems(index) == path) {
+            m_recentFiles.RemoveFile(index);
+        }
+    }
+    SaveRecentFiles();
 }
 
 void EditorSession::ClearRecentFiles() {
@@ -304,10 +322,8 @@ void EditorSession::ImportKeys() {
         return;
     }
     const IniSnapshot file = m_services.files.Read(path);
-    const bool isMissing =
-        file.error == FileError::NotFound || file.error == FileError::FolderMissing;
     // A file that is there but can not be read says nothing of any key.
-    if (file.error != FileError::None && !isMissing) {
+    if (file.error != FileError::None && !IsMissing(file.error)) {
         ReportUnreadable(path, file.error);
         return;
     }

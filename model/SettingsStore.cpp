@@ -16,6 +16,7 @@ namespace {
 constexpr std::string_view kEditor = "ConfigurationEditor";
 constexpr std::string_view kCommon = "Common";
 constexpr std::string_view kFileName = "tamarind editors.ini";
+constexpr std::string_view kUserFolder = "Tamarind Editors";
 
 // When a setting is written.
 enum class Written {
@@ -169,20 +170,46 @@ void SettingsStore::RememberAll() {
     }
 }
 
+// Makes the file of a new user. False where it can not be made; what it would hold is in Values().
+bool SettingsStore::MakeFile(const std::string& path) {
+    SetFirstStartDefaults();
+    ProfileTransaction transaction(m_files, path);
+    for (std::size_t row = 0; row < std::size(kRows); ++row) {
+        if (kRows[row].firstStart != nullptr) {
+            transaction.SetValue(kRows[row].section, kRows[row].key, TextOf(row));
+        }
+    }
+    return transaction.Commit().Succeeded();
+}
+
+// Finds the file or makes it; a file beside the program wins.
+bool SettingsStore::Locate() {
+    m_path = m_programFolder + std::string(kFileName);
+    FileSystem& disk = m_files.Files();
+    if (FileExists(m_path, disk) || MakeFile(m_path)) {
+        return true;
+    }
+    const std::string userFolder = m_environment.Variable("APPDATA");
+    if (userFolder.empty()) {
+        return false;
+    }
+    const std::string folder = AddBackslash(userFolder) + std::string(kUserFolder);
+    const std::string path = AddBackslash(folder) + std::string(kFileName);
+    if (!FileExists(path, disk)) {
+        disk.MakeFolder(folder);
+        if (!MakeFile(path)) {
+            return false;
+        }
+    }
+    m_path = path;
+    return true;
+}
+
 void SettingsStore::LoadSettings() {
-    if (!FileExists(m_path, m_files.Files())) {
-        SetFirstStartDefaults();
-        ProfileTransaction transaction(m_files, m_path);
-        for (std::size_t row = 0; row < std::size(kRows); ++row) {
-            if (kRows[row].firstStart != nullptr) {
-                transaction.SetValue(kRows[row].section, kRows[row].key, TextOf(row));
-            }
-        }
-        if (!transaction.Commit().Succeeded()) {
-            Derive();
-            RememberAll();
-            return;
-        }
+    if (!Locate()) {
+        Derive();
+        RememberAll();
+        return;
     }
     const IniSnapshot snapshot = m_files.Read(m_path);
     for (std::size_t row = 0; row < std::size(kRows); ++row) {

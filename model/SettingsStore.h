@@ -16,8 +16,9 @@ struct ScreenSize {
     std::int32_t height = 0;
 };
 
-// Reads the program's settings from "tamarind editors.ini" and writes them back. Other programs of
-// the family share the file, each in a section of its own.
+// Reads the program's settings from "tamarind editors.ini" and writes them back. The file stands
+// beside the program or, where none can be made there, in the user's own folder for settings. Other
+// programs of the family share the file, each in a section of its own.
 class SettingsStore {
 public:
     // `programFolder` ends with a backslash.
@@ -51,6 +52,8 @@ public:
     const std::string& Path() const { return m_path; }
 
 private:
+    bool Locate();
+    bool MakeFile(const std::string& path);
     void SetFirstStartDefaults();
     void Derive();
     std::string ReadDefault(std::size_t row) const;

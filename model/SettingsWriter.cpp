@@ -21,6 +21,34 @@ IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& s
     return edit;
 }
 
+// Writes the changes of some keys into one file; what went wrong, if anything did.
+std::optional<SaveResult::Failure> WriteFile(KeyStore& store, IniFiles& files,
+                                             const std::string& path,
+                                             const std::vector<RowKey>& keys) {
+    RowKey present = 0;
+    const auto editAll = [&](IniDocument& document) {
+        for (const RowKey key : keys) {
+            present = key;
+            const auto action = SaveActionOf(store.CurrentState(key), store.InitialState(key));
+            const IniEdit edit = Apply(document, *action, store, key);
+            if (IsRefused(edit)) {
+                return edit;
+            }
+        }
+        return IniEdit::Changed;
+    };
+    const ProfileResult written = EditIniFile(files, path, editAll, Backup::Yes);
+    if (!written.Succeeded()) {
+        return SaveResult::Failure{path, written.error, written.refused,
+                                   IsRefused(written.refused) ? present : 0};
+    }
+    for (const RowKey key : keys) {
+        const auto action = SaveActionOf(store.CurrentState(key), store.InitialState(key));
+        store.Rebase(key, action->newState);
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<SaveAction> SaveActionOf(KeyState currentState, KeyState initialState) {
@@ -49,27 +77,23 @@ std::optional<SaveAction> SaveActionOf(KeyState currentState, KeyState initialSt
     return std::nullopt;
 }
 
-SaveResult WriteChanges(KeyStore& store, IniFiles& files, const std::string& path) {
-    RowKey key = 0;
-    const ProfileResult written = EditIniFile(files, path, [&](IniDocument& document) {
-        for (key = 1; key <= store.Size(); ++key) {
-            const auto action = SaveActionOf(store.CurrentState(key), store.InitialState(key));
-            const IniEdit edit = action ? Apply(document, *action, store, key) : IniEdit::Unchanged;
-            if (IsRefused(edit)) {
-                return edit;
+SaveResult WriteChanges(KeyStore& store, IniFiles& files, const SettingsFiles& settings) {
+    std::vector<std::vector<RowKey>> pending(settings.Files().size());
+    for (RowKey key = 1; key <= store.Size(); ++key) {
+        if (SaveActionOf(store.CurrentState(key), store.InitialState(key))) {
+            pending[settings.FileOf(store.TargetSection(key), store.KeyName(key))].push_back(key);
+        }
+    }
+    SaveResult result;
+    for (std::size_t file = 0; file < pending.size(); ++file) {
+        if (!pending[file].empty()) {
+            const std::string& path = settings.Files()[file].path;
+            if (auto failure = WriteFile(store, files, path, pending[file])) {
+                result.failures.push_back(std::move(*failure));
             }
         }
-        return IniEdit::Changed;
-    });
-    if (!written.Succeeded()) {
-        return {written.error, written.refused, IsRefused(written.refused) ? key : 0};
     }
-    for (key = 1; key <= store.Size(); ++key) {
-        if (const auto action = SaveActionOf(store.CurrentState(key), store.InitialState(key))) {
-            store.Rebase(key, action->newState);
-        }
-    }
-    return {};
+    return result;
 }
 
 }  // namespace tamarind

@@ -2,10 +2,12 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/IniFiles.h"
 #include "core/ShownValue.h"
 #include "model/KeyStore.h"
+#include "model/SettingsFiles.h"
 
 namespace tamarind {
 
@@ -21,14 +23,19 @@ struct SaveAction {
 std::optional<SaveAction> SaveActionOf(KeyState currentState, KeyState initialState);
 
 struct SaveResult {
-    FileError error = FileError::None;
-    IniEdit refused = IniEdit::Unchanged;
-    RowKey refusedKey = 0;  // the key whose edit was refused
-    bool Succeeded() const { return error == FileError::None && refused == IniEdit::Unchanged; }
+    struct Failure {
+        std::string path;
+        FileError error = FileError::None;
+        IniEdit refused = IniEdit::Unchanged;
+        RowKey refusedKey = 0;  // the key whose edit was refused
+    };
+    std::vector<Failure> failures;
+    bool Succeeded() const { return failures.empty(); }
 };
 
-// Writes every pending change into the settings file, which is read once and replaced once, and
-// re-bases the states. On a failure the file and the store stay as they were.
-SaveResult WriteChanges(KeyStore& store, IniFiles& files, const std::string& path);
+// Writes every pending change into the file of the settings that its key is in. Each file is read
+// once and replaced once; where that fails, it and the pending changes of its keys stay as they
+// were. The states of all others are re-based.
+SaveResult WriteChanges(KeyStore& store, IniFiles& files, const SettingsFiles& settings);
 
 }  // namespace tamarind

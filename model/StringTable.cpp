@@ -137,6 +137,31 @@ constexpr TextRow kTexts[] = {
      "Knows every key of Total Commander's settings files, says what each is for, and changes "
      "them safely."},
     {4020, "Free software under the MIT licence."},
+    {4021, "Restore &Backup..."},
+    {4022, "Restore Backup"},
+    {4023, "Backups:"},
+    {4024, "Date"},
+    {4025, "Size"},
+    {4026, "Differing Keys"},
+    {4027, "Keys that differ:"},
+    {4028, "In the Backup"},
+    {4029, "Now"},
+    {4030, "&Restore"},
+    {4031, "The backup has been restored. The file that it replaced is among the backups now."},
+    {4032, "There are no backups of this file yet."},
+    {4033, "Changed by Another Program"},
+    {4034,
+     "Another program has changed these keys, which you have changed, too. Choose the value that "
+     "stays."},
+    {4035, "Your Value"},
+    {4036, "Value in the File"},
+    {4037, "&Keep All Mine"},
+    {4038, "&Take All from the File"},
+    {4039, "Total Commander is still running. It may overwrite the saved settings when it closes."},
+    {4040, "These files could not be saved:"},
+    {4041, "The redirection of this section leads back to itself and is not followed:"},
+    {4043, "What was written could not be read back."},
+    {4044, "Key"},
 };
 
 }  // namespace

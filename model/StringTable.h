@@ -48,6 +48,11 @@ inline constexpr std::uint16_t kValueTooLong = 4015;
 inline constexpr std::uint16_t kExport = 4016;
 inline constexpr std::uint16_t kImport = 4017;
 inline constexpr std::uint16_t kDataFileChanged = 4018;
+inline constexpr std::uint16_t kRestored = 4031;
+inline constexpr std::uint16_t kTotalCommanderStillRuns = 4039;
+inline constexpr std::uint16_t kCannotSaveFiles = 4040;
+inline constexpr std::uint16_t kRedirectionLoop = 4041;
+inline constexpr std::uint16_t kReasonNotVerified = 4043;
 }  // namespace text
 
 // The built-in English text of a number; empty for a number without one.

@@ -3,6 +3,11 @@
 #include "core/Paths.h"
 
 namespace tamarind {
+namespace {
+
+constexpr int kEndingMs = 5000;  // how long it may take to end after it was asked to
+
+}  // namespace
 
 std::string TotalCommander::InstallFolder(const std::string& ownSettings) {
     std::string folder = m_environment.Variable("Commander_Path");
@@ -22,28 +27,32 @@ std::string TotalCommander::ProgramPath(const std::string& folder) const {
     return !FileExists(program, files) && FileExists(program64, files) ? program64 : program;
 }
 
-void TotalCommander::RestartTotalCommander(bool closeOnly, bool withArguments,
+bool TotalCommander::RestartTotalCommander(bool closeOnly, bool withArguments,
                                            const std::string& switchText,
                                            const std::string& settingsPath,
                                            const std::string& ownSettings) {
     const std::string folder = InstallFolder(ownSettings);
     if (folder.empty()) {
-        return;
+        return true;
     }
-    if (m_programs.IsTotalCommanderRunning()) {
+    const bool wasRunning = m_programs.IsTotalCommanderRunning();
+    if (wasRunning) {
         m_programs.BringTotalCommanderToFront();
         if (closeOnly) {
             m_programs.CloseTotalCommander();
         }
     }
     m_programs.WaitHalfSecond();
-    if (!closeOnly) {
-        std::string commandLine = "\"" + ProgramPath(folder) + "\"";
-        if (withArguments) {
-            commandLine += switchText + "\"" + settingsPath + "\"";
-        }
-        m_programs.Start(commandLine);
+    if (closeOnly) {
+        // Its last write is to come before ours.
+        return !wasRunning || m_programs.WaitForTotalCommanderEnd(kEndingMs);
     }
+    std::string commandLine = "\"" + ProgramPath(folder) + "\"";
+    if (withArguments) {
+        commandLine += switchText + "\"" + settingsPath + "\"";
+    }
+    m_programs.Start(commandLine);
+    return true;
 }
 
 }  // namespace tamarind

@@ -20,6 +20,9 @@ public:
     virtual void CloseTotalCommander() = 0;
     // Handles the window's events for half a second.
     virtual void WaitHalfSecond() = 0;
+    // Handles the window's events until the process that was asked to close has ended, for up to so
+    // many milliseconds. False: it still runs.
+    virtual bool WaitForTotalCommanderEnd(int milliseconds) = 0;
     // Starts a program with a normal window; a failure is not reported.
     virtual void Start(const std::string& commandLine) = 0;
     // Opens a file with the program that the user has for it; a failure is not reported.
@@ -38,8 +41,9 @@ public:
     // With `closeOnly` asks a running one to close and waits; else brings one that still runs to
     // the front, waits, and starts the program with `switchText` (" /i=" or " /f=") and the quoted
     // `settingsPath`. Does nothing where its folder is known neither to the environment nor to
-    // the program's own settings file `ownSettings`.
-    void RestartTotalCommander(bool closeOnly, bool withArguments, const std::string& switchText,
+    // the program's own settings file `ownSettings`. Returns whether no Total Commander that was
+    // asked to close still runs.
+    bool RestartTotalCommander(bool closeOnly, bool withArguments, const std::string& switchText,
                                const std::string& settingsPath, const std::string& ownSettings);
 
 private:

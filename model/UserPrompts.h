@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tamarind {
 
@@ -37,6 +38,15 @@ struct FontChoice {
     std::int32_t charset = 0;  // a Windows character set number
 };
 
+// A key that was changed here and by another program: both lines as a settings file has them,
+// empty for none.
+struct ValueConflict {
+    std::string key;  // with its section
+    std::string mine;
+    std::string theirs;
+    bool takesTheirs = false;
+};
+
 // What the program asks the user and tells him. Texts are complete and translated.
 class UserPrompts {
 public:
@@ -60,6 +70,9 @@ public:
 
     // The chosen colour as a decimal number, or the MissingValueMarker.
     virtual std::string ColorSelect() = 0;
+
+    // Lets the user choose for each conflict. False when he cancels.
+    virtual bool ResolveConflicts(std::vector<ValueConflict>& conflicts) = 0;
 
     virtual void Beep() = 0;
 };

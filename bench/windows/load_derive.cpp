@@ -21,7 +21,8 @@ std::size_t LoadWithOurs(IniFiles& files, const Paths& paths) {
     KeyStore store;
     LoadDataFile(
         files.Read(Narrow(paths.dataFile)).document, "none", [] {}, store);
-    DeriveKeyStates(store, files.Read(Narrow(paths.settings)).document, [] {});
+    DeriveKeyStates(store, SettingsFiles::Read(files, ProcessEnvironment(), Narrow(paths.settings)),
+                    [] {});
     return store.Size();
 }
 

@@ -26,7 +26,9 @@ double MeasureOurs(const std::wstring& path, const SampleFiles& sample) {
     std::vector<double> times;
     for (int run = 0; run < 9; ++run) {
         WriteOldFile(path, sample.settings);
-        DeriveKeyStates(store, files.Read(Narrow(path)).document, [] {});
+        const SettingsFiles settings =
+            SettingsFiles::Read(files, ProcessEnvironment(), Narrow(path));
+        DeriveKeyStates(store, settings, [] {});
         KeyEditor editor(store);
         ++round;
         for (int change = 0; change < kChanges; ++change) {
@@ -34,7 +36,7 @@ double MeasureOurs(const std::wstring& path, const SampleFiles& sample) {
                             "changed " + std::to_string(round));
         }
         const double start = NowMs();
-        const SaveResult result = WriteChanges(store, files, Narrow(path));
+        const SaveResult result = WriteChanges(store, files, settings);
         times.push_back(NowMs() - start);
         if (!result.Succeeded()) {
             std::printf("the save failed\n");

@@ -3,28 +3,43 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#if defined(_WIN32)
-#include <share.h>
+#include <random>
+#include <thread>
 
-#include <cstdio>
-#endif
+#include "core/IniFiles.h"
 
 namespace tamarind {
 namespace {
 
 namespace fs = std::filesystem;
 
+#if defined(_WIN32)
+constexpr const char* kShell = "start /unix /bin/sh /";
+#else
+constexpr const char* kShell = "sh /";
+#endif
+
+// Under Wine a folder that the system below knows by the same path.
+fs::path TemporaryFolder() {
+    const fs::path below = "Z:/tmp";
+    return fs::is_directory(below) ? below : fs::temp_directory_path();
+}
+
 class DiskTest : public testing::Test {
 protected:
-    DiskTest() {
-        fs::remove_all(m_folder);
-        fs::create_directories(m_folder / "folder");
-    }
+    DiskTest() { fs::create_directories(m_folder / "folder"); }
     ~DiskTest() override {
+        if (!m_cleanUp.empty()) {
+            RunShell(m_cleanUp);
+        }
         for (const auto& entry : fs::directory_iterator(m_folder)) {
-            fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);
+            if (entry.is_regular_file()) {
+                fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);
+            }
         }
         fs::remove_all(m_folder);
     }
@@ -41,10 +56,33 @@ protected:
         }
         return count;
     }
-    std::string BytesOf(const std::string& path) { return m_disk.Read(path, 1000).bytes; }
+    std::string BytesOf(const std::string& path) { return m_disk.Read(path, 1'000'000).bytes; }
 
-    fs::path m_folder = fs::temp_directory_path() / "tamarind_disk_test";
+    void Put(const char* name, const std::string& bytes) {
+        std::ofstream(m_folder / name, std::ios::binary) << bytes;
+    }
+
+    // Runs shell commands in the test's folder: under Wine the system below makes what Windows
+    // programs cannot. False if they fail or there is no such system.
+    bool RunShell(const std::string& commands) {
+        const fs::path result = m_folder / "result.txt";
+        fs::remove(result);
+        Put("commands.sh", "cd \"${0%/*}\"; (" + commands + ") >/dev/null 2>&1\n" +
+                               "echo $? >result; mv result result.txt");
+        const std::string script = m_folder.relative_path().generic_string() + "/commands.sh";
+        int status = std::system((kShell + script).c_str());
+        for (int wait = 0; status == 0 && wait < 500 && !fs::exists(result); ++wait) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        status = -1;
+        std::ifstream(result) >> status;
+        fs::remove(m_folder / "commands.sh");
+        return status == 0;
+    }
+    const fs::path m_folder =
+        TemporaryFolder() / ("tamarind_disk_test_" + std::to_string(std::random_device()()));
     DiskFileSystem m_disk;
+    std::string m_cleanUp;  // shell commands for the end
 };
 
 TEST_F(DiskTest, WritesReplacesAndReads) {
@@ -71,35 +109,121 @@ TEST_F(DiskTest, WritesReplacesAndReads) {
 TEST_F(DiskTest, AFailedReplacementLeavesEverything) {
     const std::string folder = PathOf("folder");
     EXPECT_EQ(m_disk.Replace(folder, "new"), FileError::IsFolder);
+    EXPECT_EQ(m_disk.CheckReplace(folder), FileError::IsFolder);
     EXPECT_EQ(m_disk.Read(folder, 1000).error, FileError::IsFolder);
     EXPECT_FALSE(m_disk.Stamp(folder));
 
     const std::string missing = PathOf("none/x.ini");
     EXPECT_EQ(m_disk.Replace(missing, "new"), FileError::FolderMissing);
+    EXPECT_EQ(m_disk.CheckReplace(missing), FileError::FolderMissing);
     EXPECT_NE(m_disk.Read(missing, 1000).error, FileError::None);
 
     const std::string readOnly = PathOf("read_only.ini");
     ASSERT_EQ(m_disk.Replace(readOnly, "old"), FileError::None);
     fs::permissions(m_folder / "read_only.ini", fs::perms::owner_read | fs::perms::group_read);
-    EXPECT_EQ(m_disk.Replace(readOnly, "new"), FileError::ReadOnly);
+    EXPECT_EQ(m_disk.ReplaceWithBackup(readOnly, "new"), FileError::ReadOnly);
+    EXPECT_EQ(m_disk.CheckReplace(readOnly), FileError::ReadOnly);
     EXPECT_EQ(BytesOf(readOnly), "old");
     EXPECT_EQ(CountFiles("read_only"), 1);
     EXPECT_EQ(CountFiles("folder"), 1);
 }
 
-#if defined(_WIN32)
-TEST_F(DiskTest, AFileInUseStays) {
-    const std::string path = PathOf("locked.ini");
-    ASSERT_EQ(m_disk.Replace(path, "old"), FileError::None);
-    std::FILE* const lock = _fsopen(path.c_str(), "r+", _SH_DENYRW);
-    ASSERT_NE(lock, nullptr);
-    EXPECT_EQ(m_disk.Read(path, 1000).error, FileError::InUse);
-    EXPECT_EQ(m_disk.Replace(path, "new"), FileError::InUse);
-    std::fclose(lock);
-    EXPECT_EQ(BytesOf(path), "old");
-    EXPECT_EQ(CountFiles("locked"), 1);
+TEST_F(DiskTest, BackupsAndLeftovers) {
+    const std::string path = PathOf("x.ini");
+    Put("x.ini", "first");
+    Put("x.ini.~new-0123abcd", "left by a crash");
+    Put("x.ini.~new-0123abcd.txt", "of somebody else");
+    EXPECT_EQ(m_disk.CheckReplace(path), FileError::None);
+    EXPECT_EQ(m_disk.ReplaceWithBackup(path, "second"), FileError::None);
+    EXPECT_EQ(m_disk.ReplaceWithBackup(path, "third"), FileError::None);
+    EXPECT_EQ(CountFiles("x.ini"), 3);  // with the folder of the backups
+    const std::vector<BackupFile> backups = m_disk.ListBackups(path);
+    ASSERT_EQ(backups.size(), 2U);
+    EXPECT_EQ(BytesOf(backups[0].path), "second");
+    EXPECT_EQ(BytesOf(backups[1].path), "first");
+    EXPECT_TRUE(backups[1].isFirst);
+    EXPECT_TRUE(
+        fs::exists(m_folder / "x.ini backups" / ("x (first, " + backups[1].date + ").ini")));
+    // The next read finds a file whose replacement has stopped halfway.
+    fs::rename(m_folder / "x.ini", m_folder / "x.ini.~old");
+    EXPECT_EQ(BytesOf(path), "third");
 }
+
+TEST_F(DiskTest, LinksStayLinks) {
+    if (!RunShell("printf old >target.ini; ln -s target.ini soft.ini; printf longer >a.ini;"
+                  "ln a.ini b.ini; ln -s folder other; ln -s none.ini dangling.ini")) {
+        GTEST_SKIP() << "there is no system that makes links";
+    }
+    m_cleanUp = "find . -type l -delete";
+    for (const char* name : {"soft.ini", "a.ini", "other/new.ini"}) {
+        EXPECT_EQ(m_disk.ReplaceWithBackup(PathOf(name), "new"), FileError::None) << name;
+    }
+    EXPECT_TRUE(RunShell("test -L soft.ini && test -L other && test a.ini -ef b.ini"));
+    for (const char* name : {"target.ini", "b.ini", "folder/new.ini"}) {
+        EXPECT_EQ(BytesOf(PathOf(name)), "new") << name;
+    }
+    EXPECT_EQ(BytesOf(m_disk.ListBackups(PathOf("soft.ini")).at(0).path), "old");
+    EXPECT_EQ(BytesOf(m_disk.ListBackups(PathOf("a.ini")).at(0).path), "longer");
+    EXPECT_EQ(CountFiles("target.ini") + CountFiles("a.ini"), 4);
+#if !defined(_WIN32)
+    // Wine does not show such links to programs.
+    EXPECT_EQ(m_disk.Replace(PathOf("dangling.ini"), "new"), FileError::NotFound);
+    EXPECT_TRUE(RunShell("test -L dangling.ini"));
 #endif
+}
+
+TEST_F(DiskTest, PathsOfAnyLength) {
+    const std::string folder(60, 'd');
+    const std::string folders = folder + "/" + folder + "/" + folder + "/" + folder + "/" + folder;
+    if (!RunShell("mkdir -p " + folders)) {
+        GTEST_SKIP() << "there is no system that makes such folders";
+    }
+    m_cleanUp = "rm -r ddd*";
+    const std::string path = PathOf((folders + "/x.ini").c_str());
+    for (const char* bytes : {"old", "new"}) {
+        EXPECT_EQ(m_disk.ReplaceWithBackup(path, bytes), FileError::None);
+        EXPECT_EQ(BytesOf(path), bytes);
+    }
+    ASSERT_EQ(m_disk.ListBackups(path).size(), 1U);
+    EXPECT_EQ(BytesOf(m_disk.ListBackups(path)[0].path), "old");
+}
+
+TEST_F(DiskTest, FullAndReadOnlyDisks) {
+    if (!RunShell("mkdir small && mount -t tmpfs -o size=128k tmpfs small")) {
+        GTEST_SKIP() << "mounting a small disk is not allowed here";
+    }
+    m_cleanUp = "umount small";
+    const std::string path = PathOf("small/x.ini");
+    const std::string old(50'000, 'o');
+    ASSERT_EQ(m_disk.Replace(path, old), FileError::None);
+    EXPECT_EQ(m_disk.Replace(path, std::string(90'000, 'n')), FileError::DiskFull);
+    // The new content fits, the backup does not.
+    EXPECT_EQ(m_disk.ReplaceWithBackup(path, std::string(50'000, 'n')), FileError::DiskFull);
+    EXPECT_EQ(BytesOf(path), old);
+    EXPECT_TRUE(RunShell("test $(find small -type f | wc -l) = 1 && mount -o remount,ro small"));
+    EXPECT_EQ(m_disk.CheckReplace(path), FileError::AccessDenied);
+    EXPECT_EQ(m_disk.ReplaceWithBackup(path, "new"), FileError::AccessDenied);
+    EXPECT_EQ(BytesOf(path), old);
+}
+
+TEST_F(DiskTest, CopiesOfTheProgramLoseNoKeyOfEachOther) {
+    constexpr int kSaves = 25;
+    const std::string path = PathOf("x.ini");
+    const auto saveKeys = [&path](const std::string& name) {
+        DiskFileSystem disk;
+        IniFiles files(disk);
+        for (int key = 0; key < kSaves; ++key) {
+            ProfileTransaction transaction(files, path);
+            transaction.SetValue("A", name + std::to_string(key), "1");
+            EXPECT_TRUE(transaction.Commit().Succeeded());
+        }
+    };
+    std::thread other(saveKeys, "x");
+    saveKeys("y");
+    other.join();
+    const std::string bytes = BytesOf(path);
+    EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '='), 2 * kSaves);
+}
 
 }  // namespace
 }  // namespace tamarind

@@ -35,24 +35,9 @@ protected:
     }
 
 private:
-    void OnTargetChanged() override {}
-    void OnDataFileChanged() override {}
-    void OnCategoriesChanged() override {}
-    void OnCategorySelected() override {}
-    void OnKeyListChanged() override {}
-    void OnKeyShown() override {}
-    void OnKeyChanged(RowKey) override {}
-    void OnBeforeChange() override {}
-    void OnCommandsChanged() override {}
-    void OnLookChanged() override {}
-    void OnLanguageChanged() override {}
-    void OnFavoritesChanged() override {}
-    void OnFavoriteAppended() override {}
     void OnDescriptionHit(std::size_t start, std::size_t length) override {
         hits.emplace_back(start, length);
     }
-    void OnProgress(const ProgressMeter&) override {}
-    void OnProgressEnd() override {}
 };
 
 TEST_F(FindingTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {

@@ -7,6 +7,8 @@
 #include "model/KeyList.h"
 #include "model/KeyStates.h"
 #include "model/Toolbar.h"
+#include "tests/core/fakes/FakeEnvironment.h"
+#include "tests/core/fakes/MemoryFileSystem.h"
 
 namespace tamarind {
 namespace {
@@ -110,10 +112,13 @@ TEST(KeyStatesTest, TheFileDecidesStateValueAndLooks) {
         {"prose", "[T]\n; K=7\n", "K", KeyState::Absent, false, true, KeyColor::Gray,
          KeyIcon::Numeric},
     };
+    MemoryFileSystem disk;
+    IniFiles files(disk);
     KeyStore store =
         Loaded("[A]\nCategoryTargetSection=T\nK=1///\n[B]\nCategoryTargetSection=T\nK=x\n");
     for (const Case& testCase : cases) {
-        DeriveKeyStates(store, Parsed(testCase.settings), [] {});
+        disk.Put("C:\\s.ini", testCase.settings);
+        DeriveKeyStates(store, SettingsFiles::Read(files, FakeEnvironment(), "C:\\s.ini"), [] {});
         const KeyRecord record = store.Record(1);
         EXPECT_EQ(VisibleText(record), testCase.visible) << testCase.name;
         EXPECT_EQ(record.initialState, testCase.state) << testCase.name;
@@ -165,7 +170,7 @@ TEST(ToolbarTest, TheShippedToolbarHasTenPicturesAndACommandForEach) {
     EXPECT_EQ(pictures, 10);
 }
 
-TEST(ToolbarTest, SpecificationsAreReadUpToTheLastPicture) {
+TEST(ToolbarTest, TextFormsAreReadUpToTheLastPicture) {
     const auto buttons = BuildToolbar(4, "0A,3,425,1B,0Never", "101,102", 1);
     ASSERT_EQ(buttons.size(), 5U);
     EXPECT_EQ(buttons[2].style, ButtonStyle::Placeholder);

@@ -26,6 +26,9 @@ protected:
                                                             ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES |
                                                             ICC_PROGRESS_CLASS};
         InitCommonControlsEx(&controls);
+        // The window of a test before may have ended the loop, and a dialog's loop ends with it.
+        MSG message{};
+        PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
         world.PutUsualFiles(kWincmd);
     }
 

@@ -162,12 +162,12 @@ TEST_F(MainWindowTest, MenusListFavoritesAndRecentFiles) {
     EXPECT_EQ(SelectedRow(), 1);
 
     const HMENU fileMenu = GetSubMenu(bar, 0);
-    const HMENU recent = GetSubMenu(fileMenu, 10);
-    SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(recent), 10);
+    const HMENU recent = GetSubMenu(fileMenu, 11);
+    SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(recent), 11);
     EXPECT_EQ(textsOf(recent), (Strings{"&1 C:\\a.ini", "&3 C:\\b.ini", "", "Clear List"}));
     world.prompts.answers = {Answer::Yes};
     SendMessageW(window->Handle(), WM_COMMAND, kIdClearRecent, 0);
-    SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(recent), 10);
+    SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(recent), 11);
     EXPECT_EQ(textsOf(recent), (Strings{"No Recent Files", "", "Clear List"}));
 }
 

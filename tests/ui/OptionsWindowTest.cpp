@@ -273,8 +273,8 @@ TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFront) {
     ShowOptions([&] {
         int boxes = 0;
         Timer timer([&] {
-            const HWND box = GetLastActivePopup(dialog);
-            if (box != dialog && IsWindowVisible(box)) {
+            const HWND box = FindWindowW(WC_DIALOG, nullptr);
+            if (IsWindowVisible(box)) {
                 ++boxes;
                 EXPECT_EQ(GetWindow(box, GW_OWNER), dialog);
                 EXPECT_FALSE(IsWindowEnabled(dialog));

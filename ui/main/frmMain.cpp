@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
+#include "core/Unicode.h"
 #include "core/WideText_win32.h"
-#include "ui/favorites/frmFavoriteAdd.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/MainWindowPlacement.h"
-#include "ui/shell/frmAbout.h"
-#include "ui/shell/frmOptions.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
@@ -21,6 +19,15 @@ constexpr int kProgramIcon = 1;  // its number among the resources
 constexpr int kMinWidth = 400;   // pixels at 96 DPI
 constexpr int kMinHeight = 300;
 constexpr int kToolbarMargin = 2;
+constexpr const wchar_t* kClassName = L"frmMain";
+constexpr UINT kCheckFiles = WM_APP + 1;
+constexpr UINT kAnswerMs = 2000;
+constexpr DWORD_PTR kIsForward = 0x54434631;  // nothing answers so by chance
+
+UINT BringForwardMessage() {
+    static const UINT message = RegisterWindowMessageW(L"TamarindEditor.BringForward");
+    return message;
+}
 
 HICON LoadProgramIcon(int widthMetric, int heightMetric) {
     return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kProgramIcon),
@@ -71,7 +78,7 @@ bool frmMain::Create() {
     m_startsMaximized = place.isMaximized;
     const std::wstring caption = Widen(m_session.Caption());
     WindowParams params;
-    params.className = L"frmMain";
+    params.className = kClassName;
     params.text = caption.c_str();
     params.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     params.bounds = place.bounds;
@@ -96,6 +103,7 @@ void frmMain::ShowFirst(int showCommand) {
         m_panes.FocusTree();
     }
     UpdateWindow(Handle());
+    m_followsFiles = true;
     if (m_session.ProgramSettings().Values().favoritesOrganizeVisible != 0) {
         m_organizeFavorites.Open(Handle());
         SetActiveWindow(Handle());
@@ -160,8 +168,13 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SETTINGCHANGE:
             OnLookChanged();
             return 0;
+        case kCheckFiles:
+            OnCheckFiles();
+            return 0;
         default:
-            return Window::HandleMessage(message, wParam, lParam);
+            return message == BringForwardMessage()
+                       ? OnBringForward(wParam)
+                       : Window::HandleMessage(message, wParam, lParam);
     }
 }
 
@@ -173,6 +186,7 @@ bool frmMain::OnCreate() {
 }
 
 // Not while it is being asked, nor while a save waits for Total Commander.
+
 bool frmMain::AskWhetherToClose() {
     if (m_isAskingToClose || m_session.IsBusy()) {
         return false;
@@ -183,6 +197,7 @@ bool frmMain::AskWhetherToClose() {
 }
 
 // The organize window is destroyed before this one hears of it.
+
 void frmMain::OnClose() {
     if (AskWhetherToClose()) {
         StoreLayout();
@@ -205,173 +220,52 @@ void frmMain::StoreLayout() {
     m_panes.StorePositions(settings);
     settings.favoritesOrganizeVisible = m_session.IsOrganizerOpen() ? 1 : 0;
     m_session.ProgramSettings().SaveSettings();
-    m_session.SaveRecentFiles();
-}
-
-void frmMain::OnCommand(int id) {
-    switch (id) {
-        case kIdNextPane:
-            m_panes.FocusNext(true);
-            break;
-        case kIdPreviousPane:
-            m_panes.FocusNext(false);
-            break;
-        default:
-            if (FindCommand(static_cast<std::uint32_t>(id)) != nullptr) {
-                Execute(static_cast<Command>(id));
-            } else if (!m_session.IsBusy()) {
-                OnEntry(id);
-            }
-            break;
-    }
-}
-
-void frmMain::OnEntry(int id) {
-    if (id >= kIdRecentFirst && id < kIdClearRecent) {
-        m_session.OpenRecentFile(static_cast<std::int16_t>(id - kIdRecentFirst + 1));
-    } else if (id == kIdClearRecent) {
-        m_session.ClearRecentFiles();
-    } else if (id >= kIdFavoriteFirst && id <= kIdFavoriteLast) {
-        const auto& favorites = m_session.FavoriteItems();
-        const auto place = static_cast<std::size_t>(id - kIdFavoriteFirst);
-        if (place < favorites.size()) {
-            // By value: showing it may make the list anew.
-            const std::string name = favorites[place].name;
-            if (m_session.FavoriteDefinition(name)) {
-                ShowFavorite();
-            }
-        }
-    }
-}
-
-void frmMain::ShowFavorite() {
-    SetFocus(m_panes.Keys().Handle());
-}
-
-void frmMain::OnAddFavorite() {
-    if (const auto name = m_session.BeginAddFavorite()) {
-        if (const auto caption = frmFavoriteAdd(m_dialogLanguage).Ask(Handle(), *name)) {
-            m_session.AddFavorite(*name, *caption);
-        }
-    }
-}
-
-void frmMain::Execute(Command command) {
-    if (!m_session.IsEnabled(command) || m_session.IsBusy()) {
-        return;
-    }
-    switch (command) {
-        case Command::FileOpen:
-            m_session.AskOpenSettingsFile();
-            break;
-        case Command::FileOpenDataFile:
-            m_session.AskOpenDataFile();
-            break;
-        case Command::FileSave:
-            m_session.SaveToSettingsFile();
-            break;
-        case Command::FileSaveDataFile:
-            m_session.SaveDataFile();
-            break;
-        case Command::FileExport:
-            m_session.ExportKeys();
-            break;
-        case Command::FileImport:
-            m_session.ImportKeys();
-            break;
-        case Command::FileSaveAndRestart:
-            m_session.SaveAndRestart();
-            break;
-        case Command::FileExit:
-            PostMessageW(Handle(), WM_CLOSE, 0, 0);
-            break;
-        case Command::EditUndo:
-            m_session.Undo();
-            break;
-        case Command::EditRedo:
-            m_session.Redo();
-            break;
-        case Command::EditValue:
-            m_panes.Keys().BeginInplaceEdit();
-            break;
-        case Command::EditSetValue1:
-            OnValueCommand(m_session.SetValue("1"));
-            break;
-        case Command::EditSetValue0:
-            OnValueCommand(m_session.SetValue("0"));
-            break;
-        case Command::EditBrowseValue:
-            OnValueCommand(m_session.BrowseValue());
-            break;
-        case Command::EditComment:
-            m_session.CommentKey();
-            break;
-        case Command::EditDelete:
-            OnDeleteCommand();
-            break;
-        case Command::ViewToolbar:
-            m_session.SetToolbarVisible(!m_session.IsToolbarVisible());
-            break;
-        case Command::ViewDescription:
-            m_session.SetDescriptionVisible(!m_session.IsDescriptionVisible());
-            break;
-        case Command::ViewAllKeys:
-            m_session.SetKeyFilter(KeyFilter::ShowAll);
-            break;
-        case Command::ViewActiveKeys:
-            m_session.SetKeyFilter(KeyFilter::ShowActive);
-            break;
-        case Command::ViewInactiveKeys:
-            m_session.SetKeyFilter(KeyFilter::ShowInactive);
-            break;
-        case Command::ViewOptions:
-            frmOptions(m_session, m_dialogLanguage).Show(Handle());
-            break;
-        case Command::HelpTopics:
-            m_session.ShowHelpTopics();
-            break;
-        case Command::HelpAbout:
-            ShowAbout();
-            break;
-        case Command::SearchFind:
-            m_searchFor.Open(Handle());
-            break;
-        case Command::SearchFindNext:
-            m_searchFor.FindNextString(Handle());
-            break;
-        case Command::FavoritesAdd:
-            OnAddFavorite();
-            break;
-        case Command::FavoritesOrganize:
-            m_organizeFavorites.Open(Handle());
-            break;
-        default:
-            break;
-    }
-}
-
-void frmMain::OnValueCommand(bool isStored) {
-    if (isStored) {
-        m_panes.Keys().ContinueWithNextKey();
-    }
 }
 
 // A key whose value is being typed is not deleted.
-void frmMain::OnDeleteCommand() {
-    if (!m_panes.Keys().IsEditing()) {
-        m_session.DeleteKey();
+
+// Not while a value is being typed: the box is not to be disturbed.
+
+void frmMain::OnCheckFiles() {
+    if (m_followsFiles && IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing()) {
+        m_session.CheckOutsideChanges();
     }
 }
 
-void frmMain::ShowPopup(PopupMenu menu, POINT at) {
-    m_menu.ShowPopup(Handle(), menu, at);
+bool frmMain::BringForward(const std::string& dataFile) {
+    for (HWND other = FindWindowExW(nullptr, nullptr, kClassName, nullptr); other != nullptr;
+         other = FindWindowExW(nullptr, other, kClassName, nullptr)) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(other, &process);
+        if (process == GetCurrentProcessId()) {
+            continue;
+        }
+        AllowSetForegroundWindow(process);
+        DWORD_PTR answer = 0;
+        SendMessageTimeoutW(other, BringForwardMessage(), HashIgnoreCase(dataFile), 0,
+                            SMTO_ABORTIFHUNG, kAnswerMs, &answer);
+        if (answer == kIsForward) {
+            return true;
+        }
+    }
+    return false;
 }
 
-void frmMain::ShowDropDown(Command command, const RECT& button) {
-    m_menu.ShowDropDown(Handle(), command, button);
+LRESULT frmMain::OnBringForward(WPARAM dataFile) {
+    if (!m_followsFiles || dataFile != HashIgnoreCase(m_session.DataFilePath())) {
+        return 0;
+    }
+    if (IsIconic(Handle())) {
+        ShowWindow(Handle(), SW_RESTORE);
+    }
+    SetForegroundWindow(GetLastActivePopup(Handle()));
+    return kIsForward;
 }
 
 void frmMain::OnActivate(UINT state) {
+    if (state != WA_INACTIVE) {
+        PostMessageW(Handle(), kCheckFiles, 0, 0);
+    }
     if (state == WA_INACTIVE) {
         const HWND focus = GetFocus();
         m_lastFocus = m_panes.Keys().IsPart(focus) ? m_panes.Keys().Handle() : focus;
@@ -393,6 +287,7 @@ void frmMain::OnSize(UINT kind) {
 }
 
 // The toolbar above, the status bar below, the panes in all that is left.
+
 void frmMain::Layout() {
     RECT area{};
     GetClientRect(Handle(), &area);
@@ -456,6 +351,10 @@ void frmMain::OnKeyShown() {
     m_statusBar.ShowTarget();
 }
 
+void frmMain::OnTargetShown() {
+    m_statusBar.ShowTarget();
+}
+
 void frmMain::OnKeyChanged(RowKey key) {
     m_panes.Keys().ShowKey(key);
 }
@@ -473,12 +372,6 @@ void frmMain::OnCommandsChanged() {
         m_toolbar.Show(m_isToolbarShown);
         Layout();
     }
-}
-
-void frmMain::ShowAbout() {
-    frmAbout(m_dialogLanguage, {EditorSession::kProgramName, m_session.VersionText()}, [this] {
-        m_session.ShowHelpTopics();
-    }).Show(Handle());
 }
 
 void frmMain::ReadLanguage() {
@@ -503,6 +396,7 @@ void frmMain::OnLanguageChanged() {
 }
 
 // Names and values of keys, descriptions and paths are written from left to right in all languages.
+
 void frmMain::ApplyDirection() {
     const bool isRightToLeft = m_dialogLanguage.isRightToLeft;
     SetMirrored(Handle(), isRightToLeft);

@@ -26,6 +26,13 @@ public:
     bool Create();
     void ShowFirst(int showCommand);
 
+    // Brings the window of another copy of the program to the front that has the same data file
+    // open. False: there is none.
+    static bool BringForward(const std::string& dataFile);
+
+    // Of the dialogs beside the window; it follows the settings.
+    const DialogLanguage& Language() const { return m_dialogLanguage; }
+
     // Whether the message was one of the keys of this window or of a dialog beside it and is done
     // with.
     bool TranslateKey(MSG& message);
@@ -43,6 +50,8 @@ private:
     void OnActivate(UINT state);
     void OnSetFocus();
     void OnDpiChanged(int dpi, const RECT& bounds);
+    void OnCheckFiles();
+    LRESULT OnBringForward(WPARAM dataFile);
     void OnClose();
     void OnDestroy();
 
@@ -52,6 +61,7 @@ private:
     void OnCategorySelected() override;
     void OnKeyListChanged() override;
     void OnKeyShown() override;
+    void OnTargetShown() override;
     void OnKeyChanged(RowKey key) override;
     void OnBeforeChange() override;
     void OnCommandsChanged() override;
@@ -88,6 +98,7 @@ private:
     bool m_startsMaximized = false;
     bool m_isAskingToClose = false;
     bool m_isLayoutStored = false;
+    bool m_followsFiles = false;
     HWND m_lastFocus = nullptr;
 };
 

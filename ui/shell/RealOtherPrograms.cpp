@@ -38,19 +38,26 @@ void RealOtherPrograms::BringTotalCommanderToFront() {
 void RealOtherPrograms::CloseTotalCommander() {
     // Without a window there is nothing to close: the message would go to this program's own loop.
     if (const HWND window = FindTotalCommanderWindow()) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        m_closing.Reset(OpenProcess(SYNCHRONIZE, FALSE, process));
         PostMessageW(window, WM_CLOSE, 0, 0);
     }
 }
 
-void RealOtherPrograms::WaitHalfSecond() {
-    const auto end = Clock::now() + std::chrono::milliseconds(500);
+// Handles events until the time is over or a process has ended.
+void RealOtherPrograms::Wait(int milliseconds, HANDLE process) {
+    const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    const DWORD count = process != nullptr ? 1 : 0;
     std::optional<int> exitCode;
     while (DWORD left = MillisecondsUntil(end)) {
         MSG message{};
-        if (exitCode) {
-            Sleep(left);
-        } else if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            MsgWaitForMultipleObjectsEx(0, nullptr, left, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+        const DWORD input = exitCode ? 0 : QS_ALLINPUT;
+        if (count != 0 && WaitForSingleObject(process, 0) == WAIT_OBJECT_0) {
+            break;
+        }
+        if (exitCode || !PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            MsgWaitForMultipleObjectsEx(count, &process, left, input, MWMO_INPUTAVAILABLE);
         } else if (message.message == WM_QUIT) {
             exitCode = static_cast<int>(message.wParam);
         } else {
@@ -61,6 +68,20 @@ void RealOtherPrograms::WaitHalfSecond() {
     if (exitCode) {
         PostQuitMessage(*exitCode);  // for the loop that the wait was called from
     }
+}
+
+void RealOtherPrograms::WaitHalfSecond() {
+    Wait(500, nullptr);
+}
+
+bool RealOtherPrograms::WaitForTotalCommanderEnd(int milliseconds) {
+    if (!m_closing) {
+        return !IsTotalCommanderRunning();
+    }
+    Wait(milliseconds, m_closing.Get());
+    const bool hasEnded = WaitForSingleObject(m_closing.Get(), 0) == WAIT_OBJECT_0;
+    m_closing.Reset();
+    return hasEnded;
 }
 
 void RealOtherPrograms::Start(const std::string& commandLine) {

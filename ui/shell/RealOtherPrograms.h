@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/TotalCommander.h"
+#include "ui/toolkit/Handles.h"
 
 namespace tamarind {
 
@@ -11,8 +12,14 @@ public:
     void BringTotalCommanderToFront() override;
     void CloseTotalCommander() override;
     void WaitHalfSecond() override;
+    bool WaitForTotalCommanderEnd(int milliseconds) override;
     void Start(const std::string& commandLine) override;
     void OpenDocument(const std::string& path) override;
+
+private:
+    static void Wait(int milliseconds, HANDLE process);
+
+    UniqueProcess m_closing;  // what was asked to close
 };
 
 }  // namespace tamarind

@@ -1,6 +1,6 @@
 #pragma once
 
-// Resource numbers of the options and about windows. Macros, since the resource compiler reads them
+// Resource numbers of the dialogs of this folder. Macros, since the resource compiler reads them
 // too.
 
 #define IDD_FRMOPTIONS 220
@@ -33,3 +33,20 @@
 #define IDC_ABOUT_LBLNAME 1002
 #define IDC_ABOUT_LBLVERSION 1003
 #define IDC_ABOUT_CMDHELP 1004
+
+#define IDD_FRMCONFLICTS 240
+#define IDC_CONFLICTS_LBLEXPLANATION 1001
+#define IDC_CONFLICTS_LSTCONFLICTS 1002
+#define IDC_CONFLICTS_OPTMINE 1003
+#define IDC_CONFLICTS_OPTTHEIRS 1004
+#define IDC_CONFLICTS_CMDKEEPALL 1005
+#define IDC_CONFLICTS_CMDTAKEALL 1006
+
+#define IDD_FRMRESTOREBACKUP 250
+#define IDC_RESTORE_CBOFILE 1001
+#define IDC_RESTORE_TXTPATH 1002
+#define IDC_RESTORE_LSTBACKUPS 1003
+#define IDC_RESTORE_LBLNOBACKUPS 1004
+#define IDC_RESTORE_LBLDIFFERENCES 1005
+#define IDC_RESTORE_LSTDIFFERENCES 1006
+// cmdRestore is IDOK.

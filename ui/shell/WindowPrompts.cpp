@@ -2,6 +2,7 @@
 
 #include "core/WideText_win32.h"
 #include "ui/shell/cFontDlg.h"
+#include "ui/shell/frmConflicts.h"
 #include "ui/toolkit/ModalLock.h"
 
 namespace tamarind {
@@ -90,6 +91,12 @@ bool WindowPrompts::FontSelect(FontChoice& font) {
 std::string WindowPrompts::ColorSelect() {
     const ModalLock lock(PresentOwner());
     return FileDialog().ColorSelect();
+}
+
+bool WindowPrompts::ResolveConflicts(std::vector<ValueConflict>& conflicts) {
+    const HWND owner = PresentOwner();
+    return m_language != nullptr &&
+           frmConflicts(*m_language).Show(IsWindowVisible(owner) ? owner : nullptr, conflicts);
 }
 
 void WindowPrompts::Beep() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/shell/cCommonDialog.h"
+#include "ui/toolkit/Dialog.h"
 
 namespace tamarind {
 
@@ -12,6 +13,8 @@ public:
     explicit WindowPrompts(std::wstring title) : m_title(std::move(title)) {}
 
     void SetOwner(HWND owner) { m_owner = owner; }
+    // Of the program's own dialogs, which are not shown without it. It outlives the prompts.
+    void SetLanguage(const DialogLanguage& language) { m_language = &language; }
 
     void ShowMessage(MessageIcon icon, const std::string& text) override;
     Answer Ask(const std::string& text) override;
@@ -20,6 +23,7 @@ public:
     std::string BrowseForSave(const FileQuestion& question) override;
     bool FontSelect(FontChoice& font) override;
     std::string ColorSelect() override;
+    bool ResolveConflicts(std::vector<ValueConflict>& conflicts) override;
     void Beep() override;
 
 private:
@@ -29,6 +33,7 @@ private:
 
     std::wstring m_title;
     HWND m_owner = nullptr;
+    const DialogLanguage* m_language = nullptr;
     cCommonDialog m_dialog;
 };
 

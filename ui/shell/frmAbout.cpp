@@ -12,9 +12,9 @@
 namespace tamarind {
 namespace {
 
-constexpr int kProgramIcon = 1;           // its number among the resources
-constexpr int kIconSize = 48;             // pixels at 96 DPI
-constexpr std::uint16_t kVersion = 1503;  // the number of its text
+constexpr int kProgramIcon = 1;               // its number among the resources
+constexpr int kIconSize = 48;                 // pixels at 96 DPI
+constexpr std::uint16_t kVersionText = 1503;  // the number of its text
 
 }  // namespace
 
@@ -27,7 +27,7 @@ frmAbout::frmAbout(const DialogLanguage& language, Program program, std::functio
 void frmAbout::OnInit() {
     ShowIcon();
     ShowName();
-    lblVersion.SetText(m_language.text(kVersion) + L' ' + Widen(m_program.version));
+    lblVersion.SetText(m_language.text(kVersionText) + L' ' + Widen(m_program.version));
     CenterForm(Handle());
 }
 

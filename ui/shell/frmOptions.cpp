@@ -236,9 +236,9 @@ void frmOptions::ShowChoices() {
 }
 
 void frmOptions::ShowColors() {
-    for (std::size_t index = 0; index < lblColorChange.size(); ++index) {
-        const std::int32_t color = m_session.Options().ColorSetting(kColors[index]);
-        lblColorChange[index].SetColor(ColorOfSetting(color));
+    for (const OptionsEditor::Color color : kColors) {
+        const std::int32_t setting = m_session.Options().ColorSetting(color);
+        lblColorChange[static_cast<std::size_t>(color)].SetColor(ColorOfSetting(setting));
     }
 }
 

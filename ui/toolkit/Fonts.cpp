@@ -50,4 +50,15 @@ UniqueFont MakeMessageFont(int dpi) {
     return UniqueFont(CreateFontIndirectW(&font));
 }
 
+bool HasFont(const std::wstring& name) {
+    const UniqueFont font(CreateFontW(0, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                                      OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                                      DEFAULT_PITCH, name.c_str()));
+    const ScreenDC dc;
+    const SelectedObject selected(dc.Get(), font.Get());
+    wchar_t face[LF_FACESIZE] = L"";
+    GetTextFaceW(dc.Get(), ARRAYSIZE(face), face);
+    return CompareStringOrdinal(face, -1, name.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
 }  // namespace tamarind

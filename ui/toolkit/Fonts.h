@@ -21,4 +21,7 @@ void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, in
 // The font that Windows uses in message boxes and status bars.
 UniqueFont MakeMessageFont(int dpi);
 
+// Whether the system has a font of that name, and not only another one in its place.
+bool HasFont(const std::wstring& name);
+
 }  // namespace tamarind

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/FileSystem.h"
 
@@ -13,6 +15,7 @@ namespace tamarind {
 // unless an error is set for it.
 class MemoryFileSystem final : public FileSystem {
 public:
+    std::vector<std::string> folders;  // that were made
     // What has been asked so far; a test may set them back to 0.
     int stamps = 0;
     int reads = 0;
@@ -78,6 +81,39 @@ public:
         return error;
     }
 
+    FileError ReplaceWithBackup(const std::string& path, const std::string& bytes) override {
+        const bool isNew = !Has(path);
+        const std::string old = BytesOf(path);
+        const FileError error = Replace(path, bytes);
+        std::vector<BackupFile>& backups = m_backups[Fold(path)];
+        if (error == FileError::None && !isNew &&
+            (backups.empty() || BytesOf(backups.front().path) != old)) {
+            const std::string number = std::to_string(backups.size() + 1);
+            BackupFile backup = {path + " backups\\" + number, "2026-11-21 06.45.0" + number,
+                                 old.size(), backups.empty()};
+            Put(backup.path, old);
+            backups.insert(backups.begin(), std::move(backup));
+        }
+        return error;
+    }
+
+    std::vector<BackupFile> ListBackups(const std::string& path) override {
+        return m_backups[Fold(path)];
+    }
+
+    FileError CheckReplace(const std::string& path) override {
+        return ErrorFor(m_replaceErrors, path);
+    }
+
+    FileError MakeFolder(const std::string& path) override {
+        folders.push_back(path);
+        return FileError::None;
+    }
+
+    std::shared_ptr<FileLock> Lock(const std::string&) override {
+        return std::make_shared<FileLock>();
+    }
+
     std::uint64_t NowTicks() override { return now; }
 
 private:
@@ -100,6 +136,7 @@ private:
     }
 
     std::map<std::string, File> m_files;
+    std::map<std::string, std::vector<BackupFile>> m_backups;  // by path
     Errors m_readErrors;
     Errors m_replaceErrors;
 };

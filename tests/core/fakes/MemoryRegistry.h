@@ -13,6 +13,8 @@ namespace tamarind {
 // apart and, as Windows, deletes no key that has subkeys.
 class MemoryRegistry final : public Registry {
 public:
+    std::uint32_t readOnlyRoot = 0;  // nothing can be stored below it
+
     std::optional<RegistryValue> Query(std::uint32_t root, const std::string& subkey,
                                        const std::string& valueName) override {
         const auto found = m_values.find({root, Fold(subkey), Fold(valueName)});
@@ -21,7 +23,7 @@ public:
 
     bool Store(std::uint32_t root, const std::string& subkey, const std::string& valueName,
                const RegistryValue& value) override {
-        if ((root & 0x80000000U) == 0) {
+        if ((root & 0x80000000U) == 0 || root == readOnlyRoot) {
             return false;
         }
         m_values[{root, Fold(subkey), Fold(valueName)}] = value;

@@ -15,6 +15,7 @@ public:
     bool refusesToClose = false;
     std::vector<std::string> calls;
     std::function<void()> onWait = [] {};
+    std::function<void()> onEnding = [] {};
 
     bool IsTotalCommanderRunning() override { return isRunning; }
     void BringTotalCommanderToFront() override { calls.emplace_back("front"); }
@@ -25,6 +26,10 @@ public:
     void WaitHalfSecond() override {
         calls.emplace_back("wait");
         onWait();
+    }
+    bool WaitForTotalCommanderEnd(int) override {
+        onEnding();
+        return !isRunning;
     }
     void OpenDocument(const std::string& path) override { calls.push_back("open " + path); }
     void Start(const std::string& commandLine) override { calls.push_back("start " + commandLine); }

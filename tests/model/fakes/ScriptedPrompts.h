@@ -20,6 +20,9 @@ public:
 
     std::vector<std::string> messages;  // "!", "X", "i" or "?" for the icon, then the text
     std::vector<FileQuestion> questions;
+    std::deque<bool> conflictsToTake;  // the file's value; one's own beyond its end
+    bool cancelsConflicts = false;
+    std::vector<std::string> asked;
     int beeps = 0;
 
     void ShowMessage(MessageIcon icon, const std::string& text) override {
@@ -52,6 +55,14 @@ public:
         const FontChoice before = font;
         font = Next(fontsToChoose, font);
         return font.name != before.name;
+    }
+
+    bool ResolveConflicts(std::vector<ValueConflict>& conflicts) override {
+        for (ValueConflict& conflict : conflicts) {
+            asked.push_back(conflict.key + ": " + conflict.mine + " | " + conflict.theirs);
+            conflict.takesTheirs = Next(conflictsToTake, false);
+        }
+        return !cancelsConflicts;
     }
 
     void Beep() override { ++beeps; }

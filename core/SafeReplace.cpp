@@ -1,0 +1,274 @@
+#include "core/SafeReplace.h"
+
+#include <cstdio>
+
+#include "core/Backups.h"
+#include "core/Unicode.h"
+
+namespace tamarind {
+namespace {
+
+constexpr unsigned kLockMilliseconds = 3000;
+
+std::string OldName(const std::string& path) {
+    return path + ".~old";
+}
+
+std::string WholeName(const std::string& path) {
+    return path + ".~whole";
+}
+
+bool IsMissing(CallError error) {
+    return error == CallError::NotFound || error == CallError::FolderMissing;
+}
+
+}  // namespace
+
+FileFacts SafeReplace::Locate(const std::string& path) {
+    FileFacts facts;
+    m_steps.Retry([&] {
+        facts = m_steps.Calls().Inspect(path);
+        return facts.error;
+    });
+    if (facts.error == CallError::NotFound) {
+        return LocateNew(facts.finalPath);
+    }
+    if (facts.error == CallError::None && facts.isFolder) {
+        facts.error = CallError::IsFolder;
+    } else if (facts.error == CallError::None && facts.isReadOnly) {
+        facts.error = CallError::ReadOnly;
+    }
+    return facts;
+}
+
+FileFacts SafeReplace::LocateNew(const std::string& path) {
+    const std::string folder = FolderWithSeparator(path);
+    FileFacts facts = m_steps.Calls().Inspect(folder);
+    if (facts.error == CallError::None && facts.isFolder) {
+        const bool isClosed = FolderWithSeparator(facts.finalPath) == facts.finalPath;
+        // The folder's separator is the first character of what is added.
+        facts.finalPath += path.substr(folder.size() - (isClosed ? 0 : 1));
+        facts.error = CallError::NotFound;
+        return facts;
+    }
+    facts.finalPath = path;
+    facts.error =
+        IsMissing(facts.error) || !facts.isFolder ? CallError::FolderMissing : facts.error;
+    return facts;
+}
+
+std::shared_ptr<FileLock> SafeReplace::Lock(const std::string& path) {
+    return LockFinal(Locate(path).finalPath);
+}
+
+std::shared_ptr<FileLock> SafeReplace::LockFinal(const std::string& finalPath) {
+    std::weak_ptr<FileLock>& held = m_locks[finalPath];
+    std::shared_ptr<FileLock> lock = held.lock();
+    if (!lock) {
+        char hash[17];
+        std::snprintf(hash, sizeof(hash), "%016llx",
+                      static_cast<unsigned long long>(HashIgnoreCase(finalPath)));
+        lock = m_steps.Calls().Lock("TamarindEditor-save-" + std::string(hash), kLockMilliseconds);
+        held = lock;
+    }
+    return lock;
+}
+
+FileError SafeReplace::Replace(const std::string& path, const std::string& bytes, Backup backup) {
+    const FileFacts facts = Locate(path);
+    if (facts.error != CallError::None && facts.error != CallError::NotFound) {
+        return FileErrorOf(facts.error);
+    }
+    const auto lock = LockFinal(facts.finalPath);
+    return lock ? FileErrorOf(ReplaceLocked(facts.finalPath, bytes, backup)) : FileError::InUse;
+}
+
+CallError SafeReplace::ReplaceLocked(const std::string& path, const std::string& bytes,
+                                     Backup backup) {
+    const CallError unfinished = FinishInterrupted(path);
+    if (unfinished != CallError::None) {
+        return unfinished;
+    }
+    // Another copy of the program or this one may have changed what is there a moment ago.
+    const FileFacts facts = Locate(path);
+    if (facts.error == CallError::NotFound) {
+        return PutNew(path, bytes);
+    }
+    if (facts.error != CallError::None) {
+        return facts.error;
+    }
+    if (facts.finalPath != path) {
+        return CallError::Shared;  // a link since then
+    }
+    return facts.links > 1 ? OverwriteLinked(path, bytes, backup) : ReplaceOld(path, bytes, backup);
+}
+
+CallError SafeReplace::PutNew(const std::string& path, const std::string& bytes) {
+    std::string temporary;
+    CallError error = m_steps.WriteTemporary(path, bytes, temporary);
+    if (error == CallError::None) {
+        error = m_steps.Move(temporary, path, MoveMode::Overwrite);
+        if (error != CallError::None) {
+            m_steps.Delete(temporary);
+        }
+    }
+    return error;
+}
+
+CallError SafeReplace::ReplaceOld(const std::string& path, const std::string& bytes,
+                                  Backup backup) {
+    std::string temporary;
+    CallError error = m_steps.WriteTemporary(path, bytes, temporary);
+    if (error != CallError::None) {
+        return error;
+    }
+    if (backup == Backup::Yes) {
+        const FileBytes old = m_steps.Read(path);
+        error = old.error == CallError::None ? Backups(m_steps, path).Keep(old.bytes) : old.error;
+    }
+    if (error == CallError::None) {
+        error = m_steps.Retry([&] { return Exchange(path, temporary); });
+    }
+    if (error != CallError::None) {
+        m_steps.Delete(temporary);
+    }
+    return error;
+}
+
+// One try to put the temporary file in the place of the real one. On an error the old file has its
+// name, unless even giving it back has failed: the next read does that then.
+CallError SafeReplace::Exchange(const std::string& path, const std::string& temporary) {
+    const std::string old = OldName(path);
+    const CallError error = m_steps.Calls().Replace(path, temporary, old);
+    switch (error) {
+        case CallError::None:
+            m_steps.Delete(old);
+            break;
+        case CallError::Unsupported:
+            return m_steps.Calls().Move(temporary, path, MoveMode::Overwrite);
+        case CallError::UnableToRemoveOld:
+            break;  // both have their names
+        case CallError::UnableToMoveNew:
+        case CallError::UnableToMoveNewAtAll:
+        default:
+            // After the last two the old file bears the backup's name, of the other errors nobody
+            // says where it is. The move does nothing if it is in its place.
+            m_steps.Move(old, path, MoveMode::KeepExisting);
+            break;
+    }
+    return error;
+}
+
+// Another file in its place would part the names, so a file with several is overwritten: it is the
+// only case in which the file itself is not whole for a moment. The copy beside it is, and as long
+// as it exists it counts as the file's content: deleting it makes the new content valid.
+CallError SafeReplace::OverwriteLinked(const std::string& path, const std::string& bytes,
+                                       Backup backup) {
+    const FileBytes old = m_steps.Read(path);
+    CallError error = old.error;
+    if (error == CallError::None && backup == Backup::Yes) {
+        error = Backups(m_steps, path).Keep(old.bytes);
+    }
+    if (error == CallError::None) {
+        error = KeepWhole(path, old.bytes);
+    }
+    if (error != CallError::None) {
+        return error;
+    }
+    error = m_steps.WriteInPlace(path, bytes);
+    if (error == CallError::None) {
+        error = m_steps.Delete(WholeName(path));
+    }
+    if (error != CallError::None && m_steps.WriteInPlace(path, old.bytes) == CallError::None) {
+        m_steps.Delete(WholeName(path));
+    }
+    return error;
+}
+
+CallError SafeReplace::KeepWhole(const std::string& path, const std::string& bytes) {
+    std::string temporary;
+    CallError error = m_steps.WriteTemporary(path, bytes, temporary);
+    if (error == CallError::None) {
+        error = m_steps.Move(temporary, WholeName(path), MoveMode::Overwrite);
+        if (error != CallError::None) {
+            m_steps.Delete(temporary);
+        }
+    }
+    return error;
+}
+
+bool SafeReplace::HasLeftovers(const std::string& path) {
+    const std::string finalPath = Locate(path).finalPath;
+    FileCalls& calls = m_steps.Calls();
+    return calls.Stamp(WholeName(finalPath)) || calls.Stamp(OldName(finalPath));
+}
+
+FileError SafeReplace::Recover(const std::string& path) {
+    const std::string finalPath = Locate(path).finalPath;
+    const auto lock = LockFinal(finalPath);
+    return lock ? FileErrorOf(FinishInterrupted(finalPath)) : FileError::InUse;
+}
+
+CallError SafeReplace::FinishInterrupted(const std::string& path) {
+    CallError error = CallError::None;
+    if (m_steps.Calls().Stamp(WholeName(path))) {
+        error = RestoreWhole(path);
+    }
+    if (error == CallError::None && m_steps.Calls().Stamp(OldName(path))) {
+        error = m_steps.Move(OldName(path), path, MoveMode::KeepExisting);
+        if (error == CallError::Exists) {
+            m_steps.Delete(OldName(path));
+            error = CallError::None;
+        }
+    }
+    std::vector<FolderEntry> files;
+    if (m_steps.Calls().List(path + std::string(FileSteps::kTemporaryMark), files) ==
+        CallError::None) {
+        m_steps.RemoveTemporaries(FolderWithSeparator(path), files);
+    }
+    return error;
+}
+
+// Overwriting a file with several links has been interrupted.
+CallError SafeReplace::RestoreWhole(const std::string& path) {
+    const FileBytes whole = m_steps.Read(WholeName(path));
+    if (whole.error != CallError::None) {
+        return whole.error;
+    }
+    const FileBytes present = m_steps.Read(path);
+    if (IsMissing(present.error)) {
+        return m_steps.Move(WholeName(path), path, MoveMode::KeepExisting);
+    }
+    CallError error = present.error;
+    if (error == CallError::None && present.bytes != whole.bytes) {
+        // Another program may have written this since then, so it is not lost either.
+        error = Backups(m_steps, path).Keep(present.bytes);
+        if (error == CallError::None) {
+            error = m_steps.WriteInPlace(path, whole.bytes);
+        }
+    }
+    return error == CallError::None ? m_steps.Delete(WholeName(path)) : error;
+}
+
+FileError SafeReplace::Check(const std::string& path) {
+    const FileFacts facts = Locate(path);
+    if (facts.error != CallError::None && facts.error != CallError::NotFound) {
+        return FileErrorOf(facts.error);
+    }
+    // Attributes and lists of rights do not tell what a folder on a server or on a protected disk
+    // takes. Here a refusal is not tried again: a user is waiting for the file to open.
+    const std::string probe = facts.finalPath + std::string(FileSteps::kTemporaryMark) + "00000000";
+    std::unique_ptr<OpenFile> file;
+    const CallError error = m_steps.Calls().Open(probe, OpenMode::New, file);
+    file.reset();
+    if (error == CallError::None) {
+        m_steps.Delete(probe);
+    }
+    return error == CallError::Exists ? FileError::None : FileErrorOf(error);
+}
+
+std::vector<BackupFile> SafeReplace::ListBackups(const std::string& path) {
+    return Backups(m_steps, Locate(path).finalPath).List();
+}
+
+}  // namespace tamarind

@@ -1,0 +1,40 @@
+// Saves settings.ini in the present folder over and over, each time with other bytes, until it is
+// killed or finds a file named "stop". It begins with reading what the one before it has left.
+#include <string>
+
+#include "core/FileSystem.h"
+
+namespace {
+
+// A line with the number of the save and of the lines that follow, each of which repeats it.
+std::string ContentOf(int save) {
+    const int lines = 500 + save % 7 * 300;
+    std::string content = std::to_string(save) + " " + std::to_string(lines) + "\n";
+    for (int line = 0; line < lines; ++line) {
+        content += std::to_string(save) + "\n";
+    }
+    return content;
+}
+
+}  // namespace
+
+int main() {
+    constexpr int kNotWhole = 3;
+    constexpr int kNotSaved = 4;
+    const std::string path = "settings.ini";
+    tamarind::DiskFileSystem disk;
+    const tamarind::FileContent found = disk.Read(path, 1U << 20);
+    int save = 0;
+    if (found.error != tamarind::FileError::NotFound) {
+        save = std::atoi(found.bytes.c_str());
+        if (found.bytes != ContentOf(save)) {
+            return kNotWhole;
+        }
+    }
+    do {
+        if (disk.ReplaceWithBackup(path, ContentOf(++save)) != tamarind::FileError::None) {
+            return kNotSaved;
+        }
+    } while (!disk.Stamp("stop"));
+    return 0;
+}

@@ -1,0 +1,323 @@
+// Replacements and backups over a disk in memory that fails and stops where it is told to.
+#include "core/SafeReplace.h"
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+
+#include "tests/core/fakes/FaultyDisk.h"
+
+namespace tamarind {
+namespace {
+
+const std::string kPath = "C:\\TC\\Wincmd.ini";
+const std::string kFolder = "C:\\TC\\Wincmd.ini backups\\";
+const std::string kOld = "[A]\r\nx=old, and longer than the half of the other\r\n";
+const std::string kNew =
+    "[A]\r\nx=new\r\n[B]\r\ny=more keys than before, so that the file grows\r\n";
+
+constexpr std::uint64_t kSecond = 10'000'000;
+
+bool IsOfReplacement(const std::string& path) {
+    return path.find(".~") != std::string::npos;
+}
+
+bool HasLeftovers(const FaultyDisk& disk) {
+    const std::vector<std::string> names = disk.Names();
+    return std::any_of(names.begin(), names.end(), IsOfReplacement);
+}
+
+FileError Save(FaultyDisk& disk, const std::string& bytes, Backup backup = Backup::Yes) {
+    return SafeReplace(disk).Replace(kPath, bytes, backup);
+}
+
+// The contents of the backups, newest first.
+std::string Backups(FaultyDisk& disk) {
+    std::string contents;
+    for (const BackupFile& backup : SafeReplace(disk).ListBackups(kPath)) {
+        contents += (backup.isFirst ? "first:" : "") + disk.BytesOf(backup.path) + " ";
+    }
+    return contents;
+}
+
+struct Scenario {
+    const char* name;
+    Backup backup;
+    bool isThere;
+    int links;
+    const std::string& bytes;  // that are saved
+};
+
+const Scenario kScenarios[] = {
+    {"new file", Backup::Yes, false, 1, kNew},
+    {"without backup", Backup::No, true, 1, kNew},
+    {"with backup", Backup::Yes, true, 1, kNew},
+    {"hard links", Backup::Yes, true, 2, kNew},
+    {"hard links, shorter, without backup", Backup::No, true, 2, kOld},
+};
+
+class FaultLoop {
+public:
+    FaultLoop(const Scenario& scenario, const FaultyDisk::Plan& plan)
+        : m_scenario(scenario), m_plan(plan), m_old(&scenario.bytes == &kOld ? kNew : kOld) {}
+
+    // Fails at call 1, 2, ... until a save ends before the fault; gives the number of saves.
+    int Run() {
+        int call = 0;
+        bool hasStruck = true;
+        while (hasStruck && !testing::Test::HasFailure()) {
+            ++call;
+            SCOPED_TRACE(std::string(m_scenario.name) + ", fault " +
+                         std::to_string(int(m_plan.fault)) + " at call " + std::to_string(call));
+            hasStruck = SaveOnce(call);
+        }
+        return call;
+    }
+
+private:
+    bool SaveOnce(int call) {
+        FaultyDisk disk;
+        Prepare(disk);
+        disk.calls = 0;
+        disk.plan = m_plan;
+        disk.plan.call = call;
+        const FileError error = Save(disk, m_scenario.bytes, m_scenario.backup);
+        const bool hasStruck = disk.calls >= call;
+        const std::string present = disk.BytesOf(kPath);
+        if (IsOverWhenSaveEnds()) {
+            EXPECT_EQ(present, error == FileError::None ? m_scenario.bytes : Old());
+            EXPECT_TRUE(error == FileError::None || !HasTemporary(disk));
+        }
+        ExpectReason(error);
+        disk.Restart();
+        ExpectWholeCopy(disk);
+        ExpectWholeFile(disk, error);
+        // The next save puts everything in order.
+        EXPECT_EQ(Save(disk, "z", m_scenario.backup), FileError::None);
+        EXPECT_EQ(disk.BytesOf(kPath), "z");
+        EXPECT_FALSE(HasLeftovers(disk));
+        return hasStruck;
+    }
+
+    void Prepare(FaultyDisk& disk) const {
+        if (m_scenario.isThere) {
+            disk.Put(kPath, "first");
+            for (int backup = 0; backup < 12 && m_scenario.backup == Backup::Yes; ++backup) {
+                disk.now += kSecond;
+                Save(disk, std::to_string(backup));
+            }
+            disk.now += kSecond;
+            disk.Put(kPath, m_old);
+        }
+        if (m_scenario.links > 1) {
+            disk.PutHardLink("C:\\TC\\other.ini", kPath);
+        }
+    }
+
+    // Whether the fault leaves the program the means to put things right at once.
+    bool IsOverWhenSaveEnds() const {
+        return m_plan.fault != Fault::CrashAfter && m_plan.fault != Fault::CrashInside &&
+               m_plan.fault != Fault::Forever &&
+               (m_plan.fault != Fault::BadWrites || m_scenario.links == 1);
+    }
+    std::string Old() const { return m_scenario.isThere ? m_old : "(none)"; }
+    bool IsWhole(const std::string& bytes) const {
+        return bytes == Old() || bytes == m_scenario.bytes;
+    }
+    static bool HasTemporary(const FaultyDisk& disk) {
+        const std::vector<std::string> names = disk.Names();
+        return std::any_of(names.begin(), names.end(), [](const std::string& name) {
+            return name.find(".~new-") != std::string::npos;
+        });
+    }
+
+    void ExpectReason(FileError error) const {
+        const bool isSaved = error == FileError::None;
+        EXPECT_TRUE(m_plan.fault != Fault::ShortWrite || isSaved);
+        EXPECT_TRUE(m_plan.fault != Fault::LostWrite || isSaved || error == FileError::NotVerified);
+        EXPECT_TRUE(m_plan.fault != Fault::DiskFull || isSaved || error == FileError::DiskFull);
+    }
+
+    // On the bare disk, before anything is put back.
+    void ExpectWholeCopy(const FaultyDisk& disk) const {
+        EXPECT_TRUE(IsWhole(disk.BytesOf(kPath)) || disk.BytesOf(kPath + ".~old") == m_old ||
+                    disk.BytesOf(kPath + ".~whole") == m_old);
+    }
+
+    // As the program reads it when it starts again.
+    void ExpectWholeFile(FaultyDisk& disk, FileError error) const {
+        DiskFileSystem files(disk);
+        const FileContent content = files.Read(kPath, 1000);
+        const std::string bytes =
+            content.error == FileError::NotFound ? std::string("(none)") : content.bytes;
+        EXPECT_TRUE(IsWhole(bytes)) << bytes;
+        EXPECT_TRUE(error != FileError::None || bytes == m_scenario.bytes);
+        EXPECT_TRUE(m_scenario.links == 1 || disk.BytesOf("C:\\TC\\other.ini") == bytes);
+        ExpectBackups(disk, error);
+    }
+
+    // All whole, but for what an interrupted overwriting left: that is kept to be on the safe side.
+    void ExpectBackups(FaultyDisk& disk, FileError error) const {
+        const bool hasBackups = m_scenario.backup == Backup::Yes && m_scenario.isThere;
+        const std::vector<BackupFile> backups = SafeReplace(disk).ListBackups(kPath);
+        if (error == FileError::None && hasBackups) {
+            EXPECT_EQ(disk.BytesOf(backups.at(0).path), m_old);
+        }
+        int firsts = 0;
+        int others = 0;
+        for (const BackupFile& backup : backups) {
+            const std::string kept = disk.BytesOf(backup.path);
+            firsts += backup.isFirst && kept == "first" ? 1 : 0;
+            others += kept != "first" && kept.size() > 2 && kept != m_old ? 1 : 0;
+        }
+        EXPECT_LE(others, m_scenario.links - 1);
+        EXPECT_EQ(firsts, hasBackups ? 1 : 0);
+    }
+
+    const Scenario& m_scenario;
+    const FaultyDisk::Plan m_plan;
+    const std::string& m_old;
+};
+
+TEST(SafeReplaceTest, TheFileIsWholeWhateverFails) {
+    const FaultyDisk::Plan plans[] = {
+        {Fault::Once, CallError::Shared},
+        {Fault::Once, CallError::Other},
+        {Fault::Once, CallError::Unsupported},
+        {Fault::Forever, CallError::AccessDenied},
+        {Fault::Forever, CallError::Other},
+        {Fault::ShortWrite},
+        {Fault::LostWrite},
+        {Fault::BadWrites},
+        {Fault::DiskFull},
+        {Fault::CrashAfter},
+        {Fault::CrashAfter, CallError::Other, true},
+        {Fault::CrashInside},
+        {Fault::CrashInside, CallError::Other, true},
+    };
+    int saves = 0;
+    for (const Scenario& scenario : kScenarios) {
+        for (const FaultyDisk::Plan& plan : plans) {
+            saves += FaultLoop(scenario, plan).Run();
+        }
+    }
+    std::cout << "saves with a fault: " << saves << '\n';
+}
+
+TEST(SafeReplaceTest, ErrorsOfTheReplacementOneByOne) {
+    using E = CallError;
+    using Results = std::deque<FaultyDisk::ReplaceResult>;
+    const Results shared5(5, {E::Shared});
+    Results passing = shared5;
+    passing.push_back({E::None, true});
+    const struct {
+        const char* name;
+        Results results;
+        FileError error;
+        unsigned slept;
+    } cases[] = {
+        {"in use for a while", passing, FileError::None, 385},
+        {"5 and no end", Results(6, {E::AccessDenied}), FileError::AccessDenied, 385},
+        {"32 and no end", Results(6, {E::Shared}), FileError::InUse, 385},
+        {"33 and no end", Results(6, {E::Locked}), FileError::InUse, 385},
+        {"1175, then it works", {{E::UnableToRemoveOld}}, FileError::None, 10},
+        {"1175 and no end", Results(6, {E::UnableToRemoveOld}), FileError::InUse, 385},
+        {"1176, both keep their names", {{E::UnableToMoveNew}}, FileError::Other, 0},
+        {"1176, the old file has moved", {{E::UnableToMoveNew, true}}, FileError::Other, 0},
+        {"1177", {{E::UnableToMoveNewAtAll, true}}, FileError::Other, 0},
+        {"not told, the old file has moved", {{E::Other, true}}, FileError::Other, 0},
+        {"no such function", {{E::Unsupported}}, FileError::None, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        FaultyDisk disk;
+        disk.Put(kPath, kOld);
+        disk.replaceResults = c.results;
+        EXPECT_EQ(Save(disk, kNew, Backup::No), c.error);
+        EXPECT_EQ(disk.BytesOf(kPath), c.error == FileError::None ? kNew : kOld);
+        EXPECT_EQ(disk.Names().size(), 1U);
+        EXPECT_EQ(disk.slept, c.slept);
+        EXPECT_TRUE(disk.replaceResults.empty());
+    }
+}
+
+TEST(SafeReplaceTest, WhatACrashLeftIsPutBackOrDeleted) {
+    using Text = std::optional<std::string>;
+    const struct {
+        Text present, old, whole;
+        int links;
+        std::string read;
+        std::string backups;  // after one more save
+    } cases[] = {
+        {{}, "old", {}, 1, "old", "first:old "},
+        {"new", "old", {}, 1, "new", "first:new "},
+        {"torn", {}, "old", 2, "old", "old first:torn "},
+        {"old", {}, "old", 2, "old", "first:old "},
+        {{}, {}, "old", 1, "old", "first:old "},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.present.value_or("no file"));
+        FaultyDisk disk;
+        const auto put = [&](const std::string& path, const Text& bytes) {
+            if (bytes) {
+                disk.Put(path, *bytes);
+            }
+        };
+        put(kPath, c.present);
+        put(kPath + ".~old", c.old);
+        put(kPath + ".~whole", c.whole);
+        if (c.links > 1) {
+            disk.PutHardLink("C:\\TC\\other.ini", kPath);
+        }
+        DiskFileSystem files(disk);
+        EXPECT_TRUE(files.Stamp(kPath));
+        EXPECT_EQ(files.Read(kPath, 1000).bytes, c.read);
+        EXPECT_EQ(Save(disk, kNew), FileError::None);
+        EXPECT_EQ(Backups(disk), c.backups);
+        EXPECT_FALSE(HasLeftovers(disk));
+    }
+}
+
+TEST(SafeReplaceTest, OtherCopiesOfTheProgramAreWaitedFor) {
+    FaultyDisk disk;
+    disk.Put(kPath, kOld);
+    disk.isLockTaken = true;
+    EXPECT_EQ(Save(disk, kNew), FileError::InUse);
+    EXPECT_EQ(disk.Names().size(), 1U);
+    EXPECT_EQ(DiskFileSystem(disk).Lock(kPath), nullptr);
+}
+
+TEST(BackupsTest, TheFirstAndTheLastTenStay) {
+    FaultyDisk disk;
+    disk.Put(kPath, "a");
+    disk.Put(kFolder + "Wincmd (my own).ini", "not a backup");
+    disk.Put(kFolder + "Wincmd (2026-11-20 06.45.12)x.ini", "not a backup");
+    disk.now += (6 * 3600 + 45 * 60 + 12) * kSecond;
+    // Three within one second, of which the last finds its content among the backups.
+    for (const char* bytes : {"b", "c", "c"}) {
+        EXPECT_EQ(Save(disk, bytes), FileError::None);
+    }
+    EXPECT_EQ(disk.BytesOf(kFolder + "Wincmd (first, 2026-11-21 06.45.12).ini"), "a");
+    EXPECT_EQ(disk.BytesOf(kFolder + "Wincmd (2026-11-21 06.45.12).ini"), "b");
+    EXPECT_EQ(Save(disk, "d"), FileError::None);
+    EXPECT_EQ(disk.BytesOf(kFolder + "Wincmd (2026-11-21 06.45.12) 2.ini"), "c");
+    EXPECT_EQ(Backups(disk), "c b first:a ");
+
+    // A backup from a clock that went ahead is neither the newest nor the last to go.
+    disk.Put(kFolder + "Wincmd (2027-05-01 00.00.00).ini", "future");
+    for (const char bytes : std::string("efghijkl")) {
+        disk.now += kSecond;
+        EXPECT_EQ(Save(disk, std::string(1, bytes)), FileError::None);
+    }
+    EXPECT_EQ(Backups(disk), "k j i h g f e d c b first:a ");
+    disk.now += kSecond;
+    EXPECT_EQ(Save(disk, "m"), FileError::None);
+    EXPECT_EQ(Backups(disk), "l k j i h g f e d c first:a ");
+    EXPECT_EQ(disk.Names().size(), 1U + 11U + 2U);
+    const BackupFile newest = SafeReplace(disk).ListBackups(kPath).front();
+    EXPECT_EQ(newest.date, "2026-11-21 06.45.21");
+    EXPECT_EQ(newest.size, 1U);
+}
+
+}  // namespace
+}  // namespace tamarind

@@ -1,0 +1,294 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/FileCalls.h"
+
+namespace tamarind {
+
+enum class Fault {
+    None,
+    Once,         // one call fails
+    Forever,      // it and all after it fail
+    ShortWrite,   // writes half and says so
+    LostWrite,    // writes half and says that it was all
+    BadWrites,    // from this call on every write fails halfway
+    DiskFull,     // from this call on no file grows
+    CrashAfter,   // the machine stops after the call
+    CrashInside,  // it stops in the middle of the call, where that has one
+};
+
+// A disk in memory under the calls of the system. It tells bytes that are on the disk from those
+// that wait to be flushed, and the chosen fault strikes at the call with the chosen number. Names
+// are on the disk at once. Its one folder is C:\TC, besides those that are made.
+class FaultyDisk final : public FileCalls {
+public:
+    struct Plan {
+        Fault fault = Fault::None;
+        CallError error = CallError::Other;  // of Once and Forever
+        bool leavesGarbage = false;          // a crash turns what was not flushed into other bytes
+        int call = 0;                        // counted from 1
+    };
+    // What becomes of a call to Replace.
+    struct ReplaceResult {
+        CallError error;
+        bool movesOld = false;  // to the name of the backup
+    };
+
+    Plan plan;
+    int calls = 0;
+    std::deque<ReplaceResult> replaceResults;       // of the next calls; as usual beyond its end
+    unsigned slept = 0;                             // milliseconds
+    std::uint64_t now = 864'000'000'000U * 20'778;  // 2026-11-21 00:00:00
+    bool isLockTaken = false;
+
+    void Put(const std::string& path, const std::string& bytes) {
+        m_files[path] = std::make_shared<Node>(Node{bytes, bytes});
+    }
+    void PutHardLink(const std::string& path, const std::string& other) {
+        m_files[path] = m_files.at(other);
+    }
+    bool Has(const std::string& path) const { return m_files.count(path) != 0; }
+    std::string BytesOf(const std::string& path) const {
+        return Has(path) ? m_files.at(path)->bytes : "(none)";
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& file : m_files) {
+            names.push_back(file.first);
+        }
+        return names;
+    }
+    // The machine starts again, in good health.
+    void Restart() {
+        for (auto& [path, node] : m_files) {
+            if (m_stopsNow && node->bytes != node->flushed) {
+                node->bytes =
+                    plan.leavesGarbage ? std::string(node->bytes.size(), '\x5A') : node->flushed;
+                node->flushed = node->bytes;
+            }
+        }
+        plan = {};
+        m_stopsNow = false;
+        m_isFull = false;
+    }
+
+    FileFacts Inspect(const std::string& path) override {
+        FileFacts facts;
+        facts.finalPath = path;
+        if (const CallError error = Begin(); error != CallError::None) {
+            facts.error = error;
+        } else if (std::count(m_folders.begin(), m_folders.end(), path) != 0) {
+            facts.isFolder = true;
+        } else if (!Has(path)) {
+            facts.error = CallError::NotFound;
+        } else {
+            facts.links = LinksOf(path);
+        }
+        return facts;
+    }
+    std::optional<FileStamp> Stamp(const std::string& path) override {
+        return Begin() == CallError::None && Has(path)
+                   ? std::optional(FileStamp{BytesOf(path).size(), now})
+                   : std::nullopt;
+    }
+    FileBytes Read(const std::string& path, std::uint64_t maxBytes) override {
+        CallError error = Begin();
+        error = error == CallError::None && !Has(path) ? CallError::NotFound : error;
+        if (error != CallError::None) {
+            return {error, {}, {}};
+        }
+        const std::string bytes = BytesOf(path);
+        return bytes.size() > maxBytes
+                   ? FileBytes{CallError::TooLarge, {}, {}}
+                   : FileBytes{error, bytes, {bytes.size(), now}, LinksOf(path)};
+    }
+    CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override {
+        const std::size_t nameAt = pathPrefix.rfind('\\') + 1;
+        files.clear();
+        for (const auto& [path, node] : m_files) {
+            if (path.rfind(pathPrefix, 0) == 0 && path.find('\\', nameAt) == std::string::npos) {
+                files.push_back({path.substr(nameAt), node->bytes.size()});
+            }
+        }
+        const CallError error = Begin();
+        return error == CallError::None ? FolderError(pathPrefix) : error;
+    }
+    CallError Open(const std::string& path, OpenMode mode,
+                   std::unique_ptr<OpenFile>& file) override {
+        CallError error = Begin();
+        const bool isNew = mode == OpenMode::New;
+        if (error == CallError::None && isNew) {
+            error = Has(path) ? CallError::Exists : FolderError(path);
+        } else if (error == CallError::None && !Has(path)) {
+            error = CallError::NotFound;
+        }
+        if (error == CallError::None) {
+            if (isNew) {
+                m_files[path] = std::make_shared<Node>();
+            }
+            file = std::make_unique<File>(*this, m_files[path]);
+        }
+        return error;
+    }
+    CallError Replace(const std::string& path, const std::string& replacement,
+                      const std::string& backup) override {
+        CallError error = Begin();
+        if (error != CallError::None || !Has(path) || !Has(replacement)) {
+            return error == CallError::None ? CallError::NotFound : error;
+        }
+        ReplaceResult result = {CallError::None, true};
+        if (!replaceResults.empty()) {
+            result = replaceResults.front();
+            replaceResults.pop_front();
+        }
+        if (result.movesOld) {
+            Rename(path, backup);
+        }
+        if (StopsInside()) {
+            return CallError::Other;
+        }
+        if (result.error == CallError::None) {
+            Rename(replacement, path);
+        }
+        return result.error;
+    }
+    CallError Move(const std::string& from, const std::string& to, MoveMode mode) override {
+        CallError error = Begin();
+        error = error == CallError::None && !Has(from) ? CallError::NotFound : error;
+        if (error == CallError::None && mode == MoveMode::KeepExisting && Has(to)) {
+            error = CallError::Exists;
+        }
+        if (error == CallError::None) {
+            Rename(from, to);
+        }
+        return error;
+    }
+    CallError Delete(const std::string& path) override {
+        const CallError error = Begin();
+        return error == CallError::None && m_files.erase(path) == 0 ? CallError::NotFound : error;
+    }
+    CallError MakeFolder(const std::string& path) override {
+        const CallError error = Begin();
+        if (error == CallError::None) {
+            m_folders.push_back(path);
+        }
+        return error;
+    }
+    std::shared_ptr<FileLock> Lock(const std::string&, unsigned) override {
+        return isLockTaken ? nullptr : std::make_shared<FileLock>();
+    }
+    std::uint64_t NowTicks() override { return now; }
+    CivilTime LocalTime(std::uint64_t ticks) override {
+        const std::chrono::seconds seconds(ticks / 10'000'000U);
+        const auto days = std::chrono::floor<std::chrono::days>(seconds);
+        const std::chrono::year_month_day date{std::chrono::sys_days(days)};
+        const auto rest = static_cast<int>((seconds - days).count());
+        return {int(date.year()),
+                int(unsigned(date.month())),
+                int(unsigned(date.day())),
+                rest / 3600,
+                rest / 60 % 60,
+                rest % 60};
+    }
+    void Sleep(unsigned milliseconds) override { slept += milliseconds; }
+
+private:
+    struct Node {
+        std::string bytes;
+        std::string flushed;
+    };
+
+    class File final : public OpenFile {
+    public:
+        File(FaultyDisk& disk, std::shared_ptr<Node> node)
+            : m_disk(disk), m_node(std::move(node)) {}
+        CallError Write(std::string_view bytes, std::size_t& written) override {
+            return m_disk.Write(*m_node, m_place, bytes, written);
+        }
+        CallError CutHere() override {
+            const CallError error = m_disk.Begin();
+            if (error == CallError::None) {
+                m_node->bytes.resize(m_place);
+            }
+            return error;
+        }
+        CallError Flush() override {
+            const CallError error = m_disk.Begin();
+            if (error == CallError::None) {
+                m_node->flushed = m_node->bytes;
+            }
+            return error;
+        }
+
+    private:
+        FaultyDisk& m_disk;
+        std::shared_ptr<Node> m_node;
+        std::size_t m_place = 0;
+    };
+
+    // Counts the call and says how it ends.
+    CallError Begin() {
+        if (m_stopsNow) {
+            return CallError::Other;
+        }
+        ++calls;
+        const bool strikes = calls == plan.call;
+        m_stopsNow =
+            strikes && (plan.fault == Fault::CrashAfter || plan.fault == Fault::CrashInside);
+        m_isFull = m_isFull || (strikes && plan.fault == Fault::DiskFull);
+        const bool fails = (strikes && plan.fault == Fault::Once) ||
+                           (plan.fault == Fault::Forever && plan.call > 0 && calls >= plan.call);
+        return fails ? plan.error : CallError::None;
+    }
+    bool StopsInside() const { return m_stopsNow && plan.fault == Fault::CrashInside; }
+
+    CallError Write(Node& node, std::size_t& place, std::string_view bytes, std::size_t& written) {
+        if (const CallError error = Begin(); error != CallError::None) {
+            return error;
+        }
+        const bool isBad = plan.fault == Fault::BadWrites && calls >= plan.call;
+        const bool strikes = calls == plan.call;
+        const bool isLost = strikes && plan.fault == Fault::LostWrite;
+        const bool isHalf =
+            isBad || isLost || StopsInside() || (strikes && plan.fault == Fault::ShortWrite);
+        std::size_t count = isHalf ? bytes.size() / 2 : bytes.size();
+        if (m_isFull) {
+            count = std::min(count, node.bytes.size() - std::min(place, node.bytes.size()));
+        }
+        node.bytes.replace(place, count, bytes.substr(0, count));
+        place += count;
+        written = isLost ? bytes.size() : count;
+        return isBad                                      ? CallError::Other
+               : m_isFull && count == 0 && !bytes.empty() ? CallError::DiskFull
+                                                          : CallError::None;
+    }
+    void Rename(const std::string& from, const std::string& to) {
+        m_files[to] = m_files.at(from);
+        m_files.erase(from);
+    }
+    std::uint32_t LinksOf(const std::string& path) const {
+        return static_cast<std::uint32_t>(
+            std::count_if(m_files.begin(), m_files.end(),
+                          [&](const auto& file) { return file.second == m_files.at(path); }));
+    }
+    CallError FolderError(const std::string& path) const {
+        const std::string folder = path.substr(0, path.rfind('\\') + 1);
+        return std::count(m_folders.begin(), m_folders.end(), folder) != 0
+                   ? CallError::None
+                   : CallError::FolderMissing;
+    }
+
+    std::map<std::string, std::shared_ptr<Node>> m_files;
+    std::vector<std::string> m_folders = {"C:\\TC\\"};
+    bool m_stopsNow = false;  // before the next call
+    bool m_isFull = false;
+};
+
+}  // namespace tamarind

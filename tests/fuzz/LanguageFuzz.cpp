@@ -1,0 +1,24 @@
+// The input's last byte chooses the character set; before it is a language file.
+#include "core/Unicode.h"
+#include "model/StringTable.h"
+#include "tests/fuzz/FuzzWorld.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace tamarind;
+    SessionWorld world;
+    world.PutUsualFiles("[Configuration]\r\n");
+    const int charset = size == 0 ? 1 : data[size - 1];
+    world.disk.Put("C:\\x.lng", FuzzedFile(data, size == 0 ? 0 : size - 1));
+    world.disk.Put(SessionWorld::kOwnSettings,
+                   "[Common]\r\nLanguageFile=C:\\x.lng\r\n[ConfigurationEditor]\r\n"
+                   "UseDefaultLanguage=0\r\nFontScript=" +
+                       std::to_string(charset) + "\r\n");
+    Require(world.Start());
+    for (std::uint16_t number = 100; number < 4050; ++number) {
+        const std::string text = world.session->Text(number);
+        Require(IsValidUtf8(text));
+        Require(!text.empty() || BuiltInText(number).empty());
+    }
+    world.session->Texts().IsRightToLeft();
+    return 0;
+}

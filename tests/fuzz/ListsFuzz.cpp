@@ -1,0 +1,32 @@
+// The input is the program's own settings file, with the recent files and the favorites in it.
+#include "tests/fuzz/FuzzWorld.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace tamarind;
+    SessionWorld world;
+    world.PutUsualFiles("[Configuration]\r\nPanelsVertical=1\r\n");
+    world.disk.Put(SessionWorld::kOwnSettings, FuzzedFile(data, size));
+    if (!world.Start()) {
+        return 0;  // its data file is another one
+    }
+    EditorSession& session = *world.session;
+    for (const auto& entry : session.RecentFiles().Entries()) {
+        Require(!entry.caption.empty());
+    }
+    session.OpenRecentFile(1);
+    session.OpenSettingsFile(SessionWorld::kWincmd, true);
+    Require(session.RecentFiles().ListItems(1) == SessionWorld::kWincmd);
+    session.SetOrganizerOpen(true);
+    FavoritesOrganizer& organizer = session.Organizer();
+    organizer.AddSeparator();
+    organizer.MoveDown();
+    organizer.Rename(0, "caption");
+    const std::size_t rows = organizer.Rows().size();
+    if (session.ApplyOrganizer()) {
+        Require(session.FavoriteItems().size() <= rows);
+    }
+    session.BeginOptions();
+    session.ApplyOptions();
+    session.EndOptions();
+    return 0;
+}

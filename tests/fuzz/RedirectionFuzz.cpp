@@ -1,0 +1,41 @@
+// The input is a settings file with redirections; up to the first NUL it is the settings file, from
+// there on the file that some of them name. What is saved can be read again, and nothing else
+// moves.
+#include "model/KeyStates.h"
+#include "model/SettingsWriter.h"
+#include "tests/fuzz/FuzzWorld.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace tamarind;
+    const std::string input = FuzzedFile(data, size);
+    const std::size_t nul = input.find('\0');
+    SessionWorld world;
+    world.PutUsualFiles(input.substr(0, nul));
+    world.disk.Put("C:\\TC\\History.ini", nul == std::string::npos ? "[Colors]\r\nBackColor=1\r\n"
+                                                                   : input.substr(nul + 1));
+    world.environment.variables["COMMANDER_PATH"] = "C:\\TC";
+    world.disk.Put(SessionWorld::kWincmdData,
+                   "[A]\nCategoryTargetSection=Configuration\nPanelsVertical=0\n"
+                   "RedirectSection=\nAlternateUserIni=\n[B]\nCategoryTargetSection=Colors\n"
+                   "BackColor=-1\nRedirectSection=\n[C]\nCategoryTargetSection=Left\npath=\n");
+    Require(world.Start());
+    EditorSession& session = *world.session;
+    const bool saved = session.SaveToSettingsFile();
+    for (RowKey key = 1; key <= session.Store().Size() && saved; ++key) {
+        const std::string text = input.empty() || key % 2 == 0 ? "History.ini" : input.substr(0, 9);
+        session.ShowKeyDetails(session.Keys().RowOf(key));
+        if (!session.SetValue(text) || !session.SaveToSettingsFile()) {
+            session.Undo();
+            session.OpenSettingsFile(SessionWorld::kWincmd, false);
+            continue;
+        }
+        const SettingsFiles now =
+            SettingsFiles::Read(world.files, world.environment, SessionWorld::kWincmd);
+        const KeyRecord record = session.Record(key);
+        const auto& file = now.Files()[now.FileOf(record.targetSection, record.keyName)];
+        const auto value = file.document->FindValue(record.targetSection, record.keyName);
+        Require(!value || record.currentState != KeyState::Absent);
+        Require(session.CheckOutsideChanges());
+    }
+    return 0;
+}

@@ -1,0 +1,171 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "core/MissingValueMarker.h"
+#include "model/FileAssociation.h"
+#include "model/StringTable.h"
+#include "tests/model/fakes/SessionWorld.h"
+
+namespace tamarind {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::uint32_t kClassesRoot = 0x80000000U;
+
+// Copies of the program register themselves in turn.
+TEST(FileAssociationTest, TheNewestCopyKeepsTheFileTypeAndFollowsItsFolder) {
+    struct Case {
+        const char* path;
+        const char* version;
+        bool isWritten;
+        const char* command;  // afterwards
+    };
+    const Case cases[] = {
+        {"C:\\A\\Tamarind.exe", "5.011", true, "\"c:\\a\\tamarind.exe\" \"%1\""},
+        {"C:\\A\\TAMARIND.EXE", "5.011", false, "\"c:\\a\\tamarind.exe\" \"%1\""},
+        {"C:\\B\\Tamarind.exe", "5.011", true, "\"c:\\b\\tamarind.exe\" \"%1\""},
+        {"C:\\Old\\Tamarind.exe", "5.000", false, "\"c:\\b\\tamarind.exe\" \"%1\""},
+        {"C:\\New\\Tamarind.exe", "5.100", true, "\"c:\\new\\tamarind.exe\" \"%1\""},
+        {"C:\\B\\Tamarind.exe", "5.011", false, "\"c:\\new\\tamarind.exe\" \"%1\""},
+        {"C:\\New\\Tamarind.exe", "5.100", false, "\"c:\\new\\tamarind.exe\" \"%1\""},
+        {"C:\\B\\Tamarind.exe", "5.91", true, "\"c:\\b\\tamarind.exe\" \"%1\""},  // as texts
+    };
+    for (const bool isAdministrator : {true, false}) {
+        MemoryRegistry registry;
+        registry.readOnlyRoot = isAdministrator ? 0 : kClassesRoot;
+        const std::string root =
+            isAdministrator ? "HKEY_CLASSES_ROOT\\" : "HKEY_CURRENT_USER\\Software\\Classes\\";
+        for (const Case& testCase : cases) {
+            SCOPED_TRACE(testCase.path);
+            EXPECT_EQ(RegisterDataFileType(registry, testCase.path, testCase.version),
+                      testCase.isWritten);
+            cRegistry values(registry);
+            EXPECT_EQ(values.ReadValue(root + "Fernedit\\Shell\\Open\\Command", ""),
+                      testCase.command);
+            EXPECT_EQ(values.ReadValue(root + ".tmdf", ""), "Fernedit");
+        }
+        cRegistry values(registry);
+        EXPECT_EQ(values.ReadValue(root + "Fernedit\\DefaultIcon", ""), "C:\\B\\Tamarind.exe, 1");
+        EXPECT_EQ(values.ReadValue(root + "Fernedit", ""), "Tamarind Config Data File");
+    }
+}
+
+class ShellTest : public testing::Test {
+protected:
+    SessionWorld world;
+    EditorSession& Session() { return *world.session; }
+
+    void Start(const std::string& ownSettings) {
+        world.PutUsualFiles("[Configuration]\r\n");
+        world.disk.Put(SessionWorld::kOwnSettings, ownSettings);
+        world.disk.Wait(10);
+        ASSERT_TRUE(world.Start());
+    }
+};
+
+TEST_F(ShellTest, TextsComeFromTheLanguageFileInItsEncoding) {
+    struct Case {
+        const char* file;
+        const char* fontScript;
+        const char* ok;  // text 1008
+        bool isRightToLeft;
+    };
+    const Case cases[] = {
+        {"[UserLanguage]\n1008=Okay\n", "1", "Okay", false},
+        {"[UserLanguage]\n1009=x\n1008=\n", "1", "OK", false},
+        {"[UserLanguage]\n1008=\" Okay \"\n", "1", " Okay ", false},
+        {"[UserLanguage]\n1008=\xC4\xE0\n", "204", "\xD0\x94\xD0\xB0", false},      // Cyrillic
+        {"\xEF\xBB\xBF[UserLanguage]\n1008=\xD0\x94\n", "178", "\xD0\x94", false},  // by its mark
+        {"[UserLanguage]\nRightToLeftLanguage=1\n1008=\xE4\n", "178", "\xD9\x86", true},  // Arabic
+        {"nothing of the kind", "1", "OK", false},
+    };
+    for (const Case& testCase : cases) {
+        SCOPED_TRACE(testCase.file);
+        world.disk.Put("C:\\Tamarind\\Languages\\x.lng", testCase.file);
+        world.environment.variables["TOOLS"] = "C:\\Tamarind";
+        Start(std::string("[Common]\nLanguageFile=%TOOLS%\\Languages\\x.lng\n"
+                          "[ConfigurationEditor]\nUseDefaultLanguage=0\nFontScript=") +
+              testCase.fontScript);
+        EXPECT_EQ(Session().Text(1008), testCase.ok);
+        EXPECT_EQ(Session().Texts().IsRightToLeft(), testCase.isRightToLeft);
+        EXPECT_TRUE(world.prompts.messages.empty());
+    }
+    Start("[Common]\nLanguageFile=C:\\gone.lng\n[ConfigurationEditor]\nUseDefaultLanguage=0\n");
+    EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
+    EXPECT_EQ(Session().Text(1008), "OK");
+}
+
+// What each way to leave the options window makes of its choices, in memory and in the file.
+TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
+    world.disk.Put("C:\\my.lng", "[UserLanguage]\n3080=nichts\n3077=Stueck\n");
+    Start("[ConfigurationEditor]\nForegroundColor=1\nAutoSelectNextKey=0\nFontName=Old\n");
+    const auto stored = [&](const std::string& key) {
+        return world.OwnSetting("ConfigurationEditor", key);
+    };
+    OptionsEditor& options = Session().Options();
+    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
+    Session().BeginOptions();
+    EXPECT_FALSE(options.IsChanged());
+    Session().ApplyOptions();
+    Session().EndOptions();
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
+
+    // Colours and the font count at once, and only until the window opens again.
+    world.prompts.colorsToChoose = {"255", "255"};
+    world.prompts.fontsToChoose = {{"New", 12, 1, 204}};
+    Session().BeginOptions();
+    options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
+    EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
+    EXPECT_TRUE(options.SelectFont());
+    Session().EndOptions();
+    EXPECT_EQ(Session().ProgramSettings().Values().foregroundColor, 255);
+    EXPECT_EQ(Session().ProgramSettings().Values().fontName, "New");
+    EXPECT_FALSE(Session().SelectsNextKey());
+    EXPECT_EQ(stored("ForegroundColor"), "1");
+    Session().BeginOptions();
+    EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 1);
+    EXPECT_EQ(Session().ProgramSettings().Values().fontName, "Old");
+    EXPECT_FALSE(options.Values().selectsNextKey);
+
+    world.prompts.filesToChoose = {"C:\\my.lng"};
+    EXPECT_TRUE(options.BrowseLanguageFile());
+    EXPECT_EQ(world.prompts.questions.back().initialFolder, "C:\\Tamarind\\Languages\\");
+    options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, false);
+    options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
+    EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
+    EXPECT_TRUE(Session().ApplyOptions());
+    EXPECT_FALSE(options.IsChanged());
+    Session().EndOptions();
+    EXPECT_EQ(stored("ForegroundColor"), "255");
+    EXPECT_EQ(stored("AutoSelectNextKey"), "1");
+    EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "C:\\my.lng");
+    EXPECT_EQ(Session().CounterPanel(), "3  Stueck");
+    Session().ShowKeyDetails(1);
+    EXPECT_EQ(Session().Description(), "nichts");
+
+    // A language that is gone by then is named once; a settings file that can not be written, too.
+    Session().BeginOptions();
+    options.SetLanguageFile("C:\\gone.lng");
+    world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
+    EXPECT_FALSE(Session().ApplyOptions());
+    Session().EndOptions();
+    EXPECT_EQ(world.prompts.messages.back(), "XCannot find language file!");
+    EXPECT_EQ(world.prompts.messages.size(), 2U);
+    EXPECT_EQ(Session().CounterPanel(), "3  Key(s)");
+}
+
+TEST_F(ShellTest, HelpIsOpenedInTheFormThatIsThere) {
+    Start("");
+    Session().ShowHelpTopics();
+    EXPECT_EQ(world.prompts.messages.back(), "XFile not found.");
+    world.disk.Put("C:\\Tamarind\\help\\index.html", "");
+    Session().ShowHelpTopics();
+    world.disk.Put("C:\\Tamarind\\Readme.chm", "");
+    Session().ShowHelpTopics();
+    EXPECT_THAT(world.programs.calls, ElementsAre("open C:\\Tamarind\\help\\index.html",
+                                                  "open C:\\Tamarind\\Readme.chm"));
+}
+
+}  // namespace
+}  // namespace tamarind

@@ -1,0 +1,212 @@
+#include "ui/toolkit/ReportList.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Lengths.h"
+
+namespace tamarind {
+namespace {
+
+// Posted by the list to itself: it has another font.
+constexpr UINT kMeasureTexts = WM_APP;
+
+constexpr UINT kSelectedState = LVIS_SELECTED | LVIS_FOCUSED;
+constexpr int kCellMargins = 24;    // pixels at 96 DPI, beside the longest text of a column
+constexpr int kMeasuredRows = 200;  // more would be a wait
+
+// Columns that want no more than an even share of the width get that, the others share the rest.
+// What nobody wants goes to all alike.
+std::vector<int> SharedWidths(std::vector<int> wanted, int width) {
+    std::vector<std::size_t> byWidth(wanted.size());
+    std::iota(byWidth.begin(), byWidth.end(), std::size_t{0});
+    std::sort(byWidth.begin(), byWidth.end(),
+              [&](std::size_t left, std::size_t right) { return wanted[left] < wanted[right]; });
+    int rest = width;
+    int columns = static_cast<int>(wanted.size());
+    for (const std::size_t column : byWidth) {
+        wanted[column] = std::min(wanted[column], rest / columns--);
+        rest -= wanted[column];
+    }
+    for (int& column : wanted) {
+        column += rest / static_cast<int>(wanted.size());
+    }
+    return wanted;
+}
+
+}  // namespace
+
+ReportList::ReportList() {
+    INITCOMMONCONTROLSEX controls{};
+    controls.dwSize = sizeof(controls);
+    controls.dwICC = ICC_LISTVIEW_CLASSES;
+    InitCommonControlsEx(&controls);
+}
+
+bool ReportList::Attach(HWND dialog, int id, const std::vector<ReportColumn>& columns,
+                        ReportRows rows) {
+    m_rows = std::move(rows);
+    if (!AttachControl(dialog, id)) {
+        return false;
+    }
+    constexpr DWORD kExtended =
+        LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
+    for (const ReportColumn& column : columns) {
+        m_titles.push_back(column.title);
+        LVCOLUMNW info{};
+        info.mask = LVCF_TEXT | LVCF_FMT;
+        info.fmt = column.isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        info.pszText = m_titles.back().data();
+        Send(LVM_INSERTCOLUMNW, m_titles.size() - 1, reinterpret_cast<LPARAM>(&info));
+    }
+    MeasureTexts();
+    return true;
+}
+
+void ReportList::SetState(int row, UINT state) {
+    LVITEMW item{};
+    item.state = state;
+    item.stateMask = kSelectedState;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void ReportList::SetRowCount(int count) {
+    if (const int row = std::exchange(m_row, kNoRow); row != kNoRow) {
+        SetState(row, 0);
+    }
+    Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
+    if (count > 0) {
+        Send(LVM_ENSUREVISIBLE, 0, FALSE);
+        MeasureTexts();
+    }
+}
+
+void ReportList::SelectRow(int row) {
+    Send(LVM_SETSELECTIONMARK, 0, row);
+    SetState(row, kSelectedState);
+    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
+
+void ReportList::Redraw() {
+    InvalidateRect(Handle(), nullptr, FALSE);
+}
+
+void ReportList::MeasureTexts() {
+    const auto widthOf = [this](const std::wstring& text) {
+        return static_cast<int>(
+            Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str())));
+    };
+    const int margins = ScaledPixels(kCellMargins, WindowDpi(Handle()));
+    const int rows = std::min(RowCount(), kMeasuredRows);
+    m_wantedWidths.clear();
+    for (const std::wstring& title : m_titles) {
+        const int column = static_cast<int>(m_wantedWidths.size());
+        int width = widthOf(title);
+        for (int row = 0; row < rows; ++row) {
+            width = std::max(width, widthOf(m_rows.text(row, column)));
+        }
+        m_wantedWidths.push_back(width + margins);
+    }
+    FitColumns();
+}
+
+void ReportList::FitColumns() {
+    RECT area{};
+    GetClientRect(Handle(), &area);
+    WPARAM column = 0;
+    for (const int width : SharedWidths(m_wantedWidths, static_cast<int>(area.right))) {
+        if (Send(LVM_GETCOLUMNWIDTH, column) != width) {
+            Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(width, 0));
+        }
+        ++column;
+    }
+}
+
+std::optional<LRESULT> ReportList::OnNotify(NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+            return 0;
+        case LVN_ITEMCHANGED:
+            OnItemChanged();
+            return 0;
+        case LVN_ODFINDITEMW:
+            return kNoRow;
+        case NM_CUSTOMDRAW:
+            return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+        case NM_DBLCLK:
+            Toggle(reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+void ReportList::OnGetDisplayInfo(LVITEMW& item) {
+    if ((item.mask & LVIF_TEXT) != 0) {
+        std::wstring& text = m_texts[m_nextText++ % m_texts.size()];
+        text = m_rows.text(item.iItem, item.iSubItem);
+        item.pszText = text.data();
+    }
+}
+
+void ReportList::OnItemChanged() {
+    const auto row =
+        static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(kNoRow), LVNI_SELECTED));
+    if (std::exchange(m_row, row) != row && m_rows.onSelected) {
+        m_rows.onSelected(row);
+    }
+}
+
+LRESULT ReportList::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREPAINT:
+            return m_rows.isPale ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+        case CDDS_ITEMPREPAINT:
+            return CDRF_NOTIFYSUBITEMDRAW;
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM: {
+            const bool isPale =
+                m_rows.isPale(static_cast<int>(draw.nmcd.dwItemSpec), draw.iSubItem);
+            draw.clrText = GetSysColor(isPale ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT);
+            return CDRF_NEWFONT;
+        }
+        default:
+            return CDRF_DODEFAULT;
+    }
+}
+
+void ReportList::Toggle(int row) const {
+    if (row != kNoRow && m_rows.onToggled) {
+        m_rows.onToggled(row);
+    }
+}
+
+std::optional<LRESULT> ReportList::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+    switch (message) {
+        case WM_SIZE:
+            FitColumns();
+            return std::nullopt;
+        case WM_SETFONT:
+            PostMessageW(Handle(), kMeasureTexts, 0, 0);
+            return std::nullopt;
+        case kMeasureTexts:
+            MeasureTexts();
+            return 0;
+        case WM_KEYDOWN:
+            if (wParam != VK_SPACE || m_row == kNoRow || !m_rows.onToggled) {
+                return std::nullopt;
+            }
+            Toggle(m_row);
+            return 0;
+        case WM_CHAR:
+            // Nothing is found by typing: the list would beep.
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace tamarind
