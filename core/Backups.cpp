@@ -1,6 +1,7 @@
 #include "core/Backups.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <tuple>
 
@@ -10,6 +11,7 @@ namespace tamarind {
 namespace {
 
 constexpr std::size_t kBackupsKept = 10;  // besides the first
+constexpr int kLargestNumber = 9999;      // in names; larger ones are not from here
 constexpr std::string_view kFirstMark = "first, ";
 constexpr std::string_view kDatePattern = "dddd-dd-dd dd.dd.dd";
 constexpr std::uint64_t kTicksPerDay = 864'000'000'000U;
@@ -37,10 +39,10 @@ bool Skip(std::string_view& text, std::string_view start) {
     return isThere;
 }
 
-// The date of a backup's name and, behind it, the number among those of one second.
+// What the name of a backup says.
 struct ParsedName {
     std::string date;
-    std::string number;
+    int number = 1;
     bool isFirst = false;
 };
 
@@ -56,16 +58,19 @@ std::optional<ParsedName> Parse(std::string_view name, std::string_view stem,
         return std::nullopt;
     }
     if (Skip(name, " ")) {
-        const auto end = std::find_if_not(name.begin(), name.end(), IsDigit);
-        parsed.number = std::string(name.begin(), end);
-        name.remove_prefix(parsed.number.size());
+        const auto [end, error] =
+            std::from_chars(name.data(), name.data() + name.size(), parsed.number);
+        if (error != std::errc() || parsed.number < 1 || parsed.number > kLargestNumber) {
+            return std::nullopt;
+        }
+        name.remove_prefix(static_cast<std::size_t>(end - name.data()));
     }
     return EqualsIgnoreCase(name, extension) ? std::optional(parsed) : std::nullopt;
 }
 
 }  // namespace
 
-Backups::Backups(FileSteps& steps, const std::string& path) : m_steps(steps) {
+Backups::Backups(FileSteps& steps, const std::string& path) : m_steps(steps), m_path(path) {
     const std::string besides = FolderWithSeparator(path);
     const std::string name = path.substr(besides.size());
     const std::size_t dot = name.find_last_of('.');
@@ -80,94 +85,116 @@ CallError Backups::ListFiles(std::vector<FolderEntry>& files) {
 
 std::vector<BackupFile> Backups::List() {
     std::vector<FolderEntry> files;
-    return ListFiles(files) == CallError::None ? Sort(files) : std::vector<BackupFile>();
-}
-
-std::vector<BackupFile> Backups::Sort(const std::vector<FolderEntry>& files) {
-    FileCalls& calls = m_steps.Calls();
-    struct Sorted {
-        bool isBelieved;
-        ParsedName name;
-        BackupFile file;
-    };
-    std::vector<Sorted> found;
-    const std::string tomorrow = DateText(calls.LocalTime(calls.NowTicks() + kTicksPerDay));
-    for (const FolderEntry& file : files) {
-        if (const auto name = Parse(file.name, m_stem, m_extension)) {
-            found.push_back({name->date <= tomorrow,
-                             *name,
-                             {m_folder + file.name, name->date, file.size, name->isFirst}});
-        }
-    }
-    std::sort(found.begin(), found.end(), [](const Sorted& left, const Sorted& right) {
-        const auto order = [](const Sorted& entry) {
-            return std::tuple(entry.isBelieved, std::string_view(entry.name.date),
-                              !entry.name.isFirst, entry.name.number.size(),
-                              std::string_view(entry.name.number));
-        };
-        return order(right) < order(left);
-    });
     std::vector<BackupFile> backups;
-    for (Sorted& entry : found) {
-        backups.push_back(std::move(entry.file));
+    if (ListFiles(files) == CallError::None) {
+        for (Entry& entry : Sort(files)) {
+            backups.push_back(std::move(entry.file));
+        }
     }
     return backups;
 }
 
-bool Backups::IsNewest(const std::vector<BackupFile>& backups, const std::string& bytes) {
-    if (backups.empty() || backups.front().size != bytes.size()) {
+std::vector<Backups::Entry> Backups::Sort(const std::vector<FolderEntry>& files) {
+    FileCalls& calls = m_steps.Calls();
+    const std::string tomorrow = DateText(calls.LocalTime(calls.NowTicks() + kTicksPerDay));
+    std::vector<Entry> entries;
+    entries.reserve(files.size());
+    for (const FolderEntry& file : files) {
+        if (const auto name = Parse(file.name, m_stem, m_extension)) {
+            entries.push_back({{m_folder + file.name, name->date, file.size, name->isFirst},
+                               name->number,
+                               name->date <= tomorrow});
+        }
+    }
+    std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+        const auto order = [](const Entry& entry) {
+            return std::tuple(entry.isBelieved, std::string_view(entry.file.date),
+                              !entry.file.isFirst, entry.number);
+        };
+        return order(right) < order(left);
+    });
+    return entries;
+}
+
+bool Backups::IsNewest(const std::string& bytes) {
+    if (m_earlier.empty() || m_earlier.front().file.size != bytes.size()) {
         return false;
     }
-    const FileBytes newest = m_steps.Read(backups.front().path);
+    const FileBytes newest = m_steps.Read(m_earlier.front().file.path);
     return newest.error == CallError::None && newest.bytes == bytes;
 }
 
-CallError Backups::Keep(const std::string& bytes) {
-    FileCalls& calls = m_steps.Calls();
+// Makes the folder if need be, reads it and puts it in order.
+CallError Backups::Load() {
     std::vector<FolderEntry> files;
     CallError error = ListFiles(files);
     if (error == CallError::FolderMissing) {
-        error = calls.MakeFolder(m_folder);
-    }
-    if (error != CallError::None) {
-        return error;
+        error = m_steps.Calls().MakeFolder(m_folder);
     }
     m_steps.RemoveTemporaries(m_folder, files);
-    const std::vector<BackupFile> earlier = Sort(files);
-    if (IsNewest(earlier, bytes)) {
-        return CallError::None;
-    }
-    const std::string mark(earlier.empty() ? kFirstMark : std::string_view());
-    const std::string date = DateText(calls.LocalTime(calls.NowTicks()));
-    error = Write(m_folder + m_stem + " (" + mark + date + ")", bytes);
-    if (error == CallError::None) {
-        Trim(earlier);
-    }
+    m_earlier = Sort(files);
     return error;
 }
 
-CallError Backups::Write(const std::string& name, const std::string& bytes) {
-    std::string temporary;
-    CallError error = m_steps.WriteTemporary(name + m_extension, bytes, temporary);
-    if (error != CallError::None) {
+std::string Backups::NewName() {
+    FileCalls& calls = m_steps.Calls();
+    const std::string date = DateText(calls.LocalTime(calls.NowTicks()));
+    int number = 1;
+    for (const Entry& entry : m_earlier) {
+        if (entry.file.date == date && !entry.file.isFirst) {
+            number = std::max(number, entry.number + 1);
+        }
+    }
+    return m_folder + m_stem + " (" +
+           std::string(m_earlier.empty() ? kFirstMark : std::string_view()) + date + ")" +
+           (number > 1 ? " " + std::to_string(number) : std::string()) + m_extension;
+}
+
+CallError Backups::Keep(const std::string& bytes) {
+    CallError error = Load();
+    if (error != CallError::None || IsNewest(bytes)) {
         return error;
     }
-    error = m_steps.Move(temporary, name + m_extension, MoveMode::KeepExisting);
-    for (int number = 2; error == CallError::Exists && number < 100; ++number) {
-        const std::string numbered = name + " " + std::to_string(number) + m_extension;
-        error = m_steps.Move(temporary, numbered, MoveMode::KeepExisting);
-    }
-    if (error != CallError::None) {
-        m_steps.Delete(temporary);
+    error = m_steps.WriteAndMove(NewName(), bytes, MoveMode::KeepExisting);
+    if (error == CallError::None) {
+        Trim();
     }
     return error;
 }
 
-void Backups::Trim(const std::vector<BackupFile>& earlier) {
+CallError Backups::Prepare(bool& isNeeded) {
+    const CallError error = Load();
+    isNeeded = true;
+    if (error == CallError::None && !m_earlier.empty()) {
+        const auto stamp = m_steps.Calls().Stamp(m_path);
+        if (stamp && stamp->size == m_earlier.front().file.size) {
+            const FileBytes present = m_steps.Read(m_path);
+            isNeeded = present.error != CallError::None || !IsNewest(present.bytes);
+        }
+    }
+    return error;
+}
+
+std::string Backups::OldName() const {
+    return m_folder + m_stem + m_extension + ".~old";
+}
+
+CallError Backups::Adopt() {
+    CallError error = m_earlier.empty() ? Load() : CallError::None;
+    if (error == CallError::None) {
+        error = m_steps.Move(OldName(), NewName(), MoveMode::KeepExisting);
+    }
+    if (error == CallError::None) {
+        Trim();
+    }
+    return error;
+}
+
+void Backups::Trim() {
     std::size_t kept = 1;  // the new one, whatever the clock has said before
-    for (const BackupFile& backup : earlier) {
-        if (!backup.isFirst && ++kept > kBackupsKept) {
-            m_steps.Delete(backup.path);
+    for (const Entry& backup : m_earlier) {
+        if (!backup.file.isFirst && ++kept > kBackupsKept) {
+            m_steps.Delete(backup.file.path);
         }
     }
 }

@@ -23,17 +23,32 @@ public:
     // deleted are no error.
     CallError Keep(const std::string& bytes);
 
+    // Gets ready for the file itself to become a backup: a replacement moves it to OldName, and
+    // Adopt gives it its name. `isNeeded` says whether its content differs from the newest one.
+    CallError Prepare(bool& isNeeded);
+    std::string OldName() const;
+    CallError Adopt();
+
 private:
+    struct Entry {
+        BackupFile file;
+        int number = 1;  // among those of the same second
+        bool isBelieved = true;
+    };
+
     CallError ListFiles(std::vector<FolderEntry>& files);
-    std::vector<BackupFile> Sort(const std::vector<FolderEntry>& files);
-    bool IsNewest(const std::vector<BackupFile>& backups, const std::string& bytes);
-    CallError Write(const std::string& name, const std::string& bytes);
-    void Trim(const std::vector<BackupFile>& earlier);
+    CallError Load();
+    std::vector<Entry> Sort(const std::vector<FolderEntry>& files);
+    bool IsNewest(const std::string& bytes);
+    std::string NewName();
+    void Trim();
 
     FileSteps& m_steps;
+    std::string m_path;
     std::string m_folder;
     std::string m_stem;  // of the file's name, which the names of the backups begin with
     std::string m_extension;
+    std::vector<Entry> m_earlier;  // as of the last Load
 };
 
 }  // namespace tamarind

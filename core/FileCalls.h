@@ -64,9 +64,9 @@ struct CivilTime {
 };
 
 // A file that is open for writing, and closed by the destructor.
-class OpenFile {
+class WritableFile {
 public:
-    virtual ~OpenFile() = default;
+    virtual ~WritableFile() = default;
 
     // Goes on writing at the end of what was written before, from the file's start; `written` may
     // come out as less than was asked for.
@@ -97,11 +97,12 @@ public:
     virtual CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) = 0;
 
     virtual CallError Open(const std::string& path, OpenMode mode,
-                           std::unique_ptr<OpenFile>& file) = 0;
+                           std::unique_ptr<WritableFile>& file) = 0;
 
-    // Puts `replacement` in the place of the file, which passes on its rights and its times of
-    // creation and may be left under the name `backup`. This is no single step: an end of the
-    // program in its middle leaves nothing under `path` and the old file under `backup`.
+    // Puts `replacement` in the place of the file, which passes on its rights and the time of its
+    // creation and gets the name `backup`, in this folder or one below. This is no single step: an
+    // end of the program in its middle may leave nothing under `path`, and the old file under
+    // `backup`.
     virtual CallError Replace(const std::string& path, const std::string& replacement,
                               const std::string& backup) = 0;
     virtual CallError Move(const std::string& from, const std::string& to, MoveMode mode) = 0;

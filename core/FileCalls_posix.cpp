@@ -87,9 +87,9 @@ private:
     int m_value;
 };
 
-class PosixOpenFile final : public OpenFile {
+class PosixFile final : public WritableFile {
 public:
-    explicit PosixOpenFile(int descriptor) : m_file(descriptor) {}
+    explicit PosixFile(int descriptor) : m_file(descriptor) {}
 
     CallError Write(std::string_view bytes, std::size_t& written) override {
         const ssize_t count = write(m_file.Get(), bytes.data(), bytes.size());
@@ -114,12 +114,6 @@ private:
     Descriptor m_file;
 };
 
-// Puts the new names in a folder on the disk.
-CallError FlushFolderOf(const std::string& path) {
-    const Descriptor folder(open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return ErrorIfNegative(folder.Get() < 0 ? -1 : fsync(folder.Get()));
-}
-
 class PosixFileCalls final : public FileCalls {
 public:
     FileFacts Inspect(const std::string& path) override;
@@ -127,7 +121,7 @@ public:
     FileBytes Read(const std::string& path, std::uint64_t maxBytes) override;
     CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override;
     CallError Open(const std::string& path, OpenMode mode,
-                   std::unique_ptr<OpenFile>& file) override;
+                   std::unique_ptr<WritableFile>& file) override;
     CallError Replace(const std::string& path, const std::string& replacement,
                       const std::string& backup) override;
     CallError Move(const std::string& from, const std::string& to, MoveMode mode) override;
@@ -232,18 +226,18 @@ CallError PosixFileCalls::List(const std::string& pathPrefix, std::vector<Folder
 }
 
 CallError PosixFileCalls::Open(const std::string& path, OpenMode mode,
-                               std::unique_ptr<OpenFile>& file) {
+                               std::unique_ptr<WritableFile>& file) {
     const int flags = mode == OpenMode::New ? O_CREAT | O_EXCL : 0;
     const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
     if (descriptor < 0) {
         return mode == OpenMode::New ? ErrorInFolder(descriptor) : ErrorIfNegative(descriptor);
     }
-    file = std::make_unique<PosixOpenFile>(descriptor);
+    file = std::make_unique<PosixFile>(descriptor);
     return CallError::None;
 }
 
 CallError PosixFileCalls::Replace(const std::string& path, const std::string& replacement,
-                                  const std::string& /*backup*/) {
+                                  const std::string& backup) {
     struct stat info = {};
     if (stat(path.c_str(), &info) != 0 || chmod(replacement.c_str(), info.st_mode & 07777) != 0) {
         return ErrorOf(errno);
@@ -252,18 +246,15 @@ CallError PosixFileCalls::Replace(const std::string& path, const std::string& re
     if (chown(replacement.c_str(), info.st_uid, info.st_gid) != 0 && errno != EPERM) {
         return ErrorOf(errno);
     }
-    return Move(replacement, path, MoveMode::Overwrite);
+    if (renameat2(AT_FDCWD, replacement.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0) {
+        return errno == EINVAL ? CallError::Unsupported : ErrorOf(errno);
+    }
+    return Move(replacement, backup, MoveMode::Overwrite);
 }
 
 CallError PosixFileCalls::Move(const std::string& from, const std::string& to, MoveMode mode) {
     const unsigned flags = mode == MoveMode::KeepExisting ? RENAME_NOREPLACE : 0;
-    const CallError error =
-        ErrorIfNegative(renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), flags));
-    // A name that the disk does not have yet is no failure: until then it has the other one.
-    if (error == CallError::None) {
-        static_cast<void>(FlushFolderOf(to));
-    }
-    return error;
+    return ErrorIfNegative(renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), flags));
 }
 
 std::shared_ptr<FileLock> PosixFileCalls::Lock(const std::string& name, unsigned milliseconds) {

@@ -68,9 +68,9 @@ CallError ErrorUnless(BOOL succeeded) {
     return succeeded ? CallError::None : ErrorOf(GetLastError());
 }
 
-class WinOpenFile final : public OpenFile {
+class WinFile final : public WritableFile {
 public:
-    explicit WinOpenFile(UniqueFile file) : m_file(std::move(file)) {}
+    explicit WinFile(UniqueFile file) : m_file(std::move(file)) {}
 
     CallError Write(std::string_view bytes, std::size_t& written) override {
         const auto count = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1U << 20));
@@ -133,7 +133,7 @@ public:
     FileBytes Read(const std::string& path, std::uint64_t maxBytes) override;
     CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override;
     CallError Open(const std::string& path, OpenMode mode,
-                   std::unique_ptr<OpenFile>& file) override;
+                   std::unique_ptr<WritableFile>& file) override;
     CallError Replace(const std::string& path, const std::string& replacement,
                       const std::string& backup) override;
     CallError Move(const std::string& from, const std::string& to, MoveMode mode) override;
@@ -244,7 +244,7 @@ CallError WinFileCalls::List(const std::string& pathPrefix, std::vector<FolderEn
 }
 
 CallError WinFileCalls::Open(const std::string& path, OpenMode mode,
-                             std::unique_ptr<OpenFile>& file) {
+                             std::unique_ptr<WritableFile>& file) {
     const bool isNew = mode == OpenMode::New;
     UniqueFile opened(
         CreateFileW(LongPath(path).c_str(), GENERIC_WRITE, isNew ? 0 : FILE_SHARE_READ, nullptr,
@@ -252,7 +252,7 @@ CallError WinFileCalls::Open(const std::string& path, OpenMode mode,
     if (!opened) {
         return ErrorOf(GetLastError());
     }
-    file = std::make_unique<WinOpenFile>(std::move(opened));
+    file = std::make_unique<WinFile>(std::move(opened));
     return CallError::None;
 }
 

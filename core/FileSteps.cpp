@@ -23,7 +23,7 @@ bool MayPass(CallError error) {
            error == CallError::Locked || error == CallError::UnableToRemoveOld;
 }
 
-CallError WriteAll(OpenFile& file, std::string_view bytes) {
+CallError WriteAll(WritableFile& file, std::string_view bytes) {
     while (!bytes.empty()) {
         std::size_t written = 0;
         const CallError error = file.Write(bytes, written);
@@ -125,12 +125,25 @@ CallError FileSteps::WriteTemporary(const std::string& path, const std::string& 
     return error;
 }
 
+CallError FileSteps::WriteAndMove(const std::string& path, const std::string& bytes,
+                                  MoveMode mode) {
+    std::string temporary;
+    CallError error = WriteTemporary(path, bytes, temporary);
+    if (error == CallError::None) {
+        error = Move(temporary, path, mode);
+        if (error != CallError::None) {
+            Delete(temporary);
+        }
+    }
+    return error;
+}
+
 CallError FileSteps::WriteInPlace(const std::string& path, const std::string& bytes) {
     return Write(path, OpenMode::InPlace, bytes);
 }
 
 CallError FileSteps::Write(const std::string& path, OpenMode mode, const std::string& bytes) {
-    std::unique_ptr<OpenFile> file;
+    std::unique_ptr<WritableFile> file;
     CallError error = Retry([&] { return m_calls.Open(path, mode, file); });
     if (error != CallError::None) {
         return error;

@@ -35,6 +35,9 @@ public:
     CallError WriteTemporary(const std::string& path, const std::string& bytes,
                              std::string& temporary);
 
+    // Makes a file of that name by way of a temporary one.
+    CallError WriteAndMove(const std::string& path, const std::string& bytes, MoveMode mode);
+
     // Overwrites an existing file, waits until the disk has it and reads it back. The file is not
     // whole meanwhile, nor after an error.
     CallError WriteInPlace(const std::string& path, const std::string& bytes);

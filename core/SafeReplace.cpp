@@ -92,7 +92,7 @@ CallError SafeReplace::ReplaceLocked(const std::string& path, const std::string&
     // Another copy of the program or this one may have changed what is there a moment ago.
     const FileFacts facts = Locate(path);
     if (facts.error == CallError::NotFound) {
-        return PutNew(path, bytes);
+        return m_steps.WriteAndMove(path, bytes, MoveMode::Overwrite);
     }
     if (facts.error != CallError::None) {
         return facts.error;
@@ -103,18 +103,6 @@ CallError SafeReplace::ReplaceLocked(const std::string& path, const std::string&
     return facts.links > 1 ? OverwriteLinked(path, bytes, backup) : ReplaceOld(path, bytes, backup);
 }
 
-CallError SafeReplace::PutNew(const std::string& path, const std::string& bytes) {
-    std::string temporary;
-    CallError error = m_steps.WriteTemporary(path, bytes, temporary);
-    if (error == CallError::None) {
-        error = m_steps.Move(temporary, path, MoveMode::Overwrite);
-        if (error != CallError::None) {
-            m_steps.Delete(temporary);
-        }
-    }
-    return error;
-}
-
 CallError SafeReplace::ReplaceOld(const std::string& path, const std::string& bytes,
                                   Backup backup) {
     std::string temporary;
@@ -122,12 +110,21 @@ CallError SafeReplace::ReplaceOld(const std::string& path, const std::string& by
     if (error != CallError::None) {
         return error;
     }
+    Backups backups(m_steps, path);
+    bool isKept = false;
     if (backup == Backup::Yes) {
-        const FileBytes old = m_steps.Read(path);
-        error = old.error == CallError::None ? Backups(m_steps, path).Keep(old.bytes) : old.error;
+        error = backups.Prepare(isKept);
     }
+    const std::string old = isKept ? backups.OldName() : OldName(path);
     if (error == CallError::None) {
-        error = m_steps.Retry([&] { return Exchange(path, temporary); });
+        error = m_steps.Retry([&] { return Exchange(path, temporary, old); });
+        if (error == CallError::Unsupported) {
+            error = MoveOver(path, temporary, isKept);
+        } else if (error == CallError::None && isKept) {
+            backups.Adopt();  // if it cannot yet, the next read of the folder does
+        } else if (error == CallError::None) {
+            m_steps.Delete(old);
+        }
     }
     if (error != CallError::None) {
         m_steps.Delete(temporary);
@@ -137,26 +134,37 @@ CallError SafeReplace::ReplaceOld(const std::string& path, const std::string& by
 
 // One try to put the temporary file in the place of the real one. On an error the old file has its
 // name, unless even giving it back has failed: the next read does that then.
-CallError SafeReplace::Exchange(const std::string& path, const std::string& temporary) {
-    const std::string old = OldName(path);
+CallError SafeReplace::Exchange(const std::string& path, const std::string& temporary,
+                                const std::string& old) {
     const CallError error = m_steps.Calls().Replace(path, temporary, old);
     switch (error) {
         case CallError::None:
-            m_steps.Delete(old);
-            break;
         case CallError::Unsupported:
-            return m_steps.Calls().Move(temporary, path, MoveMode::Overwrite);
         case CallError::UnableToRemoveOld:
-            break;  // both have their names
+            break;  // after the last two both have their names
         case CallError::UnableToMoveNew:
         case CallError::UnableToMoveNewAtAll:
         default:
-            // After the last two the old file bears the backup's name, of the other errors nobody
+            // After the first two the old file bears the backup's name, of the other errors nobody
             // says where it is. The move does nothing if it is in its place.
             m_steps.Move(old, path, MoveMode::KeepExisting);
             break;
     }
     return error;
+}
+
+// Where the file system has no such replacement: the old file gives way, so its backup is a copy.
+CallError SafeReplace::MoveOver(const std::string& path, const std::string& temporary,
+                                bool isKept) {
+    if (isKept) {
+        const FileBytes old = m_steps.Read(path);
+        const CallError error =
+            old.error == CallError::None ? Backups(m_steps, path).Keep(old.bytes) : old.error;
+        if (error != CallError::None) {
+            return error;
+        }
+    }
+    return m_steps.Move(temporary, path, MoveMode::Overwrite);
 }
 
 // Another file in its place would part the names, so a file with several is overwritten: it is the
@@ -170,7 +178,7 @@ CallError SafeReplace::OverwriteLinked(const std::string& path, const std::strin
         error = Backups(m_steps, path).Keep(old.bytes);
     }
     if (error == CallError::None) {
-        error = KeepWhole(path, old.bytes);
+        error = m_steps.WriteAndMove(WholeName(path), old.bytes, MoveMode::Overwrite);
     }
     if (error != CallError::None) {
         return error;
@@ -185,22 +193,11 @@ CallError SafeReplace::OverwriteLinked(const std::string& path, const std::strin
     return error;
 }
 
-CallError SafeReplace::KeepWhole(const std::string& path, const std::string& bytes) {
-    std::string temporary;
-    CallError error = m_steps.WriteTemporary(path, bytes, temporary);
-    if (error == CallError::None) {
-        error = m_steps.Move(temporary, WholeName(path), MoveMode::Overwrite);
-        if (error != CallError::None) {
-            m_steps.Delete(temporary);
-        }
-    }
-    return error;
-}
-
 bool SafeReplace::HasLeftovers(const std::string& path) {
     const std::string finalPath = Locate(path).finalPath;
     FileCalls& calls = m_steps.Calls();
-    return calls.Stamp(WholeName(finalPath)) || calls.Stamp(OldName(finalPath));
+    return calls.Stamp(WholeName(finalPath)) || calls.Stamp(OldName(finalPath)) ||
+           calls.Stamp(Backups(m_steps, finalPath).OldName());
 }
 
 FileError SafeReplace::Recover(const std::string& path) {
@@ -214,16 +211,19 @@ CallError SafeReplace::FinishInterrupted(const std::string& path) {
     if (m_steps.Calls().Stamp(WholeName(path))) {
         error = RestoreWhole(path);
     }
-    if (error == CallError::None && m_steps.Calls().Stamp(OldName(path))) {
-        error = m_steps.Move(OldName(path), path, MoveMode::KeepExisting);
-        if (error == CallError::Exists) {
-            m_steps.Delete(OldName(path));
-            error = CallError::None;
+    Backups backups(m_steps, path);
+    for (const std::string& old : {OldName(path), backups.OldName()}) {
+        if (error == CallError::None && m_steps.Calls().Stamp(old)) {
+            error = m_steps.Move(old, path, MoveMode::KeepExisting);
+            if (error == CallError::Exists) {
+                // The file has been replaced, and only the end of that is missing.
+                error = old == backups.OldName() ? backups.Adopt() : CallError::None;
+                m_steps.Delete(OldName(path));
+            }
         }
     }
     std::vector<FolderEntry> files;
-    if (m_steps.Calls().List(path + std::string(FileSteps::kTemporaryMark), files) ==
-        CallError::None) {
+    if (m_steps.Calls().List(path + ".~", files) == CallError::None) {
         m_steps.RemoveTemporaries(FolderWithSeparator(path), files);
     }
     return error;
@@ -258,7 +258,7 @@ FileError SafeReplace::Check(const std::string& path) {
     // Attributes and lists of rights do not tell what a folder on a server or on a protected disk
     // takes. Here a refusal is not tried again: a user is waiting for the file to open.
     const std::string probe = facts.finalPath + std::string(FileSteps::kTemporaryMark) + "00000000";
-    std::unique_ptr<OpenFile> file;
+    std::unique_ptr<WritableFile> file;
     const CallError error = m_steps.Calls().Open(probe, OpenMode::New, file);
     file.reset();
     if (error == CallError::None) {
@@ -268,7 +268,12 @@ FileError SafeReplace::Check(const std::string& path) {
 }
 
 std::vector<BackupFile> SafeReplace::ListBackups(const std::string& path) {
-    return Backups(m_steps, Locate(path).finalPath).List();
+    const std::string finalPath = Locate(path).finalPath;
+    Backups backups(m_steps, finalPath);
+    if (m_steps.Calls().Stamp(backups.OldName())) {
+        Recover(path);
+    }
+    return backups.List();
 }
 
 }  // namespace tamarind

@@ -12,10 +12,10 @@ namespace tamarind {
 // Replaces files so that at every moment a whole copy of the old content or of the new one is on
 // the disk, whatever fails and whenever the program or the machine stops.
 //
-// Beside the file three names are in use meanwhile: "<name>.~new-<number>" for what is going to
-// replace it, "<name>.~old" for what has just been replaced, and "<name>.~whole" for the old
-// content while a file with several hard links is overwritten. What a crash leaves under them is
-// put back or deleted by the next read or replacement.
+// Meanwhile these names are in use: "<name>.~new-<number>" for what is going to replace the file,
+// "<name>.~old", in the folder of the backups if it becomes one, for what is being replaced, and
+// "<name>.~whole" for the old content while a file with several hard links is overwritten. What a
+// crash leaves under them is put back or deleted by the next read or replacement.
 class SafeReplace {
 public:
     explicit SafeReplace(FileCalls& calls) : m_steps(calls) {}
@@ -39,11 +39,11 @@ private:
     FileFacts LocateNew(const std::string& path);
     std::shared_ptr<FileLock> LockFinal(const std::string& finalPath);
     CallError ReplaceLocked(const std::string& path, const std::string& bytes, Backup backup);
-    CallError PutNew(const std::string& path, const std::string& bytes);
     CallError ReplaceOld(const std::string& path, const std::string& bytes, Backup backup);
-    CallError Exchange(const std::string& path, const std::string& temporary);
+    CallError Exchange(const std::string& path, const std::string& temporary,
+                       const std::string& old);
+    CallError MoveOver(const std::string& path, const std::string& temporary, bool isKept);
     CallError OverwriteLinked(const std::string& path, const std::string& bytes, Backup backup);
-    CallError KeepWhole(const std::string& path, const std::string& bytes);
     CallError FinishInterrupted(const std::string& path);
     CallError RestoreWhole(const std::string& path);
 

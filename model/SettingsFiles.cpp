@@ -27,7 +27,7 @@ public:
         if (value.empty() || value == "0") {
             return {};
         }
-        const std::string expanded = ExpandPathVariables(std::string(value), m_environment);
+        std::string expanded = ExpandPathVariables(std::string(value), m_environment);
         const bool hasDrive = expanded.size() > 1 && expanded[1] == ':';
         const bool isRooted = !expanded.empty() && (expanded[0] == '\\' || expanded[0] == '/');
         if (expanded.empty() || hasDrive || isRooted) {

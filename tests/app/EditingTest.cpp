@@ -203,5 +203,38 @@ TEST_F(EditingTest, AValueThatIsTooLongStaysInTheBox) {
     EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));
 }
 
+TEST_F(EditingTest, WhatAnotherProgramWritesMeanwhileIsKept) {
+    Start();
+    FocusList();
+    TypeWithXdotool("key Return");
+    ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
+    folder.Write(L"Wincmd.ini",
+                 "[Colors]\r\nBackColor=6\r\n[Configuration]\r\nPanelsVertical=1\r\n"
+                 "ShowHidden=9\r\n");
+    TypeWithXdotool("key 7 Return");
+    ASSERT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+    TypeWithXdotool("key ctrl+s");
+    ASSERT_TRUE(program->WaitForRow(1, "ShowHidden=9"));
+    const char* const both =
+        "[Colors]\r\nBackColor=6\r\n[Configuration]\r\nPanelsVertical=7\r\nShowHidden=9\r\n";
+    EXPECT_TRUE(WaitUntil([&] { return folder.Read(L"Wincmd.ini") == both; }));
+    EXPECT_EQ(program->ListRows(9).at(2), "BackColor=6");
+}
+
+TEST_F(EditingTest, KeysAreFoundFromTheKeyboard) {
+    Start();
+    program->TypeFirst("key ctrl+f");
+    const HWND search = program->WaitForWindow(L"frmSearchFor");
+    ASSERT_NE(search, nullptr);
+    RunningProgram::TypeInto(search, "key h i d Return");
+    ASSERT_TRUE(WaitUntil([&] { return program->SelectedRow() == 1; }));
+    TypeWithXdotool("key Return");
+    const HWND message = program->WaitForDialog();
+    EXPECT_THAT(RunningProgram::DialogText(message), HasSubstr("Cannot find \"hid\""));
+    program->Answer(message, IDOK);
+    RunningProgram::TypeInto(search, "key Escape");
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(search); }));
+}
+
 }  // namespace
 }  // namespace tamarind

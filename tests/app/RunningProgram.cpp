@@ -166,19 +166,23 @@ HWND RunningProgram::WaitForMainWindow() {
 
 // Waits outside: the X server's own word for the focus is the only one that counts. Wine keeps the
 // number of a window's X window in a property.
-void RunningProgram::TypeFirst(const std::string& arguments) const {
-    HANDLE window = nullptr;
-    WaitUntil([&] { return (window = GetPropW(m_main, L"__wine_x11_whole_window")) != nullptr; });
-    const std::string number = std::to_string(reinterpret_cast<std::uintptr_t>(window));
+void RunningProgram::TypeInto(HWND window, const std::string& arguments) {
+    HANDLE outer = nullptr;
+    WaitUntil([&] { return (outer = GetPropW(window, L"__wine_x11_whole_window")) != nullptr; });
+    const std::string number = std::to_string(reinterpret_cast<std::uintptr_t>(outer));
     StartUnixProgram(L"\\bin\\sh",
                      "sh -c \"for try in $(seq 500); do [ $(xdotool getwindowfocus) = " + number +
                          " ] && break; sleep 0.02; done; xdotool " + arguments + "\"");
 }
 
+HWND RunningProgram::WaitForWindow(const wchar_t* windowClass) const {
+    HWND window = nullptr;
+    WaitUntil([&] { return (window = FindWindowOf(windowClass)) != nullptr; });
+    return window;
+}
+
 HWND RunningProgram::WaitForDialog() {
-    HWND dialog = nullptr;
-    WaitUntil([&] { return (dialog = FindWindowOf(L"#32770")) != nullptr; });
-    return dialog;
+    return WaitForWindow(L"#32770");
 }
 
 std::string RunningProgram::DialogText(HWND dialog) {

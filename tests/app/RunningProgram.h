@@ -42,9 +42,12 @@ public:
 
     // The main window once it is shown, or null.
     HWND WaitForMainWindow();
-    // As TypeWithXdotool, once the X server sends keys to the main window. Windows may call it the
-    // foreground window before that.
-    void TypeFirst(const std::string& arguments) const;
+    // As TypeWithXdotool, once the X server sends keys to the main window, or to another one.
+    // Windows may call it the foreground window before that.
+    void TypeFirst(const std::string& arguments) const { TypeInto(m_main, arguments); }
+    static void TypeInto(HWND window, const std::string& arguments);
+    // A shown window of the program of that class, or null.
+    HWND WaitForWindow(const wchar_t* windowClass) const;
     // A message box or file dialog of the program, or null.
     HWND WaitForDialog();
     // The texts of a dialog's static controls, one after the other.

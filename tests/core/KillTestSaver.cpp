@@ -1,5 +1,6 @@
 // Saves settings.ini in the present folder over and over, each time with other bytes, until it is
 // killed or finds a file named "stop". It begins with reading what the one before it has left.
+#include <cstdlib>
 #include <string>
 
 #include "core/FileSystem.h"
@@ -21,6 +22,7 @@ std::string ContentOf(int save) {
 int main() {
     constexpr int kNotWhole = 3;
     constexpr int kNotSaved = 4;
+    constexpr int kMissing = 5;
     const std::string path = "settings.ini";
     tamarind::DiskFileSystem disk;
     const tamarind::FileContent found = disk.Read(path, 1U << 20);
@@ -30,6 +32,8 @@ int main() {
         if (found.bytes != ContentOf(save)) {
             return kNotWhole;
         }
+    } else if (!disk.ListBackups(path).empty()) {
+        return kMissing;
     }
     do {
         if (disk.ReplaceWithBackup(path, ContentOf(++save)) != tamarind::FileError::None) {

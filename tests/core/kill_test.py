@@ -27,29 +27,36 @@ def state_of(folder: pathlib.Path) -> str:
     """What a kill has left; raises an error if no whole copy is where it has to be."""
     for backup in folder.glob("settings.ini backups/*.ini"):
         assert is_whole(backup.read_bytes()), f"{backup.name} is not whole"
-    names = {path.name for path in folder.glob("settings.ini.*")}
+    names = {path.name for path in folder.glob("**/settings.ini.~*")}
     path = folder / "settings.ini"
     if not path.exists():
-        path = folder / "settings.ini.~old"
+        path = folder / "settings.ini backups/settings.ini.~old"
     assert is_whole(path.read_bytes()), f"{path.name} is not whole"
     kinds = sorted({name.split(".~")[1][:3] for name in names})
     return f"{path.name} whole, beside it {' and '.join(kinds) or 'nothing'}"
 
 
+def stamp_of(path: pathlib.Path) -> int | None:
+    try:
+        return path.stat().st_mtime_ns
+    except FileNotFoundError:
+        return None
+
+
 def kill_once(program: list[str], folder: pathlib.Path) -> None:
     path = folder / "settings.ini"
-
-    def stamp() -> object:
-        return path.stat().st_mtime_ns if path.exists() else None
-
-    before = stamp()
-    with subprocess.Popen(program, cwd=folder) as process:
+    before = stamp_of(path)
+    process = subprocess.Popen(program, cwd=folder)
+    try:
         end = time.monotonic() + WAIT_SECONDS
-        while stamp() in (before, None):
+        while stamp_of(path) in (before, None):
             assert process.poll() is None, f"the program has ended with {process.returncode}"
             assert time.monotonic() < end, "the program does not save"
         time.sleep(random.uniform(0, 0.02))
+        assert process.poll() is None, f"the program has ended with {process.returncode}"
+    finally:
         process.kill()
+        process.wait()
 
 
 def main(kills: int, program: list[str]) -> None:
@@ -65,7 +72,7 @@ def main(kills: int, program: list[str]) -> None:
         left = sorted(path.name for path in folder.iterdir())
         assert left == ["settings.ini", "settings.ini backups", "stop"], left
         saves = (folder / "settings.ini").read_bytes().split()[0].decode()
-    print(f"{kills} kills during {saves} saves, and the file was whole after each:")
+    print(f"{kills} kills during {saves} saves; each left a whole copy, which the next start has read:")
     for state, count in states.most_common():
         print(f"{count:6} x {state}")
 

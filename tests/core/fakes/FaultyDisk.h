@@ -121,7 +121,7 @@ public:
         return error == CallError::None ? FolderError(pathPrefix) : error;
     }
     CallError Open(const std::string& path, OpenMode mode,
-                   std::unique_ptr<OpenFile>& file) override {
+                   std::unique_ptr<WritableFile>& file) override {
         CallError error = Begin();
         const bool isNew = mode == OpenMode::New;
         if (error == CallError::None && isNew) {
@@ -205,7 +205,7 @@ private:
         std::string flushed;
     };
 
-    class File final : public OpenFile {
+    class File final : public WritableFile {
     public:
         File(FaultyDisk& disk, std::shared_ptr<Node> node)
             : m_disk(disk), m_node(std::move(node)) {}
