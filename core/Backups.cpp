@@ -124,8 +124,7 @@ bool Backups::IsNewest(const std::string& bytes) {
     return newest.error == CallError::None && newest.bytes == bytes;
 }
 
-// Makes the folder if need be, reads it and puts it in order.
-CallError Backups::Load() {
+CallError Backups::PutInOrder() {
     std::vector<FolderEntry> files;
     CallError error = ListFiles(files);
     if (error == CallError::FolderMissing) {
@@ -133,6 +132,16 @@ CallError Backups::Load() {
     }
     m_steps.RemoveTemporaries(m_folder, files);
     m_earlier = Sort(files);
+    const bool hasOld = std::any_of(files.begin(), files.end(), [this](const FolderEntry& file) {
+        return EqualsIgnoreCase(m_folder + file.name, OldName());
+    });
+    if (error == CallError::None && hasOld) {
+        error = Adopt();
+        if (error == CallError::None) {
+            error = ListFiles(files);
+            m_earlier = Sort(files);
+        }
+    }
     return error;
 }
 
@@ -151,7 +160,7 @@ std::string Backups::NewName() {
 }
 
 CallError Backups::Keep(const std::string& bytes) {
-    CallError error = Load();
+    CallError error = PutInOrder();
     if (error != CallError::None || IsNewest(bytes)) {
         return error;
     }
@@ -163,7 +172,7 @@ CallError Backups::Keep(const std::string& bytes) {
 }
 
 CallError Backups::Prepare(bool& isNeeded) {
-    const CallError error = Load();
+    const CallError error = PutInOrder();
     isNeeded = true;
     if (error == CallError::None && !m_earlier.empty()) {
         const auto stamp = m_steps.Calls().Stamp(m_path);
@@ -180,10 +189,7 @@ std::string Backups::OldName() const {
 }
 
 CallError Backups::Adopt() {
-    CallError error = m_earlier.empty() ? Load() : CallError::None;
-    if (error == CallError::None) {
-        error = m_steps.Move(OldName(), NewName(), MoveMode::KeepExisting);
-    }
+    const CallError error = m_steps.Move(OldName(), NewName(), MoveMode::KeepExisting);
     if (error == CallError::None) {
         Trim();
     }

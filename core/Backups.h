@@ -23,6 +23,9 @@ public:
     // deleted are no error.
     CallError Keep(const std::string& bytes);
 
+    // Reads the folder, makes it if need be, and finishes what a crash has left in it.
+    CallError PutInOrder();
+
     // Gets ready for the file itself to become a backup: a replacement moves it to OldName, and
     // Adopt gives it its name. `isNeeded` says whether its content differs from the newest one.
     CallError Prepare(bool& isNeeded);
@@ -37,7 +40,6 @@ private:
     };
 
     CallError ListFiles(std::vector<FolderEntry>& files);
-    CallError Load();
     std::vector<Entry> Sort(const std::vector<FolderEntry>& files);
     bool IsNewest(const std::string& bytes);
     std::string NewName();
@@ -48,7 +50,7 @@ private:
     std::string m_folder;
     std::string m_stem;  // of the file's name, which the names of the backups begin with
     std::string m_extension;
-    std::vector<Entry> m_earlier;  // as of the last Load
+    std::vector<Entry> m_earlier;  // as of the last PutInOrder
 };
 
 }  // namespace tamarind

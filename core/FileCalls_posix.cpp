@@ -47,6 +47,7 @@ CallError ErrorOf(int code) {
             return CallError::DiskFull;
         case ENOSYS:
         case EOPNOTSUPP:
+        case EXDEV:
             return CallError::Unsupported;
         default:
             return CallError::Other;
@@ -105,14 +106,27 @@ private:
     Descriptor m_file;
 };
 
-// The lock goes with the descriptor.
+// The lock goes with the descriptor, and its file with the lock.
 class DescriptorLock final : public FileLock {
 public:
-    explicit DescriptorLock(Descriptor file) : m_file(std::move(file)) {}
+    DescriptorLock(Descriptor file, std::string path)
+        : m_file(std::move(file)), m_path(std::move(path)) {}
+    ~DescriptorLock() override { unlink(m_path.c_str()); }
+    DescriptorLock(const DescriptorLock&) = delete;
+    DescriptorLock& operator=(const DescriptorLock&) = delete;
 
 private:
     Descriptor m_file;
+    std::string m_path;
 };
+
+// Whoever had the lock before may have deleted the file that is open here.
+bool IsStillThere(int file, const std::string& path) {
+    struct stat opened = {};
+    struct stat present = {};
+    return fstat(file, &opened) == 0 && stat(path.c_str(), &present) == 0 &&
+           opened.st_ino == present.st_ino;
+}
 
 class PosixFileCalls final : public FileCalls {
 public:
@@ -246,10 +260,17 @@ CallError PosixFileCalls::Replace(const std::string& path, const std::string& re
     if (chown(replacement.c_str(), info.st_uid, info.st_gid) != 0 && errno != EPERM) {
         return ErrorOf(errno);
     }
-    if (renameat2(AT_FDCWD, replacement.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0) {
+    const auto exchange = [&] {
+        return renameat2(AT_FDCWD, replacement.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE);
+    };
+    if (exchange() != 0) {
         return errno == EINVAL ? CallError::Unsupported : ErrorOf(errno);
     }
-    return Move(replacement, backup, MoveMode::Overwrite);
+    const CallError error = Move(replacement, backup, MoveMode::Overwrite);
+    if (error != CallError::None && exchange() != 0) {
+        return CallError::Other;
+    }
+    return error;
 }
 
 CallError PosixFileCalls::Move(const std::string& from, const std::string& to, MoveMode mode) {
@@ -259,18 +280,18 @@ CallError PosixFileCalls::Move(const std::string& from, const std::string& to, M
 
 std::shared_ptr<FileLock> PosixFileCalls::Lock(const std::string& name, unsigned milliseconds) {
     const std::string path = (fs::temp_directory_path() / (name + ".lock")).string();
-    Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
-    if (file.Get() < 0) {
-        return nullptr;
-    }
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    while (flock(file.Get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= end) {
+    while (std::chrono::steady_clock::now() < end) {
+        Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+        if (file.Get() < 0) {
             return nullptr;
         }
-        Sleep(5);
+        if (flock(file.Get(), LOCK_EX | LOCK_NB) == 0 && IsStillThere(file.Get(), path)) {
+            return std::make_shared<DescriptorLock>(std::move(file), path);
+        }
+        Sleep(1);
     }
-    return std::make_shared<DescriptorLock>(std::move(file));
+    return nullptr;
 }
 
 std::uint64_t PosixFileCalls::NowTicks() {

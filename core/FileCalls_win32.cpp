@@ -52,6 +52,7 @@ CallError ErrorOf(DWORD code) {
         case ERROR_INVALID_PARAMETER:
         case ERROR_CALL_NOT_IMPLEMENTED:
         case ERROR_INVALID_LEVEL:
+        case ERROR_NOT_SAME_DEVICE:
             return CallError::Unsupported;
         case ERROR_UNABLE_TO_REMOVE_REPLACED:
             return CallError::UnableToRemoveOld;
@@ -103,9 +104,38 @@ UniqueFile OpenToAsk(const std::wstring& path, DWORD flags) {
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
 }
 
+struct HandleFacts {
+    FileStamp stamp;
+    std::uint32_t links = 1;
+    DWORD attributes = 0;
+};
+
+// Cheaper than the one call for everything, which asks for the volume, too.
+bool AskHandle(HANDLE file, HandleFacts& facts) {
+    FILE_BASIC_INFO basic;
+    FILE_STANDARD_INFO standard;
+    if (!GetFileInformationByHandleEx(file, FileBasicInfo, &basic, sizeof(basic)) ||
+        !GetFileInformationByHandleEx(file, FileStandardInfo, &standard, sizeof(standard))) {
+        return false;
+    }
+    facts.stamp = {static_cast<std::uint64_t>(standard.EndOfFile.QuadPart),
+                   static_cast<std::uint64_t>(basic.LastWriteTime.QuadPart)};
+    facts.links = standard.NumberOfLinks;
+    facts.attributes = basic.FileAttributes;
+    return true;
+}
+
+bool AreSame(HANDLE left, HANDLE right) {
+    BY_HANDLE_FILE_INFORMATION a;
+    BY_HANDLE_FILE_INFORMATION b;
+    return GetFileInformationByHandle(left, &a) && GetFileInformationByHandle(right, &b) &&
+           a.dwVolumeSerialNumber == b.dwVolumeSerialNumber &&
+           a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
+}
+
 // Volumes without a name of their own know no final path. There the path stands for itself, unless
 // it is a link: the handle of a link and that of its target are not of the same file.
-CallError FinalPathOf(HANDLE file, const BY_HANDLE_FILE_INFORMATION& info, std::wstring& path) {
+CallError FinalPathOf(HANDLE file, std::wstring& path) {
     std::wstring found(MAX_PATH, L'\0');
     DWORD length = 0;
     while ((length = GetFinalPathNameByHandleW(file, found.data(), static_cast<DWORD>(found.size()),
@@ -118,12 +148,7 @@ CallError FinalPathOf(HANDLE file, const BY_HANDLE_FILE_INFORMATION& info, std::
         return CallError::None;
     }
     const UniqueFile itself = OpenToAsk(path, FILE_FLAG_OPEN_REPARSE_POINT);
-    BY_HANDLE_FILE_INFORMATION own;
-    const bool isSame = itself && GetFileInformationByHandle(itself.Get(), &own) &&
-                        own.dwVolumeSerialNumber == info.dwVolumeSerialNumber &&
-                        own.nFileIndexHigh == info.nFileIndexHigh &&
-                        own.nFileIndexLow == info.nFileIndexLow;
-    return isSame ? CallError::None : CallError::Unsupported;
+    return itself && AreSame(file, itself.Get()) ? CallError::None : CallError::Unsupported;
 }
 
 class WinFileCalls final : public FileCalls {
@@ -153,14 +178,14 @@ FileFacts WinFileCalls::Inspect(const std::string& path) {
     FileFacts facts;
     std::wstring finalPath = LongPath(path);
     const UniqueFile file = OpenToAsk(finalPath, 0);
-    BY_HANDLE_FILE_INFORMATION info;
-    if (!file || !GetFileInformationByHandle(file.Get(), &info)) {
+    HandleFacts asked;
+    if (!file || !AskHandle(file.Get(), asked)) {
         facts.error = ErrorOf(GetLastError());
     } else {
-        facts.links = info.nNumberOfLinks;
-        facts.isFolder = (info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        facts.isReadOnly = (info.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
-        facts.error = FinalPathOf(file.Get(), info, finalPath);
+        facts.links = asked.links;
+        facts.isFolder = (asked.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        facts.isReadOnly = (asked.attributes & FILE_ATTRIBUTE_READONLY) != 0;
+        facts.error = FinalPathOf(file.Get(), finalPath);
     }
     if (facts.error == CallError::NotFound &&
         GetFileAttributesW(finalPath.c_str()) != INVALID_FILE_ATTRIBUTES) {
@@ -202,8 +227,8 @@ FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes) {
     const std::wstring widePath = LongPath(path);
     const UniqueFile file(CreateFileW(widePath.c_str(), GENERIC_READ, kShareAll, nullptr,
                                       OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-    BY_HANDLE_FILE_INFORMATION info;
-    if (!file || !GetFileInformationByHandle(file.Get(), &info)) {
+    HandleFacts asked;
+    if (!file || !AskHandle(file.Get(), asked)) {
         read.error = ErrorOf(GetLastError());
         const DWORD attributes = GetFileAttributesW(widePath.c_str());
         if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
@@ -211,9 +236,9 @@ FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes) {
         }
         return read;
     }
-    read.stamp = {Join(info.nFileSizeHigh, info.nFileSizeLow), TicksOf(info.ftLastWriteTime)};
-    read.links = info.nNumberOfLinks;
-    if ((info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    read.stamp = asked.stamp;
+    read.links = asked.links;
+    if ((asked.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         read.error = CallError::IsFolder;
     } else if (read.stamp.size > maxBytes) {
         read.error = CallError::TooLarge;

@@ -17,34 +17,33 @@ DiskFileSystem::~DiskFileSystem() = default;
 
 std::optional<FileStamp> DiskFileSystem::Stamp(const std::string& path) {
     const std::optional<FileStamp> stamp = m_calls.Stamp(path);
-    return stamp || !IsBackAfterLook(path) ? stamp : m_calls.Stamp(path);
+    return stamp || PutBack(path) != FileError::None ? stamp : m_calls.Stamp(path);
 }
 
 FileContent DiskFileSystem::Read(const std::string& path, std::uint64_t maxBytes) {
     FileBytes read = m_calls.Read(path, maxBytes);
     std::shared_ptr<FileLock> lock;
+    FileError error = FileError::None;
     // Only a replacement that has been interrupted or is going on leaves no file, or a file with
     // several links that is not whole: all other reads need not look.
     if (read.error == CallError::None && read.links > 1) {
         lock = m_replace->Lock(path);
-        const FileError error = lock ? m_replace->Recover(path) : FileError::InUse;
-        if (error != FileError::None) {
-            return {error, {}, {}};
-        }
-        read = m_calls.Read(path, maxBytes);
-    } else if (read.error == CallError::NotFound && IsBackAfterLook(path)) {
-        read = m_calls.Read(path, maxBytes);
+        error = lock ? m_replace->Recover(path) : FileError::InUse;
+    } else if (read.error == CallError::NotFound) {
+        error = PutBack(path);
+    } else {
+        return {FileErrorOf(read.error), std::move(read.bytes), read.stamp};
     }
+    if (error != FileError::None) {
+        return {error, {}, {}};
+    }
+    read = m_calls.Read(path, maxBytes);
     return {FileErrorOf(read.error), std::move(read.bytes), read.stamp};
 }
 
-// Whether it is worth while to ask once more for a file that was missing a moment ago.
-bool DiskFileSystem::IsBackAfterLook(const std::string& path) {
-    if (m_replace->HasLeftovers(path)) {
-        m_replace->Recover(path);
-        return true;
-    }
-    return m_calls.Stamp(path).has_value();
+// Of a file that was missing a moment ago.
+FileError DiskFileSystem::PutBack(const std::string& path) {
+    return m_replace->MayHaveLeftovers(path) ? m_replace->Recover(path) : FileError::None;
 }
 
 FileError DiskFileSystem::Replace(const std::string& path, const std::string& bytes) {

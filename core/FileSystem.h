@@ -115,7 +115,7 @@ public:
     std::uint64_t NowTicks() override;
 
 private:
-    bool IsBackAfterLook(const std::string& path);
+    FileError PutBack(const std::string& path);
 
     std::unique_ptr<FileCalls> m_ownCalls;
     FileCalls& m_calls;

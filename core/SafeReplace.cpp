@@ -1,5 +1,6 @@
 #include "core/SafeReplace.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "core/Backups.h"
@@ -85,12 +86,15 @@ FileError SafeReplace::Replace(const std::string& path, const std::string& bytes
 
 CallError SafeReplace::ReplaceLocked(const std::string& path, const std::string& bytes,
                                      Backup backup) {
-    const CallError unfinished = FinishInterrupted(path);
+    // Asked once more: another copy of the program may have had the file until a moment ago.
+    FileFacts facts = Locate(path);
+    const CallError unfinished = FinishInterrupted(path, facts.error);
     if (unfinished != CallError::None) {
         return unfinished;
     }
-    // Another copy of the program or this one may have changed what is there a moment ago.
-    const FileFacts facts = Locate(path);
+    if (facts.error == CallError::NotFound) {
+        facts = Locate(path);
+    }
     if (facts.error == CallError::NotFound) {
         return m_steps.WriteAndMove(path, bytes, MoveMode::Overwrite);
     }
@@ -121,7 +125,7 @@ CallError SafeReplace::ReplaceOld(const std::string& path, const std::string& by
         if (error == CallError::Unsupported) {
             error = MoveOver(path, temporary, isKept);
         } else if (error == CallError::None && isKept) {
-            backups.Adopt();  // if it cannot yet, the next read of the folder does
+            backups.Adopt();  // if that fails, the next replacement does it
         } else if (error == CallError::None) {
             m_steps.Delete(old);
         }
@@ -193,40 +197,62 @@ CallError SafeReplace::OverwriteLinked(const std::string& path, const std::strin
     return error;
 }
 
-bool SafeReplace::HasLeftovers(const std::string& path) {
+bool SafeReplace::MayHaveLeftovers(const std::string& path) {
     const std::string finalPath = Locate(path).finalPath;
-    FileCalls& calls = m_steps.Calls();
-    return calls.Stamp(WholeName(finalPath)) || calls.Stamp(OldName(finalPath)) ||
-           calls.Stamp(Backups(m_steps, finalPath).OldName());
+    for (const std::string& start : {finalPath + ".~", Backups(m_steps, finalPath).OldName()}) {
+        std::vector<FolderEntry> files;
+        const CallError error = m_steps.Retry([&] { return m_steps.Calls().List(start, files); });
+        if (!files.empty() || (error != CallError::None && !IsMissing(error))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 FileError SafeReplace::Recover(const std::string& path) {
     const std::string finalPath = Locate(path).finalPath;
     const auto lock = LockFinal(finalPath);
-    return lock ? FileErrorOf(FinishInterrupted(finalPath)) : FileError::InUse;
+    if (!lock) {
+        return FileError::InUse;
+    }
+    return FileErrorOf(FinishInterrupted(finalPath, Locate(finalPath).error));
 }
 
-CallError SafeReplace::FinishInterrupted(const std::string& path) {
-    CallError error = CallError::None;
-    if (m_steps.Calls().Stamp(WholeName(path))) {
-        error = RestoreWhole(path);
-    }
-    Backups backups(m_steps, path);
-    for (const std::string& old : {OldName(path), backups.OldName()}) {
-        if (error == CallError::None && m_steps.Calls().Stamp(old)) {
-            error = m_steps.Move(old, path, MoveMode::KeepExisting);
-            if (error == CallError::Exists) {
-                // The file has been replaced, and only the end of that is missing.
-                error = old == backups.OldName() ? backups.Adopt() : CallError::None;
-                m_steps.Delete(OldName(path));
-            }
-        }
+CallError SafeReplace::FinishInterrupted(const std::string& path, CallError located) {
+    const bool isMissing = located == CallError::NotFound;
+    if (located != CallError::None && located != CallError::ReadOnly && !isMissing) {
+        return located;  // whether the file is there decides what becomes of what is left
     }
     std::vector<FolderEntry> files;
-    if (m_steps.Calls().List(path + ".~", files) == CallError::None) {
-        m_steps.RemoveTemporaries(FolderWithSeparator(path), files);
+    CallError error = m_steps.Retry([&] { return m_steps.Calls().List(path + ".~", files); });
+    if (error != CallError::None) {
+        return error == CallError::FolderMissing ? CallError::None : error;
     }
+    const std::string folder = FolderWithSeparator(path);
+    const auto isThere = [&](const std::string& wanted) {
+        return std::any_of(files.begin(), files.end(), [&](const FolderEntry& file) {
+            return EqualsIgnoreCase(folder + file.name, wanted);
+        });
+    };
+    if (isThere(WholeName(path))) {
+        error = RestoreWhole(path);
+    } else if (isMissing) {
+        error = PutBackOld(path);
+    } else if (isThere(OldName(path))) {
+        m_steps.Delete(OldName(path));  // only this was missing to the end of a replacement
+    }
+    m_steps.RemoveTemporaries(folder, files);
     return error;
+}
+
+CallError SafeReplace::PutBackOld(const std::string& path) {
+    for (const std::string& old : {OldName(path), Backups(m_steps, path).OldName()}) {
+        const CallError error = m_steps.Move(old, path, MoveMode::KeepExisting);
+        if (!IsMissing(error)) {
+            return error;
+        }
+    }
+    return CallError::None;
 }
 
 // Overwriting a file with several links has been interrupted.
@@ -270,8 +296,9 @@ FileError SafeReplace::Check(const std::string& path) {
 std::vector<BackupFile> SafeReplace::ListBackups(const std::string& path) {
     const std::string finalPath = Locate(path).finalPath;
     Backups backups(m_steps, finalPath);
-    if (m_steps.Calls().Stamp(backups.OldName())) {
-        Recover(path);
+    const auto lock = LockFinal(finalPath);
+    if (lock && m_steps.Calls().Stamp(finalPath) && m_steps.Calls().Stamp(backups.OldName())) {
+        backups.PutInOrder();
     }
     return backups.List();
 }

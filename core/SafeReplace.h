@@ -24,8 +24,8 @@ public:
     FileError Check(const std::string& path);
     std::vector<BackupFile> ListBackups(const std::string& path);
 
-    // Whether a replacement of the file has been interrupted or is going on.
-    bool HasLeftovers(const std::string& path);
+    // Whether a replacement of the file has been interrupted or is going on, or nobody can tell.
+    bool MayHaveLeftovers(const std::string& path);
 
     // Waits for a replacement that is going on, and puts the file back after an interrupted one.
     FileError Recover(const std::string& path);
@@ -44,7 +44,10 @@ private:
                        const std::string& old);
     CallError MoveOver(const std::string& path, const std::string& temporary, bool isKept);
     CallError OverwriteLinked(const std::string& path, const std::string& bytes, Backup backup);
-    CallError FinishInterrupted(const std::string& path);
+    // `located` is the error of Locate: what is left means one thing beside the file and another
+    // in its place.
+    CallError FinishInterrupted(const std::string& path, CallError located);
+    CallError PutBackOld(const std::string& path);
     CallError RestoreWhole(const std::string& path);
 
     FileSteps m_steps;

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <algorithm>
-#include <chrono>
 #include <deque>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -43,10 +43,11 @@ public:
 
     Plan plan;
     int calls = 0;
-    std::deque<ReplaceResult> replaceResults;       // of the next calls; as usual beyond its end
-    unsigned slept = 0;                             // milliseconds
-    std::uint64_t now = 864'000'000'000U * 20'778;  // 2026-11-21 00:00:00
+    std::deque<ReplaceResult> replaceResults;  // of the next calls; as usual beyond its end
+    unsigned slept = 0;                        // milliseconds
+    std::uint64_t now = 0;                     // since 2026-11-21 00:00:00
     bool isLockTaken = false;
+    bool hasReplace = true;  // whether the file system has such a function
 
     void Put(const std::string& path, const std::string& bytes) {
         m_files[path] = std::make_shared<Node>(Node{bytes, bytes});
@@ -81,67 +82,56 @@ public:
 
     FileFacts Inspect(const std::string& path) override {
         FileFacts facts;
+        facts.isFolder = m_folders.count(path) != 0;
+        facts.error = Begin(facts.isFolder || Has(path));
         facts.finalPath = path;
-        if (const CallError error = Begin(); error != CallError::None) {
-            facts.error = error;
-        } else if (std::count(m_folders.begin(), m_folders.end(), path) != 0) {
-            facts.isFolder = true;
-        } else if (!Has(path)) {
-            facts.error = CallError::NotFound;
-        } else {
-            facts.links = LinksOf(path);
-        }
+        facts.links = Has(path) ? LinksOf(path) : 1;
         return facts;
     }
     std::optional<FileStamp> Stamp(const std::string& path) override {
-        return Begin() == CallError::None && Has(path)
+        return Begin(Has(path)) == CallError::None
                    ? std::optional(FileStamp{BytesOf(path).size(), now})
                    : std::nullopt;
     }
     FileBytes Read(const std::string& path, std::uint64_t maxBytes) override {
-        CallError error = Begin();
-        error = error == CallError::None && !Has(path) ? CallError::NotFound : error;
-        if (error != CallError::None) {
-            return {error, {}, {}};
+        FileBytes read;
+        read.error = Begin(Has(path));
+        if (read.error == CallError::None) {
+            read = {read.error, BytesOf(path), {BytesOf(path).size(), now}, LinksOf(path)};
         }
-        const std::string bytes = BytesOf(path);
-        return bytes.size() > maxBytes
-                   ? FileBytes{CallError::TooLarge, {}, {}}
-                   : FileBytes{error, bytes, {bytes.size(), now}, LinksOf(path)};
+        return read.bytes.size() > maxBytes ? FileBytes{CallError::TooLarge, {}, {}} : read;
     }
     CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override {
-        const std::size_t nameAt = pathPrefix.rfind('\\') + 1;
         files.clear();
+        const CallError error = Begin(HasFolderOf(pathPrefix), CallError::FolderMissing);
+        const std::size_t nameAt = pathPrefix.rfind('\\') + 1;
         for (const auto& [path, node] : m_files) {
-            if (path.rfind(pathPrefix, 0) == 0 && path.find('\\', nameAt) == std::string::npos) {
+            if (error == CallError::None && path.rfind(pathPrefix, 0) == 0 &&
+                path.find('\\', nameAt) == std::string::npos) {
                 files.push_back({path.substr(nameAt), node->bytes.size()});
             }
         }
-        const CallError error = Begin();
-        return error == CallError::None ? FolderError(pathPrefix) : error;
+        return error;
     }
     CallError Open(const std::string& path, OpenMode mode,
                    std::unique_ptr<WritableFile>& file) override {
-        CallError error = Begin();
         const bool isNew = mode == OpenMode::New;
-        if (error == CallError::None && isNew) {
-            error = Has(path) ? CallError::Exists : FolderError(path);
-        } else if (error == CallError::None && !Has(path)) {
-            error = CallError::NotFound;
-        }
+        const CallError error = isNew && Has(path) ? Begin(false, CallError::Exists)
+                                : isNew ? Begin(HasFolderOf(path), CallError::FolderMissing)
+                                        : Begin(Has(path));
         if (error == CallError::None) {
-            if (isNew) {
-                m_files[path] = std::make_shared<Node>();
-            }
+            m_files.try_emplace(path, std::make_shared<Node>());
             file = std::make_unique<File>(*this, m_files[path]);
         }
         return error;
     }
     CallError Replace(const std::string& path, const std::string& replacement,
                       const std::string& backup) override {
-        CallError error = Begin();
-        if (error != CallError::None || !Has(path) || !Has(replacement)) {
-            return error == CallError::None ? CallError::NotFound : error;
+        const CallError error = Begin(Has(path) && Has(replacement));
+        if (error != CallError::None || !hasReplace || !HasFolderOf(backup)) {
+            return error != CallError::None ? error
+                   : hasReplace             ? CallError::UnableToRemoveOld
+                                            : CallError::Unsupported;
         }
         ReplaceResult result = {CallError::None, true};
         if (!replaceResults.empty()) {
@@ -151,33 +141,31 @@ public:
         if (result.movesOld) {
             Rename(path, backup);
         }
-        if (StopsInside()) {
-            return CallError::Other;
-        }
+        result.error = StopsInside() ? CallError::Other : result.error;
         if (result.error == CallError::None) {
             Rename(replacement, path);
         }
         return result.error;
     }
     CallError Move(const std::string& from, const std::string& to, MoveMode mode) override {
-        CallError error = Begin();
-        error = error == CallError::None && !Has(from) ? CallError::NotFound : error;
-        if (error == CallError::None && mode == MoveMode::KeepExisting && Has(to)) {
-            error = CallError::Exists;
-        }
+        const bool isTaken = mode == MoveMode::KeepExisting && Has(to) && Has(from);
+        const CallError error = isTaken ? Begin(false, CallError::Exists) : Begin(Has(from));
         if (error == CallError::None) {
             Rename(from, to);
         }
         return error;
     }
     CallError Delete(const std::string& path) override {
-        const CallError error = Begin();
-        return error == CallError::None && m_files.erase(path) == 0 ? CallError::NotFound : error;
+        const CallError error = Begin(Has(path));
+        if (error == CallError::None) {
+            m_files.erase(path);
+        }
+        return error;
     }
     CallError MakeFolder(const std::string& path) override {
         const CallError error = Begin();
         if (error == CallError::None) {
-            m_folders.push_back(path);
+            m_folders.insert(path);
         }
         return error;
     }
@@ -186,16 +174,9 @@ public:
     }
     std::uint64_t NowTicks() override { return now; }
     CivilTime LocalTime(std::uint64_t ticks) override {
-        const std::chrono::seconds seconds(ticks / 10'000'000U);
-        const auto days = std::chrono::floor<std::chrono::days>(seconds);
-        const std::chrono::year_month_day date{std::chrono::sys_days(days)};
-        const auto rest = static_cast<int>((seconds - days).count());
-        return {int(date.year()),
-                int(unsigned(date.month())),
-                int(unsigned(date.day())),
-                rest / 3600,
-                rest / 60 % 60,
-                rest % 60};
+        const auto seconds = static_cast<int>(ticks / 10'000'000U);
+        return {2026,        11, 21 + seconds / 86'400, seconds / 3600 % 24, seconds / 60 % 60,
+                seconds % 60};
     }
     void Sleep(unsigned milliseconds) override { slept += milliseconds; }
 
@@ -233,8 +214,8 @@ private:
         std::size_t m_place = 0;
     };
 
-    // Counts the call and says how it ends.
-    CallError Begin() {
+    // Counts the call and says how it ends: by the fault, or with `reason` if it is not possible.
+    CallError Begin(bool isPossible = true, CallError reason = CallError::NotFound) {
         if (m_stopsNow) {
             return CallError::Other;
         }
@@ -245,7 +226,7 @@ private:
         m_isFull = m_isFull || (strikes && plan.fault == Fault::DiskFull);
         const bool fails = (strikes && plan.fault == Fault::Once) ||
                            (plan.fault == Fault::Forever && plan.call > 0 && calls >= plan.call);
-        return fails ? plan.error : CallError::None;
+        return fails ? plan.error : isPossible ? CallError::None : reason;
     }
     bool StopsInside() const { return m_stopsNow && plan.fault == Fault::CrashInside; }
 
@@ -278,15 +259,12 @@ private:
             std::count_if(m_files.begin(), m_files.end(),
                           [&](const auto& file) { return file.second == m_files.at(path); }));
     }
-    CallError FolderError(const std::string& path) const {
-        const std::string folder = path.substr(0, path.rfind('\\') + 1);
-        return std::count(m_folders.begin(), m_folders.end(), folder) != 0
-                   ? CallError::None
-                   : CallError::FolderMissing;
+    bool HasFolderOf(const std::string& path) const {
+        return m_folders.count(path.substr(0, path.rfind('\\') + 1)) != 0;
     }
 
     std::map<std::string, std::shared_ptr<Node>> m_files;
-    std::vector<std::string> m_folders = {"C:\\TC\\"};
+    std::set<std::string> m_folders = {"C:\\TC\\"};
     bool m_stopsNow = false;  // before the next call
     bool m_isFull = false;
 };
