@@ -160,6 +160,7 @@ constexpr TextRow kTexts[] = {
     {4039, "Total Commander is still running. It may overwrite the saved settings when it closes."},
     {4040, "These files could not be saved:"},
     {4041, "The redirection of this section leads back to itself and is not followed:"},
+    {4042, "Settings of this program:"},
     {4043, "What was written could not be read back."},
     {4044, "Key"},
 };

@@ -299,12 +299,13 @@ TEST_F(OptionsWindowTest, TheAboutWindowTellsTheVersionAndOpensTheHelp) {
     int helps = 0;
     DialogLanguage language;
     language.text = [&](std::uint16_t number) { return Widen(world.session->Text(number)); };
-    frmAbout about(language, {"A program", "5.01 beta"}, [&] { ++helps; });
+    frmAbout about(language, {"A program", "5.01 beta", "D:\\Own.ini"}, [&] { ++helps; });
     Show(
         L"frmAbout", [&] { about.Show(window->Handle()); },
         [&] {
             EXPECT_EQ(TextOf(In(IDC_ABOUT_LBLNAME)), "A program");
             EXPECT_EQ(TextOf(In(IDC_ABOUT_LBLVERSION)), "Version 5.01 beta");
+            EXPECT_EQ(TextOf(In(IDC_ABOUT_TXTSETTINGS)), "D:\\Own.ini");
             const auto icon = SendMessageW(In(IDC_ABOUT_IMGICON), STM_GETICON, 0, 0);
             ICONINFO parts{};
             ASSERT_TRUE(GetIconInfo(reinterpret_cast<HICON>(icon), &parts));

@@ -175,9 +175,11 @@ void frmMain::ShowDropDown(Command command, const RECT& button) {
 }
 
 void frmMain::ShowAbout() {
-    frmAbout(m_dialogLanguage, {EditorSession::kProgramName, m_session.VersionText()}, [this] {
-        m_session.ShowHelpTopics();
-    }).Show(Handle());
+    frmAbout(
+        m_dialogLanguage,
+        {EditorSession::kProgramName, m_session.VersionText(), m_session.ProgramSettings().Path()},
+        [this] { m_session.ShowHelpTopics(); })
+        .Show(Handle());
 }
 
 }  // namespace tamarind

@@ -28,6 +28,7 @@ void frmAbout::OnInit() {
     ShowIcon();
     ShowName();
     lblVersion.SetText(m_language.text(kVersionText) + L' ' + Widen(m_program.version));
+    txtSettings.SetText(Widen(m_program.settingsPath));
     CenterForm(Handle());
 }
 

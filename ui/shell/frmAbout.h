@@ -9,12 +9,13 @@
 
 namespace tamarind {
 
-// Says what the program is and which version of it runs.
+// Says what the program is, which version of it runs, and where it keeps its own settings.
 class frmAbout final : public Dialog {
 public:
     struct Program {
         std::string name;
         std::string version;
+        std::string settingsPath;  // of the program's own settings
     };
 
     // `language` outlives the window. `showHelp` opens the help.
@@ -38,6 +39,7 @@ private:
     DialogControl imgIcon{*this, IDC_ABOUT_IMGICON};
     DialogControl lblName{*this, IDC_ABOUT_LBLNAME};
     DialogControl lblVersion{*this, IDC_ABOUT_LBLVERSION};
+    DialogControl txtSettings{*this, IDC_ABOUT_TXTSETTINGS};
 };
 
 }  // namespace tamarind
