@@ -65,6 +65,20 @@ TEST_F(ProgramTest, WindowBoundsAreKeptForTheNextStart) {
     EXPECT_EQ(bounds.bottom - bounds.top, 500);
 }
 
+TEST_F(ProgramTest, ASecondStartBringsTheWindowOfTheSameDataFileForward) {
+    folder.Write(L"other.tmdf", kDataFile);
+    RunningProgram first(folder, Quoted(L"data.tmdf"));
+    const HWND window = first.WaitForMainWindow();
+    RunningProgram other(folder, Quoted(L"other.tmdf"));
+    const HWND otherWindow = other.WaitForMainWindow();
+    ASSERT_NE(otherWindow, nullptr);
+    ASSERT_NE(otherWindow, window);
+    ShowWindow(window, SW_MINIMIZE);
+    RunningProgram second(folder, Quoted(L"DATA.tmdf"));
+    EXPECT_TRUE(second.WaitForEnd());
+    EXPECT_TRUE(WaitUntil([&] { return !IsIconic(window) && GetForegroundWindow() == window; }));
+}
+
 // Each ends with a message that says what is wrong, and with the program where it can go on.
 TEST_F(ProgramTest, BadCommandLinesAndDataFilesEndInAMessage) {
     const std::wstring cyrillic = L"\x041A\x043B\x044E\x0447\x0438.tmdf";

@@ -102,6 +102,34 @@ TEST_F(RestartTest, SavesBetweenClosingAndStartingTotalCommander) {
     }
 }
 
+// While the box is open and a change is pending, Total Commander closes and writes what it had.
+TEST_F(RestartTest, ItsLastWriteDisturbsNoEditing) {
+    folder.Write(
+        L"Wincmd.ini",
+        "[Configuration]\r\nPanelsVertical=1\r\nShowHidden=8\r\n[Colors]\r\nBackColor=6\r\n");
+    StartStandin();
+    folder.Write(L"Wincmd.ini", kSettings);
+    RunningProgram program(folder, Quoted(L"data.tmdf"));
+    SetFirstValue(program);
+    TypeWithXdotool("key Down Return");
+    const HWND box = program.Control(kIdTxtInplaceEdit);
+    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box) == "ShowHidden=0"; }));
+    TypeWithXdotool("key 3");
+    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box) == "ShowHidden=3"; }));
+    EndStandins();
+    program.TypeFirst("key 4");
+    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box) == "ShowHidden=34"; }));
+    TypeWithXdotool("key Return ctrl+s");
+    const HWND conflicts = program.WaitForWindow(L"frmConflicts");
+    ASSERT_NE(conflicts, nullptr);
+    RunningProgram::TypeInto(conflicts, "key Return");
+    EXPECT_TRUE(WaitUntil([&] {
+        return folder.Read(L"Wincmd.ini") ==
+               "[Configuration]\r\nPanelsVertical=0\r\nShowHidden=34\r\n[Colors]\r\nBackColor="
+               "6\r\n";
+    })) << folder.Read(L"Wincmd.ini");
+}
+
 TEST_F(RestartTest, EverySaveStartsItWhenTheSettingsSaySo) {
     folder.Write(L"tamarind editors.ini", "[ConfigurationEditor]\r\nAlwaysRestartTC=1\r\n");
     RunningProgram program(folder, Quoted(L"data.tmdf"));

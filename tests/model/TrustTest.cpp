@@ -1,7 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "model/DataFile.h"
+#include "model/KeyStates.h"
+#include "model/SettingsWriter.h"
 #include "model/StringTable.h"
+#include "tests/core/fakes/FaultyDisk.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {
@@ -238,6 +242,100 @@ TEST_F(TrustTest, OwnSettingsGoWhereTheyCanBeWritten) {
     ASSERT_TRUE(world.Start());
     EXPECT_EQ(Session().FavoriteItems().size(), 2U);
     EXPECT_FALSE(Session().AddFavorite("D", "not kept"));
+}
+
+// One save over three files, on a disk that fails or stops at each call in turn.
+class FaultySave {
+public:
+    // Gives whether the fault struck before the save was over.
+    bool Run(const FaultyDisk::Plan& plan) {
+        for (const auto& [path, section, key] : kFiles) {
+            m_disk.Put(path, Content(section, key, "old"));
+        }
+        DiskFileSystem system(m_disk);
+        IniFiles files(system);
+        LoadDataFile(
+            std::make_shared<const IniDocument>(IniDocument::Parse(kData, 1252)), "", [] {},
+            m_store);
+        const SettingsFiles settings = SettingsFiles::Read(files, m_environment, kFiles[0].path);
+        DeriveKeyStates(m_store, settings, [] {});
+        for (RowKey key = 1; key <= 3; ++key) {
+            m_store.SetValue(key, "new", KeyState::ValueSet);
+        }
+        m_disk.calls = 0;
+        m_disk.plan = plan;
+        const SaveResult result = WriteChanges(m_store, files, settings);
+        const bool hasStruck = m_disk.calls >= plan.call;
+        m_disk.Restart();
+        Check(result);
+        EXPECT_TRUE(hasStruck || result.Succeeded());
+        return hasStruck;
+    }
+
+private:
+    struct File {
+        const char* path;
+        const char* section;
+        const char* key;
+    };
+    static constexpr File kFiles[] = {{"C:\\TC\\Wincmd.ini", "R", "A"},
+                                      {"C:\\TC\\one.ini", "S", "B"},
+                                      {"C:\\TC\\two.ini", "T", "C"}};
+    static constexpr const char* kData =
+        "[1]\nCategoryTargetSection=R\nA=\n[2]\nCategoryTargetSection=S\nB=\n"
+        "[3]\nCategoryTargetSection=T\nC=\n";
+
+    static std::string Content(const std::string& section, const std::string& key,
+                               const std::string& value) {
+        const char* const redirections =
+            "[S]\r\nRedirectSection=one.ini\r\n[T]\r\nRedirectSection=two.ini\r\n";
+        return "[" + section + "]\r\n" + key + "=" + value + "\r\n" +
+               (section == "R" ? redirections : "");
+    }
+
+    // Each file is old with its change still pending, or new; a program that starts again finds it
+    // so, whatever the disk went through.
+    void Check(const SaveResult& result) {
+        DiskFileSystem restarted(m_disk);
+        for (RowKey row = 1; row <= 3; ++row) {
+            const auto& [path, section, key] = kFiles[row - 1];
+            const std::string content = restarted.Read(path, 1000).bytes;
+            const bool isNew = content == Content(section, key, "new");
+            EXPECT_TRUE(isNew || content == Content(section, key, "old")) << path << ":\n"
+                                                                          << content;
+            const bool isNamed =
+                std::any_of(result.failures.begin(), result.failures.end(),
+                            [&](const auto& failed) { return failed.path == path; });
+            EXPECT_TRUE(isNew || isNamed) << path;
+            EXPECT_EQ(m_store.IsPending(row), isNamed) << path;
+        }
+    }
+
+    FaultyDisk m_disk;
+    FakeEnvironment m_environment;
+    KeyStore m_store;
+};
+
+TEST(FaultySaveTest, EachOfThreeFilesIsOldOrNewWhateverFails) {
+    const FaultyDisk::Plan plans[] = {
+        {Fault::Once, CallError::Other},
+        {Fault::Forever, CallError::AccessDenied},
+        {Fault::ShortWrite},
+        {Fault::LostWrite},
+        {Fault::DiskFull},
+        {Fault::CrashAfter, CallError::Other, true},
+        {Fault::CrashInside, CallError::Other, true},
+    };
+    int saves = 0;
+    for (FaultyDisk::Plan plan : plans) {
+        bool hasStruck = true;
+        for (plan.call = 1; hasStruck && !testing::Test::HasFailure(); ++plan.call) {
+            SCOPED_TRACE(testing::Message() << "fault " << int(plan.fault) << " at " << plan.call);
+            hasStruck = FaultySave().Run(plan);
+            ++saves;
+        }
+    }
+    std::cout << "saves of three files with a fault: " << saves << '\n';
 }
 
 TEST(BackupBrowserTest, DiffersInKeysAndNotInTheirPlaces) {
