@@ -15,20 +15,16 @@ std::size_t TableSize(std::size_t entries) {
     return std::bit_ceil(2 * entries + 2);
 }
 
-std::uint32_t SlotNumber(std::uint64_t slot) {
-    return static_cast<std::uint32_t>(slot);
-}
-
-std::uint32_t SlotHash(std::uint64_t slot) {
-    return static_cast<std::uint32_t>(slot >> 32);
+bool IsKeyKind(IniLineKind kind) {
+    return kind == IniLineKind::Key || kind == IniLineKind::CommentedKey;
 }
 
 }  // namespace
 
 // Every bit of the result depends on every byte of the name.
-std::uint32_t IniDocument::KeyHash(SectionId section, std::string_view name) {
-    const std::uint64_t hash = (HashIgnoreCase(name) + section) * 0x9E3779B97F4A7C15U;
-    return static_cast<std::uint32_t>(hash >> 32);
+std::uint32_t IniDocument::NameHash(std::string_view name) {
+    name.remove_prefix(!name.empty() && name.front() == ';' ? 1 : 0);
+    return static_cast<std::uint32_t>(HashIgnoreCase(name) >> 32);
 }
 
 IniDocument IniDocument::Parse(std::string bytes, CodePage codePage) {
@@ -70,17 +66,39 @@ std::string_view IniDocument::SectionName(SectionId section) const {
 std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view name) const {
     EnsureIndex();
     name = TrimIniSpaces(name);
-    const std::uint32_t id = SlotNumber(m_sectionSlots[SectionSlot(SectionHash(name), name)]);
-    return id == kNone ? std::nullopt : std::optional(id);
+    const std::uint32_t id = m_sectionSlots[SectionSlot(NameHash(name), name)];
+    return id == kEmptySlot ? std::nullopt : std::optional(id);
 }
 
 std::optional<IniDocument::LineId> IniDocument::FindKey(SectionId section,
                                                         std::string_view name) const {
     EnsureIndex();
     name = TrimIniSpaces(name);
-    const std::size_t slot = KeySlot(KeyHash(section, name), section, name);
-    const std::uint32_t line = SlotNumber(m_keySlots[slot]);
-    return line == kNone ? std::nullopt : std::optional(line);
+    const LineId line = m_keySlots[KeySlot(section, NameHash(name), name)];
+    return line == kEmptySlot ? std::nullopt : std::optional(line);
+}
+
+IniDocument::KeyLines IniDocument::FindKeyForms(SectionId section, std::string_view name,
+                                                std::uint32_t hash) const {
+    EnsureIndex();
+    const KeyTable& table = m_keyTables[section];
+    KeyLines found;
+    for (std::uint32_t at = hash & table.mask;; at = (at + 1) & table.mask) {
+        const LineId id = m_keySlots[table.begin + at];
+        if (id == kEmptySlot) {
+            return found;
+        }
+        if (id == kErasedSlot || m_lines[id].nameHash != hash) {
+            continue;
+        }
+        const bool isActive = m_lines[id].kind == IniLineKind::Key;
+        if (EqualsIgnoreCase(KeyName(id).substr(isActive ? 0 : 1), name)) {
+            (isActive ? found.active : found.commented) = id;
+            if (isActive) {
+                return found;
+            }
+        }
+    }
 }
 
 std::optional<std::string_view> IniDocument::FindValue(std::string_view section,
@@ -168,10 +186,10 @@ void IniDocument::IndexSections() const {
 
 // The first section of a name is the one that counts.
 void IniDocument::IndexSection(SectionId id) const {
-    const std::uint32_t hash = SectionHash(SectionName(id));
-    std::uint64_t& slot = m_sectionSlots[SectionSlot(hash, SectionName(id))];
+    const std::uint32_t hash = m_lines[m_sections[id].header].nameHash;
+    std::uint32_t& slot = m_sectionSlots[SectionSlot(hash, SectionName(id))];
     if (slot == kEmptySlot) {
-        slot = (std::uint64_t{hash} << 32) | id;
+        slot = id;
     }
 }
 
@@ -179,57 +197,88 @@ void IniDocument::IndexSection(SectionId id) const {
 std::size_t IniDocument::SectionSlot(std::uint32_t hash, std::string_view name) const {
     const std::size_t mask = m_sectionSlots.size() - 1;
     std::size_t slot = hash & mask;
-    while (m_sectionSlots[slot] != kEmptySlot &&
-           (SlotHash(m_sectionSlots[slot]) != hash ||
-            !EqualsIgnoreCase(SectionName(SlotNumber(m_sectionSlots[slot])), name))) {
-        slot = (slot + 1) & mask;
-    }
-    return slot;
-}
-
-// Walks backwards, so that each line becomes the head of the lines of its name and the first one
-// ends up as the one that counts, in constant time however often a name is repeated.
-void IniDocument::IndexKeys() const {
-    std::size_t keys = 0;
-    for (const IniLine& line : m_lines) {
-        keys += line.kind == IniLineKind::Key || line.kind == IniLineKind::CommentedKey ? 1U : 0U;
-    }
-    m_keySlots.assign(TableSize(keys), kEmptySlot);
-    m_usedKeySlots = keys;
-    for (auto id = static_cast<LineId>(m_lines.size()); id-- > 0;) {
-        const IniLine& line = m_lines[id];
-        line.repeatsName = false;
-        const bool isKey = line.kind == IniLineKind::Key || line.kind == IniLineKind::CommentedKey;
-        if (!isKey || line.section == kNone) {
-            continue;
-        }
-        const std::string_view name = KeyName(id);
-        const std::uint32_t hash = KeyHash(line.section, name);
-        const std::size_t slot = KeySlot(hash, line.section, name);
-        line.nextOfSameName = SlotNumber(m_keySlots[slot]);
-        if (line.nextOfSameName != kNone) {
-            m_lines[line.nextOfSameName].repeatsName = true;
-        }
-        m_keySlots[slot] = (std::uint64_t{hash} << 32) | id;
-    }
-}
-
-// The slot that holds the key, or the empty one where it belongs.
-std::size_t IniDocument::KeySlot(std::uint32_t hash, SectionId section,
-                                 std::string_view name) const {
-    const std::size_t mask = m_keySlots.size() - 1;
-    std::size_t slot = hash & mask;
-    for (; m_keySlots[slot] != kEmptySlot; slot = (slot + 1) & mask) {
-        if (SlotHash(m_keySlots[slot]) != hash) {
-            continue;
-        }
-        const std::uint32_t line = SlotNumber(m_keySlots[slot]);
-        if (line != kNone && m_lines[line].section == section &&
-            EqualsIgnoreCase(KeyName(line), name)) {
+    for (; m_sectionSlots[slot] != kEmptySlot; slot = (slot + 1) & mask) {
+        const SectionId id = m_sectionSlots[slot];
+        if (m_lines[m_sections[id].header].nameHash == hash &&
+            EqualsIgnoreCase(SectionName(id), name)) {
             break;
         }
     }
     return slot;
+}
+
+void IniDocument::IndexKeys() const {
+    std::vector<std::size_t> counts(m_sections.size());
+    std::size_t slots = 0;
+    for (const IniLine& line : m_lines) {
+        if (IsKeyKind(line.kind) && line.section != kNone) {
+            ++counts[line.section];
+        }
+    }
+    for (const std::size_t keys : counts) {
+        slots += TableSize(keys);
+    }
+    m_keyTables.assign(m_sections.size(), {});
+    m_keySlots.clear();
+    m_keySlots.reserve(slots);
+    for (SectionId section = 0; section < counts.size(); ++section) {
+        AddKeyTable(section, counts[section]);
+    }
+    for (auto id = static_cast<LineId>(m_lines.size()); id-- > 0;) {
+        IndexKey(id);
+    }
+}
+
+// Once a section's table has grown too small.
+void IniDocument::IndexKeysOf(SectionId section) const {
+    std::vector<LineId> lines;
+    for (LineId id = FirstLine(section); id != kNone; id = NextLine(id)) {
+        lines.push_back(id);
+    }
+    AddKeyTable(section, 2 * lines.size());
+    std::for_each(lines.rbegin(), lines.rend(), [this](LineId id) { IndexKey(id); });
+}
+
+// Gives the section a new table with room for so many keys.
+void IniDocument::AddKeyTable(SectionId section, std::size_t keys) const {
+    const std::size_t size = TableSize(keys);
+    m_keyTables[section] = {static_cast<std::uint32_t>(m_keySlots.size()),
+                            static_cast<std::uint32_t>(size - 1), 0};
+    m_keySlots.resize(m_keySlots.size() + size, kEmptySlot);
+}
+
+// The lines come from the last to the first, so that each becomes the head of the lines of its name
+// and the first one ends up as the one that counts, in constant time however often a name is
+// repeated.
+void IniDocument::IndexKey(LineId id) const {
+    const IniLine& line = m_lines[id];
+    line.repeatsName = false;
+    if (!IsKeyKind(line.kind) || line.section == kNone) {
+        return;
+    }
+    std::uint32_t& slot = m_keySlots[KeySlot(line.section, line.nameHash, KeyName(id))];
+    line.nextOfSameName = slot == kEmptySlot ? kNone : slot;
+    if (slot == kEmptySlot) {
+        ++m_keyTables[line.section].used;
+    } else {
+        m_lines[slot].repeatsName = true;
+    }
+    slot = id;
+}
+
+// The slot that holds the key, or the empty one where it belongs.
+std::size_t IniDocument::KeySlot(SectionId section, std::uint32_t hash,
+                                 std::string_view name) const {
+    const KeyTable& table = m_keyTables[section];
+    std::uint32_t at = hash & table.mask;
+    for (; m_keySlots[table.begin + at] != kEmptySlot; at = (at + 1) & table.mask) {
+        const LineId id = m_keySlots[table.begin + at];
+        if (id != kErasedSlot && m_lines[id].nameHash == hash &&
+            EqualsIgnoreCase(KeyName(id), name)) {
+            break;
+        }
+    }
+    return std::size_t{table.begin} + at;
 }
 
 }  // namespace tamarind

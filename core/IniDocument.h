@@ -58,6 +58,19 @@ public:
     // commented-out key.
     std::optional<LineId> FindKey(SectionId section, std::string_view name) const;
 
+    // The first lines of a key and of the commented-out key of the same name, or kNone; the second
+    // is looked for only without the first. `hash` is the name's.
+    struct KeyLines {
+        LineId active = kNone;
+        LineId commented = kNone;
+    };
+    KeyLines FindKeyForms(SectionId section, std::string_view name, std::uint32_t hash) const;
+
+    // Equal for names that compare equal, in whatever document, and for a key and the commented-out
+    // key of its name: who looks for the names of one document in another need not read them.
+    static std::uint32_t NameHash(std::string_view name);
+    std::uint32_t NameHash(LineId line) const { return m_lines[line].nameHash; }
+
     // The value of a key as a reader sees it (one pair of equal outer quotes removed), or nothing
     // when the section or the key is missing.
     std::optional<std::string_view> FindValue(std::string_view section, std::string_view key) const;
@@ -110,15 +123,16 @@ private:
         LineId lastLine = kNone;  // the header while there is none
     };
 
-    static std::uint32_t SectionHash(std::string_view name) { return KeyHash(0, name); }
-    static std::uint32_t KeyHash(SectionId section, std::string_view name);
     std::string_view Text(TextSpan span, bool isDecoded) const;
     void EnsureIndex() const;
     void IndexSections() const;
     void IndexSection(SectionId id) const;
     std::size_t SectionSlot(std::uint32_t hash, std::string_view name) const;
     void IndexKeys() const;
-    std::size_t KeySlot(std::uint32_t hash, SectionId section, std::string_view name) const;
+    void IndexKeysOf(SectionId section) const;
+    void AddKeyTable(SectionId section, std::size_t keys) const;
+    void IndexKey(LineId line) const;
+    std::size_t KeySlot(SectionId section, std::uint32_t hash, std::string_view name) const;
 
     LineId AppendLine(std::string_view bytes, SectionId section);
     void LinkBehind(LineId previous, LineId line);
@@ -148,14 +162,20 @@ private:
     LineId m_firstLine = kNone;
     LineId m_lastLine = kNone;
 
-    // Made at the first look-up: open-addressed tables of line and section numbers by name. A
-    // slot holds the hash in its upper half, so that most misses are settled without a comparison.
-    static constexpr std::uint64_t kEmptySlot = 0x0000'0000'FFFF'FFFF;
-    static constexpr std::uint64_t kErasedSlot = 0x0000'0001'FFFF'FFFF;
+    // Made at the first look-up: open-addressed tables by name, one of section numbers and for each
+    // section one of line numbers. The keys of a section are nearly always looked up one after the
+    // other, and so stay in the processor's nearest cache.
+    static constexpr std::uint32_t kEmptySlot = kNone;
+    static constexpr std::uint32_t kErasedSlot = kNone - 1;
+    struct KeyTable {
+        std::uint32_t begin = 0;  // its first slot
+        std::uint32_t mask = 0;   // one less than the number of slots, which is a power of two
+        std::uint32_t used = 0;
+    };
     mutable bool m_isIndexed = false;
-    mutable std::size_t m_usedKeySlots = 0;
-    mutable std::vector<std::uint64_t> m_keySlots;
-    mutable std::vector<std::uint64_t> m_sectionSlots;
+    mutable std::vector<std::uint32_t> m_sectionSlots;
+    mutable std::vector<KeyTable> m_keyTables;
+    mutable std::vector<std::uint32_t> m_keySlots;
 };
 
 }  // namespace tamarind

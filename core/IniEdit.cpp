@@ -140,27 +140,23 @@ IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::str
 
 // For a line whose name no other line of its section has.
 void IniDocument::AddToIndex(LineId line) {
-    if (4 * ++m_usedKeySlots > 3 * m_keySlots.size()) {
-        IndexKeys();
-        return;
-    }
-    const std::string_view name = KeyName(line);
     const SectionId section = m_lines[line].section;
-    const std::uint32_t hash = KeyHash(section, name);
-    m_keySlots[KeySlot(hash, section, name)] = (std::uint64_t{hash} << 32) | line;
+    const KeyTable& table = m_keyTables[section];
+    if (4 * (table.used + 1) > 3 * (table.mask + 1)) {
+        IndexKeysOf(section);
+    } else {
+        IndexKey(line);
+    }
 }
 
 // For the first line of a name; the next one takes its place.
 void IniDocument::RemoveFromIndex(LineId line) {
     const std::string_view name = KeyName(line);
     const SectionId section = m_lines[line].section;
-    const std::size_t slot = KeySlot(KeyHash(section, name), section, name);
     const LineId next = m_lines[line].nextOfSameName;
-    if (next == kNone) {
-        m_keySlots[slot] = kErasedSlot;
-    } else {
+    m_keySlots[KeySlot(section, m_lines[line].nameHash, name)] = next == kNone ? kErasedSlot : next;
+    if (next != kNone) {
         m_lines[next].repeatsName = false;
-        m_keySlots[slot] = (m_keySlots[slot] & ~std::uint64_t{kNone}) | next;
     }
     m_lines[line].nextOfSameName = kNone;
     if (m_sections[section].lastKey == line) {
@@ -202,6 +198,8 @@ std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view n
                           .lastKey = header,
                           .lastLine = header});
     LinkBehind(previous, header);
+    m_keyTables.emplace_back();
+    AddKeyTable(section, 0);
     if (2 * m_sections.size() > m_sectionSlots.size()) {
         IndexSections();
     } else {

@@ -19,7 +19,8 @@ struct TextSpan {
 };
 
 // One line of a document: where its bytes are, and where its name and value are. Spans of text
-// point into the file's bytes where these are text already, else into the decoded copy.
+// point into the file's bytes where these are text already, else into the decoded copy. A large
+// file has many of them, and fresh memory costs more than what is done with it.
 struct IniLine {
     TextSpan bytes;  // with the line end
     TextSpan name;   // of a section or a key
@@ -27,11 +28,12 @@ struct IniLine {
     std::uint32_t section = 0;
     std::uint32_t next = 0;
     mutable std::uint32_t nextOfSameName = 0;
+    std::uint32_t nameHash = 0;  // of a section or a key: IniDocument::NameHash
     IniLineKind kind = IniLineKind::Other;
-    std::uint8_t lineEndLength = 0;    // characters
-    bool isDecoded = false;            // name and value lie in the decoded copy
-    bool hasInnerMark = false;         // the value is UTF-8 behind a mark of its own
-    mutable bool repeatsName = false;  // an earlier line of the section has the same name
+    std::uint8_t lineEndLength : 2 = 0;    // characters
+    bool isDecoded : 1 = false;            // name and value lie in the decoded copy
+    bool hasInnerMark : 1 = false;         // the value is UTF-8 behind a mark of its own
+    mutable bool repeatsName : 1 = false;  // an earlier line of the section has the same name
 };
 
 }  // namespace tamarind

@@ -219,6 +219,7 @@ void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
     } else {
         ReadNonAsciiLine(line, text, scan.equals);
     }
+    SetNameHash(line);
 }
 
 // `base` is the offset of `text` in the pool that the line's spans point into.
@@ -290,6 +291,14 @@ void IniParser::ReadUtf16Line(IniLine& line) {
     const std::size_t equals = text.find('=');
     ReadText(line, text, span.begin,
              equals == std::string_view::npos ? nullptr : text.data() + equals);
+    SetNameHash(line);
+}
+
+// At once, while the name is near at hand.
+void IniParser::SetNameHash(IniLine& line) {
+    if (line.kind != IniLineKind::Other && line.kind != IniLineKind::Comment) {
+        line.nameHash = IniDocument::NameHash(m_document.Text(line.name, line.isDecoded));
+    }
 }
 
 std::string IniParser::DecodeBytes(std::string_view bytes) const {

@@ -35,6 +35,7 @@ private:
     void ReadText(IniLine& line, std::string_view text, std::uint32_t base, const char* equals);
     void ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals);
     void ReadUtf16Line(IniLine& line);
+    void SetNameHash(IniLine& line);
     std::string DecodeBytes(std::string_view bytes) const;
     TextSpan AppendDecoded(std::string_view text);
 

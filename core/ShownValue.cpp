@@ -6,9 +6,9 @@
 namespace tamarind {
 namespace {
 
+// Readers take away blanks first, and then one pair of quotes.
 std::string WithSafeQuotes(std::string_view value) {
-    const bool wouldBeStripped = value.size() > 1 && value.front() == value.back() &&
-                                 (value.front() == '"' || value.front() == '\'');
+    const bool wouldBeStripped = TrimIniBlanks(value) != value || UnquoteIniValue(value) != value;
     const std::string quote = wouldBeStripped ? "\"" : "";
     return quote + std::string(value) + quote;
 }
@@ -17,6 +17,13 @@ std::string WithSafeQuotes(std::string_view value) {
 
 std::string_view StoredValue(std::string_view shown) {
     return TrimIniSpaces(shown);
+}
+
+IniEdit WriteExactValue(IniDocument& document, std::string_view section, std::string_view key,
+                        std::string_view value) {
+    return document.FindValue(section, key) == value
+               ? IniEdit::Unchanged
+               : document.SetValue(section, key, WithSafeQuotes(value));
 }
 
 IniEdit WriteShownValue(IniDocument& document, std::string_view section, std::string_view key,

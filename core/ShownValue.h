@@ -12,6 +12,10 @@ enum class KeyForm { Active, Commented };
 // A shown value as it is stored: without the spaces around it.
 std::string_view StoredValue(std::string_view shown);
 
+// Writes a value so that reading gives it back with the blanks around it.
+IniEdit WriteExactValue(IniDocument& document, std::string_view section, std::string_view key,
+                        std::string_view value);
+
 // Writes a value as the user sees it, so that reading gives it back: a text that reading would
 // strip of its outer quotes gets one more pair. A line that reads as this value already, through
 // the reader's buffer, keeps its bytes. With `replacesOtherForm` the key has this form only

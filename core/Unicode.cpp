@@ -280,7 +280,7 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
     return left.empty() && right.empty();
 }
 
-std::size_t HashIgnoreCase(std::string_view text) {
+std::uint64_t HashIgnoreCase(std::string_view text) {
     const char* bytes = text.data();
     std::size_t left = text.size();
     std::uint64_t nonAscii = 0;
@@ -298,7 +298,7 @@ std::size_t HashIgnoreCase(std::string_view text) {
             return HashIgnoreCase(upper);
         }
     }
-    return static_cast<std::size_t>(Mix(hash, FoldAscii8(tail)));
+    return Mix(hash, FoldAscii8(tail));
 }
 
 }  // namespace tamarind

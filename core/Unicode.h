@@ -43,6 +43,6 @@ char32_t SimpleLowerCase(char32_t codePoint);
 bool EqualsIgnoreCase(std::string_view left, std::string_view right);
 
 // Equal for any two texts that EqualsIgnoreCase calls equal.
-std::size_t HashIgnoreCase(std::string_view text);
+std::uint64_t HashIgnoreCase(std::string_view text);
 
 }  // namespace tamarind

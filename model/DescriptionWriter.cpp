@@ -12,7 +12,7 @@ constexpr std::string_view kSeparator = "///";
 IniEdit WriteEntry(const KeyRecord& record, IniDocument& file) {
     std::string entry(record.defaultValue);
     entry.append(kSeparator).append(record.description);
-    return WriteShownValue(file, record.category, record.keyName, KeyForm::Active, false, entry);
+    return WriteExactValue(file, record.category, record.keyName, entry);
 }
 
 }  // namespace

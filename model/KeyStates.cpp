@@ -23,18 +23,19 @@ public:
     Place Find(const KeyStore& store, RowKey key) {
         SetSection(store.TargetSection(key));
         const std::string_view name = store.KeyName(key);
-        // A section of the settings file itself needs no look at the key.
+        // A section of the settings file itself needs no look at the name.
         const bool isInMain = m_inFile.file == 0 || SettingsFiles::StaysInMainFile(name);
         const Section& section = isInMain ? m_inMain : m_inFile;
-        if (const auto line = FindIn(section, name)) {
-            return {KeyState::Active, *line, section.file};
+        if (!section.id) {
+            return {KeyState::Absent, IniDocument::kNone, section.file};
         }
-        m_commentedName.assign(1, ';');
-        m_commentedName += name;
-        if (const auto line = FindIn(section, m_commentedName)) {
-            return {KeyState::Commented, *line, section.file};
+        const IniDocument::KeyLines found =
+            Document(section.file).FindKeyForms(*section.id, name, store.NameHash(key));
+        if (found.active != IniDocument::kNone) {
+            return {KeyState::Active, found.active, section.file};
         }
-        return {KeyState::Absent, IniDocument::kNone, section.file};
+        return {found.commented == IniDocument::kNone ? KeyState::Absent : KeyState::Commented,
+                found.commented, section.file};
     }
 
     std::optional<std::string_view> ValueAt(const Place& place) const {
@@ -63,16 +64,11 @@ private:
         }
     }
 
-    std::optional<IniDocument::LineId> FindIn(const Section& section, std::string_view name) const {
-        return section.id ? Document(section.file).FindKey(*section.id, name) : std::nullopt;
-    }
-
     const SettingsFiles& m_settings;
     bool m_isSectionKnown = false;
     std::string_view m_sectionName;
     Section m_inMain;
     Section m_inFile;
-    std::string m_commentedName;
 };
 
 KeyStore::Documents DocumentsOf(const SettingsFiles& settings) {

@@ -69,6 +69,11 @@ std::string_view KeyStore::KeyName(RowKey key) const {
         ->name;
 }
 
+std::uint32_t KeyStore::NameHash(RowKey key) const {
+    return Stored(key).isNamed ? IniDocument::NameHash(KeyName(key))
+                               : m_dataFile->NameHash(Stored(key).line);
+}
+
 KeyRecord KeyStore::Record(RowKey key) const {
     const StoredKey& stored = Stored(key);
     KeyRecord record;

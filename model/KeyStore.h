@@ -59,6 +59,7 @@ public:
     // `key` is between 1 and Size().
     KeyRecord Record(RowKey key) const;
     std::string_view KeyName(RowKey key) const;
+    std::uint32_t NameHash(RowKey key) const;  // as IniDocument::NameHash
     std::string_view Category(RowKey key) const { return CategoryOf(key).name; }
     std::string_view TargetSection(RowKey key) const { return CategoryOf(key).targetSection; }
     bool IsChecked(RowKey key) const;

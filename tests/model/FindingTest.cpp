@@ -313,7 +313,7 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
 }
 
 TEST_F(FindingTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
-    Start("ColorBack = 1///old ; text  \r\nB=\"q\"\r\nC\r\nD=x\r\n;end\r\n");
+    Start("ColorBack = 1///old ; text  \r\nB=\"q\"\r\nC\r\nD=\" x ///d\"\r\n;end\r\n");
     const auto data = [&] { return world.disk.BytesOf(SessionWorld::kWincmdData); };
     const std::string before = data();
     Session().ChangeDescription("one\r\ntwo\rthree\nfour");
@@ -322,15 +322,19 @@ TEST_F(FindingTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
     Session().ShowKeyDetails(1);
     EXPECT_FALSE(Session().Store().IsDescriptionPending(2));
     Session().ChangeDescription("say \"hi\"");  // quotes around the entry would be lost
+    Session().ShowKeyDetails(2);
+    Session().ChangeDescription("d2");  // with blanks around its default
     EXPECT_TRUE(Session().IsEnabled(Command::FileSaveDataFile));
     ASSERT_TRUE(Session().SaveDataFile());
     std::string expected = before;
     expected.replace(expected.find("1///old ; text"), 14, "1///one@two \"x\"");
     expected.replace(expected.find("\"q\""), 3, "q///say \"hi\"");
+    expected.replace(expected.find("///d\""), 5, "///d2\"");
     EXPECT_EQ(data(), expected);
     EXPECT_FALSE(Session().IsEnabled(Command::FileSaveDataFile));
 
     // Files that can not be written, or are another's by now: a message, and the text still waits.
+    Session().ShowKeyDetails(1);
     Session().ChangeDescription("again");
     world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::ReadOnly);
     EXPECT_FALSE(Session().SaveDataFile());

@@ -29,6 +29,11 @@ UINT BringForwardMessage() {
     return message;
 }
 
+// The same in the program for 32-bit systems and in that for 64-bit ones.
+WPARAM MessageHash(const std::string& path) {
+    return static_cast<std::uint32_t>(HashIgnoreCase(path));
+}
+
 HICON LoadProgramIcon(int widthMetric, int heightMetric) {
     return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kProgramIcon),
                                          IMAGE_ICON, GetSystemMetrics(widthMetric),
@@ -242,7 +247,7 @@ bool frmMain::BringForward(const std::string& dataFile) {
         }
         AllowSetForegroundWindow(process);
         DWORD_PTR answer = 0;
-        SendMessageTimeoutW(other, BringForwardMessage(), HashIgnoreCase(dataFile), 0,
+        SendMessageTimeoutW(other, BringForwardMessage(), MessageHash(dataFile), 0,
                             SMTO_ABORTIFHUNG, kAnswerMs, &answer);
         if (answer == kIsForward) {
             return true;
@@ -252,7 +257,7 @@ bool frmMain::BringForward(const std::string& dataFile) {
 }
 
 LRESULT frmMain::OnBringForward(WPARAM dataFile) {
-    if (!m_followsFiles || dataFile != HashIgnoreCase(m_session.DataFilePath())) {
+    if (!m_followsFiles || dataFile != MessageHash(m_session.DataFilePath())) {
         return 0;
     }
     if (IsIconic(Handle())) {
