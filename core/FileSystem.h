@@ -22,6 +22,11 @@ enum class FileError {
     Other,
 };
 
+// Whether a file that can not be read for this reason may as well be empty.
+inline bool IsMissing(FileError error) {
+    return error == FileError::NotFound || error == FileError::FolderMissing;
+}
+
 // Size and time of the last change; two equal stamps mean the same file only if the file was not
 // very young when the first was taken.
 struct FileStamp {

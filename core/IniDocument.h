@@ -13,8 +13,8 @@ namespace tamarind {
 
 // What an edit of a document came to.
 enum class IniEdit {
-    Unchanged,         // it says so already
-    Changed,           //
+    Unchanged,  // it says so already
+    Changed,
     NameNotEncodable,  // the file's encoding lacks a character of the section or key name
     TextNotStorable,   // it would be read as something else: line breaks, NULs, "=" in a key name
 };

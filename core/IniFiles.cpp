@@ -44,9 +44,7 @@ ProfileResult EditIniFile(IniFiles& files, const std::string& path,
         return {FileError::InUse, IniEdit::Unchanged};
     }
     const FileContent content = files.Files().Read(path, IniFiles::kMaxFileBytes);
-    const bool isMissing =
-        content.error == FileError::NotFound || content.error == FileError::FolderMissing;
-    if (content.error != FileError::None && !isMissing) {
+    if (content.error != FileError::None && !IsMissing(content.error)) {
         return {content.error, IniEdit::Unchanged};
     }
     IniDocument document = IniDocument::Parse(content.bytes, files.SystemCodePage());

@@ -284,7 +284,6 @@ private:
     void AdvanceProgress();
     CommandState State() const;
     bool CanEditKey() const;
-    void StoreValue(const std::string& value);
     void ShowChange(RowKey key);
     void Replay(bool isUndo);
     void SetModified(bool isModified);
@@ -296,6 +295,7 @@ private:
     bool ResolveConflicts();
     void AfterSave();
     void ReportUnsaved(const SaveResult& result);
+    std::string Reason(FileError error, IniEdit refused) const;
     void ReportFailure(std::uint16_t message, const std::string& path, const ProfileResult& result);
     void SetUpRecentFiles();
     void SaveRecentFiles();

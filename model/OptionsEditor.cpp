@@ -104,8 +104,9 @@ ProfileResult OptionsEditor::Apply() {
     if (!m_choices.languageFile.empty() || settings.languageFile != MissingValueMarker) {
         m_settings.SetLanguageFile(m_choices.languageFile);
     }
-    m_isChanged = false;
-    return m_settings.SaveSettings();
+    const ProfileResult saved = m_settings.SaveSettings();
+    m_isChanged = !saved.Succeeded();
+    return saved;
 }
 
 }  // namespace tamarind

@@ -186,16 +186,26 @@ void EditorSession::ReportUnsaved(const SaveResult& result) {
     const bool isOne = result.failures.size() == 1;
     std::string message = Text(isOne ? text::kCannotSaveFile : text::kCannotSaveFiles);
     for (const SaveResult::Failure& failure : result.failures) {
-        std::string reason = m_language.Reason(failure.error);
+        message +=
+            (isOne ? " " : "\n\n") + failure.path + "\n\n" + Reason(failure.error, failure.refused);
         if (failure.refusedKey != 0) {
             const KeyRecord record = Record(failure.refusedKey);
-            reason = Text(failure.refused == IniEdit::NameNotEncodable ? text::kNameNotEncodable
-                                                                       : text::kTextNotStorable) +
-                     " [" + std::string(record.targetSection) + "] " + std::string(record.keyName);
+            message +=
+                " [" + std::string(record.targetSection) + "] " + std::string(record.keyName);
         }
-        message += (isOne ? " " : "\n\n") + failure.path + "\n\n" + reason;
     }
     m_services.prompts.ShowMessage(MessageIcon::Exclamation, message);
+}
+
+std::string EditorSession::Reason(FileError error, IniEdit refused) const {
+    switch (refused) {
+        case IniEdit::NameNotEncodable:
+            return Text(text::kNameNotEncodable);
+        case IniEdit::TextNotStorable:
+            return Text(text::kTextNotStorable);
+        default:
+            return m_language.Reason(error);
+    }
 }
 
 }  // namespace tamarind

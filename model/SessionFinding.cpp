@@ -131,7 +131,7 @@ void EditorSession::StoreFavoriteWindow(std::int32_t left, std::int32_t top, std
     m_settings.WriteFavoriteWindow();
 }
 
-// Without its file a language is the built-in one until the program ends.
+// Without its file a language is the built-in one, until another is chosen.
 void EditorSession::CheckLanguage() {
     Settings& settings = m_settings.Values();
     if (settings.useDefaultLanguage != 0 ||
@@ -335,10 +335,9 @@ void EditorSession::ImportKeys() {
 
 void EditorSession::ReportFailure(std::uint16_t message, const std::string& path,
                                   const ProfileResult& result) {
-    const std::string reason = result.error != FileError::None ? m_language.Reason(result.error)
-                                                               : Text(text::kTextNotStorable);
-    m_services.prompts.ShowMessage(MessageIcon::Exclamation,
-                                   Text(message) + " " + path + "\n\n" + reason);
+    m_services.prompts.ShowMessage(
+        MessageIcon::Exclamation,
+        Text(message) + " " + path + "\n\n" + Reason(result.error, result.refused));
 }
 
 }  // namespace tamarind

@@ -10,11 +10,6 @@
 
 namespace tamarind {
 
-// Whether a file that can not be read for this reason may as well be empty.
-inline bool IsMissing(FileError error) {
-    return error == FileError::NotFound || error == FileError::FolderMissing;
-}
-
 // A settings file and the files that its sections are kept in, as they stood at one moment. A
 // section with the key "RedirectSection" lives in the file that this names: a path, which may hold
 // environment variables, a file name beside the settings file, or "1" for the file that

@@ -22,7 +22,8 @@ bool SettingsLocator::ResolveSettingsPath(const std::string& path, std::string& 
     if (candidate.substr(0, 2) == ".\\") {
         candidate = ExpandPathVariables(m_settings.Values().totalCommanderFolder, m_environment) +
                     candidate.substr(2);
-    } else if (candidate.size() < 3 || candidate.substr(1, 2) != ":\\") {
+    } else if (candidate.substr(0, 2) != "\\\\" &&
+               (candidate.size() < 3 || candidate.substr(1, 2) != ":\\")) {
         candidate = AddBackslash(m_environment.Variable("windir")) + candidate;
     }
     if (!FileExists(candidate, m_files)) {

@@ -252,17 +252,22 @@ void SettingsStore::SetLanguageFile(const std::string& path) {
 
 ProfileResult SettingsStore::SaveSettings() {
     ProfileTransaction transaction(m_files, m_path);
+    std::vector<std::string> texts = m_stored;
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
         const bool isWritten = kRows[row].written == Written::OnSave ||
                                (kRows[row].written == Written::OnSaveUnlessMaximized &&
                                 m_values.mainWindowMaximized == 0);
-        const std::string text(TrimIniSpaces(TextOf(row)));
+        std::string text(TrimIniSpaces(TextOf(row)));
         if (isWritten && text != m_stored[row] && text != MissingValueMarker) {
             transaction.SetValue(kRows[row].section, kRows[row].key, text);
-            m_stored[row] = text;
+            texts[row] = std::move(text);
         }
     }
-    return transaction.IsEmpty() ? ProfileResult() : transaction.Commit();
+    const ProfileResult saved = transaction.IsEmpty() ? ProfileResult() : transaction.Commit();
+    if (saved.Succeeded()) {
+        m_stored = std::move(texts);
+    }
+    return saved;
 }
 
 ProfileResult SettingsStore::WriteFavoriteWindow() {
@@ -278,8 +283,12 @@ ProfileResult SettingsStore::WriteFavoriteWindow() {
 ProfileResult SettingsStore::WriteNow(std::string Settings::*member, const std::string& value) {
     m_values.*member = value;
     const std::size_t row = RowOf(member);
-    m_stored[row] = value;
-    return cProfile(m_files).WriteStringValue(kRows[row].section, kRows[row].key, value, m_path);
+    const ProfileResult written =
+        cProfile(m_files).WriteStringValue(kRows[row].section, kRows[row].key, value, m_path);
+    if (written.Succeeded()) {
+        m_stored[row] = value;
+    }
+    return written;
 }
 
 }  // namespace tamarind

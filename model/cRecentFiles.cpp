@@ -117,14 +117,6 @@ void cRecentFiles::RemoveFile(std::int16_t Index) {
     }
 }
 
-void cRecentFiles::PutAsFirstItem(std::int16_t Index) {
-    const std::string file = ListItems(Index);
-    if (file != kEmptySlot) {
-        RemoveFile(Index);
-        AddFile(file);
-    }
-}
-
 bool cRecentFiles::Clear() {
     if (!m_prompts.AskWhetherSure(m_language.GetLanguageString(text::kAreYouSure))) {
         return false;

@@ -32,7 +32,6 @@ public:
     // falls out.
     void AddFile(const std::string& file);
     void RemoveFile(std::int16_t Index);
-    void PutAsFirstItem(std::int16_t Index);
     // Empties all slots, after a question. False: the user did not mean it.
     bool Clear();
 

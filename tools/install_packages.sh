@@ -15,7 +15,8 @@ packages_of() {
         # Wine recommends the X libraries and its fonts rather than depending on them.
         echo wine wine64 fonts-wine libxcomposite1 libxcursor1 libxfixes3 libxi6 libxinerama1 \
             libxrandr2 libxrender1 libxxf86vm1
-        echo xvfb openbox xdotool imagemagick x11-utils xauth fonts-dejavu-core fonts-liberation
+        echo xvfb openbox xdotool imagemagick x11-utils xauth fonts-dejavu-core fonts-liberation \
+            fonts-droid-fallback
         ;;
     test)
         # The style checks are bound to a version: others lay out and warn differently.

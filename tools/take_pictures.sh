@@ -1,5 +1,6 @@
 #!/bin/bash
-# Takes the pictures of the help anew, from the built program with the sample settings.
+# Takes the pictures of the help and of the documents anew, from the built program with the sample settings:
+# help/main-window.png, and main-window, edit, options and right-to-left in docs/pictures/.
 #
 #   take_pictures.sh [PROGRAM_FOLDER]     default: build/windows/bin
 #
@@ -28,11 +29,18 @@ drive=$WINEPREFIX/drive_c
 scratch=$(mktemp -d)
 editor=
 
-clean_up() {
+# What Wine started for the desktop ends a moment after the editor.
+stop_editor() {
     if [[ -n $editor ]]; then
         kill "$editor" 2>/dev/null || true
+        wait "$editor" 2>/dev/null || true
+        editor=
     fi
     timeout 30 wineserver -w || true
+}
+
+clean_up() {
+    stop_editor
     rm -rf "$scratch"
 }
 trap clean_up EXIT
@@ -50,16 +58,22 @@ wait_for() {
     done
 }
 
-# A fresh program folder and fresh settings, with paths as a user would have them.
+# lay_out [LANGUAGE]: a fresh program folder and fresh settings, with paths as a user would have them, in English or
+# in the language of that file.
 lay_out() {
+    local uses_default=1
+    [[ -z ${1-} ]] || uses_default=0
     rm -rf "$drive/Tamarind" "$drive/totalcmd"
     mkdir -p "$drive/Tamarind" "$drive/totalcmd"
     cp "$program/TamarindEditor.exe" "$drive/Tamarind"
-    cp -r "$root/Data Files" "$drive/Tamarind"
+    cp -r "$root/Data Files" "$root/Languages" "$drive/Tamarind"
     cp "$root"/samples/*.ini "$drive/totalcmd"
     # Twips; 15 are a pixel.
-    cat >"$drive/Tamarind/tamarind editors.ini" <<'SETTINGS'
+    cat >"$drive/Tamarind/tamarind editors.ini" <<SETTINGS
+[Common]
+LanguageFile=C:\\Tamarind\\Languages\\${1-}
 [ConfigurationEditor]
+UseDefaultLanguage=$uses_default
 MainWindowLeft=1500
 MainWindowTop=1500
 MainWindowWidth=11000
@@ -109,19 +123,22 @@ is_at_rest() {
     [[ $(compare -metric AE "$scratch/one.png" "$scratch/other.png" null: 2>&1) == 0 ]]
 }
 
-# take NAME: makes help/NAME.png.
+# take FILE...: makes these pictures, all the same, of the window; paths are relative to the root.
 take() {
-    local bytes
+    local bytes file
     wait_for 20 is_at_rest
     convert "$scratch/one.png" +dither -colors "$colors" -strip -define png:compression-level=9 \
-        "PNG8:$scratch/$1.png"
-    bytes=$(stat -c %s "$scratch/$1.png")
+        "PNG8:$scratch/picture.png"
+    bytes=$(stat -c %s "$scratch/picture.png")
     if ((bytes > max_bytes)); then
-        echo "take_pictures.sh: $1.png has $bytes bytes, more than $max_bytes" >&2
+        echo "take_pictures.sh: $1 has $bytes bytes, more than $max_bytes" >&2
         return 1
     fi
-    cp "$scratch/$1.png" "$root/help/$1.png"
-    echo "help/$1.png: $bytes bytes"
+    for file in "$@"; do
+        mkdir -p "$(dirname "$root/$file")"
+        cp "$scratch/picture.png" "$root/$file"
+        echo "$file: $bytes bytes"
+    done
 }
 
 data_file="$root/Data Files/tc all keys english.tmdf"
@@ -148,11 +165,39 @@ select_key() {
     xdotool key --repeat $((steps - 2)) --delay 30 Down
 }
 
+# open_options: the dialog becomes the window to be taken.
+open_options() {
+    local main=$window
+    # The letters are those of the English texts.
+    xdotool key alt+v
+    xdotool key o
+    is_other_active() {
+        window=$(xdotool getactivewindow 2>/dev/null)
+        [[ -n $window && $window != "$main" ]]
+    }
+    wait_for 20 is_other_active
+}
+
+category='Display: sizes and dates'
+
 lay_out
 start_editor
-select_category 'Display: sizes and dates'
-select_key 'Display: sizes and dates' GetDirSize
+select_category "$category"
+select_key "$category" GetDirSize
 xdotool key Return
+take docs/pictures/edit.png
 xdotool type --delay 30 1
 xdotool key Return
-take main-window
+take help/main-window.png docs/pictures/main-window.png
+open_options
+take docs/pictures/options.png
+stop_editor
+
+# One of the first categories: a mirrored tree that has scrolled is not drawn well under Wine.
+category='Layout (bars and lines)'
+
+lay_out Arabic.lng
+start_editor
+select_category "$category"
+select_key "$category" DriveBarFlat
+take docs/pictures/right-to-left.png

@@ -21,7 +21,7 @@ ensure_prefix() {
     if [[ $# -gt 0 ]]; then
         export WINEPREFIX=$tamarind_root/build/wine/$1
     fi
-    [[ -e $WINEPREFIX/tamarind_ready ]] || create_prefix "${2:-96}"
+    [[ -e $WINEPREFIX/tamarind_ready_2 ]] || create_prefix "${2:-96}"
 }
 
 create_prefix() {
@@ -31,7 +31,7 @@ create_prefix() {
     flock "$lock"
     local status=0
     # Wine's server outlives the commands here and must not inherit the lock.
-    if [[ ! -e $WINEPREFIX/tamarind_ready ]]; then
+    if [[ ! -e $WINEPREFIX/tamarind_ready_2 ]]; then
         fill_prefix "$1" {lock}>&- || status=$?
     fi
     exec {lock}>&-
@@ -45,7 +45,10 @@ fill_prefix() {
         set_registry_value 'HKCU\Software\Wine\Drivers' Graphics REG_SZ null || return
     fi
     set_registry_value 'HKCU\Control Panel\Desktop' LogPixels REG_DWORD "$1" || return
+    # The font that Wine takes for those of Windows has no Arabic and Chinese letters.
+    set_registry_value 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' 'Liberation Sans' \
+        REG_MULTI_SZ 'DejaVuSans.ttf,DejaVu Sans\0DroidSansFallbackFull.ttf,Droid Sans Fallback' || return
     # The registry is on disk and every process has ended when the server has.
     wineserver -w || return
-    touch "$WINEPREFIX/tamarind_ready"
+    touch "$WINEPREFIX/tamarind_ready_2"
 }

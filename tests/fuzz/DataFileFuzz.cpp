@@ -39,6 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SessionWorld world;
     world.PutUsualFiles("[Configuration]\r\nPanelsVertical=1\r\n;K=2\r\n");
     world.disk.Put(SessionWorld::kWincmdData, FuzzedFile(data, size));
+    world.disk.Wait(10);  // files that are young are read again for each text
     Require(world.Start());
     EditorSession& session = *world.session;
     for (std::size_t node = 0; node < session.Categories().size(); ++node) {

@@ -6,6 +6,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SessionWorld world;
     world.PutUsualFiles("[Configuration]\r\nPanelsVertical=1\r\n");
     world.disk.Put(SessionWorld::kOwnSettings, FuzzedFile(data, size));
+    world.disk.Wait(10);
     if (!world.Start()) {
         return 0;  // its data file is another one
     }

@@ -18,6 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                    "[A]\nCategoryTargetSection=Configuration\nPanelsVertical=0\n"
                    "RedirectSection=\nAlternateUserIni=\n[B]\nCategoryTargetSection=Colors\n"
                    "BackColor=-1\nRedirectSection=\n[C]\nCategoryTargetSection=Left\npath=\n");
+    world.disk.Wait(10);  // files that are young are read again for each text
     Require(world.Start());
     EditorSession& session = *world.session;
     const bool saved = session.SaveToSettingsFile();

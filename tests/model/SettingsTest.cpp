@@ -82,13 +82,21 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), file);
     EXPECT_EQ(world.disk.replaces, 0);
 
+    // What a full disk did not take is written by the next save.
+    world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::DiskFull);
+    store.Values().splitPosition = 4321;
+    EXPECT_FALSE(store.SaveSettings().Succeeded());
+    world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::None);
+    EXPECT_TRUE(store.SaveSettings().Succeeded());
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "SplitPosition"), "4321");
+
     // Another window changed the font meanwhile; this one moved and was maximized.
     world.disk.Put(SessionWorld::kOwnSettings, file.substr(0, 40) + "\r\nFontName=Tahoma\r\n");
     store.Values().mainWindowLeft = 99;
     store.Values().splitPosition = 1234;
     store.Values().mainWindowMaximized = 1;
     EXPECT_TRUE(store.SaveSettings().Succeeded());
-    EXPECT_EQ(world.disk.replaces, 1);
+    EXPECT_EQ(world.disk.replaces, 3);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "Tahoma");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowLeft"), "(none)");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowMaxmized"), "1");
@@ -131,8 +139,8 @@ protected:
 
 TEST_F(SettingsLocatorTest, RegistryPathsAreResolvedInTotalCommandersWay) {
     world.environment.variables["X"] = "D:\\Conf";
-    for (const char* path :
-         {"C:\\TC\\a.ini", "C:\\Windows\\b.ini", "D:\\Conf\\c.ini", "C:\\TC\\b.ini"}) {
+    for (const char* path : {"C:\\TC\\a.ini", "C:\\Windows\\b.ini", "D:\\Conf\\c.ini",
+                             "C:\\TC\\b.ini", "\\\\server\\share\\d.ini"}) {
         world.disk.Put(path, "");
     }
     struct Case {
@@ -145,6 +153,7 @@ TEST_F(SettingsLocatorTest, RegistryPathsAreResolvedInTotalCommandersWay) {
         {"a.ini", ""},                      //
         {"%X%\\c.ini", "D:\\Conf\\c.ini"},  // expanded before anything else
         {"d:\\conf\\C.ini", "d:\\conf\\C.ini"},
+        {"\\\\server\\share\\d.ini", "\\\\server\\share\\d.ini"},
         {"C:\\TC", ""},
         {"", ""},
     };

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -10,6 +12,8 @@
 #include "tests/model/fakes/SessionWorld.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/frmMain.h"
+#include "ui/toolkit/ControlKind.h"
+#include "ui/toolkit/Timer.h"
 
 namespace tamarind {
 
@@ -137,6 +141,47 @@ protected:
         return bounds;
     }
     static LONG HeightOf(HWND handle) { return BoundsOf(handle).bottom - BoundsOf(handle).top; }
+    static std::vector<HWND> VisibleIn(HWND parent) {
+        std::vector<HWND> children;
+        for (HWND child = GetWindow(parent, GW_CHILD); child;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            if (IsWindowVisible(child)) {
+                children.push_back(child);
+            }
+        }
+        return children;
+    }
+    static bool IsInside(const RECT& inner, const RECT& outer) {
+        RECT common{};
+        return IntersectRect(&common, &inner, &outer) && EqualRect(&common, &inner);
+    }
+    // Groups and tabs have other controls inside of them.
+    static bool Holds(HWND container, HWND window) {
+        wchar_t name[32] = L"";
+        GetClassNameW(container, name, ARRAYSIZE(name));
+        return (KindOf(container) == ControlKind::Frame || Narrow(name) == WC_TABCONTROLA) &&
+               IsInside(BoundsOf(window), BoundsOf(container));
+    }
+    // All that is in a window is inside of it and beside the others.
+    static void ExpectNoOverlaps(HWND parent) {
+        RECT area{};
+        GetClientRect(parent, &area);
+        MapWindowPoints(parent, nullptr, reinterpret_cast<POINT*>(&area), 2);
+        const std::vector<HWND> children = VisibleIn(parent);
+        for (std::size_t at = 0; at < children.size(); ++at) {
+            const HWND child = children[at];
+            SCOPED_TRACE(std::to_string(GetDlgCtrlID(child)) + " " + TextOf(child));
+            EXPECT_TRUE(IsInside(BoundsOf(child), area)) << area.right << " " << area.bottom;
+            for (const HWND other : std::span(children).first(at)) {
+                const RECT bounds[] = {BoundsOf(child), BoundsOf(other)};
+                RECT common{};
+                EXPECT_TRUE(Holds(child, other) || Holds(other, child) ||
+                            !IntersectRect(&common, &bounds[0], &bounds[1]))
+                    << TextOf(other);
+            }
+            ExpectNoOverlaps(child);
+        }
+    }
     bool IsButton(tamarind::Command command, UINT question) const {
         return Send(kIdToolbar1, question, static_cast<WPARAM>(command)) != 0;
     }
@@ -144,8 +189,31 @@ protected:
         SetWindowPos(window->Handle(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
     }
 
+    // Opens a dialog, which may be a modal one, does something in it, and closes it if that did
+    // not.
+    void Show(const wchar_t* className, const std::function<void()>& open,
+              const std::function<void()>& actions) {
+        bool isDone = false;
+        const auto visit = [&] {
+            const HWND found = FindWindowW(className, nullptr);
+            if (!isDone && IsWindowVisible(found)) {
+                isDone = true;
+                dialog = found;
+                actions();
+                PostMessageW(found, WM_CLOSE, 0, 0);
+            }
+        };
+        Timer timer(visit);
+        timer.Start(window->Handle(), 10);
+        open();
+        visit();
+        EXPECT_TRUE(isDone);
+        EXPECT_TRUE(IsWindowEnabled(window->Handle()));
+    }
+
     SessionWorld world;
     std::unique_ptr<frmMain> window;
+    HWND dialog = nullptr;  // the one that Show opened
 };
 
 }  // namespace tamarind

@@ -171,30 +171,6 @@ TEST_F(MainWindowTest, MenusListFavoritesAndRecentFiles) {
     EXPECT_EQ(textsOf(recent), (Strings{"No Recent Files", "", "Clear List"}));
 }
 
-void ExpectNoOverlaps(HWND parent) {
-    RECT area{};
-    GetClientRect(parent, &area);
-    MapWindowPoints(parent, nullptr, reinterpret_cast<POINT*>(&area), 2);
-    std::vector<RECT> taken;
-    for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        RECT bounds{};
-        GetWindowRect(child, &bounds);
-        if (!IsWindowVisible(child)) {
-            continue;
-        }
-        RECT common{};
-        EXPECT_TRUE(IntersectRect(&common, &bounds, &area) && EqualRect(&common, &bounds))
-            << "outside: " << GetDlgCtrlID(child);
-        for (const RECT& other : taken) {
-            EXPECT_FALSE(IntersectRect(&common, &bounds, &other)) << GetDlgCtrlID(child);
-        }
-        taken.push_back(bounds);
-        if (GetDlgCtrlID(child) < kIdTreeView1) {
-            ExpectNoOverlaps(child);
-        }
-    }
-}
-
 TEST_F(MainWindowTest, NothingOverlapsAtTheSmallestSize) {
     Start();
     MINMAXINFO info{};

@@ -26,24 +26,6 @@ constexpr const char* kLanguageFile = "C:\\Tamarind\\Languages\\Other.lng";
 // The dialogs of the View and Help menus, over the main window.
 class OptionsWindowTest : public MainWindowTest {
 protected:
-    // Opens a dialog, does something in it, and closes it if that did not.
-    void Show(const wchar_t* className, const std::function<void()>& open,
-              const std::function<void()>& actions) {
-        bool isDone = false;
-        Timer timer([&] {
-            const HWND found = FindWindowW(className, nullptr);
-            if (!isDone && IsWindowVisible(found)) {
-                isDone = true;
-                dialog = found;
-                actions();
-                PostMessageW(found, WM_CLOSE, 0, 0);
-            }
-        });
-        timer.Start(window->Handle(), 10);
-        open();
-        EXPECT_TRUE(isDone);
-        EXPECT_TRUE(IsWindowEnabled(window->Handle()));
-    }
     void ShowOptions(const std::function<void()>& actions) {
         Show(
             L"frmOptions", [&] { Command(tamarind::Command::ViewOptions); }, actions);
@@ -103,8 +85,6 @@ protected:
                         static_cast<int>(area.bottom / 2));
     }
     std::string Setting(const char* key) { return world.OwnSetting("ConfigurationEditor", key); }
-
-    HWND dialog = nullptr;
 };
 
 TEST_F(OptionsWindowTest, ShowsTheSettings) {

@@ -6,7 +6,6 @@
 #include "ui/shell/ShellIds.h"
 #include "ui/shell/WindowPrompts.h"
 #include "ui/shell/frmRestoreBackup.h"
-#include "ui/toolkit/Timer.h"
 
 namespace tamarind {
 namespace {
@@ -26,25 +25,6 @@ protected:
         prompts.SetLanguage(language);
     }
 
-    // Opens a dialog, does something in it, and closes it if that did not.
-    void Show(const wchar_t* className, const std::function<void()>& open,
-              const std::function<void()>& actions) {
-        bool isDone = false;
-        Timer timer([&] {
-            const HWND found = FindWindowW(className, nullptr);
-            if (!isDone && IsWindowVisible(found)) {
-                isDone = true;
-                dialog = found;
-                EXPECT_FALSE(IsWindowEnabled(window->Handle()));
-                actions();
-                PostMessageW(found, WM_CLOSE, 0, 0);
-            }
-        });
-        timer.Start(window->Handle(), 10);
-        open();
-        EXPECT_TRUE(isDone);
-        EXPECT_TRUE(IsWindowEnabled(window->Handle()));
-    }
     bool Resolve(std::vector<ValueConflict>& conflicts, const std::function<void()>& actions) {
         bool isResolved = false;
         Show(
@@ -106,7 +86,6 @@ protected:
 
     DialogLanguage language;
     WindowPrompts prompts{L"Test"};
-    HWND dialog = nullptr;
 };
 
 TEST_F(TrustWindowsTest, ConflictsEndAsTheUserChooses) {
@@ -163,6 +142,7 @@ TEST_F(TrustWindowsTest, ConflictsMarkTheValueThatStays) {
     std::vector<ValueConflict> conflicts = {{"[A] a", "a=1", "a=2"}, {"[A] b", "", "b=2"}};
     Resolve(conflicts, [&] {
         EXPECT_EQ(TextOf(dialog), "Changed by Another Program");
+        EXPECT_FALSE(IsWindowEnabled(window->Handle()));
         const std::string mine = Cell(kConflictList, 0, 1);
         const std::string mark = mine.substr(0, mine.size() - 3);
         EXPECT_FALSE(mark.empty());
@@ -205,6 +185,7 @@ TEST_F(TrustWindowsTest, BackupsShowWhatDiffersAndComeBack) {
                                  "[Configuration]\r\nPanelsVertical=2\r\nMore=1\r\n");
     ShowBackups([&] {
         EXPECT_EQ(TextOf(In(IDC_RESTORE_TXTPATH)), SessionWorld::kWincmd);
+        EXPECT_FALSE(IsWindowEnabled(window->Handle()));
         EXPECT_FALSE(IsOn(IDOK));
         EXPECT_FALSE(IsWindowVisible(In(IDC_RESTORE_LBLNOBACKUPS)));
         ASSERT_EQ(SendTo(kBackupList, LVM_GETITEMCOUNT), 2);

@@ -20,6 +20,7 @@ enum ControlId : int {
     kIdProgressBar1,
     kIdTxtInplaceEdit,
     kIdCmdColorSample,
+    kIdKeyListPane,
 };
 
 // Menu entries that come and go: the recent files by slot, and the favorites by place.

@@ -1,5 +1,7 @@
 #include "ui/main/KeyListView.h"
 
+#include <windowsx.h>
+
 #include "core/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Lengths.h"
@@ -22,9 +24,24 @@ bool IsDown(int key) {
 }  // namespace
 
 bool KeyListView::Create(HWND parent) {
-    return ListView1.Create(parent, kIdListView1, L"Key", *this) &&
-           txtInplaceEdit.Create(parent, kIdTxtInplaceEdit, *this) &&
-           cmdColorSample.Create(parent, kIdCmdColorSample);
+    WindowParams params;
+    params.className = L"TamarindKeyListPane";
+    params.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
+    params.parent = parent;
+    params.id = kIdKeyListPane;
+    return CreateHandle(params) && ListView1.Create(Handle(), kIdListView1, L"Key", *this) &&
+           txtInplaceEdit.Create(Handle(), kIdTxtInplaceEdit, *this) &&
+           cmdColorSample.Create(Handle(), kIdCmdColorSample);
+}
+
+LRESULT KeyListView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_SIZE:
+            ListView1.SetBounds({0, 0, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            return 0;
+        default:
+            return Window::HandleMessage(message, wParam, lParam);
+    }
 }
 
 void KeyListView::ApplyLook(const MainLook& look) {

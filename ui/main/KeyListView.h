@@ -7,19 +7,21 @@
 #include "ui/toolkit/ColorSwatch.h"
 #include "ui/toolkit/Timer.h"
 #include "ui/toolkit/VirtualList.h"
+#include "ui/toolkit/Window.h"
 
 namespace tamarind {
 
 // The visible key list: the rows of the session's list, each a line of the settings file, with the
-// box in which the current one is edited and the sample of its colour.
-class KeyListView final : private VirtualListSource, private InplaceEditListener {
+// box in which the current one is edited and the sample of its colour. All three are in a window of
+// their own, which is never mirrored, since the places of the two follow from the rows.
+class KeyListView final : public Window, private VirtualListSource, private InplaceEditListener {
 public:
     KeyListView(EditorSession& session, MainWindowActions& actions)
         : m_session(session), m_actions(actions) {}
 
     bool Create(HWND parent);
     void ApplyLook(const MainLook& look);
-    HWND Handle() const { return ListView1.Handle(); }
+    HWND List() const { return ListView1.Handle(); }
 
     void Fill();
     // Selects the session's current key and brings it into view.
@@ -38,6 +40,7 @@ public:
     void ContinueWithNextKey();
 
 private:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::wstring RowText(int row) const override;
     RowLook LookOfRow(int row) const override;
     void OnRowSelected(int row) override;

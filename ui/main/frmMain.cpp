@@ -191,7 +191,6 @@ bool frmMain::OnCreate() {
 }
 
 // Not while it is being asked, nor while a save waits for Total Commander.
-
 bool frmMain::AskWhetherToClose() {
     if (m_isAskingToClose || m_session.IsBusy()) {
         return false;
@@ -202,7 +201,6 @@ bool frmMain::AskWhetherToClose() {
 }
 
 // The organize window is destroyed before this one hears of it.
-
 void frmMain::OnClose() {
     if (AskWhetherToClose()) {
         StoreLayout();
@@ -227,10 +225,7 @@ void frmMain::StoreLayout() {
     m_session.ProgramSettings().SaveSettings();
 }
 
-// A key whose value is being typed is not deleted.
-
 // Not while a value is being typed: the box is not to be disturbed.
-
 void frmMain::OnCheckFiles() {
     if (m_followsFiles && IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing()) {
         m_session.CheckOutsideChanges();
@@ -273,7 +268,7 @@ void frmMain::OnActivate(UINT state) {
     }
     if (state == WA_INACTIVE) {
         const HWND focus = GetFocus();
-        m_lastFocus = m_panes.Keys().IsPart(focus) ? m_panes.Keys().Handle() : focus;
+        m_lastFocus = m_panes.Keys().IsPart(focus) ? m_panes.Keys().List() : focus;
     }
 }
 
@@ -286,13 +281,17 @@ void frmMain::OnSetFocus() {
 }
 
 void frmMain::OnSize(UINT kind) {
-    if (kind != SIZE_MINIMIZED) {
-        Layout();
+    if (kind == SIZE_MINIMIZED) {
+        return;
+    }
+    Layout();
+    if (m_dialogLanguage.isRightToLeft) {
+        // Not every system finds out what of a mirrored window is new.
+        RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     }
 }
 
 // The toolbar above, the status bar below, the panes in all that is left.
-
 void frmMain::Layout() {
     RECT area{};
     GetClientRect(Handle(), &area);
@@ -401,13 +400,11 @@ void frmMain::OnLanguageChanged() {
 }
 
 // Names and values of keys, descriptions and paths are written from left to right in all languages.
-
 void frmMain::ApplyDirection() {
     const bool isRightToLeft = m_dialogLanguage.isRightToLeft;
     SetMirrored(Handle(), isRightToLeft);
-    for (const int id :
-         {kIdToolbar1, kIdToolbar2, kIdStatusBar1, kIdPicture1, kIdPicSpliterContainer,
-          kIdDescriptionPane, kIdFrame1, kIdFrame2, kIdTreeView1}) {
+    for (const int id : {kIdToolbar1, kIdToolbar2, kIdStatusBar1, kIdPicture1,
+                         kIdPicSpliterContainer, kIdFrame1, kIdFrame2, kIdTreeView1}) {
         SetMirrored(FindChild(Handle(), id), isRightToLeft);
     }
 }

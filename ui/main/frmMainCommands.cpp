@@ -46,7 +46,7 @@ void frmMain::OnEntry(int id) {
 }
 
 void frmMain::ShowFavorite() {
-    SetFocus(m_panes.Keys().Handle());
+    SetFocus(m_panes.Keys().List());
 }
 
 void frmMain::OnAddFavorite() {
@@ -160,6 +160,7 @@ void frmMain::OnValueCommand(bool isStored) {
     }
 }
 
+// A key whose value is being typed is not deleted.
 void frmMain::OnDeleteCommand() {
     if (!m_panes.Keys().IsEditing()) {
         m_session.DeleteKey();

@@ -37,8 +37,9 @@ cCommonDialog& WindowPrompts::FileDialog() {
 int WindowPrompts::ShowBox(const std::string& text, UINT flags) const {
     const HWND owner = PresentOwner();
     const ModalLock lock(owner);
+    const bool isRightToLeft = m_language != nullptr && m_language->isRightToLeft;
     return MessageBoxW(IsWindowVisible(owner) ? owner : nullptr, Widen(text).c_str(),
-                       m_title.c_str(), flags);
+                       m_title.c_str(), flags | (isRightToLeft ? MB_RTLREADING | MB_RIGHT : 0U));
 }
 
 void WindowPrompts::ShowMessage(MessageIcon icon, const std::string& text) {

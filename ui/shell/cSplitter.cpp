@@ -38,6 +38,9 @@ void cSplitter::CreateSplitter(HWND Container, SplitterBar& Splitter, HWND Pane1
 std::optional<LRESULT> cSplitter::FilterMessage(HWND, UINT message, WPARAM, LPARAM lParam) {
     if (message == WM_SIZE) {
         OnContainerSize(Pixels{GET_X_LPARAM(lParam)}, Pixels{GET_Y_LPARAM(lParam)});
+    } else if (message == WM_STYLECHANGED) {
+        // A container that is mirrored, or not any more, has its panes elsewhere.
+        Layout();
     }
     return std::nullopt;
 }
@@ -63,7 +66,6 @@ void cSplitter::Resize(Twips ContainerHeight, Twips ContainerWidth) {
 
 void cSplitter::SwapPanels() {
     std::swap(m_pane1, m_pane2);
-    m_isSwapped = !m_isSwapped;
     Layout();
 }
 
@@ -128,9 +130,12 @@ SplitterGeometry cSplitter::Geometry() const {
 
 void cSplitter::Layout() {
     const SplitterPlaces places = LayOutSplitter(Geometry(), m_splitPosition);
+    // Not every system finds out what of a mirrored window is new.
+    const LONG_PTR style = GetWindowLongPtrW(mobjContainerControl, GWL_EXSTYLE);
+    const UINT flags = (style & WS_EX_LAYOUTRTL) != 0 ? SWP_NOCOPYBITS : 0;
     HDWP batch = BeginDeferWindowPos(3);
-    batch = Place(batch, m_pane1, places.first, 0);
-    batch = Place(batch, m_pane2, places.second, 0);
+    batch = Place(batch, m_pane1, places.first, flags);
+    batch = Place(batch, m_pane2, places.second, flags);
     // What lay below the bar is no part of its picture.
     batch = Place(batch, mobjSplitterControl->Handle(), places.bar, SWP_NOCOPYBITS);
     if (batch != nullptr) {

@@ -31,7 +31,6 @@ public:
     // Sets the container's size, then lays out.
     void Resize(Twips ContainerHeight, Twips ContainerWidth);
     void SwapPanels();
-    bool IsSwapped() const { return m_isSwapped; }
 
     bool LeftPanelVisible() const { return m_geometry.isFirstVisible; }
     void SetLeftPanelVisible(bool isVisible);
@@ -68,7 +67,6 @@ private:
 
     int m_dpi = kDesignDpi;
     bool m_isVisible = true;
-    bool m_isSwapped = false;
     bool m_keepsSecondSize = false;
     HWND mobjContainerControl = nullptr;
     SplitterBar* mobjSplitterControl = nullptr;

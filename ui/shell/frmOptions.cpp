@@ -173,9 +173,11 @@ void frmOptions::OnClick(int id) {
             m_session.ApplyOptions();
             break;
         case IDOK:
-            m_session.ApplyOptions();
-            EndModal(IDOK);
-            return;
+            if (m_session.ApplyOptions()) {
+                EndModal(IDOK);
+                return;
+            }
+            break;
         case IDCANCEL:
             EndModal(IDCANCEL);
             return;

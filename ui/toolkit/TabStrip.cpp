@@ -2,7 +2,16 @@
 
 #include <algorithm>
 
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Lengths.h"
+
 namespace tamarind {
+namespace {
+
+constexpr int kTabPaddingX = 6;  // pixels at 96 DPI, at both sides of a tab's text
+constexpr int kTabPaddingY = 3;
+
+}  // namespace
 
 TabStrip::TabStrip() {
     INITCOMMONCONTROLSEX controls{};
@@ -13,7 +22,14 @@ TabStrip::TabStrip() {
 
 bool TabStrip::Attach(HWND dialog, int id, TabStripListener& listener) {
     m_listener = &listener;
-    return AttachControl(dialog, id);
+    if (!AttachControl(dialog, id)) {
+        return false;
+    }
+    // The strip's own padding does not grow with the resolution everywhere.
+    const int dpi = WindowDpi(Handle());
+    Send(TCM_SETPADDING, 0,
+         MAKELPARAM(ScaledPixels(kTabPaddingX, dpi), ScaledPixels(kTabPaddingY, dpi)));
+    return true;
 }
 
 void TabStrip::AddTab(const std::wstring& caption) {

@@ -1,0 +1,320 @@
+#include <process.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+
+#include "model/StringTable.h"
+#include "tests/ui/MainWindowFixture.h"
+#include "ui/shell/ShellIds.h"
+#include "ui/shell/WindowPrompts.h"
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Handles.h"
+#include "ui/toolkit/Lengths.h"
+
+namespace tamarind {
+namespace {
+
+struct TourLanguage {
+    std::string name;
+    std::map<int, std::string> texts;  // without the marks of access keys
+    bool isRightToLeft = false;
+};
+
+std::string BytesOfFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Without marks of access keys, nor the shortcut that stands behind a menu's text.
+std::string Plain(std::string text) {
+    std::erase(text, '&');
+    return text.substr(0, text.find_first_of("\t\r"));
+}
+
+// The built-in one is the first.
+std::vector<TourLanguage> ReadLanguages() {
+    std::vector<TourLanguage> languages = {{"English", {}}};
+    for (std::uint16_t number = 1; number < 10000; ++number) {
+        languages[0].texts[number] = Plain(std::string(BuiltInText(number)));
+    }
+    for (const auto& entry : std::filesystem::directory_iterator("Languages")) {
+        TourLanguage& language = languages.emplace_back();
+        language.name = entry.path().stem().string();
+        std::ifstream lines(entry.path(), std::ios::binary);
+        for (std::string line; std::getline(lines, line);) {
+            language.texts[std::atoi(line.c_str())] = Plain(line.substr(line.find('=') + 1));
+            language.isRightToLeft |= line.starts_with("RightToLeftLanguage=1");
+        }
+    }
+    return languages;
+}
+
+// How large a control draws a text: on one line, or wrapped at a width.
+SIZE Measure(HWND control, const std::string& text, LONG width = 0) {
+    const ScreenDC dc(control);
+    const auto font = SendMessageW(control, WM_GETFONT, 0, 0);
+    const SelectedObject selected(dc.Get(), reinterpret_cast<HFONT>(font));
+    RECT area{0, 0, width, 0};
+    DrawTextW(dc.Get(), Widen(Plain(text)).c_str(), -1, &area,
+              DT_CALCRECT | DT_NOPREFIX | (width > 0 ? DT_WORDBREAK : DT_SINGLELINE));
+    return {area.right, area.bottom};
+}
+
+std::string ClassOf(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, ARRAYSIZE(name));
+    return Narrow(name);
+}
+
+// Goes through all windows with all languages.
+class TourTest : public MainWindowTest {
+protected:
+    // The main window is 800 pixels wide.
+    void StartIn(const TourLanguage& wanted) {
+        const std::string path = PutFile(wanted);
+        PutOwnSettings("MainWindowWidth=12000\r\nMainWindowHeight=8400\r\nUseDefaultLanguage=" +
+                       std::to_string(path.empty()) + "\r\n[Common]\r\nLanguageFile=" + path +
+                       "\r\n[FavoritesList]\r\nBackColor=Back\r\n");
+        Start();
+        Use(wanted);
+    }
+    // The path of the language's file, empty for the built-in one.
+    std::string PutFile(const TourLanguage& wanted) {
+        const std::string path = "Languages\\" + wanted.name + ".lng";
+        world.disk.Put("C:\\Tamarind\\" + path, BytesOfFile(path));
+        return &wanted == languages.data() ? "" : "C:\\Tamarind\\" + path;
+    }
+    void Use(const TourLanguage& wanted) {
+        language = &wanted;
+        known = {"", "...", "Back", "Key", Text(1503) + " 5.01", EditorSession::kProgramName};
+        for (const auto& [number, text] : wanted.texts) {
+            known.insert(text);
+        }
+    }
+    std::string Text(int number) const { return language->texts.at(number); }
+    int Scaled(int pixels) const { return ScaledPixels(pixels, WindowDpi(window->Handle())); }
+    void ExpectText(const std::string& text) const {
+        EXPECT_TRUE(known.contains(Plain(text))) << text;
+    }
+
+    // Everything has its place and direction, all texts are whole and in the language.
+    void ExpectDialog(const wchar_t* className) const {
+        const HWND shown = FindWindowW(className, nullptr);
+        const RECT bounds = BoundsOf(shown);
+        EXPECT_LE(bounds.right - bounds.left, Scaled(1024));
+        EXPECT_LE(bounds.bottom - bounds.top, Scaled(700));
+        ExpectText(TextOf(shown));
+        ExpectTitle(shown);
+        ExpectNoOverlaps(shown);
+        ExpectWindow(shown);
+    }
+    // The title fits in beside the button to close.
+    void ExpectTitle(HWND shown) const {
+        NONCLIENTMETRICSW metrics{};
+        metrics.cbSize = sizeof(metrics);
+        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
+        const UniqueFont font(CreateFontIndirectW(&metrics.lfCaptionFont));
+        const ScreenDC dc(shown);
+        const SelectedObject selected(dc.Get(), font.Get());
+        const std::wstring text = Widen(TextOf(shown));
+        SIZE size{};
+        GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+        RECT area{};
+        GetClientRect(shown, &area);
+        EXPECT_LE(size.cx, area.right - metrics.iCaptionWidth - Scaled(12)) << TextOf(shown);
+    }
+    void ExpectWindow(HWND shown) const {
+        static const std::set<std::string> kLeftToRight = {
+            WC_EDITA,   WC_COMBOBOXA,          WC_LISTVIEWA,
+            WC_HEADERA, "TamarindKeyListPane", "TamarindDescriptionPane"};
+        const std::string name = ClassOf(shown);
+        SCOPED_TRACE(name + " " + TextOf(shown));
+        const bool isMirrored = (GetWindowLongPtrW(shown, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+        const bool isPicture = name == WC_STATICA && TextOf(shown).empty();
+        EXPECT_TRUE(isMirrored == (language->isRightToLeft && !kLeftToRight.contains(name)) ||
+                    isPicture);
+        ExpectCaption(shown);
+        ExpectItems(shown, name);
+        for (HWND child = GetWindow(shown, GW_CHILD); child;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            ExpectWindow(child);
+        }
+    }
+    void ExpectCaption(HWND control) const {
+        const ControlKind kind = KindOf(control);
+        ExpectText(HasCaption(kind) ? TextOf(control) : "");
+        if (HasCaption(kind) && kind != ControlKind::DrawnButton) {
+            const bool isLabel = kind == ControlKind::Label;
+            // What edges and marks take at the least.
+            const int margins = isLabel ? 0 : kind == ControlKind::CommandButton ? 10 : 18;
+            const LONG room = BoundsOf(control).right - BoundsOf(control).left - Scaled(margins);
+            const SIZE size = Measure(control, TextOf(control), isLabel ? room : 0);
+            EXPECT_LE(size.cx, room);
+            EXPECT_LE(size.cy, HeightOf(control));
+        }
+    }
+    // The tabs of a strip, the titles of a list's columns.
+    void ExpectItems(HWND control, const std::string& name) const {
+        const bool isStrip = name == WC_TABCONTROLA;
+        const int titles = name == WC_HEADERA ? Header_GetItemCount(control) : 0;
+        const int count = isStrip ? 3 : titles;
+        for (int at = 0; at < count; ++at) {
+            wchar_t text[100] = L"";
+            TCITEMW tab{TCIF_TEXT, 0, 0, text, ARRAYSIZE(text), 0, 0};
+            HDITEMW title{HDI_TEXT, 0, text, nullptr, ARRAYSIZE(text), 0, 0, 0, 0, 0, nullptr, 0};
+            RECT place{};
+            EXPECT_TRUE(isStrip ? TabCtrl_GetItem(control, at, &tab)
+                                : Header_GetItem(control, at, &title));
+            EXPECT_TRUE(isStrip ? TabCtrl_GetItemRect(control, at, &place)
+                                : Header_GetItemRect(control, at, &place));
+            ExpectText(Narrow(text));
+            const LONG room = place.right - place.left - Scaled(12);  // margins
+            EXPECT_LE(Measure(control, Narrow(text)).cx, room) << Narrow(text);
+            EXPECT_LE(place.right, BoundsOf(control).right - BoundsOf(control).left);
+        }
+    }
+
+    void ExpectMain() const {
+        ExpectNoOverlaps(window->Handle());
+        ExpectWindow(window->Handle());
+        EXPECT_EQ(BoundsOf(Find(kIdTreeView1)).left > BoundsOf(Find(kIdListView1)).left,
+                  language->isRightToLeft);
+        EXPECT_EQ(Nodes().front(), Text(3073));
+        ExpectMenu(GetMenu(window->Handle()));
+        RECT menus[2] = {};
+        GetMenuItemRect(window->Handle(), GetMenu(window->Handle()), 0, &menus[0]);
+        GetMenuItemRect(window->Handle(), GetMenu(window->Handle()), 5, &menus[1]);
+        EXPECT_EQ(menus[0].top, menus[1].top);  // the menu bar is one line
+        for (const CommandInfo& info : AllCommands()) {
+            const bool isBelow = info.command == tamarind::Command::FileSaveDataFile;
+            if (isBelow || !info.toolbarName.empty()) {
+                wchar_t tip[100] = L"";
+                Send(isBelow ? kIdToolbar2 : kIdToolbar1, TB_GETBUTTONTEXTW,
+                     static_cast<WPARAM>(info.command), reinterpret_cast<LPARAM>(tip));
+                EXPECT_EQ(Narrow(tip), Text(info.textNumber));
+            }
+        }
+        EXPECT_EQ(Status(0), Text(3078) + "  tc all keys english.tmdf");
+        EXPECT_TRUE(Status(1).starts_with(Text(3079) + "  [")) << Status(1);
+        EXPECT_EQ(Status(2), std::to_string(RowCount()) + "  " + Text(3077));
+        for (WPARAM part = 0; part < 3; ++part) {
+            RECT place{};
+            Send(kIdStatusBar1, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
+            const LONG room = place.right - place.left - Scaled(part == 0 ? 16 : 0);  // a picture
+            EXPECT_LE(Measure(Find(kIdStatusBar1), Status(static_cast<int>(part))).cx, room);
+        }
+    }
+    void ExpectMenu(HMENU menu) const {
+        SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+        for (int at = 0; at < GetMenuItemCount(menu); ++at) {
+            wchar_t text[100] = L"";
+            GetMenuStringW(menu, static_cast<UINT>(at), text, ARRAYSIZE(text), MF_BYPOSITION);
+            ExpectText(Narrow(text));
+            ExpectMenu(GetSubMenu(menu, at));
+        }
+    }
+
+    // Keeps a picture of the window as the screen shows it, if the environment names the language.
+    // Wine has the number of the window's X window in a property.
+    void Keep(HWND shown, const std::string& name) const {
+        const char* const wanted = std::getenv("TAMARIND_PICTURES");
+        if (wanted == nullptr || std::string(wanted).find(language->name) == std::string::npos) {
+            return;
+        }
+        const std::string word = language->name.substr(0, language->name.find(' '));
+        const std::string file =
+            "build/tour/" + std::to_string(Scaled(96)) + "-" + word + "-" + name + ".png";
+        std::filesystem::create_directories("build/tour");
+        std::filesystem::remove(file);
+        RedrawWindow(shown, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        const auto id = reinterpret_cast<LONG_PTR>(GetPropW(shown, L"__wine_x11_whole_window"));
+        const std::wstring take = L"\"sleep 0.2; import -silent -frame -window " +
+                                  std::to_wstring(id) + L" " + Widen(file) + L"\"";
+        _wspawnl(_P_NOWAIT, L"\\\\?\\unix\\bin\\sh", L"sh", L"-c", take.c_str(), nullptr);
+        for (int waits = 0; waits < 500 && !std::filesystem::exists(file); ++waits) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+            for (MSG message{}; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
+                DispatchMessageW(&message);
+            }
+        }
+        EXPECT_TRUE(std::filesystem::exists(file));
+    }
+    void Visit(const wchar_t* className, const std::string& name, const std::function<void()>& open,
+               WPARAM pages = 1) {
+        const auto look = [&] {
+            ExpectDialog(className);
+            Keep(dialog, name);
+            for (WPARAM page = 1; page < pages; ++page) {
+                SendMessageW(FindIn(dialog, IDC_OPTIONS_TBSOPTIONS), TCM_SETCURFOCUS, page, 0);
+                ExpectDialog(className);
+                Keep(dialog, name + std::to_string(page + 1));
+            }
+        };
+        Show(className, open, look);
+    }
+
+    const std::vector<TourLanguage> languages = ReadLanguages();
+    const TourLanguage* language = nullptr;  // the present one
+    std::set<std::string> known;             // what windows may say in it
+};
+
+TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
+    world.disk.Put(SessionWorld::kWincmdData, BytesOfFile("Data Files/tc all keys english.tmdf"));
+    world.disk.Put(SessionWorld::kWincmd, "[Colors]\r\nBackColor=2\r\n");
+    world.disk.ReplaceWithBackup(SessionWorld::kWincmd, BytesOfFile("samples/Wincmd.ini"));
+    for (const TourLanguage& wanted : languages) {
+        SCOPED_TRACE(wanted.name);
+        StartIn(wanted);
+        ExpectMain();
+        Keep(window->Handle(), "main");
+        const auto by = [&](tamarind::Command command) { return [=, this] { Command(command); }; };
+        Visit(L"frmSearchFor", "search", by(tamarind::Command::SearchFind));
+        Visit(L"frmFavoriteAdd", "favorite", by(tamarind::Command::FavoritesAdd));
+        Visit(L"frmOrganizeFavorites", "favorites", by(tamarind::Command::FavoritesOrganize));
+        Visit(L"frmRestoreBackup", "backups", by(tamarind::Command::FileRestoreBackup));
+        Visit(L"frmAbout", "about", by(tamarind::Command::HelpAbout));
+        Visit(L"frmOptions", "options", by(tamarind::Command::ViewOptions), 3);
+        WindowPrompts prompts(L"Tour");
+        prompts.SetOwner(window->Handle());
+        prompts.SetLanguage(window->Language());
+        std::vector<ValueConflict> conflicts = {{"[Colors] BackColor", "BackColor=1", ""}};
+        Visit(L"frmConflicts", "conflicts", [&] { prompts.ResolveConflicts(conflicts); });
+    }
+}
+
+// From each language to the next and back to the first.
+TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
+    StartIn(languages[0]);
+    Command(tamarind::Command::SearchFind);
+    Command(tamarind::Command::FavoritesOrganize);
+    for (std::size_t at = 1; at <= languages.size(); ++at) {
+        const TourLanguage& next = languages[at % languages.size()];
+        SCOPED_TRACE(next.name);
+        world.session->GoToKey(2);  // which has no description
+        world.session->BeginOptions();
+        OptionsEditor& options = world.session->Options();
+        options.SetLanguageFile(PutFile(next));
+        options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, PutFile(next).empty());
+        EXPECT_TRUE(world.session->ApplyOptions());
+        world.session->EndOptions();
+        Use(next);
+        ExpectMain();
+        EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), Text(3080));
+        ExpectDialog(L"frmSearchFor");
+        ExpectDialog(L"frmOrganizeFavorites");
+
+        // What belongs to a row stands where the row has it in all languages.
+        world.session->GoToKey(3);
+        Command(tamarind::Command::EditValue);
+        const RECT list = BoundsOf(Find(kIdListView1));
+        EXPECT_LT(BoundsOf(Find(kIdTxtInplaceEdit)).left - list.left, Scaled(30));
+        EXPECT_LT(list.right - BoundsOf(Find(kIdCmdColorSample)).right, Scaled(30));
+    }
+}
+
+}  // namespace
+}  // namespace tamarind
