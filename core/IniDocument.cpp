@@ -24,7 +24,7 @@ bool IsKeyKind(IniLineKind kind) {
 // Every bit of the result depends on every byte of the name.
 std::uint32_t IniDocument::NameHash(std::string_view name) {
     name.remove_prefix(!name.empty() && name.front() == ';' ? 1 : 0);
-    return static_cast<std::uint32_t>(HashIgnoreCase(name) >> 32);
+    return static_cast<std::uint32_t>((HashIgnoreCase(name) * 0x9E3779B97F4A7C15U) >> 32);
 }
 
 IniDocument IniDocument::Parse(std::string bytes, CodePage codePage) {
@@ -54,17 +54,12 @@ std::string IniDocument::Bytes() const {
     return result.append(m_bytes, run.begin, run.end - run.begin).append(m_tail);
 }
 
-std::string_view IniDocument::Text(TextSpan span, bool isDecoded) const {
-    const std::string_view pool = isDecoded ? m_decoded : m_bytes;
-    return pool.substr(span.begin, span.end - span.begin);
-}
-
 std::string_view IniDocument::SectionName(SectionId section) const {
     return Text(m_sections[section].name, m_sections[section].isDecoded);
 }
 
 std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view name) const {
-    EnsureIndex();
+    EnsureSections();
     name = TrimIniSpaces(name);
     const std::uint32_t id = m_sectionSlots[SectionSlot(NameHash(name), name)];
     return id == kEmptySlot ? std::nullopt : std::optional(id);
@@ -72,19 +67,19 @@ std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view 
 
 std::optional<IniDocument::LineId> IniDocument::FindKey(SectionId section,
                                                         std::string_view name) const {
-    EnsureIndex();
     name = TrimIniSpaces(name);
-    const LineId line = m_keySlots[KeySlot(section, NameHash(name), name)];
+    const KeyTable& table = KeysOf(section);
+    const LineId line = table.slots[KeySlot(table, NameHash(name), name)];
     return line == kEmptySlot ? std::nullopt : std::optional(line);
 }
 
 IniDocument::KeyLines IniDocument::FindKeyForms(SectionId section, std::string_view name,
                                                 std::uint32_t hash) const {
-    EnsureIndex();
-    const KeyTable& table = m_keyTables[section];
+    const KeyTable& table = KeysOf(section);
+    const std::size_t mask = table.slots.size() - 1;
     KeyLines found;
-    for (std::uint32_t at = hash & table.mask;; at = (at + 1) & table.mask) {
-        const LineId id = m_keySlots[table.begin + at];
+    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+        const LineId id = table.slots[at];
         if (id == kEmptySlot) {
             return found;
         }
@@ -112,21 +107,14 @@ IniDocument::LineId IniDocument::FirstLine(SectionId section) const {
     return NextLine(m_sections[section].header);
 }
 
-IniDocument::LineId IniDocument::NextLine(LineId line) const {
-    const std::uint32_t section = m_lines[line].section;
-    do {
-        line = m_lines[line].next;
-    } while (line != kNone && m_lines[line].kind == IniLineKind::Deleted);
-    return line != kNone && m_lines[line].section == section ? line : kNone;
-}
-
 bool IniDocument::IsRepeated(LineId line) const {
-    EnsureIndex();
+    KeysOf(m_lines[line].section);
     return m_lines[line].repeatsName;
 }
 
-std::string_view IniDocument::KeyName(LineId line) const {
-    return Text(m_lines[line].name, m_lines[line].isDecoded);
+std::size_t IniDocument::KeyNameUnits(LineId line) const {
+    const std::string_view name = KeyName(line);
+    return m_lines[line].isAscii ? name.size() : Utf16Length(name);
 }
 
 std::string_view IniDocument::Value(LineId line) const {
@@ -169,11 +157,9 @@ std::string IniDocument::LineText(LineId line) const {
                : DecodeCodePage(text, m_mark == FileMark::Utf8 ? kCodePageUtf8 : m_codePage);
 }
 
-void IniDocument::EnsureIndex() const {
-    if (!m_isIndexed) {
-        m_isIndexed = true;
+void IniDocument::EnsureSections() const {
+    if (m_sectionSlots.empty()) {
         IndexSections();
-        IndexKeys();
     }
 }
 
@@ -207,59 +193,30 @@ std::size_t IniDocument::SectionSlot(std::uint32_t hash, std::string_view name) 
     return slot;
 }
 
-void IniDocument::IndexKeys() const {
-    std::vector<std::size_t> counts(m_sections.size());
-    std::size_t slots = 0;
-    for (const IniLine& line : m_lines) {
-        if (IsKeyKind(line.kind) && line.section != kNone) {
-            ++counts[line.section];
-        }
-    }
-    for (const std::size_t keys : counts) {
-        slots += TableSize(keys);
-    }
-    m_keyTables.assign(m_sections.size(), {});
-    m_keySlots.clear();
-    m_keySlots.reserve(slots);
-    for (SectionId section = 0; section < counts.size(); ++section) {
-        AddKeyTable(section, counts[section]);
-    }
-    for (auto id = static_cast<LineId>(m_lines.size()); id-- > 0;) {
-        IndexKey(id);
-    }
-}
-
-// Once a section's table has grown too small.
-void IniDocument::IndexKeysOf(SectionId section) const {
+// Makes the section's table, or a larger one. The lines come from the last to the first, so that
+// each becomes the head of the lines of its name and the first one ends up as the one that counts,
+// in constant time however often a name is repeated.
+void IniDocument::IndexKeys(SectionId section) const {
     std::vector<LineId> lines;
     for (LineId id = FirstLine(section); id != kNone; id = NextLine(id)) {
-        lines.push_back(id);
+        if (IsKeyKind(m_lines[id].kind)) {
+            lines.push_back(id);
+        }
     }
-    AddKeyTable(section, 2 * lines.size());
-    std::for_each(lines.rbegin(), lines.rend(), [this](LineId id) { IndexKey(id); });
+    m_keyTables.resize(m_sections.size());
+    KeyTable& table = m_keyTables[section];
+    table.slots.assign(TableSize(lines.size()), kEmptySlot);
+    table.used = 0;
+    std::for_each(lines.rbegin(), lines.rend(), [&](LineId id) { IndexKey(table, id); });
 }
 
-// Gives the section a new table with room for so many keys.
-void IniDocument::AddKeyTable(SectionId section, std::size_t keys) const {
-    const std::size_t size = TableSize(keys);
-    m_keyTables[section] = {static_cast<std::uint32_t>(m_keySlots.size()),
-                            static_cast<std::uint32_t>(size - 1), 0};
-    m_keySlots.resize(m_keySlots.size() + size, kEmptySlot);
-}
-
-// The lines come from the last to the first, so that each becomes the head of the lines of its name
-// and the first one ends up as the one that counts, in constant time however often a name is
-// repeated.
-void IniDocument::IndexKey(LineId id) const {
+void IniDocument::IndexKey(KeyTable& table, LineId id) const {
     const IniLine& line = m_lines[id];
+    LineId& slot = table.slots[KeySlot(table, line.nameHash, KeyName(id))];
     line.repeatsName = false;
-    if (!IsKeyKind(line.kind) || line.section == kNone) {
-        return;
-    }
-    std::uint32_t& slot = m_keySlots[KeySlot(line.section, line.nameHash, KeyName(id))];
-    line.nextOfSameName = slot == kEmptySlot ? kNone : slot;
+    line.nextOfSameName = slot;
     if (slot == kEmptySlot) {
-        ++m_keyTables[line.section].used;
+        ++table.used;
     } else {
         m_lines[slot].repeatsName = true;
     }
@@ -267,18 +224,18 @@ void IniDocument::IndexKey(LineId id) const {
 }
 
 // The slot that holds the key, or the empty one where it belongs.
-std::size_t IniDocument::KeySlot(SectionId section, std::uint32_t hash,
+std::size_t IniDocument::KeySlot(const KeyTable& table, std::uint32_t hash,
                                  std::string_view name) const {
-    const KeyTable& table = m_keyTables[section];
-    std::uint32_t at = hash & table.mask;
-    for (; m_keySlots[table.begin + at] != kEmptySlot; at = (at + 1) & table.mask) {
-        const LineId id = m_keySlots[table.begin + at];
+    const std::size_t mask = table.slots.size() - 1;
+    std::size_t at = hash & mask;
+    for (; table.slots[at] != kEmptySlot; at = (at + 1) & mask) {
+        const LineId id = table.slots[at];
         if (id != kErasedSlot && m_lines[id].nameHash == hash &&
             EqualsIgnoreCase(KeyName(id), name)) {
             break;
         }
     }
-    return std::size_t{table.begin} + at;
+    return at;
 }
 
 }  // namespace tamarind

@@ -77,11 +77,21 @@ public:
 
     // The lines of a section behind its header, in order: FirstLine, NextLine, ... until kNone.
     LineId FirstLine(SectionId section) const;
-    LineId NextLine(LineId line) const;
+    LineId NextLine(LineId line) const {
+        const std::uint32_t section = m_lines[line].section;
+        do {
+            line = m_lines[line].next;
+        } while (line != kNone && m_lines[line].kind == IniLineKind::Deleted);
+        return line != kNone && m_lines[line].section == section ? line : kNone;
+    }
 
     IniLineKind Kind(LineId line) const { return m_lines[line].kind; }
     bool IsRepeated(LineId line) const;
-    std::string_view KeyName(LineId line) const;
+    std::string_view KeyName(LineId line) const {
+        return Text(m_lines[line].name, m_lines[line].isDecoded);
+    }
+    // The name's length in UTF-16 units, for which most names need not be read.
+    std::size_t KeyNameUnits(LineId line) const;
     std::string_view Value(LineId line) const;
     // As Value, but with the outer quotes.
     std::string_view QuotedValue(LineId line) const;
@@ -123,16 +133,29 @@ private:
         LineId lastLine = kNone;  // the header while there is none
     };
 
-    std::string_view Text(TextSpan span, bool isDecoded) const;
-    void EnsureIndex() const;
+    // An open-addressed table of line numbers by name.
+    struct KeyTable {
+        std::vector<LineId> slots;  // a power of two; none before the first look-up
+        std::size_t used = 0;
+    };
+
+    std::string_view Text(TextSpan span, bool isDecoded) const {
+        const std::string& pool = isDecoded ? m_decoded : m_bytes;
+        return {pool.data() + span.begin, span.end - span.begin};
+    }
+    void EnsureSections() const;
     void IndexSections() const;
     void IndexSection(SectionId id) const;
     std::size_t SectionSlot(std::uint32_t hash, std::string_view name) const;
-    void IndexKeys() const;
-    void IndexKeysOf(SectionId section) const;
-    void AddKeyTable(SectionId section, std::size_t keys) const;
-    void IndexKey(LineId line) const;
-    std::size_t KeySlot(SectionId section, std::uint32_t hash, std::string_view name) const;
+    KeyTable& KeysOf(SectionId section) const {
+        if (section >= m_keyTables.size() || m_keyTables[section].slots.empty()) {
+            IndexKeys(section);
+        }
+        return m_keyTables[section];
+    }
+    void IndexKeys(SectionId section) const;
+    void IndexKey(KeyTable& table, LineId line) const;
+    std::size_t KeySlot(const KeyTable& table, std::uint32_t hash, std::string_view name) const;
 
     LineId AppendLine(std::string_view bytes, SectionId section);
     void LinkBehind(LineId previous, LineId line);
@@ -162,20 +185,14 @@ private:
     LineId m_firstLine = kNone;
     LineId m_lastLine = kNone;
 
-    // Made at the first look-up: open-addressed tables by name, one of section numbers and for each
-    // section one of line numbers. The keys of a section are nearly always looked up one after the
-    // other, and so stay in the processor's nearest cache.
+    // Open-addressed tables by name: one of section numbers, made at the first look-up, and for
+    // each section one of line numbers, made at the first look-up of one of its keys. The keys of a
+    // section are nearly always looked up one after the other: its lines and its table are in the
+    // processor's nearest cache then.
     static constexpr std::uint32_t kEmptySlot = kNone;
     static constexpr std::uint32_t kErasedSlot = kNone - 1;
-    struct KeyTable {
-        std::uint32_t begin = 0;  // its first slot
-        std::uint32_t mask = 0;   // one less than the number of slots, which is a power of two
-        std::uint32_t used = 0;
-    };
-    mutable bool m_isIndexed = false;
     mutable std::vector<std::uint32_t> m_sectionSlots;
     mutable std::vector<KeyTable> m_keyTables;
-    mutable std::vector<std::uint32_t> m_keySlots;
 };
 
 }  // namespace tamarind

@@ -141,11 +141,14 @@ IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::str
 // For a line whose name no other line of its section has.
 void IniDocument::AddToIndex(LineId line) {
     const SectionId section = m_lines[line].section;
-    const KeyTable& table = m_keyTables[section];
-    if (4 * (table.used + 1) > 3 * (table.mask + 1)) {
-        IndexKeysOf(section);
+    if (section >= m_keyTables.size() || m_keyTables[section].slots.empty()) {
+        return;  // the first look-up will find it
+    }
+    KeyTable& table = m_keyTables[section];
+    if (4 * (table.used + 1) > 3 * table.slots.size()) {
+        IndexKeys(section);
     } else {
-        IndexKey(line);
+        IndexKey(table, line);
     }
 }
 
@@ -154,7 +157,8 @@ void IniDocument::RemoveFromIndex(LineId line) {
     const std::string_view name = KeyName(line);
     const SectionId section = m_lines[line].section;
     const LineId next = m_lines[line].nextOfSameName;
-    m_keySlots[KeySlot(section, m_lines[line].nameHash, name)] = next == kNone ? kErasedSlot : next;
+    KeyTable& table = KeysOf(section);
+    table.slots[KeySlot(table, m_lines[line].nameHash, name)] = next == kNone ? kErasedSlot : next;
     if (next != kNone) {
         m_lines[next].repeatsName = false;
     }
@@ -198,8 +202,6 @@ std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view n
                           .lastKey = header,
                           .lastLine = header});
     LinkBehind(previous, header);
-    m_keyTables.emplace_back();
-    AddKeyTable(section, 0);
     if (2 * m_sections.size() > m_sectionSlots.size()) {
         IndexSections();
     } else {

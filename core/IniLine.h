@@ -31,6 +31,7 @@ struct IniLine {
     std::uint32_t nameHash = 0;  // of a section or a key: IniDocument::NameHash
     IniLineKind kind = IniLineKind::Other;
     std::uint8_t lineEndLength : 2 = 0;    // characters
+    bool isAscii : 1 = false;              // its whole text
     bool isDecoded : 1 = false;            // name and value lie in the decoded copy
     bool hasInnerMark : 1 = false;         // the value is UTF-8 behind a mark of its own
     mutable bool repeatsName : 1 = false;  // an earlier line of the section has the same name

@@ -1,11 +1,14 @@
 #include "core/IniParser.h"
 
-#include "core/Unicode.h"
+#include <algorithm>
+#include <bit>
+#include <iterator>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
-#include <bit>
 #endif
+
+#include "core/Unicode.h"
 
 namespace tamarind {
 namespace {
@@ -48,69 +51,98 @@ std::string_view UnquoteIniValue(std::string_view value) {
     return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 
-#if defined(__SSE2__)
 namespace {
 
-// Sixty-four bytes at once, one bit for each: a whole line most of the time, so that the scan of a
-// file seldom has to guess where a line ends.
+// What stands where among 64 bytes, one bit for each.
 struct Block {
     static constexpr std::size_t kSize = 64;
     std::uint64_t lineEnds = 0;
     std::uint64_t equals = 0;
     std::uint64_t nonAscii = 0;
 
-    explicit Block(const char* at) {
-        const auto bitsOf = [](__m128i bytes) {
-            return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(bytes))};
+    explicit Block(const char* bytes) {
+#if defined(__SSE2__)
+        const auto bitsOf = [](__m128i mask) {
+            return std::uint64_t{static_cast<unsigned>(_mm_movemask_epi8(mask))};
         };
         const __m128i carriageReturn = _mm_set1_epi8('\r');
         const __m128i lineFeed = _mm_set1_epi8('\n');
         const __m128i equalsSign = _mm_set1_epi8('=');
         for (unsigned i = 0; i < kSize; i += 16) {
-            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at + i));
-            const __m128i isEnd = _mm_or_si128(_mm_cmpeq_epi8(bytes, carriageReturn),
-                                               _mm_cmpeq_epi8(bytes, lineFeed));
+            const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + i));
+            const __m128i isEnd =
+                _mm_or_si128(_mm_cmpeq_epi8(part, carriageReturn), _mm_cmpeq_epi8(part, lineFeed));
             lineEnds |= bitsOf(isEnd) << i;
-            equals |= bitsOf(_mm_cmpeq_epi8(bytes, equalsSign)) << i;
-            nonAscii |= bitsOf(bytes) << i;
+            equals |= bitsOf(_mm_cmpeq_epi8(part, equalsSign)) << i;
+            nonAscii |= bitsOf(part) << i;
         }
+#else
+        for (unsigned i = 0; i < kSize; ++i) {
+            const char c = bytes[i];
+            lineEnds |= std::uint64_t{c == '\r' || c == '\n'} << i;
+            equals |= std::uint64_t{c == '='} << i;
+            nonAscii |= std::uint64_t{static_cast<unsigned char>(c) >= 0x80} << i;
+        }
+#endif
     }
 };
 
 }  // namespace
-#endif
 
 // What one pass over a line finds: its end, its first "=" and whether it is plain ASCII.
 struct IniParser::Scan {
     const char* end = nullptr;
     const char* equals = nullptr;
     bool isAscii = true;
+};
 
-    Scan(const char* from, const char* limit) {
-        const char* at = from;
-#if defined(__SSE2__)
-        for (; static_cast<std::size_t>(limit - at) >= Block::kSize; at += Block::kSize) {
-            const Block block(at);
+// Scans one line after the other, and every byte once.
+class IniParser::LineScanner {
+public:
+    LineScanner(const char* from, const char* limit)
+        : m_at(from), m_limit(limit), m_block(Load(from)) {}
+
+    // The line that begins at `from`, which is not before the one asked for last.
+    Scan ScanLine(const char* from) {
+        Scan scan;
+        for (;;) {
+            const auto skipped = static_cast<std::size_t>(from - m_at);
+            if (skipped >= Block::kSize) {
+                m_at += Block::kSize;
+                m_block = Load(m_at);
+                continue;
+            }
+            const std::uint64_t ahead = ~std::uint64_t{0} << skipped;
+            const std::uint64_t ends = m_block.lineEnds & ahead;
             // All bits below the first line end, which are all of them where there is none.
-            const std::uint64_t before = (block.lineEnds - 1) & ~block.lineEnds;
-            isAscii = isAscii && (block.nonAscii & before) == 0;
-            if (equals == nullptr && (block.equals & before) != 0) {
-                equals = at + std::countr_zero(block.equals);
+            const std::uint64_t line = (ends - 1) & ~ends & ahead;
+            scan.isAscii = scan.isAscii && (m_block.nonAscii & line) == 0;
+            if (scan.equals == nullptr && (m_block.equals & line) != 0) {
+                scan.equals = m_at + std::countr_zero(m_block.equals & line);
             }
-            if (block.lineEnds != 0) {
-                end = at + std::countr_zero(block.lineEnds);
-                return;
+            if (ends != 0) {
+                scan.end = m_at + std::countr_zero(ends);
+                return scan;
             }
+            from = m_at + Block::kSize;
         }
-#endif
-        for (; at < limit && *at != '\r' && *at != '\n'; ++at) {
-            isAscii = isAscii && static_cast<unsigned char>(*at) < 0x80;
-            if (*at == '=' && equals == nullptr) {
-                equals = at;
-            }
-        }
-        end = at;
     }
+
+private:
+    // Behind the last byte stands a line end.
+    Block Load(const char* at) const {
+        const auto left = static_cast<std::size_t>(m_limit - at);
+        if (left >= Block::kSize) {
+            return Block(at);
+        }
+        char bytes[Block::kSize];
+        std::fill(std::copy(at, m_limit, bytes), std::end(bytes), '\n');
+        return Block(bytes);
+    }
+
+    const char* m_at;  // where the block begins
+    const char* m_limit;
+    Block m_block;
 };
 
 void IniParser::ParseFile() {
@@ -137,8 +169,9 @@ void IniParser::ParseByteLines() {
     const char* const start = bytes.data();
     const char* const limit = start + bytes.size();
     const char* at = start + MarkBytes(m_document.m_mark).size();
+    LineScanner scanner(at, limit);
     while (at < limit) {
-        const Scan scan(at, limit);
+        const Scan scan = scanner.ScanLine(at);
         IniLine& line = m_document.m_lines.emplace_back();
         line.bytes.begin = Offset(static_cast<std::size_t>(at - start));
         at = scan.end;
@@ -204,13 +237,15 @@ void IniParser::ParseLine(IniLine& line) {
         ReadUtf16Line(line);
         return;
     }
-    const char* const start = m_document.m_bytes.data();
-    ReadByteLine(line, Scan(start + line.bytes.begin, start + line.bytes.end));
+    const char* const start = m_document.m_bytes.data() + line.bytes.begin;
+    LineScanner scanner(start, m_document.m_bytes.data() + line.bytes.end);
+    ReadByteLine(line, scanner.ScanLine(start));
 }
 
 void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
     const char* const start = m_document.m_bytes.data() + line.bytes.begin;
     const std::string_view text(start, static_cast<std::size_t>(scan.end - start));
+    line.isAscii = scan.isAscii;
     line.isDecoded = false;
     line.hasInnerMark = false;
     const bool isText = scan.isAscii || (m_document.m_mark == FileMark::Utf8 && IsValidUtf8(text));
@@ -279,6 +314,7 @@ void IniParser::ReadNonAsciiLine(IniLine& line, std::string_view text, const cha
 }
 
 void IniParser::ReadUtf16Line(IniLine& line) {
+    line.isAscii = false;  // not known
     line.isDecoded = true;
     line.hasInnerMark = false;
     const std::size_t count =

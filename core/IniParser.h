@@ -27,6 +27,7 @@ public:
 
 private:
     struct Scan;
+    class LineScanner;
 
     void ParseByteLines();
     void ParseUtf16Lines();

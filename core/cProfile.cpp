@@ -1,6 +1,7 @@
 #include "core/cProfile.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/IniParser.h"
 #include "core/LeadingNumber.h"
@@ -36,11 +37,10 @@ const std::string& EntryAt(const std::vector<std::string>& list, std::int32_t in
 
 }  // namespace
 
-std::string_view ListBuffer::Take(std::string_view entry) {
-    const std::string_view taken = CutToUtf16Units(entry, m_room);
+std::string_view ListBuffer::Take(std::string_view entry, std::size_t units) {
     // An entry takes one character more for the NUL that ends it.
-    m_room -= std::min(m_room, taken.size() < entry.size() ? m_room : Utf16Length(taken) + 1);
-    return taken;
+    const std::size_t room = std::exchange(m_room, m_room - std::min(m_room, units + 1));
+    return units <= room ? entry : CutToUtf16Units(entry, room);
 }
 
 std::string_view CutToBuffer(std::string_view value, std::size_t bufferSize) {
@@ -51,7 +51,8 @@ std::vector<std::string_view> SectionNames(const IniDocument& document, std::siz
     std::vector<std::string_view> names;
     ListBuffer buffer(bufferSize);
     for (IniDocument::SectionId id = 0; id < document.SectionCount() && !buffer.IsFull(); ++id) {
-        names.push_back(buffer.Take(document.SectionName(id)));
+        const std::string_view name = document.SectionName(id);
+        names.push_back(buffer.Take(name, Utf16Length(name)));
     }
     return names;
 }
@@ -134,7 +135,7 @@ void cProfile::ReadSectionKeysNameAndValue(std::string_view lpSectionName,
             const bool isComment =
                 kind == IniLineKind::Comment || kind == IniLineKind::CommentedKey;
             if (!isComment && !text.empty()) {
-                lines.emplace_back(buffer.Take(text));
+                lines.emplace_back(buffer.Take(text, Utf16Length(text)));
             }
         }
     }

@@ -93,7 +93,8 @@ public:
 
     // Nothing once the buffer is full.
     bool IsFull() const { return m_room == 0; }
-    std::string_view Take(std::string_view entry);
+    // `units` is its length in UTF-16 units.
+    std::string_view Take(std::string_view entry, std::size_t units);
 
 private:
     std::size_t m_room;
@@ -106,7 +107,7 @@ void ForEachKey(const IniDocument& document, IniDocument::SectionId section, Vis
     for (auto line = document.FirstLine(section); line != IniDocument::kNone && !buffer.IsFull();
          line = document.NextLine(line)) {
         if (document.Kind(line) == IniLineKind::Key) {
-            visit(line, buffer.Take(document.KeyName(line)));
+            visit(line, buffer.Take(document.KeyName(line), document.KeyNameUnits(line)));
         }
     }
 }
