@@ -39,7 +39,7 @@ std::string IniDocument::Bytes() const {
     std::string result(MarkBytes(m_mark));
     result.reserve(m_bytes.size() + m_tail.size());
     TextSpan run;
-    for (LineId id = m_firstLine; id != kNone; id = m_lines[id].next) {
+    for (LineId id = m_firstLine; id != kNone; id = LineBehind(id)) {
         const IniLine& line = m_lines[id];
         if (line.kind == IniLineKind::Deleted) {
             continue;
@@ -214,11 +214,11 @@ void IniDocument::IndexKey(KeyTable& table, LineId id) const {
     const IniLine& line = m_lines[id];
     LineId& slot = table.slots[KeySlot(table, line.nameHash, KeyName(id))];
     line.repeatsName = false;
-    line.nextOfSameName = slot;
     if (slot == kEmptySlot) {
         ++table.used;
     } else {
         m_lines[slot].repeatsName = true;
+        m_nextOfSameName[id] = slot;
     }
     slot = id;
 }

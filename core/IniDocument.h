@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "core/IniLine.h"
@@ -80,7 +81,7 @@ public:
     LineId NextLine(LineId line) const {
         const std::uint32_t section = m_lines[line].section;
         do {
-            line = m_lines[line].next;
+            line = LineBehind(line);
         } while (line != kNone && m_lines[line].kind == IniLineKind::Deleted);
         return line != kNone && m_lines[line].section == section ? line : kNone;
     }
@@ -139,6 +140,11 @@ private:
         std::size_t used = 0;
     };
 
+    LineId LineBehind(LineId line) const {
+        return !m_nextLines.empty()        ? m_nextLines[line]
+               : line + 1 < m_lines.size() ? line + 1
+                                           : kNone;
+    }
     std::string_view Text(TextSpan span, bool isDecoded) const {
         const std::string& pool = isDecoded ? m_decoded : m_bytes;
         return {pool.data() + span.begin, span.end - span.begin};
@@ -181,6 +187,7 @@ private:
     std::string m_tail;     // half a UTF-16 character at the file's end, where it stays
     std::string m_decoded;  // text of the lines that are not text as they stand
     std::vector<IniLine> m_lines;
+    std::vector<LineId> m_nextLines;  // by line; empty while the lines stand in their order
     std::vector<Section> m_sections;
     LineId m_firstLine = kNone;
     LineId m_lastLine = kNone;
@@ -193,6 +200,7 @@ private:
     static constexpr std::uint32_t kErasedSlot = kNone - 1;
     mutable std::vector<std::uint32_t> m_sectionSlots;
     mutable std::vector<KeyTable> m_keyTables;
+    mutable std::unordered_map<LineId, LineId> m_nextOfSameName;  // of the few that are repeated
 };
 
 }  // namespace tamarind

@@ -1,5 +1,8 @@
 // The editing half of IniDocument.
 #include "core/IniDocument.h"
+
+#include <numeric>
+
 #include "core/IniParser.h"
 #include "core/Unicode.h"
 
@@ -156,13 +159,14 @@ void IniDocument::AddToIndex(LineId line) {
 void IniDocument::RemoveFromIndex(LineId line) {
     const std::string_view name = KeyName(line);
     const SectionId section = m_lines[line].section;
-    const LineId next = m_lines[line].nextOfSameName;
     KeyTable& table = KeysOf(section);
+    const auto repeated = m_nextOfSameName.find(line);
+    const LineId next = repeated == m_nextOfSameName.end() ? kNone : repeated->second;
     table.slots[KeySlot(table, m_lines[line].nameHash, name)] = next == kNone ? kErasedSlot : next;
     if (next != kNone) {
         m_lines[next].repeatsName = false;
     }
-    m_lines[line].nextOfSameName = kNone;
+    m_nextOfSameName.erase(line);
     if (m_sections[section].lastKey == line) {
         m_sections[section].lastKey = kNone;
     }
@@ -234,15 +238,22 @@ IniDocument::LineId IniDocument::AppendLine(std::string_view bytes, SectionId se
     const auto id = static_cast<LineId>(m_lines.size());
     IniLine line;
     line.section = section;
-    line.nextOfSameName = kNone;
+    if (m_nextLines.empty()) {
+        m_nextLines.resize(m_lines.size());
+        std::iota(m_nextLines.begin(), m_nextLines.end(), LineId{1});
+        if (m_lastLine != kNone) {
+            m_nextLines[m_lastLine] = kNone;
+        }
+    }
+    m_nextLines.push_back(kNone);
     m_lines.push_back(line);
     SetLineBytes(id, bytes);
     return id;
 }
 
 void IniDocument::LinkBehind(LineId previous, LineId line) {
-    m_lines[line].next = previous == kNone ? kNone : m_lines[previous].next;
-    (previous == kNone ? m_firstLine : m_lines[previous].next) = line;
+    m_nextLines[line] = previous == kNone ? kNone : m_nextLines[previous];
+    (previous == kNone ? m_firstLine : m_nextLines[previous]) = line;
     if (m_lastLine == previous) {
         m_lastLine = line;
     }

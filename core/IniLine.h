@@ -26,8 +26,6 @@ struct IniLine {
     TextSpan name;   // of a section or a key
     TextSpan value;  // of a key: between the blanks, outer quotes included
     std::uint32_t section = 0;
-    std::uint32_t next = 0;
-    mutable std::uint32_t nextOfSameName = 0;
     std::uint32_t nameHash = 0;  // of a section or a key: IniDocument::NameHash
     IniLineKind kind = IniLineKind::Other;
     std::uint8_t lineEndLength : 2 = 0;    // characters

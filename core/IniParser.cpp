@@ -24,20 +24,6 @@ std::string_view SectionNameIn(std::string_view text) {
 
 }  // namespace
 
-bool IsIniBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\v';
-}
-
-std::string_view TrimIniBlanks(std::string_view text) {
-    while (!text.empty() && IsIniBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsIniBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 std::string_view TrimIniSpaces(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     return first == std::string_view::npos
@@ -160,7 +146,6 @@ void IniParser::ParseFile() {
     if (!document.m_lines.empty()) {
         document.m_firstLine = 0;
         document.m_lastLine = Offset(document.m_lines.size() - 1);
-        document.m_lines.back().next = IniDocument::kNone;
     }
 }
 
@@ -214,7 +199,6 @@ void IniParser::ParseUtf16Lines() {
 void IniParser::LinkLine(IniLine& line) {
     IniDocument& document = m_document;
     const std::uint32_t id = Offset(document.m_lines.size()) - 1;
-    line.next = id + 1;
     if (line.kind == IniLineKind::Section) {
         document.m_sections.push_back({.name = line.name,
                                        .isDecoded = line.isDecoded,

@@ -6,8 +6,18 @@
 
 namespace tamarind {
 
-bool IsIniBlank(char c);
-std::string_view TrimIniBlanks(std::string_view text);
+inline bool IsIniBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\v';
+}
+inline std::string_view TrimIniBlanks(std::string_view text) {
+    while (!text.empty() && IsIniBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && IsIniBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
 // Callers' names lose spaces only, unlike names in a file, which lose every kind of blank.
 std::string_view TrimIniSpaces(std::string_view text);
 // Without one pair of equal outer quotes, double or single.

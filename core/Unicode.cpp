@@ -53,23 +53,22 @@ std::uint64_t Load4(const char* bytes) {
     return word;
 }
 
-// The last none to seven bytes of a text of `size` bytes that ends at `end`: as many as do not fill
-// a word of eight. Reads nothing beyond the text, and parts of it twice rather than byte by byte;
-// the bytes of a number go from the lowest up, as on every machine that Windows runs on.
-std::uint64_t LoadTail(const char* end, std::size_t size) {
-    const std::size_t count = size % 8;
-    if (count == 0) {
+// The last bytes of a text, at most eight and at least those that do not fill a word of eight: of a
+// longer text some are read twice, which is faster than reading the rest byte by byte. The bytes of
+// a number go from the lowest up, as on every machine that Windows runs on.
+std::uint64_t LoadEnd(std::string_view text) {
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    if (text.size() >= 8) {
+        return Load8(end - 8);
+    }
+    if (text.size() >= 4) {
+        return Load4(begin) | (Load4(end - 4) << 32);
+    }
+    if (text.empty()) {
         return 0;
     }
-    if (size > 8) {
-        return Load8(end - 8) >> (64 - 8 * count);
-    }
-    const char* const begin = end - count;
-    if (count >= 4) {
-        return Load4(begin) | (Load4(end - 4) << (8 * (count - 4)));
-    }
-    return Byte(begin) | (Byte(begin + count / 2) << (8 * (count / 2))) |
-           (Byte(end - 1) << (8 * (count - 1)));
+    return Byte(begin) | (Byte(begin + text.size() / 2) << 8) | (Byte(end - 1) << 16);
 }
 
 // Upper-cases the ASCII letters among eight bytes at once; other bytes stay.
@@ -186,7 +185,7 @@ bool IsAscii(std::string_view text) {
             return false;
         }
     }
-    return (LoadTail(bytes + left, text.size()) & kHighBits) == 0;
+    return (LoadEnd(text) & kHighBits) == 0;
 }
 
 bool IsValidUtf8(std::string_view text) {
@@ -251,16 +250,16 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
         std::size_t count = left.size();
         std::uint64_t nonAscii = 0;
         std::uint64_t difference = 0;
-        for (; count >= 8; count -= 8, a += 8, b += 8) {
+        for (; count > 8; count -= 8, a += 8, b += 8) {
             const std::uint64_t wordA = Load8(a);
             const std::uint64_t wordB = Load8(b);
             nonAscii |= wordA | wordB;
             difference |= FoldAscii8(wordA) ^ FoldAscii8(wordB);
         }
-        const std::uint64_t tailA = LoadTail(a + count, left.size());
-        const std::uint64_t tailB = LoadTail(b + count, right.size());
-        nonAscii |= tailA | tailB;
-        difference |= FoldAscii8(tailA) ^ FoldAscii8(tailB);
+        const std::uint64_t endA = LoadEnd(left);
+        const std::uint64_t endB = LoadEnd(right);
+        nonAscii |= endA | endB;
+        difference |= FoldAscii8(endA) ^ FoldAscii8(endB);
         if (difference == 0) {
             return true;
         }
@@ -285,20 +284,20 @@ std::uint64_t HashIgnoreCase(std::string_view text) {
     std::size_t left = text.size();
     std::uint64_t nonAscii = 0;
     std::uint64_t hash = 0xCBF29CE484222325U ^ text.size();
-    for (; left >= 8; left -= 8, bytes += 8) {
+    for (; left > 8; left -= 8, bytes += 8) {
         const std::uint64_t word = Load8(bytes);
         nonAscii |= word;
         hash = Mix(hash, FoldAscii8(word));
     }
-    const std::uint64_t tail = LoadTail(bytes + left, text.size());
-    nonAscii |= tail;
+    const std::uint64_t last = LoadEnd(text);
+    nonAscii |= last;
     if ((nonAscii & kHighBits) != 0) {
         const std::string upper = ToSimpleUpperCase(text);
         if (upper != text) {
             return HashIgnoreCase(upper);
         }
     }
-    return Mix(hash, FoldAscii8(tail));
+    return Mix(hash, FoldAscii8(last));
 }
 
 }  // namespace tamarind
