@@ -1,8 +1,8 @@
 #include "core/IniDocument.h"
 
 #include <algorithm>
-
 #include <bit>
+#include <cstring>
 
 #include "core/IniParser.h"
 #include "core/Unicode.h"
@@ -13,10 +13,6 @@ namespace {
 // The smallest power of two that keeps an open-addressed table at most half full.
 std::size_t TableSize(std::size_t entries) {
     return std::bit_ceil(2 * entries + 2);
-}
-
-bool IsKeyKind(IniLineKind kind) {
-    return kind == IniLineKind::Key || kind == IniLineKind::CommentedKey;
 }
 
 }  // namespace
@@ -123,7 +119,18 @@ std::string_view IniDocument::Value(LineId line) const {
 }
 
 std::string_view IniDocument::QuotedValue(LineId line) const {
-    return Text(m_lines[line].value, m_lines[line].isDecoded);
+    const IniLine& record = m_lines[line];
+    if (!IsIniKey(record.kind)) {
+        return {};
+    }
+    if (record.isDecoded) {
+        std::uint32_t length = 0;
+        std::memcpy(&length, m_decoded.data() + record.name.begin - sizeof length, sizeof length);
+        return {m_decoded.data() + record.name.end, length};
+    }
+    const std::size_t end = record.bytes.end - record.lineEndLength;
+    const char* const equals = m_bytes.data() + m_bytes.find('=', record.name.end);
+    return IniValueBehind(equals, {m_bytes.data(), end});
 }
 
 std::string_view IniDocument::SearchableBytes() const {
@@ -139,7 +146,7 @@ IniDocument::LineId IniDocument::LineAt(std::size_t offset) const {
 
 std::string IniDocument::LineText(LineId line) const {
     const IniLine& record = m_lines[line];
-    if (record.kind == IniLineKind::Key || record.kind == IniLineKind::CommentedKey) {
+    if (IsIniKey(record.kind)) {
         std::string text(KeyName(line));
         text += '=';
         return text += QuotedValue(line);
@@ -199,7 +206,7 @@ std::size_t IniDocument::SectionSlot(std::uint32_t hash, std::string_view name) 
 void IniDocument::IndexKeys(SectionId section) const {
     std::vector<LineId> lines;
     for (LineId id = FirstLine(section); id != kNone; id = NextLine(id)) {
-        if (IsKeyKind(m_lines[id].kind)) {
+        if (IsIniKey(m_lines[id].kind)) {
             lines.push_back(id);
         }
     }

@@ -13,24 +13,28 @@ enum class IniLineKind : std::uint8_t {
     Deleted,
 };
 
+inline bool IsIniKey(IniLineKind kind) {
+    return kind == IniLineKind::Key || kind == IniLineKind::CommentedKey;
+}
+
 struct TextSpan {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
 };
 
-// One line of a document: where its bytes are, and where its name and value are. Spans of text
-// point into the file's bytes where these are text already, else into the decoded copy. A large
-// file has many of them, and fresh memory costs more than what is done with it.
+// One line of a document: where its bytes and its name are. Where the bytes are text already, the
+// name is a part of them; else it is in the decoded copy, with the length of the value in front of
+// it and the value behind it. A large file has many of these, and fresh memory costs more than what
+// is done with it.
 struct IniLine {
     TextSpan bytes;  // with the line end
     TextSpan name;   // of a section or a key
-    TextSpan value;  // of a key: between the blanks, outer quotes included
     std::uint32_t section = 0;
     std::uint32_t nameHash = 0;  // of a section or a key: IniDocument::NameHash
     IniLineKind kind = IniLineKind::Other;
     std::uint8_t lineEndLength : 2 = 0;    // characters
     bool isAscii : 1 = false;              // its whole text
-    bool isDecoded : 1 = false;            // name and value lie in the decoded copy
+    bool isDecoded : 1 = false;            // the name is in the decoded copy
     bool hasInnerMark : 1 = false;         // the value is UTF-8 behind a mark of its own
     mutable bool repeatsName : 1 = false;  // an earlier line of the section has the same name
 };

@@ -234,40 +234,34 @@ void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
     line.hasInnerMark = false;
     const bool isText = scan.isAscii || (m_document.m_mark == FileMark::Utf8 && IsValidUtf8(text));
     if (isText) {
-        ReadText(line, text, line.bytes.begin, scan.equals);
+        const std::string_view name = ReadKind(line, text, scan.equals);
+        line.name.begin = line.bytes.begin + Offset(static_cast<std::size_t>(name.data() - start));
+        line.name.end = line.name.begin + Offset(name.size());
     } else {
         ReadNonAsciiLine(line, text, scan.equals);
     }
     SetNameHash(line);
 }
 
-// `base` is the offset of `text` in the pool that the line's spans point into.
-void IniParser::ReadText(IniLine& line, std::string_view text, std::uint32_t base,
-                         const char* equals) {
-    const char* const origin = text.data();
-    const auto spanOf = [&](std::string_view part) {
-        const auto begin = Offset(base + static_cast<std::size_t>(part.data() - origin));
-        return TextSpan{begin, begin + Offset(part.size())};
-    };
+// Gives the line's name, at its start without one.
+std::string_view IniParser::ReadKind(IniLine& line, std::string_view text, const char* equals) {
     const std::string_view trimmed = TrimIniBlanks(text);
+    const std::string_view none = text.substr(0, 0);
     line.kind = IniLineKind::Other;
     if (trimmed.empty()) {
-        return;
+        return none;
     }
     if (trimmed.front() == '[') {
         line.kind = IniLineKind::Section;
-        line.name = spanOf(SectionNameIn(trimmed.substr(1)));
-        return;
+        return SectionNameIn(trimmed.substr(1));
     }
     const bool isComment = trimmed.front() == ';';
     if (equals == nullptr) {
         line.kind = isComment ? IniLineKind::Comment : IniLineKind::Other;
-        return;
+        return none;
     }
     line.kind = isComment ? IniLineKind::CommentedKey : IniLineKind::Key;
-    const auto nameLength = static_cast<std::size_t>(equals - trimmed.data());
-    line.name = spanOf(TrimIniBlanks(trimmed.substr(0, nameLength)));
-    line.value = spanOf(TrimIniBlanks(trimmed.substr(nameLength + 1)));
+    return TrimIniBlanks(trimmed.substr(0, static_cast<std::size_t>(equals - trimmed.data())));
 }
 
 // The bytes that give a line its form ("=", ";", blanks, quotes) are never second bytes of a
@@ -275,25 +269,21 @@ void IniParser::ReadText(IniLine& line, std::string_view text, std::uint32_t bas
 // Only "]" can be such a byte: a header is decoded before its end is looked for.
 void IniParser::ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals) {
     line.isDecoded = true;
-    ReadText(line, text, 0, equals);
+    const std::string_view name = ReadKind(line, text, equals);
     if (line.kind == IniLineKind::Section) {
         const std::string decoded = DecodeBytes(text.substr(text.find('[') + 1));
-        line.name = AppendDecoded(SectionNameIn(decoded));
-        return;
-    }
-    if (line.kind != IniLineKind::Key && line.kind != IniLineKind::CommentedKey) {
-        return;
-    }
-    const auto part = [&](TextSpan span) { return text.substr(span.begin, span.end - span.begin); };
-    const std::string_view value = part(line.value);
-    line.name = AppendDecoded(DecodeBytes(part(line.name)));
-    std::string_view inner = UnquoteIniValue(value);
-    if (m_document.m_mark == FileMark::None && FindFileMark(inner) == FileMark::Utf8) {
-        line.hasInnerMark = true;
-        inner.remove_prefix(kUtf8MarkBytes.size());
-        line.value = AppendDecoded(DecodeCodePage(inner, kCodePageUtf8));
-    } else {
-        line.value = AppendDecoded(DecodeBytes(value));
+        AppendDecoded(line, SectionNameIn(decoded), {});
+    } else if (IsIniKey(line.kind)) {
+        const std::string_view value = IniValueBehind(equals, text);
+        std::string_view inner = UnquoteIniValue(value);
+        line.hasInnerMark =
+            m_document.m_mark == FileMark::None && FindFileMark(inner) == FileMark::Utf8;
+        if (line.hasInnerMark) {
+            inner.remove_prefix(kUtf8MarkBytes.size());
+        }
+        AppendDecoded(
+            line, DecodeBytes(name),
+            line.hasInnerMark ? DecodeCodePage(inner, kCodePageUtf8) : DecodeBytes(value));
     }
 }
 
@@ -303,20 +293,19 @@ void IniParser::ReadUtf16Line(IniLine& line) {
     line.hasInnerMark = false;
     const std::size_t count =
         line.bytes.end - line.bytes.begin - std::size_t{2} * line.lineEndLength;
-    const std::string_view raw =
-        std::string_view(m_document.m_bytes).substr(line.bytes.begin, count);
-    const TextSpan span = AppendDecoded(DecodeUtf16Le(raw));
-    const auto text =
-        std::string_view(m_document.m_decoded).substr(span.begin, span.end - span.begin);
-    const std::size_t equals = text.find('=');
-    ReadText(line, text, span.begin,
-             equals == std::string_view::npos ? nullptr : text.data() + equals);
+    const std::string text =
+        DecodeUtf16Le(std::string_view(m_document.m_bytes).substr(line.bytes.begin, count));
+    const std::size_t at = text.find('=');
+    const char* const equals = at == std::string::npos ? nullptr : text.data() + at;
+    const std::string_view name = ReadKind(line, text, equals);
+    AppendDecoded(line, name,
+                  IsIniKey(line.kind) ? IniValueBehind(equals, text) : std::string_view());
     SetNameHash(line);
 }
 
 // At once, while the name is near at hand.
 void IniParser::SetNameHash(IniLine& line) {
-    if (line.kind != IniLineKind::Other && line.kind != IniLineKind::Comment) {
+    if (IsIniKey(line.kind) || line.kind == IniLineKind::Section) {
         line.nameHash = IniDocument::NameHash(m_document.Text(line.name, line.isDecoded));
     }
 }
@@ -326,10 +315,13 @@ std::string IniParser::DecodeBytes(std::string_view bytes) const {
     return DecodeCodePage(bytes, isUtf8 ? kCodePageUtf8 : m_document.m_codePage);
 }
 
-TextSpan IniParser::AppendDecoded(std::string_view text) {
-    const std::uint32_t begin = Offset(m_document.m_decoded.size());
-    m_document.m_decoded += text;
-    return {begin, begin + Offset(text.size())};
+void IniParser::AppendDecoded(IniLine& line, std::string_view name, std::string_view value) {
+    std::string& pool = m_document.m_decoded;
+    const std::uint32_t length = Offset(value.size());
+    pool.append(reinterpret_cast<const char*>(&length), sizeof length);
+    line.name.begin = Offset(pool.size());
+    line.name.end = line.name.begin + Offset(name.size());
+    pool.append(name).append(value);
 }
 
 }  // namespace tamarind

@@ -18,6 +18,10 @@ inline std::string_view TrimIniBlanks(std::string_view text) {
     }
     return text;
 }
+// The value of a line's text, between its blanks; `equals` is where its first "=" is.
+inline std::string_view IniValueBehind(const char* equals, std::string_view text) {
+    return TrimIniBlanks(text.substr(static_cast<std::size_t>(equals + 1 - text.data())));
+}
 // Callers' names lose spaces only, unlike names in a file, which lose every kind of blank.
 std::string_view TrimIniSpaces(std::string_view text);
 // Without one pair of equal outer quotes, double or single.
@@ -43,12 +47,12 @@ private:
     void ParseUtf16Lines();
     void LinkLine(IniLine& line);
     void ReadByteLine(IniLine& line, const Scan& scan);
-    void ReadText(IniLine& line, std::string_view text, std::uint32_t base, const char* equals);
+    static std::string_view ReadKind(IniLine& line, std::string_view text, const char* equals);
     void ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals);
     void ReadUtf16Line(IniLine& line);
     void SetNameHash(IniLine& line);
     std::string DecodeBytes(std::string_view bytes) const;
-    TextSpan AppendDecoded(std::string_view text);
+    void AppendDecoded(IniLine& line, std::string_view name, std::string_view value);
 
     IniDocument& m_document;
 };
