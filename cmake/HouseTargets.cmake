@@ -15,7 +15,8 @@ function(set_up_house_target name)
 endfunction()
 
 # What runs as fast as the user's hands is built for size; the few loops over all bytes or keys are not: the sources
-# that a library lists as FAST_SOURCES.
+# that a library lists as FAST_SOURCES. The 32-bit program, whose tables for exceptions are larger, is for size as a
+# whole.
 function(build_for_size name)
     if(WIN32)
         target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-Os>)
@@ -47,7 +48,7 @@ function(add_house_library name)
     set_up_house_target(${name})
     if(ARG_SMALL)
         build_for_size(${name})
-        if(WIN32)
+        if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 8)
             set_source_files_properties(${ARG_FAST_SOURCES} PROPERTIES COMPILE_OPTIONS -O2)
         endif()
     endif()

@@ -91,3 +91,9 @@ function(add_house_content_checks)
     set_tests_properties(data_files.present data_files.complete help texts tools PROPERTIES
         LABELS content TIMEOUT 120 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 endfunction()
+
+# The check of what the program asks of Windows: it needs no Wine.
+function(add_house_program_checks)
+    add_test(NAME imports COMMAND python3 tools/check_imports.py "$<TARGET_FILE:TamarindEditor>")
+    set_tests_properties(imports PROPERTIES LABELS content TIMEOUT 60 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+endfunction()

@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs the packages of Debian or Ubuntu that a task needs, if they are missing.
 #
-#   install_packages.sh GROUP...     GROUP: build, run, test, bench
+#   install_packages.sh GROUP...     GROUP: build, run, test, bench, package
 #
 # "run" and "test" need what "build" installs as well: name all the groups that a task needs.
 set -euo pipefail
@@ -24,6 +24,9 @@ packages_of() {
         ;;
     bench)
         echo libbenchmark-dev libsimpleini-dev libinih-dev
+        ;;
+    package)
+        echo g++-mingw-w64-i686-win32 nsis git
         ;;
     *)
         echo "install_packages.sh: unknown group '$1'" >&2
@@ -64,7 +67,7 @@ install() {
 }
 
 if [[ $# == 0 ]]; then
-    echo "usage: install_packages.sh build|run|test|bench..." >&2
+    echo "usage: install_packages.sh build|run|test|bench|package..." >&2
     exit 2
 fi
 

@@ -3,7 +3,8 @@
 #
 #   make_help.sh OUTPUT_FOLDER
 #
-# Fails when a page, a link or a picture is missing. A folder help that is there is replaced.
+# Fails when a page, a link or a picture is missing. A folder help that is there is replaced. If SOURCE_DATE_EPOCH is
+# set, the same pages make the same bytes.
 set -euo pipefail
 shopt -s extglob
 
@@ -38,6 +39,10 @@ for file in "$scratch"/*.@(html|css|png|hhc|hhk); do
         exit 1
     fi
 done
+
+if [[ -n ${SOURCE_DATE_EPOCH-} ]]; then
+    python3 "$root/tools/set_chm_time.py" "$scratch/Readme.chm" "$SOURCE_DATE_EPOCH"
+fi
 
 rm -rf "$output/help"
 mkdir "$output/help"
