@@ -160,7 +160,7 @@ private:
         return m_keyTables[section];
     }
     void IndexKeys(SectionId section) const;
-    void IndexKey(KeyTable& table, LineId line) const;
+    void IndexKey(KeyTable& table, LineId id) const;
     std::size_t KeySlot(const KeyTable& table, std::uint32_t hash, std::string_view name) const;
 
     LineId AppendLine(std::string_view bytes, SectionId section);
