@@ -120,7 +120,7 @@ void Measure(const std::wstring& folder, int keys) {
 
 int wmain() {
     const std::wstring folder = tamarind::bench::MakeScratchFolder(L"load");
-    for (const int keys : {700, 5000, 32000}) {
+    for (const int keys : {500, 700, 5000, 32000}) {
         tamarind::bench::Measure(folder, keys);
     }
     return 0;

@@ -71,7 +71,7 @@ protected:
     // Sets the first key to 0 by the Edit menu, as soon as the window has the focus.
     void SetFirstValue(RunningProgram& program) const {
         const HWND window = program.WaitForMainWindow();
-        ASSERT_NE(window, nullptr);
+        ASSERT_NE(window, nullptr) << RunningProgram::DialogText(program.WaitForDialog());
         program.TypeFirst("mousemove " + program.PlaceOfRow(0) + " click 1");
         ASSERT_TRUE(WaitUntil([&] { return program.Focus() == kIdListView1; }));
         PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(Command::EditSetValue0), 0);

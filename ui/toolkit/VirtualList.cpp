@@ -73,9 +73,7 @@ void VirtualList::SetState(int row, UINT state) {
 
 void VirtualList::SetRowCount(int count) {
     m_isFilling = true;
-    if (m_row != kNoRow) {
-        SetState(m_row, 0);  // for all rows at once the list would look at each
-    }
+    ClearSelection();
     m_row = kNoRow;
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
     m_isFilling = false;
@@ -83,10 +81,20 @@ void VirtualList::SetRowCount(int count) {
 
 void VirtualList::SelectRow(int row) {
     if (row != m_row) {
+        m_isFilling = true;
+        ClearSelection();
+        m_isFilling = false;
         Send(LVM_SETSELECTIONMARK, 0, row);
     }
     SetState(row, kSelectedState);
     EnsureVisible(row);
+}
+
+// Of the one row: left to clear it by itself, the list may look at all rows.
+void VirtualList::ClearSelection() {
+    if (m_row != kNoRow) {
+        SetState(m_row, 0);
+    }
 }
 
 void VirtualList::EnsureVisible(int row, bool isPartEnough) {

@@ -83,6 +83,7 @@ private:
     void OnGetDisplayInfo(NMLVDISPINFOW& info);
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
+    void ClearSelection();
     void SetState(int row, UINT state);
     void FitColumn();
     void CheckSelection();
