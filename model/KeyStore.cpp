@@ -2,14 +2,12 @@
 
 #include <algorithm>
 
-#include "core/LeadingNumber.h"
 #include "core/ShownValue.h"
 #include "core/cProfile.h"
 
 namespace tamarind {
 namespace {
 
-constexpr std::string_view kRowKeyPrefix = "key";
 constexpr std::string_view kEntrySeparator = "///";
 
 }  // namespace
@@ -174,16 +172,6 @@ std::optional<std::string_view> KeyStore::CurrentValue(RowKey key) const {
     }
     return stored.hasOwnValue ? std::string_view(m_ownValues[stored.value])
                               : CutToBuffer(m_settings[stored.file]->Value(stored.value));
-}
-
-std::string RowKeyText(RowKey key) {
-    return std::string(kRowKeyPrefix) + std::to_string(key);
-}
-
-RowKey RowKeyOfText(std::string_view text) {
-    return text.substr(0, kRowKeyPrefix.size()) == kRowKeyPrefix
-               ? static_cast<RowKey>(LeadingInteger(text.substr(kRowKeyPrefix.size())))
-               : 0;
 }
 
 }  // namespace tamarind

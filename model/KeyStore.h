@@ -146,8 +146,4 @@ private:
     Documents m_settings;
 };
 
-// "key12" for 12, and back; 0 for a text that is no row key.
-std::string RowKeyText(RowKey key);
-RowKey RowKeyOfText(std::string_view text);
-
 }  // namespace tamarind

@@ -194,14 +194,7 @@ TEST_F(TrustTest, ItsLastWriteComesBeforeOurs) {
 TEST_F(TrustTest, TwoWindowsKeepEachOthersLists) {
     Start("");
     SessionWorld& first = world;
-    EditorSession second({world.files,
-                          world.registry,
-                          world.environment,
-                          world.prompts,
-                          world.programs,
-                          "C:\\Tamarind\\",
-                          "5.01",
-                          {15360, 11520}});
+    EditorSession second(world.Services());
     second.LoadSettings();
     ASSERT_TRUE(second.Activate(""));
     Session().SetOrganizerOpen(true);

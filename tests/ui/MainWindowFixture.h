@@ -38,14 +38,7 @@ protected:
 
     void Start(int showCommand = SW_SHOW) {
         window.reset();  // before the session that it shows
-        world.session = std::make_unique<EditorSession>(SessionServices{world.files,
-                                                                        world.registry,
-                                                                        world.environment,
-                                                                        world.prompts,
-                                                                        world.programs,
-                                                                        "C:\\Tamarind\\",
-                                                                        "5.01",
-                                                                        {15360, 11520}});
+        world.session = std::make_unique<EditorSession>(world.Services());
         world.session->LoadSettings();
         window = std::make_unique<frmMain>(*world.session);
         ASSERT_TRUE(window->Create());

@@ -60,15 +60,12 @@ public:
                                        kRegistryString);
     }
 
+    SessionServices Services() {
+        return {files,    registry,         environment, prompts,
+                programs, "C:\\Tamarind\\", "5.01",      {15360, 11520}};
+    }
     bool Start(const std::string& commandLine = "") {
-        session = std::make_unique<EditorSession>(SessionServices{files,
-                                                                  registry,
-                                                                  environment,
-                                                                  prompts,
-                                                                  programs,
-                                                                  "C:\\Tamarind\\",
-                                                                  "5.01",
-                                                                  {15360, 11520}});
+        session = std::make_unique<EditorSession>(Services());
         session->LoadSettings();
         return session->Activate(commandLine);
     }
