@@ -17,6 +17,7 @@
 #include "ui/shell/WindowPrompts.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Timer.h"
 #include "ui/toolkit/Unexpected.h"
 
 namespace tamarind {
@@ -111,7 +112,12 @@ int Run(int showCommand) {
         return EXIT_SUCCESS;
     }
     window.ShowFirst(showCommand);
-    RegisterFileType(registry);
+    // What nobody waits for comes when the window is there.
+    Timer afterStart([&] {
+        afterStart.Stop();
+        RegisterFileType(registry);
+    });
+    afterStart.Start(window.Handle(), USER_TIMER_MINIMUM);
     return RunMessageLoop(window);
 }
 

@@ -18,23 +18,22 @@ class EditingTest : public ProgramTest {
 protected:
     std::unique_ptr<RunningProgram> program;
     HWND window = nullptr;
-    HWND box = nullptr;
 
     void Start() {
         program = std::make_unique<RunningProgram>(folder, Quoted(L"data.tmdf"));
         window = program->WaitForMainWindow();
-        box = program->Control(kIdTxtInplaceEdit);
-        ASSERT_NE(box, nullptr);
         ASSERT_TRUE(WaitUntil([&] { return GetForegroundWindow() == window; }));
     }
+    HWND Box() const { return program->Control(kIdTxtInplaceEdit); }
     bool WaitForBox(const std::string& text) const {
         return WaitUntil([&] {
+            const HWND box = Box();
             return IsWindowVisible(box) && program->Focus() == kIdTxtInplaceEdit &&
                    RunningProgram::TextOf(box) == text;
         });
     }
     bool WaitForNoBox() const {
-        return WaitUntil([&] { return !IsWindowVisible(box); });
+        return WaitUntil([&] { return !IsWindowVisible(Box()); });
     }
     bool WaitForFocus(int id) const {
         return WaitUntil([&] { return program->Focus() == id; });
@@ -109,7 +108,7 @@ TEST_F(EditingTest, KeysBelongToTheBoxWhileItIsOpen) {
     ASSERT_TRUE(WaitForBox("PanelsVertical=7"));
     TypeWithXdotool("key 9 Tab");
     EXPECT_TRUE(WaitForFocus(kIdTxtDescriptionBox));
-    EXPECT_FALSE(IsWindowVisible(box));
+    EXPECT_FALSE(IsWindowVisible(Box()));
     EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
 
     // In the list they are the commands' keys.
@@ -190,14 +189,14 @@ TEST_F(EditingTest, AValueThatIsTooLongStaysInTheBox) {
     TypeWithXdotool("key Return");
     ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
     const std::wstring text(100000, L'x');
-    SendMessageW(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(Box(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
     TypeWithXdotool("key End y Return");
     const HWND dialog = program->WaitForDialog();
     EXPECT_THAT(RunningProgram::DialogText(dialog), HasSubstr("at most 4,095 characters"));
     program->Answer(dialog, IDOK);
     EXPECT_TRUE(WaitForFocus(kIdTxtInplaceEdit));
-    EXPECT_TRUE(IsWindowVisible(box));
-    EXPECT_EQ(SendMessageW(box, WM_GETTEXTLENGTH, 0, 0), 100001);
+    EXPECT_TRUE(IsWindowVisible(Box()));
+    EXPECT_EQ(SendMessageW(Box(), WM_GETTEXTLENGTH, 0, 0), 100001);
     TypeWithXdotool("key Escape");
     EXPECT_TRUE(WaitForNoBox());
     EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));

@@ -112,13 +112,13 @@ TEST_F(RestartTest, ItsLastWriteDisturbsNoEditing) {
     RunningProgram program(folder, Quoted(L"data.tmdf"));
     SetFirstValue(program);
     TypeWithXdotool("key Down Return");
-    const HWND box = program.Control(kIdTxtInplaceEdit);
-    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box) == "ShowHidden=0"; }));
+    const auto box = [&] { return program.Control(kIdTxtInplaceEdit); };
+    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box()) == "ShowHidden=0"; }));
     TypeWithXdotool("key 3");
-    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box) == "ShowHidden=3"; }));
+    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box()) == "ShowHidden=3"; }));
     EndStandins();
     program.TypeFirst("key 4");
-    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box) == "ShowHidden=34"; }));
+    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box()) == "ShowHidden=34"; }));
     TypeWithXdotool("key Return ctrl+s");
     const HWND conflicts = program.WaitForWindow(L"frmConflicts");
     ASSERT_NE(conflicts, nullptr);

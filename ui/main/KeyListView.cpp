@@ -29,9 +29,7 @@ bool KeyListView::Create(HWND parent) {
     params.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     params.parent = parent;
     params.id = kIdKeyListPane;
-    return CreateHandle(params) && ListView1.Create(Handle(), kIdListView1, L"Key", *this) &&
-           txtInplaceEdit.Create(Handle(), kIdTxtInplaceEdit, *this) &&
-           cmdColorSample.Create(Handle(), kIdCmdColorSample);
+    return CreateHandle(params) && ListView1.Create(Handle(), kIdListView1, L"Key", *this);
 }
 
 LRESULT KeyListView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -52,10 +50,17 @@ void KeyListView::ApplyLook(const MainLook& look) {
     ListView1.SetBorder(look.border);
     ApplyUserFont(ListView1, look.font, true, 0, look.dpi);
     ListView1.SetColumnMargin(ToPixels(kColumnMargin, look.dpi).value);
+    m_font = look.font;
     m_dpi = look.dpi;
-    ApplyUserFont(txtInplaceEdit, look.font, true, 0, look.dpi);
-    txtInplaceEdit.SetDpi(look.dpi);
+    ApplyLookToInplaceEdit();
     PlaceColorSample();
+}
+
+void KeyListView::ApplyLookToInplaceEdit() {
+    if (txtInplaceEdit.Handle() != nullptr) {
+        ApplyUserFont(txtInplaceEdit, m_font, true, 0, m_dpi);
+        txtInplaceEdit.SetDpi(m_dpi);
+    }
 }
 
 void KeyListView::Fill() {
@@ -90,6 +95,10 @@ void KeyListView::ShowKey(RowKey key) {
 // Without a key of its own colour there is no sample.
 void KeyListView::ShowColor() {
     const auto sample = m_session.CurrentColor();
+    const bool isMade = cmdColorSample.Handle() != nullptr;
+    if (!isMade && (!sample || !cmdColorSample.Create(Handle(), kIdCmdColorSample))) {
+        return;
+    }
     if (sample) {
         cmdColorSample.SetColor(sample->isSystemColor ? std::nullopt
                                                       : std::optional<COLORREF>(sample->color));
@@ -100,6 +109,9 @@ void KeyListView::ShowColor() {
 
 // At the right of the list below its title, beside the scroll bar if there is one.
 void KeyListView::PlaceColorSample() {
+    if (cmdColorSample.Handle() == nullptr) {
+        return;
+    }
     const auto pixels = [this](Twips length) { return ToPixels(length, m_dpi).value; };
     const HWND list = ListView1.Handle();
     RECT area{};
@@ -126,10 +138,23 @@ void KeyListView::BeginInplaceEdit() {
     const std::size_t row = m_session.Keys().RowOf(m_session.CurrentKey());
     if (txtInplaceEdit.IsOpen()) {
         SetFocus(txtInplaceEdit.Handle());
+    } else if (!CreateInplaceEdit()) {
+        return;
     } else if (const auto start = m_session.BeginInplaceEdit()) {
         ListView1.EnsureVisible(static_cast<int>(row));
         txtInplaceEdit.Open(static_cast<int>(row), Widen(start->text), start->selectionStart);
     }
+}
+
+// Only now, since most starts of the program end without an edit.
+bool KeyListView::CreateInplaceEdit() {
+    if (txtInplaceEdit.Handle() == nullptr) {
+        if (!txtInplaceEdit.Create(Handle(), kIdTxtInplaceEdit, *this)) {
+            return false;
+        }
+        ApplyLookToInplaceEdit();
+    }
+    return true;
 }
 
 void KeyListView::CloseInplaceEdit() {
@@ -215,10 +240,8 @@ bool KeyListView::OnListKey(WPARAM key) {
 }
 
 void KeyListView::OnListPlaced() {
-    if (cmdColorSample.Handle() != nullptr && m_dpi > 0) {
-        txtInplaceEdit.FollowList();
-        PlaceColorSample();
-    }
+    txtInplaceEdit.FollowList();
+    PlaceColorSample();
 }
 
 }  // namespace tamarind

@@ -51,6 +51,8 @@ private:
     void OnListPlaced() override;
     bool OnTextEntered(const std::wstring& text) override;
     void OnNextKey();
+    bool CreateInplaceEdit();
+    void ApplyLookToInplaceEdit();
     void ShowColor();
     void PlaceColorSample();
     std::optional<KeyRecord> RecordOf(int row) const;
@@ -58,6 +60,7 @@ private:
     EditorSession& m_session;
     MainWindowActions& m_actions;
     COLORREF m_activeColor = 0;
+    UserFont m_font;
     int m_dpi = 0;
     VirtualList ListView1;
     InplaceEdit txtInplaceEdit{ListView1};

@@ -227,7 +227,7 @@ void frmMain::StoreLayout() {
 
 // Not while a value is being typed: the box is not to be disturbed.
 void frmMain::OnCheckFiles() {
-    if (m_followsFiles && IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing()) {
+    if (IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing()) {
         m_session.CheckOutsideChanges();
     }
 }
@@ -264,9 +264,11 @@ LRESULT frmMain::OnBringForward(WPARAM dataFile) {
 
 void frmMain::OnActivate(UINT state) {
     if (state != WA_INACTIVE) {
-        PostMessageW(Handle(), kCheckFiles, 0, 0);
-    }
-    if (state == WA_INACTIVE) {
+        // The first time the files have just been read.
+        if (m_followsFiles) {
+            PostMessageW(Handle(), kCheckFiles, 0, 0);
+        }
+    } else {
         const HWND focus = GetFocus();
         m_lastFocus = m_panes.Keys().IsPart(focus) ? m_panes.Keys().List() : focus;
     }

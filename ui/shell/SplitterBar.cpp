@@ -47,7 +47,7 @@ LRESULT SplitterBar::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-std::optional<LRESULT> SplitterBar::FilterMessage(HWND, UINT message, WPARAM wParam, LPARAM) {
+std::optional<LRESULT> SplitterBar::FilterMessage(UINT message, WPARAM wParam, LPARAM) {
     if (message == WM_KEYDOWN && wParam == VK_ESCAPE) {
         Cancel(true);
         return 0;
@@ -58,9 +58,8 @@ std::optional<LRESULT> SplitterBar::FilterMessage(HWND, UINT message, WPARAM wPa
 void SplitterBar::OnMouseDown(POINT at) {
     m_isDragging = true;
     SetCapture(Handle());
-    if (const HWND focus = GetFocus()) {
-        m_focusWindow.Attach(focus);
-    }
+    m_focusWindow = GetFocus();
+    SetFilter(m_focusWindow, this);
     m_listener->OnBarDown(at);
 }
 
@@ -88,7 +87,7 @@ void SplitterBar::Cancel(bool goesBack) {
 void SplitterBar::EndDrag() {
     // First, since releasing the mouse tells the bar that it lost it.
     m_isDragging = false;
-    m_focusWindow.Detach();
+    SetFilter(m_focusWindow, nullptr);
     if (GetCapture() == Handle()) {
         ReleaseCapture();
     }

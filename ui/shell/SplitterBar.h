@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ui/shell/SplitterLayout.h"
-#include "ui/toolkit/Subclass.h"
 #include "ui/toolkit/Window.h"
 
 namespace tamarind {
@@ -27,8 +26,7 @@ public:
 
 private:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    std::optional<LRESULT> FilterMessage(HWND window, UINT message, WPARAM wParam,
-                                         LPARAM lParam) override;
+    std::optional<LRESULT> FilterMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnMouseDown(POINT at);
     void OnMouseMove(POINT at, WPARAM buttons);
     void OnMouseUp();
@@ -38,7 +36,7 @@ private:
     SplitterBarListener* m_listener = nullptr;
     LPCWSTR m_cursor = IDC_SIZEWE;
     bool m_isDragging = false;
-    Subclass m_focusWindow{*this};
+    HWND m_focusWindow = nullptr;  // while dragging
 };
 
 }  // namespace tamarind

@@ -27,7 +27,7 @@ void cSplitter::CreateSplitter(HWND Container, SplitterBar& Splitter, HWND Pane1
     m_geometry.rightMargin = options.RightMargin;
     m_geometry.bottomMargin = options.BottomMargin;
     m_splitPosition = options.SplitterStartPos;
-    m_container.Attach(Container);
+    WindowObject::SetFilter(Container, this);
     RECT area{};
     GetClientRect(Container, &area);
     m_geometry.containerWidth = ToTwips(Pixels{area.right}, m_dpi);
@@ -35,7 +35,7 @@ void cSplitter::CreateSplitter(HWND Container, SplitterBar& Splitter, HWND Pane1
     Layout();
 }
 
-std::optional<LRESULT> cSplitter::FilterMessage(HWND, UINT message, WPARAM, LPARAM lParam) {
+std::optional<LRESULT> cSplitter::FilterMessage(UINT message, WPARAM, LPARAM lParam) {
     if (message == WM_SIZE) {
         OnContainerSize(Pixels{GET_X_LPARAM(lParam)}, Pixels{GET_Y_LPARAM(lParam)});
     } else if (message == WM_STYLECHANGED) {

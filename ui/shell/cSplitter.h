@@ -2,7 +2,6 @@
 
 #include "ui/shell/SplitterBar.h"
 #include "ui/shell/SplitterLayout.h"
-#include "ui/toolkit/Subclass.h"
 
 namespace tamarind {
 
@@ -20,6 +19,11 @@ struct SplitterOptions {
 // container's size by itself.
 class cSplitter final : private MessageFilter, private SplitterBarListener {
 public:
+    cSplitter() = default;
+    ~cSplitter() { WindowObject::SetFilter(mobjContainerControl, nullptr); }
+    cSplitter(const cSplitter&) = delete;
+    cSplitter& operator=(const cSplitter&) = delete;
+
     // Smallest sizes of the panes while dragging.
     Twips MinLeftPanelWidth{1200};
     Twips MinRightPanelWidth{1200};
@@ -52,8 +56,7 @@ public:
     void SetDpi(int dpi) { m_dpi = dpi; }
 
 private:
-    std::optional<LRESULT> FilterMessage(HWND window, UINT message, WPARAM wParam,
-                                         LPARAM lParam) override;
+    std::optional<LRESULT> FilterMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnBarDown(POINT at) override;
     void OnBarMove(POINT at) override;
     void OnBarUp() override {}
@@ -76,7 +79,6 @@ private:
     Twips m_splitPosition;
     Twips m_positionBeforeDrag;
     POINT m_dragStart{};
-    Subclass m_container{*this};
 };
 
 }  // namespace tamarind

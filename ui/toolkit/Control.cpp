@@ -45,8 +45,10 @@ void Control::Detach() {
 LRESULT CALLBACK Control::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     Control* const self = WindowObject::FromHandle(window)->AsControl();
     const WNDPROC original = self->m_original;
-    const auto answer = Guarded(std::optional<LRESULT>(0),
-                                [&] { return self->OnMessage(message, wParam, lParam); });
+    const auto answer = Guarded(std::optional<LRESULT>(0), [&] {
+        const auto filtered = self->Filter(message, wParam, lParam);
+        return filtered ? filtered : self->OnMessage(message, wParam, lParam);
+    });
     if (message == WM_NCDESTROY) {
         self->Detach();
     }
@@ -75,9 +77,13 @@ void Control::SetBorder(BorderLook border) {
         (style & ~DWORD{WS_BORDER}) | (border == BorderLook::Single ? WS_BORDER : 0);
     const DWORD newExtended = (extended & ~DWORD{WS_EX_CLIENTEDGE}) |
                               (border == BorderLook::Sunken ? WS_EX_CLIENTEDGE : 0);
-    if (newStyle != style || newExtended != extended) {
+    if (newStyle != style) {
         SetWindowLongPtrW(m_window, GWL_STYLE, static_cast<LONG_PTR>(newStyle));
+    }
+    if (newExtended != extended) {
         SetWindowLongPtrW(m_window, GWL_EXSTYLE, static_cast<LONG_PTR>(newExtended));
+    }
+    if (newStyle != style || newExtended != extended) {
         SetWindowPos(m_window, nullptr, 0, 0, 0, 0,
                      SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }

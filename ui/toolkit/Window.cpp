@@ -56,7 +56,10 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     // A window whose creation fails half-way must not come to be.
     const LRESULT failed = message == WM_CREATE ? -1 : 0;
     const LRESULT result = Guarded(failed, [&] {
-        const auto answer = Control::Reflect(message, wParam, lParam);
+        auto answer = self->Filter(message, wParam, lParam);
+        if (!answer) {
+            answer = Control::Reflect(message, wParam, lParam);
+        }
         return answer ? *answer : self->HandleMessage(message, wParam, lParam);
     });
     if (message == WM_NCDESTROY) {
