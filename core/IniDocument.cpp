@@ -204,21 +204,31 @@ std::size_t IniDocument::SectionSlot(std::uint32_t hash, std::string_view name) 
 // each becomes the head of the lines of its name and the first one ends up as the one that counts,
 // in constant time however often a name is repeated.
 void IniDocument::IndexKeys(SectionId section) const {
-    std::vector<LineId> lines;
-    for (LineId id = FirstLine(section); id != kNone; id = NextLine(id)) {
-        if (IsIniKey(m_lines[id].kind)) {
-            lines.push_back(id);
-        }
-    }
     m_keyTables.resize(m_sections.size());
     KeyTable& table = m_keyTables[section];
-    table.slots.assign(TableSize(lines.size()), kEmptySlot);
     table.used = 0;
+    const LineId header = m_sections[section].header;
+    if (m_nextLines.empty()) {
+        const LineId last = m_sections[section].lastLine;
+        table.slots.assign(TableSize(last - header), kEmptySlot);
+        for (LineId id = last; id > header; --id) {
+            IndexKey(table, id);
+        }
+        return;
+    }
+    std::vector<LineId> lines;
+    for (LineId id = NextLine(header); id != kNone; id = NextLine(id)) {
+        lines.push_back(id);
+    }
+    table.slots.assign(TableSize(lines.size()), kEmptySlot);
     std::for_each(lines.rbegin(), lines.rend(), [&](LineId id) { IndexKey(table, id); });
 }
 
 void IniDocument::IndexKey(KeyTable& table, LineId id) const {
     const IniLine& line = m_lines[id];
+    if (!IsIniKey(line.kind)) {
+        return;
+    }
     LineId& slot = table.slots[KeySlot(table, line.nameHash, KeyName(id))];
     line.repeatsName = false;
     if (slot == kEmptySlot) {

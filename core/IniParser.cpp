@@ -54,6 +54,7 @@ struct Block {
         const __m128i carriageReturn = _mm_set1_epi8('\r');
         const __m128i lineFeed = _mm_set1_epi8('\n');
         const __m128i equalsSign = _mm_set1_epi8('=');
+#pragma GCC unroll 4
         for (unsigned i = 0; i < kSize; i += 16) {
             const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + i));
             const __m128i isEnd =

@@ -18,13 +18,15 @@ bool LoadCategory(const IniDocument& dataFile, std::string_view category,
         return true;
     }
     store.AddCategory(category, CutToBuffer(dataFile.Value(*target)));
+    const std::uint32_t targetHash = dataFile.NameHash(*target);
     bool fits = true;
     ForEachKey(dataFile, *section, [&](IniDocument::LineId line, std::string_view name) {
         if (!fits) {
             return;
         }
         advance();
-        if (EqualsIgnoreCase(name, kCategoryTarget)) {
+        // Names that differ are not read, which takes longer than all else here.
+        if (dataFile.NameHash(line) == targetHash && EqualsIgnoreCase(name, kCategoryTarget)) {
             return;
         }
         // A name that the list's buffer cut may be another key's, or nobody's; of a repeated one

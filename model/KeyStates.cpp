@@ -67,7 +67,9 @@ private:
     }
 
     void SetSection(std::string_view section) {
-        if (!m_isSectionKnown || section != m_sectionName) {
+        // The records of one category share the text itself.
+        if (!m_isSectionKnown || section.data() != m_sectionName.data() ||
+            section.size() != m_sectionName.size()) {
             m_isSectionKnown = true;
             m_sectionName = section;
             m_inMain = {0, Document(0).FindSection(section)};
@@ -109,7 +111,7 @@ bool IsAsPending(const KeyStore& store, RowKey key, const Place& place,
 void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
                      const std::function<void()>& advance) {
     SettingsReader reader(settings);
-    store.SetSettings(DocumentsOf(settings), false);
+    store.SetSettings(DocumentsOf(settings));
     for (RowKey key = 1; key <= store.Size(); ++key) {
         advance();
         if (key + kKeysAhead <= store.Size()) {
@@ -124,7 +126,7 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
                                   const SettingsFiles& now) {
     SettingsReader former(before);
     SettingsReader present(now);
-    store.SetSettings(DocumentsOf(now), true);
+    store.SetSettingsBelowPending(DocumentsOf(now));
     OutsideChanges changes;
     for (RowKey key = 1; key <= store.Size(); ++key) {
         const Place was = former.Find(store, key);

@@ -118,11 +118,16 @@ RowKey KeyStore::KeyAtLine(LineId line) const {
     return static_cast<RowKey>(found - m_keys.begin()) + 1;
 }
 
-void KeyStore::SetSettings(Documents settings, bool keepsPending) {
+void KeyStore::SetSettings(Documents settings) {
+    m_ownValues.clear();
+    m_settings = std::move(settings);
+}
+
+void KeyStore::SetSettingsBelowPending(Documents settings) {
     std::deque<std::string> kept;
     for (RowKey key = 1; key <= m_keys.size(); ++key) {
         StoredKey& stored = m_keys[key - 1];
-        const auto value = keepsPending && IsPending(key) ? CurrentValue(key) : std::nullopt;
+        const auto value = IsPending(key) ? CurrentValue(key) : std::nullopt;
         stored.hasOwnValue = value.has_value();
         stored.value = IniDocument::kNone;
         if (value) {

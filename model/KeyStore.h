@@ -83,10 +83,11 @@ public:
     // records in the file's order.
     RowKey KeyAtLine(LineId line) const;
 
-    // Takes the files that the settings are in now: of these no record has a line yet. Values of
-    // pending changes are kept if `keepsPending`.
+    // Takes the files that the settings are in now. Every record is to be set from them next.
     using Documents = std::vector<std::shared_ptr<const IniDocument>>;
-    void SetSettings(Documents settings, bool keepsPending);
+    void SetSettings(Documents settings);
+    // The same, but pending changes keep their values, and no record has a line of the files yet.
+    void SetSettingsBelowPending(Documents settings);
 
     // Sets both states as the settings have them, with the line that says so and the number of the
     // file that it is in.
