@@ -95,7 +95,7 @@ CallError FileSteps::Retry(const std::function<CallError()>& call) {
 FileBytes FileSteps::Read(const std::string& path) {
     FileBytes read;
     Retry([&] {
-        read = m_calls.Read(path, kMaxBytes);
+        read = m_calls.Read(path, FileSystem::kMaxFileBytes);
         return read.error;
     });
     return read;

@@ -18,9 +18,6 @@ std::string FolderWithSeparator(const std::string& path);
 // tries, after 10, 25, 50, 100 and 200 ms.
 class FileSteps {
 public:
-    // No settings file is larger, and more is not read.
-    static constexpr std::uint64_t kMaxBytes = 64U << 20;
-
     explicit FileSteps(FileCalls& calls) : m_calls(calls) {}
 
     FileCalls& Calls() { return m_calls; }

@@ -61,6 +61,9 @@ public:
 // Files on disk. Paths are UTF-8, with the backslash as separator.
 class FileSystem {
 public:
+    // No settings file is larger, and more is not read.
+    static constexpr std::uint64_t kMaxFileBytes = 64U << 20;
+
     virtual ~FileSystem() = default;
 
     // The stamp of a file; nothing for a missing file and for a folder.

@@ -23,7 +23,7 @@ IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
         }
     }
     const std::uint64_t now = m_files.NowTicks();
-    FileContent content = m_files.Read(path, kMaxFileBytes);
+    FileContent content = m_files.Read(path, FileSystem::kMaxFileBytes);
     if (content.error != FileError::None) {
         m_entries.erase(key);
         return {m_empty, content.error};
@@ -43,7 +43,7 @@ ProfileResult EditIniFile(IniFiles& files, const std::string& path,
     if (!lock) {
         return {FileError::InUse, IniEdit::Unchanged};
     }
-    const FileContent content = files.Files().Read(path, IniFiles::kMaxFileBytes);
+    const FileContent content = files.Files().Read(path, FileSystem::kMaxFileBytes);
     if (content.error != FileError::None && !IsMissing(content.error)) {
         return {content.error, IniEdit::Unchanged};
     }

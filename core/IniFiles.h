@@ -24,8 +24,6 @@ struct IniSnapshot {
 // The INI files of the program, each parsed once and read again when it has changed.
 class IniFiles {
 public:
-    static constexpr std::uint64_t kMaxFileBytes = 64U << 20;
-
     explicit IniFiles(FileSystem& files);
 
     // The code page of files without a mark, where a caller names none.

@@ -10,4 +10,9 @@ inline constexpr std::string_view MissingValueMarker = "///can\\not/find\\this/d
 
 static_assert(MissingValueMarker.size() == 28);
 
+// Whether a text that names a file names one.
+inline bool IsGivenPath(std::string_view path) {
+    return !path.empty() && path != MissingValueMarker;
+}
+
 }  // namespace tamarind

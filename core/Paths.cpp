@@ -20,6 +20,11 @@ std::string_view FolderOfPath(std::string_view path) {
     return last == std::string_view::npos ? std::string_view() : path.substr(0, last + 1);
 }
 
+bool IsAbsolutePath(std::string_view path) {
+    const bool hasDrive = path.size() > 1 && path[1] == ':';
+    return hasDrive || (!path.empty() && (path[0] == '\\' || path[0] == '/'));
+}
+
 std::string ExpandPathVariables(const std::string& path, const Environment& environment) {
     if (path.find('%') == std::string::npos) {
         return path;

@@ -17,6 +17,9 @@ std::string_view FileNameOfPath(std::string_view path);
 // Everything up to and with the last backslash; empty without one.
 std::string_view FolderOfPath(std::string_view path);
 
+// Whether it begins with a drive or at a root: it does not depend on the folder that it is said in.
+bool IsAbsolutePath(std::string_view path);
+
 // Replaces each path segment of the form %name% by the variable's value; a segment whose variable
 // is empty stays. A segment that begins with "%" but does not end with it is dropped.
 std::string ExpandPathVariables(const std::string& path, const Environment& environment);

@@ -53,7 +53,7 @@ struct FileHandlePolicy {
 };
 using UniqueFile = UniqueHandle<FileHandlePolicy>;
 
-// Mutexes and the like, which are null where files are INVALID_HANDLE_VALUE.
+// Mutexes, processes and the like, which are null where files are INVALID_HANDLE_VALUE.
 struct ObjectHandlePolicy {
     using Type = HANDLE;
     static Type Invalid() { return nullptr; }

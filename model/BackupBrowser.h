@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/IniFiles.h"
+#include "core/IniDocument.h"
 
 namespace tamarind {
 

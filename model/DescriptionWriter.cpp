@@ -7,11 +7,9 @@
 namespace tamarind {
 namespace {
 
-constexpr std::string_view kSeparator = "///";
-
 IniEdit WriteEntry(const KeyRecord& record, IniDocument& file) {
     std::string entry(record.defaultValue);
-    entry.append(kSeparator).append(record.description);
+    entry.append(kEntrySeparator).append(record.description);
     return WriteExactValue(file, record.category, record.keyName, entry);
 }
 
@@ -32,7 +30,7 @@ std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key) {
     const std::string_view value = store.Record(key).defaultValue;
     // A slash at its end would be taken for the first of the three behind it.
     const bool isClear = value.empty() || value.back() != '/';
-    const std::size_t used = Utf16Length(value) + kSeparator.size() + 1;
+    const std::size_t used = Utf16Length(value) + kEntrySeparator.size() + 1;
     return store.CanDescribe(key) && isClear && used < cProfile::kBufferSize
                ? cProfile::kBufferSize - used
                : 0;

@@ -14,10 +14,6 @@ SessionListener silentListener;
 constexpr std::uint64_t kProgressTicks = 500'000;  // 50 ms
 constexpr int kProgressStride = 256;               // keys between two looks at the clock
 
-bool IsPath(const std::string& path) {
-    return !path.empty() && path != MissingValueMarker;
-}
-
 // Which settings file this is, as far as its content tells.
 std::optional<SettingsTarget> KindOfSettingsFile(const SettingsFiles::File& settings) {
     if (settings.error != FileError::None || settings.document->SectionCount() == 0) {
@@ -59,13 +55,13 @@ void EditorSession::SetListener(SessionListener* listener) {
 
 bool EditorSession::Activate(const std::string& commandLine) {
     std::string path = ChooseDataFile(commandLine);
-    while (IsPath(path) && !LoadDataFile(path)) {
+    while (IsGivenPath(path) && !LoadDataFile(path)) {
         path = AskForDataFile("tc all keys english.tmdf");
-        if (IsPath(path)) {
+        if (IsGivenPath(path)) {
             RememberDataFile(path);
         }
     }
-    if (!IsPath(path)) {
+    if (!IsGivenPath(path)) {
         return false;
     }
     OpenSettingsFile(LocateTarget(), false);
@@ -90,7 +86,7 @@ std::string EditorSession::ChooseDataFile(const std::string& commandLine) {
     }
     m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kCannotFindDataFile));
     path = AskForDataFile("tc all keys english.tmdf");
-    if (IsPath(path)) {
+    if (IsGivenPath(path)) {
         RememberDataFile(path);
     }
     return path;
@@ -120,7 +116,7 @@ void EditorSession::AskOpenSettingsFile() {
     question.fileName = "Wincmd.ini";
     question.filter = FileFilter::WincmdIni;
     const std::string path = m_services.prompts.BrowseForOpen(question);
-    if (IsPath(path)) {
+    if (IsGivenPath(path)) {
         OpenSettingsFile(path, true);
     }
 }
@@ -131,7 +127,7 @@ void EditorSession::AskOpenDataFile() {
         return;
     }
     const std::string path = AskForDataFile(std::string(FileNameOfPath(m_dataFilePath)));
-    if (!IsPath(path) || !LoadDataFile(path)) {
+    if (!IsGivenPath(path) || !LoadDataFile(path)) {
         return;
     }
     RememberDataFile(path);
@@ -219,7 +215,7 @@ void EditorSession::ShowSettings(SettingsFiles settings) {
     m_shownNode.reset();
     SelectCategory(kRootNode);
     for (const SettingsFiles::File& file : m_settingsFiles.Files()) {
-        if (file.error != FileError::None && !IsMissing(file.error) && IsPath(file.path)) {
+        if (file.error != FileError::None && !IsMissing(file.error) && IsGivenPath(file.path)) {
             ReportUnreadable(file.path, file.error);
         } else if (file.error == FileError::None) {
             ReportUnwritable(file.path);
@@ -300,7 +296,7 @@ std::string EditorSession::Description() const {
 
 std::string EditorSession::Caption() const {
     const std::string title = std::string(kProgramName) + " " + m_services.versionText;
-    return IsPath(m_settingsPath) ? title + " - " + m_settingsPath : title;
+    return IsGivenPath(m_settingsPath) ? title + " - " + m_settingsPath : title;
 }
 
 std::string EditorSession::DataFilePanel() const {
@@ -378,10 +374,8 @@ bool EditorSession::IsChecked(Command command) const {
 // Paths of data files are relative to the program's folder.
 std::string EditorSession::ResolvedPath(const std::string& path) const {
     const std::string expanded = ExpandPathVariables(path, m_services.environment);
-    const bool hasDrive = expanded.size() > 1 && expanded[1] == ':';
-    const bool isRooted = !expanded.empty() && (expanded[0] == '\\' || expanded[0] == '/');
-    return expanded.empty() || hasDrive || isRooted ? expanded
-                                                    : m_services.programFolder + expanded;
+    return expanded.empty() || IsAbsolutePath(expanded) ? expanded
+                                                        : m_services.programFolder + expanded;
 }
 
 void EditorSession::AdvanceProgress() {

@@ -284,7 +284,9 @@ private:
     void AdvanceProgress();
     CommandState State() const;
     bool CanEditKey() const;
+    void ChangeKey(bool (KeyEditor::*change)(RowKey key));
     void ShowChange(RowKey key);
+    bool AskToSave(const std::string& question, bool (EditorSession::*save)());
     void Replay(bool isUndo);
     void SetModified(bool isModified);
     bool Save(bool restarts);

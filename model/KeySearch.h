@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "model/KeyStore.h"
 
@@ -39,14 +38,12 @@ public:
     // on behind the hit, or starts again where there was none.
     std::optional<SearchHit> FindNext(const KeyStore& store);
 
-    // The number of the key at which the next step begins, counted from 1; 0 for the first, -1
-    // after a step without a hit. Behind a hit in the last key it is one more than there are.
-    std::int32_t SearchStartPosition() const { return m_searchStartPosition; }
-
 private:
     std::string m_text;
     bool m_searchesNames = true;
     bool m_matchesWholeWord = false;
+    // The number of the key at which the next step begins, counted from 1; 0 for the first, -1
+    // after a step without a hit. Behind a hit in the last key it is one more than there are.
     std::int32_t m_searchStartPosition = 0;
 };
 

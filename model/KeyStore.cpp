@@ -6,12 +6,6 @@
 #include "core/cProfile.h"
 
 namespace tamarind {
-namespace {
-
-constexpr std::string_view kEntrySeparator = "///";
-
-}  // namespace
-
 KeyEntry SplitEntry(std::string_view value) {
     const std::size_t separator = value.find(kEntrySeparator);
     if (separator == std::string_view::npos) {

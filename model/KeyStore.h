@@ -25,7 +25,9 @@ struct KeyEntry {
     std::string_view description;  // empty: not available
 };
 
-// Splits at the first "///"; without one all of it is the default value.
+inline constexpr std::string_view kEntrySeparator = "///";
+
+// Splits at the first separator; without one all of it is the default value.
 KeyEntry SplitEntry(std::string_view value);
 
 // Every key of the open data file, in the file's order. A record costs 16 bytes: its texts stay in

@@ -62,18 +62,15 @@ bool EditorSession::BrowseValue() {
 }
 
 void EditorSession::CommentKey() {
-    if (!CanEditKey() || m_isBusy || !m_editor.Comment(m_currentKey)) {
-        return;
-    }
-    m_listener->OnBeforeChange();
-    ShowChange(m_currentKey);
-    if (SelectsNextKey()) {
-        SelectNextKey();
-    }
+    ChangeKey(&KeyEditor::Comment);
 }
 
 void EditorSession::DeleteKey() {
-    if (!CanEditKey() || m_isBusy || !m_editor.Delete(m_currentKey)) {
+    ChangeKey(&KeyEditor::Delete);
+}
+
+void EditorSession::ChangeKey(bool (KeyEditor::*change)(RowKey key)) {
+    if (!CanEditKey() || m_isBusy || !(m_editor.*change)(m_currentKey)) {
         return;
     }
     m_listener->OnBeforeChange();
@@ -128,18 +125,13 @@ std::optional<ColorSample> EditorSession::CurrentColor() const {
 }
 
 bool EditorSession::AskSaveSettings() {
-    if (!m_isModified) {
-        return true;
-    }
-    switch (m_services.prompts.Ask(Text(text::kSaveChangesTo) + "  " + m_settingsPath + "\n")) {
-        case Answer::Yes:
-            return SaveToSettingsFile();
-        case Answer::No:
-            return true;
-        case Answer::Cancel:
-            break;
-    }
-    return false;
+    return !m_isModified || AskToSave(Text(text::kSaveChangesTo) + "  " + m_settingsPath + "\n",
+                                      &EditorSession::SaveToSettingsFile);
+}
+
+bool EditorSession::AskToSave(const std::string& question, bool (EditorSession::*save)()) {
+    const Answer answer = m_services.prompts.Ask(question);
+    return answer == Answer::Yes ? (this->*save)() : answer == Answer::No;
 }
 
 bool EditorSession::Save(bool restarts) {
@@ -147,7 +139,7 @@ bool EditorSession::Save(bool restarts) {
         return false;
     }
     m_listener->OnBeforeChange();
-    if (m_settingsPath.empty() || m_settingsPath == MissingValueMarker) {
+    if (!IsGivenPath(m_settingsPath)) {
         m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kNoSettingsFile));
         return false;
     }

@@ -110,7 +110,7 @@ void EditorSession::AfterSave() {
 std::vector<std::string> EditorSession::BackedUpFiles() const {
     std::vector<std::string> files;
     for (const SettingsFiles::File& file : m_settingsFiles.Files()) {
-        if (!file.path.empty() && file.path != MissingValueMarker) {
+        if (IsGivenPath(file.path)) {
             files.push_back(file.path);
         }
     }
@@ -142,7 +142,7 @@ bool EditorSession::RestoreBackup(const std::string& file, const std::string& ba
         return false;
     }
     FileSystem& disk = m_services.files.Files();
-    const FileContent content = disk.Read(backup, IniFiles::kMaxFileBytes);
+    const FileContent content = disk.Read(backup, FileSystem::kMaxFileBytes);
     if (content.error != FileError::None) {
         ReportUnreadable(backup, content.error);
         return false;

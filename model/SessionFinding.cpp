@@ -11,7 +11,6 @@
 namespace tamarind {
 namespace {
 
-constexpr std::string_view kRecentSection = "ConfigurationEditor";
 constexpr std::string_view kRecentPrefix = "RecentFiles";
 
 }  // namespace
@@ -182,11 +181,11 @@ void EditorSession::ShowHelpTopics() {
 
 void EditorSession::SetUpRecentFiles() {
     m_recentFiles.Setup(static_cast<std::int16_t>(m_settings.Values().numberOfRecentFiles));
-    m_recentFiles.ReadList(m_settings.Path(), kRecentSection, kRecentPrefix);
+    m_recentFiles.ReadList(m_settings.Path(), SettingsStore::kSection, kRecentPrefix);
 }
 
 void EditorSession::SaveRecentFiles() {
-    m_recentFiles.SaveList(m_settings.Path(), kRecentSection, kRecentPrefix);
+    m_recentFiles.SaveList(m_settings.Path(), SettingsStore::kSection, kRecentPrefix);
 }
 
 void EditorSession::OpenRecentFile(std::int16_t index) {
@@ -275,18 +274,8 @@ bool EditorSession::SaveDataFile() {
 }
 
 bool EditorSession::AskSaveDataFile() {
-    if (!m_isDataFileModified) {
-        return true;
-    }
-    switch (m_services.prompts.Ask(Text(text::kSaveDataFile))) {
-        case Answer::Yes:
-            return SaveDataFile();
-        case Answer::No:
-            return true;
-        case Answer::Cancel:
-            break;
-    }
-    return false;
+    return !m_isDataFileModified ||
+           AskToSave(Text(text::kSaveDataFile), &EditorSession::SaveDataFile);
 }
 
 bool EditorSession::MayLeaveFiles() {

@@ -28,9 +28,7 @@ public:
             return {};
         }
         std::string expanded = ExpandPathVariables(std::string(value), m_environment);
-        const bool hasDrive = expanded.size() > 1 && expanded[1] == ':';
-        const bool isRooted = !expanded.empty() && (expanded[0] == '\\' || expanded[0] == '/');
-        if (expanded.empty() || hasDrive || isRooted) {
+        if (expanded.empty() || IsAbsolutePath(expanded)) {
             return expanded;
         }
         const bool isHere = expanded.substr(0, 2) == ".\\";

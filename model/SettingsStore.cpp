@@ -13,7 +13,7 @@
 namespace tamarind {
 namespace {
 
-constexpr std::string_view kEditor = "ConfigurationEditor";
+constexpr std::string_view kEditor = SettingsStore::kSection;
 constexpr std::string_view kCommon = "Common";
 constexpr std::string_view kFileName = "tamarind editors.ini";
 constexpr std::string_view kUserFolder = "Tamarind Editors";

@@ -21,6 +21,9 @@ struct ScreenSize {
 // programs of the family share the file, each in a section of its own.
 class SettingsStore {
 public:
+    // The section of most of them, and of the list of recent files.
+    static constexpr std::string_view kSection = "ConfigurationEditor";
+
     // `programFolder` ends with a backslash.
     SettingsStore(IniFiles& files, const Environment& environment, std::string programFolder,
                   ScreenSize screen);
@@ -42,7 +45,7 @@ public:
     // maximized window only that it is maximized is stored, so that its former place stays.
     ProfileResult SaveSettings();
 
-    // Writes one text at once: section "ConfigurationEditor", or "Common" for what the family
+    // Writes one text at once: section kSection, or "Common" for what the family
     // shares. A text equal to the MissingValueMarker is not written.
     ProfileResult WriteNow(std::string Settings::*member, const std::string& value);
 

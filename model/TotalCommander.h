@@ -3,7 +3,6 @@
 #include <string>
 
 #include "core/Environment.h"
-#include "core/FileSystem.h"
 #include "core/IniFiles.h"
 
 namespace tamarind {

@@ -28,8 +28,8 @@ std::size_t LoadWithOurs(IniFiles& files, const Paths& paths) {
 
 void ReadBoth(const Paths& paths) {
     DiskFileSystem disk;
-    disk.Read(Narrow(paths.dataFile), IniFiles::kMaxFileBytes);
-    disk.Read(Narrow(paths.settings), IniFiles::kMaxFileBytes);
+    disk.Read(Narrow(paths.dataFile), FileSystem::kMaxFileBytes);
+    disk.Read(Narrow(paths.settings), FileSystem::kMaxFileBytes);
 }
 
 struct SystemRecord {

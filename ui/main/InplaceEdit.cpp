@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/ScopeExit.h"
 
@@ -31,7 +32,7 @@ void InplaceEdit::SetDpi(int dpi) {
     m_dpi = dpi;
     Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
     if (IsOpen()) {
-        m_textWidth = TextWidth(Text());
+        m_textWidth = TextWidth(TextOfWindow(Handle()));
         SetBounds(Place());
     }
 }
@@ -95,13 +96,6 @@ int InplaceEdit::TextWidth(const std::wstring& text) const {
     return static_cast<int>(size.cx);
 }
 
-std::wstring InplaceEdit::Text() const {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(Handle())) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        GetWindowTextW(Handle(), text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
 std::optional<LRESULT> InplaceEdit::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_CHAR:
@@ -145,7 +139,7 @@ void InplaceEdit::Enter() {
     {
         m_isEntering = true;
         const ScopeExit entered([this] { m_isEntering = false; });
-        isTaken = m_listener->OnTextEntered(Text());
+        isTaken = m_listener->OnTextEntered(TextOfWindow(Handle()));
     }
     if (isTaken) {
         Close();

@@ -45,7 +45,6 @@ private:
     void Enter();
     RECT Place() const;
     int TextWidth(const std::wstring& text) const;
-    std::wstring Text() const;
 
     VirtualList& m_list;
     InplaceEditListener* m_listener = nullptr;

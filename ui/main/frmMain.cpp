@@ -1,7 +1,5 @@
 #include "ui/main/frmMain.h"
 
-#include <algorithm>
-
 #include "core/Unicode.h"
 #include "core/WideText_win32.h"
 #include "ui/main/ControlIds.h"

@@ -1,5 +1,4 @@
 // The part of frmMain that does what menus, keys and the toolbar ask for.
-#include "core/WideText_win32.h"
 #include "ui/favorites/frmFavoriteAdd.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/frmMain.h"

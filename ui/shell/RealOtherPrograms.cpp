@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "core/WideText_win32.h"
-#include "ui/shell/LateFunction.h"
+#include "ui/toolkit/LateFunction.h"
 
 namespace tamarind {
 namespace {
@@ -91,11 +91,10 @@ void RealOtherPrograms::Start(const std::string& commandLine) {
     startup.wShowWindow = SW_SHOWNORMAL;
     PROCESS_INFORMATION process{};
     std::wstring line = Widen(commandLine);  // Windows writes into it
-    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                       &process)) {
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-    }
+    CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                   &process);
+    const UniqueObject thread(process.hThread);
+    const UniqueObject started(process.hProcess);
 }
 
 void RealOtherPrograms::OpenDocument(const std::string& path) {

@@ -19,7 +19,7 @@ public:
 private:
     static void Wait(int milliseconds, HANDLE process);
 
-    UniqueProcess m_closing;  // what was asked to close
+    UniqueObject m_closing;  // what was asked to close
 };
 
 }  // namespace tamarind

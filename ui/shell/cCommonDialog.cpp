@@ -5,7 +5,7 @@
 #include "core/MissingValueMarker.h"
 #include "core/Paths.h"
 #include "core/WideText_win32.h"
-#include "ui/shell/LateFunction.h"
+#include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/ScopeExit.h"
 
 namespace tamarind {

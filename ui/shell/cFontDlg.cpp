@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/WideText_win32.h"
-#include "ui/shell/LateFunction.h"
 #include "ui/toolkit/Handles.h"
+#include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Lengths.h"
 
 namespace tamarind {

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "core/WideText_win32.h"
-#include "ui/shell/LateFunction.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Forms.h"
+#include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Lengths.h"
 
 namespace tamarind {

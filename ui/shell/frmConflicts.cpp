@@ -14,7 +14,6 @@ constexpr int kKeyColumn = 0;
 constexpr int kTheirColumn = 2;
 constexpr wchar_t kMark[] = L"\u2713 ";  // a check mark, in front of the value that stays
 constexpr wchar_t kPlainMark[] = L"\u221A ";
-constexpr wchar_t kNoLine[] = L"\u2014";  // a dash, for a key that is not in the file
 
 constexpr Anchor kAnchors[] = {
     {IDC_CONFLICTS_LBLEXPLANATION, 0, 0, 100, 0},
@@ -139,7 +138,8 @@ std::wstring frmConflicts::CellText(int row, int column) const {
         return Widen(conflict.key);
     }
     const std::string& line = column == kTheirColumn ? conflict.theirs : conflict.mine;
-    return (IsPale(row, column) ? L"" : m_mark) + (line.empty() ? kNoLine : Widen(line));
+    return (IsPale(row, column) ? L"" : m_mark) +
+           (line.empty() ? ReportList::kNothing : Widen(line));
 }
 
 bool frmConflicts::IsPale(int row, int column) const {

@@ -15,7 +15,6 @@ constexpr std::uint16_t kBackupTexts[] = {4024, 4025, 4026};
 constexpr std::uint16_t kDifferenceTexts[] = {4044, 4028, 4029};
 enum BackupColumn { kDate, kSize, kDifferingKeys };
 enum DifferenceColumn { kKey, kInBackup, kNow };
-constexpr wchar_t kNoLine[] = L"\u2014";  // a dash, for a key that is not in the file
 
 constexpr Anchor kAnchors[] = {
     {IDC_RESTORE_TXTPATH, 0, 0, 100, 0},
@@ -182,7 +181,7 @@ std::wstring frmRestoreBackup::DifferenceText(int row, int column) const {
         return Widen(difference.key);
     }
     const std::string& line = column == kInBackup ? difference.inBackup : difference.now;
-    return line.empty() ? kNoLine : Widen(line);
+    return line.empty() ? ReportList::kNothing : Widen(line);
 }
 
 }  // namespace tamarind

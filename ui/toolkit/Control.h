@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <optional>
-#include <string>
 
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/WindowObject.h"

@@ -1,21 +1,19 @@
 #include "ui/toolkit/DialogPanel.h"
 
 #include "ui/toolkit/ControlKind.h"
+#include "ui/toolkit/LateFunction.h"
 
 namespace tamarind {
 namespace {
 
 constexpr DWORD kUseTabTexture = 6;  // ETDT_ENABLETAB
 
-// Themes draw the pages of tabs in another colour than dialogs. Their library is there if the
-// common controls use it.
+// Themes draw the pages of tabs in another colour than dialogs.
 void UseTabBackground(HWND panel) {
-    using Function = HRESULT(WINAPI*)(HWND, DWORD);
-    const HMODULE themes = GetModuleHandleW(L"uxtheme.dll");
-    const FARPROC address =
-        themes != nullptr ? GetProcAddress(themes, "EnableThemeDialogTexture") : nullptr;
-    if (address != nullptr) {
-        reinterpret_cast<Function>(reinterpret_cast<void*>(address))(panel, kUseTabTexture);
+    const auto enable =
+        LateFunction<HRESULT(WINAPI*)(HWND, DWORD)>(L"uxtheme.dll", "EnableThemeDialogTexture");
+    if (enable != nullptr) {
+        enable(panel, kUseTabTexture);
     }
 }
 

@@ -1,17 +1,15 @@
 #include "ui/toolkit/Dpi.h"
 
 #include "ui/toolkit/Handles.h"
+#include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Lengths.h"
 
 namespace tamarind {
 namespace {
 
-// Windows 7 lacks these functions and could not start a program that is linked to them.
 template <typename Function>
 Function UserFunction(const char* name) {
-    const HMODULE user = GetModuleHandleW(L"user32.dll");
-    const FARPROC address = user != nullptr ? GetProcAddress(user, name) : nullptr;
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
+    return LateFunction<Function>(L"user32.dll", name);
 }
 
 int DpiOfScreen() {

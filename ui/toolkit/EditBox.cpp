@@ -1,5 +1,7 @@
 #include "ui/toolkit/EditBox.h"
 
+#include "ui/toolkit/Forms.h"
+
 namespace tamarind {
 
 bool EditBox::Create(HWND parent, int id, EditBoxListener& listener) {
@@ -14,10 +16,7 @@ void EditBox::SetText(const std::wstring& text) {
 }
 
 std::wstring EditBox::Text() const {
-    std::wstring text(static_cast<std::size_t>(Send(WM_GETTEXTLENGTH)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(
-        Send(WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
-    return text;
+    return TextOfWindow(Handle());
 }
 
 void EditBox::SetMaxLength(std::size_t units) {

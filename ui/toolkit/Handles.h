@@ -24,13 +24,6 @@ using UniqueMenu = UniqueHandle<NullHandlePolicy<HMENU, DestroyMenu>>;
 using UniqueHook = UniqueHandle<NullHandlePolicy<HHOOK, UnhookWindowsHookEx>>;
 using UniqueAccelerators = UniqueHandle<NullHandlePolicy<HACCEL, DestroyAcceleratorTable>>;
 
-struct ProcessPolicy {
-    using Type = HANDLE;
-    static Type Invalid() { return nullptr; }
-    static void Close(Type handle) { CloseHandle(handle); }
-};
-using UniqueProcess = UniqueHandle<ProcessPolicy>;
-
 // The device context of a window, or of the screen, for measuring.
 class ScreenDC {
 public:

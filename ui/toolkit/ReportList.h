@@ -31,6 +31,8 @@ struct ReportRows {
 class ReportList final : public Control {
 public:
     static constexpr int kNoRow = -1;
+    // A dash, in a cell for what does not exist.
+    static constexpr wchar_t kNothing[] = L"\u2014";
 
     // Makes sure that Windows has such controls; the template's dialog comes later.
     ReportList();

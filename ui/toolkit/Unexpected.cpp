@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <exception>
 #include <new>
 
 namespace tamarind {

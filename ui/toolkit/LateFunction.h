@@ -4,8 +4,10 @@
 
 namespace tamarind {
 
-// A function of a system library that is loaded when it is first needed, or null: such a library
-// brings many others with it, and most starts of the program need none.
+// A function of a system library, which is loaded now if it is not, or null where the system has no
+// such library or function. For libraries that bring many others with them, which most starts of
+// the program do not need, and for functions that Windows 7 lacks: it could not start a program
+// that is linked to them.
 template <typename Function>
 Function LateFunction(const wchar_t* library, const char* name) {
     const HMODULE module = LoadLibraryW(library);
