@@ -11,7 +11,7 @@ if(WIN32)
     # One file without other DLLs, and the same bytes from the same sources wherever they are built.
     add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}/=")
     add_compile_options(-ffunction-sections -fdata-sections)
-    add_link_options(-static -s -Wl,--gc-sections -Wl,--no-insert-timestamp)
+    add_link_options(-static $<$<CONFIG:Release>:-s> -Wl,--gc-sections -Wl,--no-insert-timestamp)
 elseif(HOUSE_PURPOSE STREQUAL "tests")
     set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
     add_compile_options(${sanitizers} -fno-omit-frame-pointer)

@@ -40,14 +40,6 @@ RECT BoundsInParent(HWND child) {
     return bounds;
 }
 
-// Gives a window these bounds.
-void Place(HWND window, const RECT& bounds) {
-    const SIZE size = SizeOf(bounds);
-    SetWindowPos(window, nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
-                 static_cast<int>(size.cx), static_cast<int>(size.cy),
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 }  // namespace
 
 frmOrganizeFavorites::frmOrganizeFavorites(EditorSession& session, const DialogLanguage& language,
@@ -232,10 +224,10 @@ LONG frmOrganizeFavorites::PlaceFrame(const SIZE& area) const {
     const int down = static_cast<int>(area.cy - bounds.bottom);
     const int across = static_cast<int>((area.cx - all.right - all.left) / 2);
     OffsetRect(&bounds, 0, down);
-    Place(frame, {0, bounds.top, area.cx, bounds.bottom});
+    SetWindowBounds(frame, {0, bounds.top, area.cx, bounds.bottom});
     for (auto& [button, place] : buttons) {
         OffsetRect(&place, across, down);
-        Place(button, place);
+        SetWindowBounds(button, place);
     }
     return bounds.top;
 }
@@ -260,7 +252,7 @@ void frmOrganizeFavorites::Layout() {
 void frmOrganizeFavorites::OnStretched(int clientWidth) {
     m_leastClientWidth = clientWidth;
     // Windows makes it as wide as it must be now.
-    Place(Handle(), BoundsOf(Handle()));
+    SetWindowBounds(Handle(), BoundsOf(Handle()));
     Layout();
 }
 
@@ -282,18 +274,15 @@ void frmOrganizeFavorites::RestorePlace() {
     const LONG top = pixels(settings.favoriteWindowTop);
     const LONG width = std::max(pixels(settings.favoriteWindowWidth), least.cx);
     const LONG height = std::max(pixels(settings.favoriteWindowHeight), least.cy);
-    Place(Handle(), MovedOntoMonitor({left, top, left + width, top + height}));
+    SetWindowBounds(Handle(), MovedOntoMonitor({left, top, left + width, top + height}));
 }
 
 void frmOrganizeFavorites::StorePlace() {
     const RECT bounds = BoundsOf(Handle());
     const SIZE size = SizeOf(bounds);
     const Settings& settings = m_session.ProgramSettings().Values();
-    // Twips that mean these pixels already stay, so that an unmoved window is stored as it was.
     const auto twips = [](std::int32_t stored, LONG pixels) {
-        return ToPixels(Twips{stored}, SystemDpi()).value == pixels
-                   ? stored
-                   : ToTwips(Pixels{static_cast<std::int32_t>(pixels)}, SystemDpi()).value;
+        return ToTwips(Pixels{static_cast<std::int32_t>(pixels)}, SystemDpi(), Twips{stored}).value;
     };
     m_session.StoreFavoriteWindow(twips(settings.favoriteWindowLeft, bounds.left),
                                   twips(settings.favoriteWindowTop, bounds.top),

@@ -32,11 +32,8 @@ void CaptureMainWindowPlacement(HWND window, Settings& settings) {
     }
     RECT bounds{};
     GetWindowRect(window, &bounds);
-    // Twips that mean these pixels already stay, so that an unmoved window is stored as it was.
     const auto store = [](std::int32_t& twips, LONG pixels) {
-        if (ToPixels(Twips{twips}, SystemDpi()).value != pixels) {
-            twips = ToTwips(Pixels{pixels}, SystemDpi()).value;
-        }
+        twips = ToTwips(Pixels{pixels}, SystemDpi(), Twips{twips}).value;
     };
     store(settings.mainWindowLeft, bounds.left);
     store(settings.mainWindowTop, bounds.top);

@@ -53,11 +53,6 @@ HWND FindChild(HWND parent, int id) {
     return nullptr;
 }
 
-BOOL CALLBACK PassOn(HWND child, LPARAM message) {
-    SendMessageW(child, static_cast<UINT>(message), 0, 0);
-    return TRUE;
-}
-
 }  // namespace
 
 frmMain::frmMain(EditorSession& session)
@@ -164,7 +159,7 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnDpiChanged(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
             return 0;
         case WM_SYSCOLORCHANGE:
-            EnumChildWindows(Handle(), PassOn, WM_SYSCOLORCHANGE);
+            SendToDescendants(Handle(), WM_SYSCOLORCHANGE);
             OnLookChanged();
             return 0;
         case WM_THEMECHANGED:
@@ -320,8 +315,7 @@ void frmMain::ApplyLook(int dpi) {
 
 void frmMain::OnDpiChanged(int dpi, const RECT& bounds) {
     ApplyLook(dpi);
-    SetWindowPos(Handle(), nullptr, bounds.left, bounds.top, bounds.right - bounds.left,
-                 bounds.bottom - bounds.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowBounds(Handle(), bounds);
 }
 
 void frmMain::OnLookChanged() {

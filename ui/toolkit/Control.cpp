@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Unexpected.h"
 
 namespace tamarind {
@@ -56,8 +57,7 @@ LRESULT CALLBACK Control::Procedure(HWND window, UINT message, WPARAM wParam, LP
 }
 
 void Control::SetBounds(const RECT& bounds) {
-    SetWindowPos(m_window, nullptr, bounds.left, bounds.top, bounds.right - bounds.left,
-                 bounds.bottom - bounds.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowBounds(m_window, bounds);
 }
 
 void Control::Show(bool isVisible) {

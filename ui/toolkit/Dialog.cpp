@@ -32,11 +32,6 @@ bool IsAnsweredDirectly(UINT message) {
     }
 }
 
-BOOL CALLBACK PassOn(HWND child, LPARAM message) {
-    SendMessageW(child, static_cast<UINT>(message), 0, 0);
-    return TRUE;
-}
-
 }  // namespace
 
 Dialog::~Dialog() {
@@ -164,7 +159,7 @@ std::optional<LRESULT> Dialog::Answer(UINT message, WPARAM wParam, LPARAM lParam
         case WM_CTLCOLOREDIT:
             return OnColors(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
         case WM_SYSCOLORCHANGE:
-            EnumChildWindows(m_window, PassOn, WM_SYSCOLORCHANGE);
+            SendToDescendants(m_window, WM_SYSCOLORCHANGE);
             return std::nullopt;
         default:
             return std::nullopt;
@@ -225,8 +220,8 @@ void Dialog::OnStretched(int clientWidth) {
     GetWindowRect(m_window, &bounds);
     bounds.right += clientWidth - area.right;
     const RECT at = MovedOntoMonitor(bounds);
-    SetWindowPos(m_window, nullptr, at.left, at.top, bounds.right - bounds.left,
-                 bounds.bottom - bounds.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowBounds(m_window, {at.left, at.top, at.left + (bounds.right - bounds.left),
+                               at.top + (bounds.bottom - bounds.top)});
 }
 
 }  // namespace tamarind

@@ -1,6 +1,7 @@
 #include "ui/toolkit/DialogPanel.h"
 
 #include "ui/toolkit/ControlKind.h"
+#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/LateFunction.h"
 
 namespace tamarind {
@@ -34,9 +35,7 @@ void DialogPanel::OnStretched(int clientWidth) {
 
 void DialogPanel::SetBounds(const RECT& bounds) {
     StretchTo(static_cast<int>(bounds.right - bounds.left));
-    SetWindowPos(Handle(), nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
-                 m_width, static_cast<int>(bounds.bottom - bounds.top),
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowBounds(Handle(), {bounds.left, bounds.top, bounds.left + m_width, bounds.bottom});
 }
 
 // A hidden window's access keys still work as long as it is enabled.

@@ -146,8 +146,7 @@ int DialogTexts::Stretch(int leastWidth) const {
         const RECT at = Bounds(item);
         const int left = Scaled(static_cast<int>(at.left), stretched, width);
         const int right = Scaled(static_cast<int>(at.right), stretched, width);
-        SetWindowPos(item.control, nullptr, left, static_cast<int>(at.top), right - left,
-                     static_cast<int>(at.bottom - at.top), SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowBounds(item.control, {left, at.top, right, at.bottom});
     }
     return stretched;
 }

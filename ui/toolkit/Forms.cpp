@@ -4,6 +4,20 @@
 
 namespace tamarind {
 
+void SetWindowBounds(HWND window, const RECT& bounds) {
+    SetWindowPos(window, nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
+                 static_cast<int>(bounds.right - bounds.left),
+                 static_cast<int>(bounds.bottom - bounds.top), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void SendToDescendants(HWND window, UINT message) {
+    const WNDENUMPROC send = [](HWND descendant, LPARAM sent) -> BOOL {
+        SendMessageW(descendant, static_cast<UINT>(sent), 0, 0);
+        return TRUE;
+    };
+    EnumChildWindows(window, send, static_cast<LPARAM>(message));
+}
+
 void CenterForm(HWND window) {
     RECT at{};
     GetWindowRect(window, &at);

@@ -6,6 +6,12 @@
 
 namespace tamarind {
 
+// Gives a window other bounds, in pixels of the screen or of its parent, and nothing else.
+void SetWindowBounds(HWND window, const RECT& bounds);
+
+// Sends a message without parameters to all windows in a window.
+void SendToDescendants(HWND window, UINT message);
+
 // Moves a window to the middle of the screen.
 void CenterForm(HWND window);
 

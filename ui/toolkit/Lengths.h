@@ -37,6 +37,12 @@ constexpr Twips ToTwips(Pixels length, int dpi) {
     return {Scaled(length.value, kTwipsPerInch, dpi)};
 }
 
+// The same, but twips that mean these pixels already stay: a window that nobody moved is stored as
+// it was.
+constexpr Twips ToTwips(Pixels length, int dpi, Twips stored) {
+    return ToPixels(stored, dpi) == length ? stored : ToTwips(length, dpi);
+}
+
 // A length in pixels at 96 DPI as pixels at `dpi`.
 constexpr int ScaledPixels(int designPixels, int dpi) {
     return Scaled(designPixels, dpi, kDesignDpi);

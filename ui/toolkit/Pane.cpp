@@ -1,5 +1,7 @@
 #include "ui/toolkit/Pane.h"
 
+#include "ui/toolkit/Forms.h"
+
 namespace tamarind {
 
 bool Pane::Create(HWND parent, int id) {
@@ -12,8 +14,7 @@ bool Pane::Create(HWND parent, int id) {
 }
 
 void Pane::SetBounds(const RECT& bounds) {
-    SetWindowPos(Handle(), nullptr, bounds.left, bounds.top, bounds.right - bounds.left,
-                 bounds.bottom - bounds.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowBounds(Handle(), bounds);
 }
 
 }  // namespace tamarind
