@@ -8,7 +8,6 @@
 namespace tamarind {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr const char* kEditedSettings =
@@ -38,6 +37,22 @@ protected:
     bool WaitForFocus(int id) const {
         return WaitUntil([&] { return program->Focus() == id; });
     }
+    // Types keys, after which the box shows `text`.
+    void TypeForBox(const std::string& keys, const std::string& text) const {
+        TypeWithXdotool("key " + keys);
+        ASSERT_TRUE(WaitForBox(text));
+    }
+    // Types keys, after which the box is closed and the first row shows `text`.
+    void TypeForRow(const std::string& keys, const std::string& text) const {
+        TypeWithXdotool("key " + keys);
+        ASSERT_TRUE(WaitForNoBox());
+        ASSERT_TRUE(program->WaitForRow(0, text));
+    }
+    void AnswerDialog(const char* text) const {
+        const HWND dialog = program->WaitForDialog();
+        EXPECT_THAT(RunningProgram::DialogText(dialog), HasSubstr(text));
+        program->Answer(dialog, IDOK);
+    }
     // From the tree, which has the focus at first, to the list.
     void FocusList() const {
         program->TypeFirst("key Tab");
@@ -46,8 +61,7 @@ protected:
     // Leaves 7 in the first row, still to be saved.
     void EditFirstRow() const {
         FocusList();
-        TypeWithXdotool("key Return");
-        ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
+        TypeForBox("Return", "PanelsVertical=1");
         TypeWithXdotool("key 7 Return");
         ASSERT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
     }
@@ -62,58 +76,40 @@ TEST_F(EditingTest, ValuesAreTypedUndoneAndSaved) {
     Start();
     program->TypeFirst("mousemove " + program->PlaceOfRow(0) + " click --repeat 2 --delay 60 1");
     ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
-    TypeWithXdotool("key 7 Return");
-    ASSERT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
-    EXPECT_TRUE(WaitForNoBox());
+    TypeForRow("7 Return", "PanelsVertical=7");
     EXPECT_TRUE(WaitForFocus(kIdListView1));
-    TypeWithXdotool("key ctrl+z");
-    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));
-    TypeWithXdotool("key ctrl+y");
-    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
+    TypeForRow("ctrl+z", "PanelsVertical=1");
+    TypeForRow("ctrl+y", "PanelsVertical=7");
 
     // A click on the list drops the text, and so does saving.
-    TypeWithXdotool("key Return");
-    ASSERT_TRUE(WaitForBox("PanelsVertical=7"));
-    TypeWithXdotool("key 8");
-    ASSERT_TRUE(WaitForBox("PanelsVertical=8"));
+    TypeForBox("Return", "PanelsVertical=7");
+    TypeForBox("8", "PanelsVertical=8");
     TypeWithXdotool("mousemove " + program->PlaceOfRow(1) + " click 1");
     EXPECT_TRUE(WaitForNoBox());
-    TypeWithXdotool("key Return");
-    ASSERT_TRUE(WaitForBox("ShowHidden=0"));
+    TypeForBox("Return", "ShowHidden=0");
     TypeWithXdotool("key 8 ctrl+s");
     EXPECT_TRUE(WaitUntil([&] { return folder.Read(L"Wincmd.ini") == kEditedSettings; }));
     EXPECT_TRUE(WaitForNoBox());
-    EXPECT_THAT(program->ListRows(9),
-                ElementsAre("PanelsVertical=7", "ShowHidden=0", "BackColor=5"));
+    EXPECT_TRUE(program->WaitForRows({"PanelsVertical=7", "ShowHidden=0", "BackColor=5"}));
 }
 
 TEST_F(EditingTest, KeysBelongToTheBoxWhileItIsOpen) {
     Start();
     EditFirstRow();
-    TypeWithXdotool("key Return");
-    ASSERT_TRUE(WaitForBox("PanelsVertical=7"));
+    TypeForBox("Return", "PanelsVertical=7");
     // Neither of them is the list's or the menu's: the key stays, nothing is undone.
-    TypeWithXdotool("key Delete");
-    EXPECT_TRUE(WaitForBox("PanelsVertical="));
-    TypeWithXdotool("key ctrl+z");
-    EXPECT_TRUE(WaitForBox("PanelsVertical=7"));
-    TypeWithXdotool("key ctrl+a Delete");
-    EXPECT_TRUE(WaitForBox(""));
-    TypeWithXdotool("key ctrl+y 9 Escape");
-    EXPECT_TRUE(WaitForNoBox());
+    TypeForBox("Delete", "PanelsVertical=");
+    TypeForBox("ctrl+z", "PanelsVertical=7");
+    TypeForBox("ctrl+a Delete", "");
+    TypeForRow("ctrl+y 9 Escape", "PanelsVertical=7");
     EXPECT_TRUE(WaitForFocus(kIdListView1));
-    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
 
-    TypeWithXdotool("key Return");
-    ASSERT_TRUE(WaitForBox("PanelsVertical=7"));
-    TypeWithXdotool("key 9 Tab");
+    TypeForBox("Return", "PanelsVertical=7");
+    TypeForRow("9 Tab", "PanelsVertical=7");
     EXPECT_TRUE(WaitForFocus(kIdTxtDescriptionBox));
-    EXPECT_FALSE(IsWindowVisible(Box()));
-    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
 
     // In the list they are the commands' keys.
-    TypeWithXdotool("key shift+Tab Delete");
-    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical"));
+    TypeForRow("shift+Tab Delete", "PanelsVertical");
     CloseWithoutSaving();
 }
 
@@ -123,14 +119,11 @@ TEST_F(EditingTest, WalksFromKeyToKey) {
     EditFirstRow();
     ASSERT_TRUE(WaitForBox("ShowHidden=0"));
     EXPECT_EQ(program->SelectedRow(), 1);
-    TypeWithXdotool("key 8 Return");
-    ASSERT_TRUE(WaitForBox("BackColor=5"));
+    TypeForBox("8 Return", "BackColor=5");
     TypeWithXdotool("key 9 Return");
-    EXPECT_TRUE(program->WaitForRow(2, "BackColor=9"));
+    EXPECT_TRUE(program->WaitForRows({"PanelsVertical=7", "ShowHidden=8", "BackColor=9"}));
     EXPECT_TRUE(WaitForNoBox());
     EXPECT_EQ(program->SelectedRow(), 2);
-    EXPECT_THAT(program->ListRows(9),
-                ElementsAre("PanelsVertical=7", "ShowHidden=8", "BackColor=9"));
     CloseWithoutSaving();
 }
 
@@ -151,8 +144,7 @@ TEST_F(EditingTest, ClosingAsksWhatToDoWithChanges) {
         program->Answer(dialog, testCase.button);
         if (testCase.button == IDCANCEL) {
             EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
-            TypeWithXdotool("key ctrl+z");
-            EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));
+            TypeForRow("ctrl+z", "PanelsVertical=1");
             CloseWithoutSaving();
         }
         EXPECT_TRUE(program->WaitForEnd());
@@ -161,23 +153,14 @@ TEST_F(EditingTest, ClosingAsksWhatToDoWithChanges) {
 }
 
 TEST_F(EditingTest, ASaveThatFailsLeavesTheChangesPending) {
-    const std::wstring path = folder.Path(L"Wincmd.ini");
     Start();
     EditFirstRow();
-    const auto expectFailure = [&](const char* reason) {
-        TypeWithXdotool("key ctrl+s");
-        const HWND dialog = program->WaitForDialog();
-        EXPECT_THAT(RunningProgram::DialogText(dialog), HasSubstr(reason));
-        program->Answer(dialog, IDOK);
-        EXPECT_TRUE(WaitForFocus(kIdListView1));
-        EXPECT_EQ(folder.Read(L"Wincmd.ini"), kSettings);
-    };
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-    expectFailure("It is read-only.");
-    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    const HANDLE lock = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    expectFailure("Another program is using it.");
+    const HANDLE lock = CreateFileW(folder.Path(L"Wincmd.ini").c_str(), GENERIC_READ,
+                                    FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    TypeWithXdotool("key ctrl+s");
+    AnswerDialog("Another program is using it.");
+    EXPECT_TRUE(WaitForFocus(kIdListView1));
+    EXPECT_EQ(folder.Read(L"Wincmd.ini"), kSettings);
     CloseHandle(lock);
     TypeWithXdotool("key ctrl+s");
     EXPECT_TRUE(WaitUntil([&] { return folder.Read(L"Wincmd.ini") == kEditedSettings; }));
@@ -186,38 +169,15 @@ TEST_F(EditingTest, ASaveThatFailsLeavesTheChangesPending) {
 TEST_F(EditingTest, AValueThatIsTooLongStaysInTheBox) {
     Start();
     FocusList();
-    TypeWithXdotool("key Return");
-    ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
+    TypeForBox("Return", "PanelsVertical=1");
     const std::wstring text(100000, L'x');
     SendMessageW(Box(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
     TypeWithXdotool("key End y Return");
-    const HWND dialog = program->WaitForDialog();
-    EXPECT_THAT(RunningProgram::DialogText(dialog), HasSubstr("at most 4,095 characters"));
-    program->Answer(dialog, IDOK);
+    AnswerDialog("at most 4,095 characters");
     EXPECT_TRUE(WaitForFocus(kIdTxtInplaceEdit));
     EXPECT_TRUE(IsWindowVisible(Box()));
     EXPECT_EQ(SendMessageW(Box(), WM_GETTEXTLENGTH, 0, 0), 100001);
-    TypeWithXdotool("key Escape");
-    EXPECT_TRUE(WaitForNoBox());
-    EXPECT_TRUE(program->WaitForRow(0, "PanelsVertical=1"));
-}
-
-TEST_F(EditingTest, WhatAnotherProgramWritesMeanwhileIsKept) {
-    Start();
-    FocusList();
-    TypeWithXdotool("key Return");
-    ASSERT_TRUE(WaitForBox("PanelsVertical=1"));
-    folder.Write(L"Wincmd.ini",
-                 "[Colors]\r\nBackColor=6\r\n[Configuration]\r\nPanelsVertical=1\r\n"
-                 "ShowHidden=9\r\n");
-    TypeWithXdotool("key 7 Return");
-    ASSERT_TRUE(program->WaitForRow(0, "PanelsVertical=7"));
-    TypeWithXdotool("key ctrl+s");
-    ASSERT_TRUE(program->WaitForRow(1, "ShowHidden=9"));
-    const char* const both =
-        "[Colors]\r\nBackColor=6\r\n[Configuration]\r\nPanelsVertical=7\r\nShowHidden=9\r\n";
-    EXPECT_TRUE(WaitUntil([&] { return folder.Read(L"Wincmd.ini") == both; }));
-    EXPECT_EQ(program->ListRows(9).at(2), "BackColor=6");
+    TypeForRow("Escape", "PanelsVertical=1");
 }
 
 TEST_F(EditingTest, KeysAreFoundFromTheKeyboard) {
@@ -228,9 +188,7 @@ TEST_F(EditingTest, KeysAreFoundFromTheKeyboard) {
     RunningProgram::TypeInto(search, "key h i d Return");
     ASSERT_TRUE(WaitUntil([&] { return program->SelectedRow() == 1; }));
     TypeWithXdotool("key Return");
-    const HWND message = program->WaitForDialog();
-    EXPECT_THAT(RunningProgram::DialogText(message), HasSubstr("Cannot find \"hid\""));
-    program->Answer(message, IDOK);
+    AnswerDialog("Cannot find \"hid\"");
     RunningProgram::TypeInto(search, "key Escape");
     EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(search); }));
 }

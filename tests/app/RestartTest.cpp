@@ -49,15 +49,9 @@ protected:
         });
     }
     void StartStandin() const {
-        STARTUPINFOW startup = {};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION process = {};
         std::wstring line = Widen(StandinCommand());
         line.pop_back();
-        CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                       &process);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
+        StartDetached(folder.Path(L"Totalcmd.exe"), line);
         ASSERT_TRUE(WaitForStarts(1));
     }
     static int CountStandins() {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <type_traits>
 
 #include "core/WideText_win32.h"
 #include "ui/main/ControlIds.h"
@@ -19,66 +20,51 @@ std::wstring FolderOfThisProgram() {
     return path.substr(0, path.rfind(L'\\') + 1);
 }
 
-// Memory of another process, in which its controls can leave what they are asked for.
-class RemoteMemory {
-public:
-    RemoteMemory(HANDLE process, std::size_t size)
-        : m_process(process),
-          m_memory(VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE)) {}
-    ~RemoteMemory() { VirtualFreeEx(m_process, m_memory, 0, MEM_RELEASE); }
-    RemoteMemory(const RemoteMemory&) = delete;
-    RemoteMemory& operator=(const RemoteMemory&) = delete;
-
-    char* At(std::size_t offset) const { return static_cast<char*>(m_memory) + offset; }
-    template <typename T>
-    void Write(const T& value) const {
-        WriteProcessMemory(m_process, m_memory, &value, sizeof value, nullptr);
-    }
-    template <typename T>
-    void Read(T& value) const {
-        ReadProcessMemory(m_process, m_memory, &value, sizeof value, nullptr);
-    }
-    std::string ReadText(std::size_t offset) const {
-        std::wstring text(kTextUnits, L'\0');
-        ReadProcessMemory(m_process, At(offset), text.data(), 2 * kTextUnits, nullptr);
-        return Narrow(text.c_str());
-    }
-
-private:
-    HANDLE m_process;
-    void* m_memory;
-};
-
-void StartUnixProgram(const std::wstring& path, const std::string& commandLine) {
+PROCESS_INFORMATION StartProgram(const std::wstring& path, std::wstring commandLine) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    CreateProcessW((L"\\\\?\\unix" + path).c_str(), Widen(commandLine).data(), nullptr, nullptr,
-                   FALSE, 0, nullptr, nullptr, &startup, &process);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                   &startup, &process);
+    return process;
 }
 
-struct WindowSearch {
-    DWORD process;
-    std::wstring windowClass;
-    HWND found = nullptr;
-};
-
-BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<WindowSearch*>(parameter);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    if (process == search.process && name == search.windowClass && IsWindowVisible(window)) {
-        search.found = window;
-        return FALSE;
+// Asks a control of another process with a record that it fills in; the text that it leaves behind
+// the record.
+template <typename T>
+std::string Ask(HANDLE process, HWND control, UINT message, int row, T& record) {
+    auto* const memory = static_cast<char*>(VirtualAllocEx(
+        process, nullptr, sizeof record + 2 * kTextUnits, MEM_COMMIT, PAGE_READWRITE));
+    if constexpr (std::is_same_v<T, LVITEMW>) {
+        record.pszText = reinterpret_cast<wchar_t*>(memory + sizeof record);
+        record.cchTextMax = kTextUnits;
     }
-    return TRUE;
+    WriteProcessMemory(process, memory, &record, sizeof record, nullptr);
+    SendMessageW(control, message, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(memory));
+    ReadProcessMemory(process, memory, &record, sizeof record, nullptr);
+    std::wstring text(kTextUnits, L'\0');
+    ReadProcessMemory(process, memory + sizeof record, text.data(), 2 * kTextUnits, nullptr);
+    VirtualFreeEx(process, memory, 0, MEM_RELEASE);
+    return Narrow(text.c_str());
+}
+
+// The first control with that number among those in a window, and in these.
+HWND FindControl(HWND parent, int id) {
+    HWND found = GetDlgItem(parent, id);
+    for (HWND child = GetWindow(parent, GW_CHILD); found == nullptr && child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        found = FindControl(child, id);
+    }
+    return found;
 }
 
 }  // namespace
+
+void StartDetached(const std::wstring& path, const std::wstring& commandLine) {
+    const PROCESS_INFORMATION process = StartProgram(path, commandLine);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+}
 
 bool WaitUntil(const std::function<bool()>& condition) {
     const ULONGLONG end = GetTickCount64() + kPatienceMs;
@@ -103,24 +89,12 @@ ProgramFolder::ProgramFolder() {
 }
 
 ProgramFolder::~ProgramFolder() {
-    WIN32_FIND_DATAW entry;
-    const HANDLE search = FindFirstFileW(Path(L"*").c_str(), &entry);
-    do {
-        const std::wstring path = Path(entry.cFileName);
-        if (!DeleteFileW(path.c_str())) {
-            RemoveDirectoryW(path.c_str());
-        }
-    } while (FindNextFileW(search, &entry));
-    FindClose(search);
-    RemoveDirectoryW(m_path.c_str());
+    std::error_code error;
+    std::filesystem::remove_all(m_path, error);
 }
 
 void ProgramFolder::Write(const std::wstring& name, const std::string& bytes) const {
-    const HANDLE file =
-        CreateFileW(Path(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    DWORD written = 0;
-    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(file);
+    std::ofstream(std::filesystem::path(Path(name)), std::ios::binary) << bytes;
 }
 
 std::string ProgramFolder::Read(const std::wstring& name) const {
@@ -134,11 +108,8 @@ void ProgramFolder::AddProgram(const std::wstring& builtPath) const {
 }
 
 RunningProgram::RunningProgram(const ProgramFolder& folder, const std::wstring& arguments) {
-    STARTUPINFOW startup = {};
-    startup.cb = sizeof startup;
-    std::wstring commandLine = L"\"" + folder.Path(L"TamarindEditor.exe") + L"\" " + arguments;
-    CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                   &startup, &m_process);
+    const std::wstring path = folder.Path(L"TamarindEditor.exe");
+    m_process = StartProgram(path, L"\"" + path + L"\" " + arguments);
 }
 
 RunningProgram::~RunningProgram() {
@@ -154,9 +125,15 @@ RunningProgram::~RunningProgram() {
 }
 
 HWND RunningProgram::FindWindowOf(const wchar_t* windowClass) const {
-    WindowSearch search = {m_process.dwProcessId, windowClass};
-    EnumWindows(MatchWindow, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    HWND found = nullptr;
+    while ((found = FindWindowExW(nullptr, found, windowClass, nullptr)) != nullptr) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(found, &process);
+        if (process == m_process.dwProcessId && IsWindowVisible(found)) {
+            break;
+        }
+    }
+    return found;
 }
 
 HWND RunningProgram::WaitForMainWindow() {
@@ -170,19 +147,16 @@ void RunningProgram::TypeInto(HWND window, const std::string& arguments) {
     HANDLE outer = nullptr;
     WaitUntil([&] { return (outer = GetPropW(window, L"__wine_x11_whole_window")) != nullptr; });
     const std::string number = std::to_string(reinterpret_cast<std::uintptr_t>(outer));
-    StartUnixProgram(L"\\bin\\sh",
-                     "sh -c \"for try in $(seq 500); do [ $(xdotool getwindowfocus) = " + number +
-                         " ] && break; sleep 0.02; done; xdotool " + arguments + "\"");
+    StartDetached(L"\\\\?\\unix\\bin\\sh",
+                  L"sh -c \"for try in $(seq 500); do [ $(xdotool getwindowfocus) = " +
+                      Widen(number) + L" ] && break; sleep 0.02; done; xdotool " +
+                      Widen(arguments) + L"\"");
 }
 
 HWND RunningProgram::WaitForWindow(const wchar_t* windowClass) const {
     HWND window = nullptr;
     WaitUntil([&] { return (window = FindWindowOf(windowClass)) != nullptr; });
     return window;
-}
-
-HWND RunningProgram::WaitForDialog() {
-    return WaitForWindow(L"#32770");
 }
 
 std::string RunningProgram::DialogText(HWND dialog) {
@@ -204,19 +178,7 @@ bool RunningProgram::WaitForEnd() const {
 }
 
 HWND RunningProgram::Control(int id) const {
-    struct Search {
-        int id;
-        HWND found;
-    } search = {id, nullptr};
-    EnumChildWindows(
-        m_main,
-        [](HWND child, LPARAM parameter) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(parameter);
-            wanted.found = GetDlgCtrlID(child) == wanted.id ? child : wanted.found;
-            return wanted.found == nullptr;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return FindControl(m_main, id);
 }
 
 int RunningProgram::Focus() const {
@@ -232,70 +194,42 @@ std::string RunningProgram::TextOf(HWND window) {
     return Narrow(text.c_str());
 }
 
-std::string RunningProgram::StatusText(int part) const {
-    const RemoteMemory memory(m_process.hProcess, 2 * kTextUnits);
-    SendMessageW(Control(kIdStatusBar1), SB_GETTEXTW, static_cast<WPARAM>(part),
-                 reinterpret_cast<LPARAM>(memory.At(0)));
-    return memory.ReadText(0);
-}
-
-std::vector<std::string> RunningProgram::ListRows(int maxRows) const {
+std::vector<std::string> RunningProgram::ListRows() const {
     const HWND list = Control(kIdListView1);
-    const RemoteMemory memory(m_process.hProcess, sizeof(LVITEMW) + 2 * kTextUnits);
-    const auto count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     std::vector<std::string> rows;
-    for (int row = 0; row < count && row < maxRows; ++row) {
+    for (int row = 0; row < ListView_GetItemCount(list); ++row) {
         LVITEMW item = {};
-        item.pszText = reinterpret_cast<wchar_t*>(memory.At(sizeof item));
-        item.cchTextMax = kTextUnits;
-        memory.Write(item);
-        SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(memory.At(0)));
-        rows.push_back(memory.ReadText(sizeof item));
+        rows.push_back(Ask(m_process.hProcess, list, LVM_GETITEMTEXTW, row, item));
     }
     return rows;
 }
 
+bool RunningProgram::WaitForRows(const std::vector<std::string>& rows) const {
+    return WaitUntil([&] { return ListRows() == rows; });
+}
+
 bool RunningProgram::WaitForRow(int row, const std::string& text) const {
     return WaitUntil([&] {
-        const auto rows = ListRows(row + 1);
-        return static_cast<int>(rows.size()) > row && rows.back() == text;
+        const auto rows = ListRows();
+        return static_cast<int>(rows.size()) > row && rows[static_cast<std::size_t>(row)] == text;
     });
 }
 
 std::string RunningProgram::PlaceOfRow(int row) const {
     const HWND list = Control(kIdListView1);
-    const RemoteMemory memory(m_process.hProcess, sizeof(RECT));
     RECT bounds = {LVIR_LABEL, 0, 0, 0};
-    memory.Write(bounds);
-    SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(memory.At(0)));
-    memory.Read(bounds);
+    Ask(m_process.hProcess, list, LVM_GETITEMRECT, row, bounds);
     POINT at = {bounds.left + 30, (bounds.top + bounds.bottom) / 2};
     ClientToScreen(list, &at);
     return std::to_string(at.x) + " " + std::to_string(at.y);
 }
 
 int RunningProgram::SelectedRow() const {
-    return static_cast<int>(SendMessageW(Control(kIdListView1), LVM_GETNEXTITEM,
-                                         static_cast<WPARAM>(-1), LVNI_SELECTED));
-}
-
-std::string RunningProgram::SelectedCategory() const {
-    const HWND tree = Control(kIdTreeView1);
-    const RemoteMemory memory(m_process.hProcess, sizeof(TVITEMW) + 2 * kTextUnits);
-    TVITEMW item = {};
-    item.mask = TVIF_TEXT | TVIF_HANDLE;
-    item.hItem = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
-    item.pszText = reinterpret_cast<wchar_t*>(memory.At(sizeof item));
-    item.cchTextMax = kTextUnits;
-    memory.Write(item);
-    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(memory.At(0)));
-    return memory.ReadText(sizeof item);
+    return ListView_GetNextItem(Control(kIdListView1), -1, LVNI_SELECTED);
 }
 
 void TypeWithXdotool(const std::string& arguments) {
-    StartUnixProgram(L"\\usr\\bin\\xdotool", "xdotool " + arguments);
+    StartDetached(L"\\\\?\\unix\\usr\\bin\\xdotool", L"xdotool " + Widen(arguments));
 }
 
 }  // namespace tamarind

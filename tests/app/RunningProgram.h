@@ -10,6 +10,9 @@
 
 namespace tamarind {
 
+// Starts a program with its command line, the program's name in it, and leaves it alone.
+void StartDetached(const std::wstring& path, const std::wstring& commandLine);
+
 // Waits until `condition` holds; false after ten seconds.
 bool WaitUntil(const std::function<bool()>& condition);
 
@@ -49,7 +52,7 @@ public:
     // A shown window of the program of that class, or null.
     HWND WaitForWindow(const wchar_t* windowClass) const;
     // A message box or file dialog of the program, or null.
-    HWND WaitForDialog();
+    HWND WaitForDialog() const { return WaitForWindow(L"#32770"); }
     // The texts of a dialog's static controls, one after the other.
     static std::string DialogText(HWND dialog);
     // Presses a button of a dialog and waits until the dialog is gone.
@@ -60,14 +63,14 @@ public:
     // The control with the keyboard's focus, by its number; 0 for none.
     int Focus() const;
     static std::string TextOf(HWND window);
-    std::string StatusText(int part) const;
-    std::vector<std::string> ListRows(int maxRows) const;
+    std::vector<std::string> ListRows() const;
+    // Waits until the key list says no more and no less.
+    bool WaitForRows(const std::vector<std::string>& rows) const;
     // Waits until a row of the key list says `text`.
     bool WaitForRow(int row, const std::string& text) const;
     int SelectedRow() const;
     // The middle of a row's text in pixels of the screen, as xdotool takes it: "10 20".
     std::string PlaceOfRow(int row) const;
-    std::string SelectedCategory() const;
 
 private:
     HWND FindWindowOf(const wchar_t* windowClass) const;

@@ -19,92 +19,42 @@ protected:
         m_disk.Wait(60);
     }
 
-    // The three lists, each with its count; the last entry is to be empty.
-    std::string Lists(std::size_t bufferSize = cProfile::kBufferSize) {
-        m_profile.ReadFileSectionsName(kPath, bufferSize);
-        m_profile.ReadSectionKeysNameOnly("A", kPath, bufferSize);
-        m_profile.ReadSectionKeysNameAndValue("A", kPath, bufferSize);
-        std::string lists;
-        const auto add = [&](std::int32_t count, auto list) {
-            lists += std::to_string(count) + ":";
-            for (std::int32_t i = 0; i <= count; ++i) {
-                lists += list(i) + "|";
-            }
-            EXPECT_TRUE(count < 0 || list(count + 1).empty());
-            EXPECT_THROW(list(-1), std::out_of_range);
-            EXPECT_THROW(list(count + 2), std::out_of_range);
-        };
-        add(m_profile.FileSectionsNameCount,
-            [&](std::int32_t i) { return m_profile.FileSectionsNameList(i); });
-        add(m_profile.SectionKeysNameOnlyCount,
-            [&](std::int32_t i) { return m_profile.SectionKeysNameOnlyList(i); });
-        add(m_profile.SectionKeysNameAndValueCount,
-            [&](std::int32_t i) { return m_profile.SectionKeysNameAndValueList(i); });
-        return lists;
-    }
-
     MemoryFileSystem m_disk;
     IniFiles m_files{m_disk};
     cProfile m_profile{m_files};
 };
 
-TEST_F(ProfileTest, Lists) {
-    const struct {
-        std::string bytes, expected;
-        std::size_t bufferSize = cProfile::kBufferSize;
-    } cases[] = {
-        {"", "-1:-1:-1:"},
-        {"x=1\n", "-1:-1:-1:"},
-        {"[A]\n[B]\n", "1:A|B|-1:-1:"},
-        {"[A]\nx = \"1\" \n;y=2\n;prose\n\n z\nX=3\n[a]\nq=1\n", "1:A|a|1:x|X|2:x=\"1\"|z|X=3|"},
-        {"[A]\nx=\xEF\xBB\xBF中\n\xE4=\n", "0:A|1:x|ä|1:x=中|ä=|"},
-        // Lists are cut so that two NULs fit into the buffer behind them.
-        {"[A]\nxyz=1\nabc=2\n", "0:A|1:xyz|abc|1:xyz=1|ab|", 10},
-        {"[A]\nxyz=1\nabc=2\n", "0:A|1:xyz|abc|1:xyz=1|a|", 9},
-        {"[A]\nxyz=1\nabc=2\n", "0:A|1:xyz|ab|0:xyz=1|", 8},
-        {"[A]\nxyz=1\n", "0:A|0:xy|0:xy|", 4},
-        {"[A]\nxyz=1\n", "-1:-1:-1:", 2},
-        {"\xEF\xBB\xBF[A]\n\U0001F600\U0001F600=\n", "0:A|0:\U0001F600|0:\U0001F600|", 5},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.bytes);
-        Put(c.bytes);
-        EXPECT_EQ(Lists(c.bufferSize), c.expected);
-    }
-    m_disk.Remove(kPath);
-    EXPECT_EQ(Lists(), "-1:-1:-1:");
-}
-
-TEST_F(ProfileTest, SortsByCharacterCodeAndCountsNamedEntries) {
-    Put("\xEF\xBB\xBF[A]\nalpha=\nZeta=\n\uFF21=\n\U0001F600=\nZ=\n=2\nlast=\n");
+TEST_F(ProfileTest, ListsAreReadAndSorted) {
+    Put("\xEF\xBB\xBF[A]\nz = \"1\" \n;y=2\nprose\n\uFF21=\n\U0001F600=\nZ=\nz=3\n[a]\nq=1\n");
+    m_profile.ReadFileSectionsName(kPath);
     m_profile.ReadSectionKeysNameOnly("A", kPath);
-    EXPECT_EQ(m_profile.SectionKeysNameOnlyCount, 5);
+    m_profile.ReadSectionKeysNameAndValue("A", kPath, 14);
     m_profile.SortKeysNameOnlyList();
-    std::string sorted;
-    for (std::int32_t i = 0; i <= 6; ++i) {
-        sorted += m_profile.SectionKeysNameOnlyList(i) + "|";
-    }
-    // The entry without a name takes a place in the list; the last one is beyond the count.
-    EXPECT_EQ(sorted, "|Z|Zeta|alpha|\U0001F600|\uFF21|last|");
+    const auto joined = [](std::int32_t last, auto list) {
+        std::string all;
+        for (std::int32_t i = 0; i <= last; ++i) {
+            all += list(i) + "|";
+        }
+        return all;
+    };
+    EXPECT_EQ(joined(m_profile.FileSectionsNameCount,
+                     [&](std::int32_t i) { return m_profile.FileSectionsNameList(i); }),
+              "A|a|");
+    EXPECT_EQ(joined(m_profile.SectionKeysNameOnlyCount,
+                     [&](std::int32_t i) { return m_profile.SectionKeysNameOnlyList(i); }),
+              "Z|z|z|\U0001F600|\uFF21|");
+    EXPECT_EQ(joined(m_profile.SectionKeysNameAndValueCount,
+                     [&](std::int32_t i) { return m_profile.SectionKeysNameAndValueList(i); }),
+              "z=\"1\"|prose|");
 }
 
 TEST_F(ProfileTest, ReadsThroughABuffer) {
     const std::string longText(4096, 'v');
-    Put("[A]\nlong=" + longText + "\ntabs=\"\t \"\n\xE4=\xEF\xBB\xBF\U0001F600\U0001F600\nx=\n");
-    const auto read = [&](const char* key, const std::string& fallback = "d",
-                          std::size_t size = cProfile::kBufferSize) {
-        return m_profile.ReadStringValue("A", key, fallback, kPath, size);
-    };
-    EXPECT_EQ(read("long"), longText.substr(1));
-    EXPECT_EQ(read("long", "", 4), "vvv");
-    EXPECT_EQ(read("long", "", 1), "");
-    EXPECT_EQ(read("long", "", 0), "");
-    EXPECT_EQ(read("ä", "", 4), "\U0001F600");
-    EXPECT_EQ(read("tabs"), "\t ");
-    EXPECT_EQ(read("x", std::string(MissingValueMarker)), "");
-    EXPECT_EQ(read("none", std::string(MissingValueMarker)), MissingValueMarker);
-    EXPECT_EQ(read("none", " \t d \t  "), " \t d \t");
-    EXPECT_EQ(read("none", longText), longText.substr(1));
+    Put("[A]\nlong=" + longText + "\n\xE4=\xEF\xBB\xBF\U0001F600\U0001F600\n");
+    EXPECT_EQ(m_profile.ReadStringValue("A", "long", "", kPath), longText.substr(1));
+    EXPECT_EQ(m_profile.ReadStringValue("A", "long", "", kPath, 0), "");
+    EXPECT_EQ(m_profile.ReadStringValue("A", "ä", "", kPath, 4), "\U0001F600");
+    EXPECT_EQ(m_profile.ReadStringValue("A", "none", " \t d \t  ", kPath), " \t d \t");
 }
 
 TEST_F(ProfileTest, Numbers) {
@@ -112,20 +62,18 @@ TEST_F(ProfileTest, Numbers) {
         const char* text;
         double expected;
     } cases[] = {
-        {"12abc", 12}, {"abc", 0}, {"0x10", 0},   {"&H10", 16},      {"&hFfg", 255}, {"&O178", 15},
-        {"& 1", 0},    {"&H", 0},  {"  \t7 ", 7}, {"-3.5e2x", -350}, {"+.5", 0.5},   {"1e", 1},
-        {"1e+", 1},    {".", 0},   {"-", 0},      {"1.2.3", 1.2},    {"1,5", 1},     {"", 0},
-        {"e5", 0},     {"--1", 0}, {"5.", 5},     {"infinity", 0},   {"nan", 0},
+        {"12abc", 12}, {"0x10", 0}, {"&H10", 16},  {"&hFfg", 255},
+        {"&O178", 15}, {"&H", 0},   {"  \t7 ", 7}, {"-3.5e2x", -350},
+        {"+.5", 0.5},  {"1e+", 1},  {".", 0},      {"1.2.3", 1.2},
+        {"1,5", 1},    {"", 0},     {"--1", 0},    {"infinity", 0},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(LeadingNumber(c.text), c.expected) << c.text;
     }
-    EXPECT_EQ(LeadingInteger("-2.9"), -2);
     EXPECT_EQ(LeadingInteger("1e300"), 2147483647);
     EXPECT_EQ(LeadingInteger("-2147483649"), -2147483647 - 1);
     Put("[A]\nx=7\n");
     EXPECT_EQ(m_profile.ReadIntegerValue("A", "x", "5", kPath), 7);
-    EXPECT_EQ(m_profile.ReadIntegerValue("A", "y", " 5", kPath), 5);
 }
 
 TEST_F(ProfileTest, Writes) {
@@ -139,9 +87,6 @@ TEST_F(ProfileTest, Writes) {
     m_profile.WriteIntegerValue("B", "t", "  8 ", kPath);
     EXPECT_EQ(m_disk.BytesOf(kPath), "[A]\r\nx=a b\r\nq=\"\t\"\r\nm=///CAN" + marker.substr(6) +
                                          "\r\nn=-7\r\n[B]\r\nt=8\r\n");
-    m_profile.DeleteValue("A", "m", kPath);
-    m_profile.DeleteSection("B", kPath);
-    EXPECT_EQ(m_disk.BytesOf(kPath), "[A]\r\nx=a b\r\nq=\"\t\"\r\nn=-7\r\n");
     EXPECT_EQ(m_profile.ReadStringValue("A", "q", "", kPath), "\t");
     m_profile.DeleteValue("A", "m", "C:\\none.ini");
     EXPECT_EQ(m_disk.Count(), 1U);
@@ -150,12 +95,10 @@ TEST_F(ProfileTest, Writes) {
 TEST_F(ProfileTest, ATransactionReadsAndReplacesOnce) {
     Put("[A]\nx=0\ny=0\n[B]\nz=0\n");
     ProfileTransaction transaction(m_files, kPath);
-    EXPECT_TRUE(transaction.IsEmpty());
     transaction.SetValue("A", "x", " 1 ");
     transaction.DeleteValue("A", "y");
     transaction.SetValue("A", "y", "2");
     transaction.DeleteSection("B");
-    EXPECT_EQ(m_disk.reads + m_disk.replaces, 0);
     EXPECT_TRUE(transaction.Commit().Succeeded());
     EXPECT_EQ(m_disk.BytesOf(kPath), "[A]\nx= 1 \ny=2\n");
     EXPECT_EQ(m_disk.reads, 1);
@@ -214,23 +157,17 @@ TEST_F(ProfileTest, ReadsAFileAgainOnlyWhenItMayHaveChanged) {
     // As young as it is, the file may change without a new stamp.
     m_disk.Put(kPath, "[A]\nx=2\n");
     EXPECT_EQ(x(), "2");
-    m_disk.Wait(2.0);
+    m_disk.Wait(2.1);
     x();
     m_disk.reads = 0;
-    x();
-    EXPECT_EQ(m_disk.reads, 1);
-    m_disk.Wait(0.1);
-    for (int i = 0; i < 100; ++i) {
-        EXPECT_EQ(x(), "2");
-    }
-    EXPECT_EQ(m_disk.reads, 2);
+    EXPECT_EQ(x(), "2");
+    EXPECT_EQ(m_disk.reads, 0);
     // Same size, other time; other encoding; gone; back; with an error.
     m_disk.Put(kPath, "[A]\nx=3\n");
     m_disk.Wait(60);
     EXPECT_EQ(x(), "3");
-    EXPECT_EQ(m_disk.reads, 3);
     EXPECT_EQ(m_files.Read(kPath, 936).document->FindValue("A", "x"), "3");
-    EXPECT_EQ(m_disk.reads, 4);
+    EXPECT_EQ(m_disk.reads, 2);
     m_disk.Remove(kPath);
     EXPECT_EQ(x(), "none");
     EXPECT_EQ(m_files.Read(kPath).error, FileError::NotFound);

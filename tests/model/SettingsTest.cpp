@@ -1,7 +1,5 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "model/StringTable.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {
@@ -28,40 +26,27 @@ TEST_F(SettingsTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
     const SettingsStore store = Loaded();
     EXPECT_EQ(store.Values().mainWindowWidth, 9000);
     EXPECT_EQ(store.Values().mainWindowLeft, (15360 - 9000) / 2);
-    EXPECT_EQ(store.Values().mainWindowTop, (11520 - 7000) / 2);
-    EXPECT_EQ(store.Values().fixedBorders, 1);
-    EXPECT_EQ(store.Values().toolbarVisible, 1);
-    EXPECT_EQ(store.Values().wincmdDataFile, SessionWorld::kWincmdData);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowWidth"), "9000");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ToolbarVisible"), "(none)");
-    EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "(none)");
 }
 
 TEST_F(SettingsTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
-    struct Case {
-        const char* section;
-        const char* line;
+    const struct {
+        const char* file;
         std::int32_t Settings::*member;
         std::int32_t expected;
+    } cases[] = {
+        {"", &Settings::mainWindowWidth, 8610},
+        {"[ConfigurationEditor]\nSplitPosition=-5", &Settings::splitPosition, 0},
+        {"[ConfigurationEditor]\nfontsize = 12pt", &Settings::fontSize, 12},
+        {"[ConfigurationEditor]\nFontSize=huge", &Settings::fontSize, 0},
+        {"[Common]\nNumberOfRecentFiles=1", &Settings::numberOfRecentFiles, 2},
+        {"[Common]\nNumberOfRecentFiles=40", &Settings::numberOfRecentFiles, 16},
+        {"[ConfigurationEditor]\nNumberOfRecentFiles=4", &Settings::numberOfRecentFiles, 9},
     };
-    const Case cases[] = {
-        {"ConfigurationEditor", "", &Settings::mainWindowWidth, 8610},
-        {"ConfigurationEditor", "", &Settings::mainWindowHeight, 7230},
-        {"ConfigurationEditor", "", &Settings::fixedBorders, 1},
-        {"ConfigurationEditor", "SplitPosition=-5", &Settings::splitPosition, 0},
-        {"ConfigurationEditor", "fontsize = 12pt", &Settings::fontSize, 12},
-        {"ConfigurationEditor", "ForegroundColor=-2147483640", &Settings::foregroundColor,
-         -2147483640},
-        {"ConfigurationEditor", "FontSize=huge", &Settings::fontSize, 0},
-        {"Common", "NumberOfRecentFiles=1", &Settings::numberOfRecentFiles, 2},
-        {"Common", "NumberOfRecentFiles=40", &Settings::numberOfRecentFiles, 16},
-        {"Common", "NumberOfRecentFiles=many", &Settings::numberOfRecentFiles, 2},
-        {"ConfigurationEditor", "NumberOfRecentFiles=4", &Settings::numberOfRecentFiles, 9},
-    };
-    for (const Case& testCase : cases) {
-        const SettingsStore store =
-            Loaded("[" + std::string(testCase.section) + "]\n" + testCase.line + "\n");
-        EXPECT_EQ(store.Values().*testCase.member, testCase.expected) << testCase.line;
+    for (const auto& testCase : cases) {
+        EXPECT_EQ(Loaded(testCase.file).Values().*testCase.member, testCase.expected)
+            << testCase.file;
     }
 }
 
@@ -106,35 +91,17 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowLeft"), "99");
 }
 
-TEST_F(SettingsTest, LanguageFilesReplaceTextsOneByOne) {
-    world.disk.Put("C:\\my.lng", "[UserLanguage]\r\n104=&\xD1\xEE\xF5\xF0\xE0\xED\r\n110=\r\n");
-    world.environment.variables["LNG"] = "C:";
-    SettingsStore store = Loaded(
-        "[ConfigurationEditor]\nUseDefaultLanguage=0\nFontScript=204\n"
-        "[Common]\nLanguageFile=%LNG%\\my.lng\n");
-    const Language language(world.files, store.Values());
-    EXPECT_EQ(language.GetLanguageString(104), "&\xD0\xA1\xD0\xBE\xD1\x85\xD1\x80\xD0\xB0\xD0\xBD");
-    EXPECT_EQ(language.GetLanguageString(110), "E&xit");
-    EXPECT_EQ(language.GetLanguageString(999), "");
-    store.Values().useDefaultLanguage = 1;
-    EXPECT_EQ(language.GetLanguageString(104), "&Save");
-}
-
 class SettingsLocatorTest : public SettingsTest {
 protected:
-    struct Found {
-        std::string path;
-        std::size_t messages;
-    };
-    Found FindWincmd() {
+    std::string Find(std::string (SettingsLocator::*find)()) {
         SettingsStore store = Loaded();
         const Language language(world.files, store.Values());
         SettingsLocator locator(world.disk, world.registry, world.environment, store, language,
                                 world.prompts);
         world.prompts.messages.clear();
-        const std::string path = locator.FindWincmdIni();
-        return {path, world.prompts.messages.size()};
+        return (locator.*find)();
     }
+    std::string FindWincmd() { return Find(&SettingsLocator::FindWincmdIni); }
 };
 
 TEST_F(SettingsLocatorTest, RegistryPathsAreResolvedInTotalCommandersWay) {
@@ -143,32 +110,25 @@ TEST_F(SettingsLocatorTest, RegistryPathsAreResolvedInTotalCommandersWay) {
                              "C:\\TC\\b.ini", "\\\\server\\share\\d.ini"}) {
         world.disk.Put(path, "");
     }
-    struct Case {
-        const char* entry;
-        const char* expected;
-    };
-    const Case cases[] = {
-        {".\\a.ini", "C:\\TC\\a.ini"},      // in Total Commander's folder
-        {"b.ini", "C:\\Windows\\b.ini"},    // a bare name: in the Windows folder
-        {"a.ini", ""},                      //
-        {"%X%\\c.ini", "D:\\Conf\\c.ini"},  // expanded before anything else
-        {"d:\\conf\\C.ini", "d:\\conf\\C.ini"},
-        {"\\\\server\\share\\d.ini", "\\\\server\\share\\d.ini"},
-        {"C:\\TC", ""},
-        {"", ""},
-    };
-    for (const Case& testCase : cases) {
-        world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", testCase.entry);
-        EXPECT_EQ(FindWincmd().path, testCase.expected) << testCase.entry;
+    for (const auto& [entry, expected] :
+         {std::pair(".\\a.ini", "C:\\TC\\a.ini"),  // in Total Commander's folder
+          {"b.ini", "C:\\Windows\\b.ini"},         // a bare name: in the Windows folder
+          {"a.ini", ""},
+          {"%X%\\c.ini", "D:\\Conf\\c.ini"},  // expanded before anything else
+          {"d:\\conf\\C.ini", "d:\\conf\\C.ini"},
+          {"\\\\server\\share\\d.ini", "\\\\server\\share\\d.ini"},
+          {"", ""}}) {
+        world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", entry);
+        EXPECT_EQ(FindWincmd(), expected) << entry;
     }
 }
 
 TEST_F(SettingsLocatorTest, TheUsersEntryHidesTheMachinesEvenWhenItsFileIsGone) {
     world.disk.Put("C:\\TC\\machine.ini", "");
     world.SetRegistry("HKEY_LOCAL_MACHINE", "IniFileName", "C:\\TC\\machine.ini");
-    EXPECT_EQ(FindWincmd().path, "C:\\TC\\machine.ini");
+    EXPECT_EQ(FindWincmd(), "C:\\TC\\machine.ini");
     world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", "C:\\TC\\gone.ini");
-    EXPECT_EQ(FindWincmd().path, "");
+    EXPECT_EQ(FindWincmd(), "");
     EXPECT_EQ(world.prompts.messages.size(), 1U);
 }
 
@@ -176,25 +136,19 @@ TEST_F(SettingsLocatorTest, TheUsersChoiceIsKeptForTheNextTime) {
     world.environment.variables["HOME"] = "E:\\Me";
     world.disk.Put("E:\\Me\\w.ini", "");
     world.prompts.filesToChoose = {"%HOME%\\w.ini"};
-    EXPECT_EQ(FindWincmd().path, "E:\\Me\\w.ini");
+    EXPECT_EQ(FindWincmd(), "E:\\Me\\w.ini");
     EXPECT_EQ(world.prompts.questions.at(0).fileName, "Wincmd.ini");
     EXPECT_EQ(world.prompts.questions.at(0).initialFolder, "C:\\TC\\");
     EXPECT_EQ(world.OwnSetting("Common", "UserDefinedWincmd"), "%HOME%\\w.ini");
-    const Found again = FindWincmd();
-    EXPECT_EQ(again.path, "E:\\Me\\w.ini");
-    EXPECT_EQ(again.messages, 0U);
+    EXPECT_EQ(FindWincmd(), "E:\\Me\\w.ini");
+    EXPECT_TRUE(world.prompts.messages.empty());
 }
 
 TEST_F(SettingsLocatorTest, TheFtpSideGivesTheAnswerAsItIs) {
-    world.environment.variables["HOME"] = "E:\\Me";
-    SettingsStore store = Loaded();
-    const Language language(world.files, store.Values());
-    SettingsLocator locator(world.disk, world.registry, world.environment, store, language,
-                            world.prompts);
-    EXPECT_EQ(locator.FindWcxFtpIni(), MissingValueMarker);
+    EXPECT_EQ(Find(&SettingsLocator::FindWcxFtpIni), MissingValueMarker);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "UserDefinedWcxftp"), "(none)");
     world.prompts.filesToChoose = {"%HOME%\\f.ini"};
-    EXPECT_EQ(locator.FindWcxFtpIni(), "%HOME%\\f.ini");
+    EXPECT_EQ(Find(&SettingsLocator::FindWcxFtpIni), "%HOME%\\f.ini");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "UserDefinedWcxftp"), "%HOME%\\f.ini");
 }
 

@@ -26,10 +26,7 @@ inline constexpr const char* kWincmd =
 class MainWindowTest : public testing::Test {
 protected:
     void SetUp() override {
-        INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_TREEVIEW_CLASSES |
-                                                            ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES |
-                                                            ICC_PROGRESS_CLASS};
-        InitCommonControlsEx(&controls);
+        InitCommonControls();
         // The window of a test before may have ended the loop, and a dialog's loop ends with it.
         MSG message{};
         PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
@@ -52,17 +49,23 @@ protected:
         world.disk.Wait(10);
     }
 
-    HWND Find(int id) const { return FindIn(window->Handle(), id); }
-    static HWND FindIn(HWND parent, int id) {
+    static std::vector<HWND> ChildrenOf(HWND parent) {
+        std::vector<HWND> children;
         for (HWND child = GetWindow(parent, GW_CHILD); child;
              child = GetWindow(child, GW_HWNDNEXT)) {
-            const HWND found = GetDlgCtrlID(child) == id ? child : FindIn(child, id);
-            if (found) {
+            children.push_back(child);
+        }
+        return children;
+    }
+    static HWND FindIn(HWND parent, int id) {
+        for (const HWND child : ChildrenOf(parent)) {
+            if (const HWND found = GetDlgCtrlID(child) == id ? child : FindIn(child, id)) {
                 return found;
             }
         }
         return nullptr;
     }
+    HWND Find(int id) const { return FindIn(window->Handle(), id); }
     LRESULT Send(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return SendMessageW(Find(id), message, wParam, lParam);
     }
@@ -74,47 +77,34 @@ protected:
         Send(id, WM_KEYUP, key);
     }
 
-    std::string Row(int row) const {
+    static std::string CellIn(HWND list, int row, int column) {
         wchar_t text[300] = L"";
-        LVITEMW item{};
-        item.pszText = text;
-        item.cchTextMax = ARRAYSIZE(text);
-        Send(kIdListView1, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-             reinterpret_cast<LPARAM>(&item));
-        return Narrow(item.pszText);
+        ListView_GetItemText(list, row, column, text, ARRAYSIZE(text));
+        return Narrow(text);
     }
-    int RowCount() const { return static_cast<int>(Send(kIdListView1, LVM_GETITEMCOUNT)); }
-    Strings Rows() const {
+    static Strings RowsIn(HWND list) {
         Strings rows;
-        for (int row = 0; row < RowCount(); ++row) {
-            rows.push_back(Row(row));
+        for (int row = 0; row < ListView_GetItemCount(list); ++row) {
+            rows.push_back(CellIn(list, row, 0));
         }
         return rows;
     }
-    int SelectedRow() const {
-        return static_cast<int>(
-            Send(kIdListView1, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-    }
-    int Picture(int row) const {
-        LVITEMW item{};
-        item.mask = LVIF_IMAGE;
-        item.iItem = row;
-        Send(kIdListView1, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        return item.iImage;
-    }
+    Strings Rows() const { return RowsIn(Find(kIdListView1)); }
+    static int SelectedIn(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
+    int SelectedRow() const { return SelectedIn(Find(kIdListView1)); }
     Strings Nodes() const {
         Strings texts;
-        auto item = Send(kIdTreeView1, TVM_GETNEXTITEM, TVGN_ROOT);
-        while (item != 0) {
+        const HWND tree = Find(kIdTreeView1);
+        for (HTREEITEM node = TreeView_GetRoot(tree); node != nullptr;
+             node = TreeView_GetNextVisible(tree, node)) {
             wchar_t text[100] = L"";
-            TVITEMW info{};
-            info.mask = TVIF_TEXT;
-            info.hItem = reinterpret_cast<HTREEITEM>(item);
-            info.pszText = text;
-            info.cchTextMax = ARRAYSIZE(text);
-            Send(kIdTreeView1, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&info));
+            TVITEMW item{};
+            item.mask = TVIF_TEXT;
+            item.hItem = node;
+            item.pszText = text;
+            item.cchTextMax = ARRAYSIZE(text);
+            TreeView_GetItem(tree, &item);
             texts.push_back(Narrow(text));
-            item = Send(kIdTreeView1, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item);
         }
         return texts;
     }
@@ -134,16 +124,6 @@ protected:
         return bounds;
     }
     static LONG HeightOf(HWND handle) { return BoundsOf(handle).bottom - BoundsOf(handle).top; }
-    static std::vector<HWND> VisibleIn(HWND parent) {
-        std::vector<HWND> children;
-        for (HWND child = GetWindow(parent, GW_CHILD); child;
-             child = GetWindow(child, GW_HWNDNEXT)) {
-            if (IsWindowVisible(child)) {
-                children.push_back(child);
-            }
-        }
-        return children;
-    }
     static bool IsInside(const RECT& inner, const RECT& outer) {
         RECT common{};
         return IntersectRect(&common, &inner, &outer) && EqualRect(&common, &inner);
@@ -160,7 +140,8 @@ protected:
         RECT area{};
         GetClientRect(parent, &area);
         MapWindowPoints(parent, nullptr, reinterpret_cast<POINT*>(&area), 2);
-        const std::vector<HWND> children = VisibleIn(parent);
+        std::vector<HWND> children = ChildrenOf(parent);
+        std::erase_if(children, [](HWND child) { return !IsWindowVisible(child); });
         for (std::size_t at = 0; at < children.size(); ++at) {
             const HWND child = children[at];
             SCOPED_TRACE(std::to_string(GetDlgCtrlID(child)) + " " + TextOf(child));
@@ -175,17 +156,26 @@ protected:
             ExpectNoOverlaps(child);
         }
     }
-    bool IsButton(tamarind::Command command, UINT question) const {
-        return Send(kIdToolbar1, question, static_cast<WPARAM>(command)) != 0;
-    }
     void SetSize(int width, int height) const {
         SetWindowPos(window->Handle(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
     }
 
-    // Opens a dialog, which may be a modal one, does something in it, and closes it if that did
-    // not.
-    void Show(const wchar_t* className, const std::function<void()>& open,
-              const std::function<void()>& actions) {
+    void SetDpi(int dpi, const RECT& bounds) const {
+        SendMessageW(window->Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
+                     reinterpret_cast<LPARAM>(&bounds));
+    }
+    Strings OwnSettings(const Strings& keys) {
+        Strings values;
+        for (const std::string& key : keys) {
+            values.push_back(world.OwnSetting("ConfigurationEditor", key));
+        }
+        return values;
+    }
+
+    // Does something in the dialog that `open` opens, which may be a modal one, and closes it if
+    // that did not.
+    void Show(const wchar_t* className, const std::function<void()>& actions,
+              const std::function<void()>& open) {
         bool isDone = false;
         const auto visit = [&] {
             const HWND found = FindWindowW(className, nullptr);
@@ -204,9 +194,39 @@ protected:
         EXPECT_TRUE(IsWindowEnabled(window->Handle()));
     }
 
+    // Handles what is posted, timers too, until `condition` holds.
+    static bool PumpUntil(const std::function<bool()>& condition) {
+        const ULONGLONG end = GetTickCount64() + 5000;
+        while (!condition() && GetTickCount64() < end) {
+            for (MSG message{}; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
+                DispatchMessageW(&message);
+            }
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        }
+        return condition();
+    }
+
+    // What is in the dialog.
+    HWND In(int id) const { return FindIn(dialog, id); }
+    bool IsOn(int id) const { return IsWindowEnabled(In(id)); }
+    bool IsChecked(int id) const { return SendMessageW(In(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
+    void Click(int id) const { SendMessageW(In(id), BM_CLICK, 0, 0); }
+    // As the loops treat a key for the window with the focus. It handles nothing else: the window
+    // manager might take the focus meanwhile.
+    static void PressKey(WPARAM key, UINT kind = WM_KEYDOWN) {
+        MSG message{};
+        message.hwnd = GetFocus();
+        message.message = kind;
+        message.wParam = key;
+        message.lParam = 1;
+        if (!Dialog::TranslateDialogMessage(message)) {
+            DispatchMessageW(&message);
+        }
+    }
+
     SessionWorld world;
     std::unique_ptr<frmMain> window;
-    HWND dialog = nullptr;  // the one that Show opened
+    HWND dialog = nullptr;  // the one that Show opened last
 };
 
 }  // namespace tamarind

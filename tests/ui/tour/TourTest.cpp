@@ -54,10 +54,10 @@ std::vector<TourLanguage> ReadLanguages() {
 }
 
 // How large a control draws a text: on one line, or wrapped at a width.
-SIZE Measure(HWND control, const std::string& text, LONG width = 0) {
+SIZE Measure(HWND control, const std::string& text, LONG width = 0, HFONT font = nullptr) {
     const ScreenDC dc(control);
-    const auto font = SendMessageW(control, WM_GETFONT, 0, 0);
-    const SelectedObject selected(dc.Get(), reinterpret_cast<HFONT>(font));
+    const auto own = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+    const SelectedObject selected(dc.Get(), font != nullptr ? font : own);
     RECT area{0, 0, width, 0};
     DrawTextW(dc.Get(), Widen(Plain(text)).c_str(), -1, &area,
               DT_CALCRECT | DT_NOPREFIX | (width > 0 ? DT_WORDBREAK : DT_SINGLELINE));
@@ -118,14 +118,10 @@ protected:
         metrics.cbSize = sizeof(metrics);
         SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
         const UniqueFont font(CreateFontIndirectW(&metrics.lfCaptionFont));
-        const ScreenDC dc(shown);
-        const SelectedObject selected(dc.Get(), font.Get());
-        const std::wstring text = Widen(TextOf(shown));
-        SIZE size{};
-        GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
         RECT area{};
         GetClientRect(shown, &area);
-        EXPECT_LE(size.cx, area.right - metrics.iCaptionWidth - Scaled(12)) << TextOf(shown);
+        EXPECT_LE(Measure(shown, TextOf(shown), 0, font.Get()).cx,
+                  area.right - metrics.iCaptionWidth - Scaled(12));
     }
     void ExpectWindow(HWND shown) const {
         static const std::set<std::string> kLeftToRight = {
@@ -139,8 +135,7 @@ protected:
                     isPicture);
         ExpectCaption(shown);
         ExpectItems(shown, name);
-        for (HWND child = GetWindow(shown, GW_CHILD); child;
-             child = GetWindow(child, GW_HWNDNEXT)) {
+        for (const HWND child : ChildrenOf(shown)) {
             ExpectWindow(child);
         }
     }
@@ -161,16 +156,18 @@ protected:
     void ExpectItems(HWND control, const std::string& name) const {
         const bool isStrip = name == WC_TABCONTROLA;
         const int titles = name == WC_HEADERA ? Header_GetItemCount(control) : 0;
-        const int count = isStrip ? 3 : titles;
-        for (int at = 0; at < count; ++at) {
+        for (int at = 0; at < (isStrip ? 3 : titles); ++at) {
             wchar_t text[100] = L"";
             TCITEMW tab{TCIF_TEXT, 0, 0, text, ARRAYSIZE(text), 0, 0};
             HDITEMW title{HDI_TEXT, 0, text, nullptr, ARRAYSIZE(text), 0, 0, 0, 0, 0, nullptr, 0};
             RECT place{};
-            EXPECT_TRUE(isStrip ? TabCtrl_GetItem(control, at, &tab)
-                                : Header_GetItem(control, at, &title));
-            EXPECT_TRUE(isStrip ? TabCtrl_GetItemRect(control, at, &place)
-                                : Header_GetItemRect(control, at, &place));
+            if (isStrip) {
+                TabCtrl_GetItem(control, at, &tab);
+                TabCtrl_GetItemRect(control, at, &place);
+            } else {
+                Header_GetItem(control, at, &title);
+                Header_GetItemRect(control, at, &place);
+            }
             ExpectText(Narrow(text));
             const LONG room = place.right - place.left - Scaled(12);  // margins
             EXPECT_LE(Measure(control, Narrow(text)).cx, room) << Narrow(text);
@@ -200,7 +197,7 @@ protected:
         }
         EXPECT_EQ(Status(0), Text(3078) + "  tc all keys english.tmdf");
         EXPECT_TRUE(Status(1).starts_with(Text(3079) + "  [")) << Status(1);
-        EXPECT_EQ(Status(2), std::to_string(RowCount()) + "  " + Text(3077));
+        EXPECT_EQ(Status(2), std::to_string(Rows().size()) + "  " + Text(3077));
         for (WPARAM part = 0; part < 3; ++part) {
             RECT place{};
             Send(kIdStatusBar1, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
@@ -235,13 +232,7 @@ protected:
         const std::wstring take = L"\"sleep 0.2; import -silent -frame -window " +
                                   std::to_wstring(id) + L" " + Widen(file) + L"\"";
         _wspawnl(_P_NOWAIT, L"\\\\?\\unix\\bin\\sh", L"sh", L"-c", take.c_str(), nullptr);
-        for (int waits = 0; waits < 500 && !std::filesystem::exists(file); ++waits) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-            for (MSG message{}; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
-                DispatchMessageW(&message);
-            }
-        }
-        EXPECT_TRUE(std::filesystem::exists(file));
+        EXPECT_TRUE(PumpUntil([&] { return std::filesystem::exists(file); }));
     }
     void Visit(const wchar_t* className, const std::string& name, const std::function<void()>& open,
                WPARAM pages = 1) {
@@ -254,7 +245,7 @@ protected:
                 Keep(dialog, name + std::to_string(page + 1));
             }
         };
-        Show(className, open, look);
+        Show(className, look, open);
     }
 
     const std::vector<TourLanguage> languages = ReadLanguages();
@@ -291,6 +282,7 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
     StartIn(languages[0]);
     Command(tamarind::Command::SearchFind);
     Command(tamarind::Command::FavoritesOrganize);
+    const RECT before = BoundsOf(FindWindowW(L"frmSearchFor", nullptr));
     for (std::size_t at = 1; at <= languages.size(); ++at) {
         const TourLanguage& next = languages[at % languages.size()];
         SCOPED_TRACE(next.name);
@@ -314,6 +306,8 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
         EXPECT_LT(BoundsOf(Find(kIdTxtInplaceEdit)).left - list.left, Scaled(30));
         EXPECT_LT(list.right - BoundsOf(Find(kIdCmdColorSample)).right, Scaled(30));
     }
+    const RECT after = BoundsOf(FindWindowW(L"frmSearchFor", nullptr));
+    EXPECT_EQ(after.right - after.left, before.right - before.left);
 }
 
 }  // namespace
