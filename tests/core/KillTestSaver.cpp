@@ -1,7 +1,9 @@
 // Saves settings.ini in the present folder over and over, each time with other bytes, until it is
 // killed or finds a file named "stop". It begins with reading what the one before it has left.
+#include <chrono>
 #include <cstdlib>
 #include <string>
+#include <thread>
 
 #include "core/FileSystem.h"
 
@@ -19,12 +21,19 @@ std::string ContentOf(int save) {
 
 }  // namespace
 
-int main() {
+// With an argument it saves nothing and waits for the file "stop".
+int main(int count, char**) {
     constexpr int kNotWhole = 3;
     constexpr int kNotSaved = 4;
     constexpr int kMissing = 5;
     const std::string path = "settings.ini";
     tamarind::DiskFileSystem disk;
+    while (count > 1 && !disk.Stamp("stop")) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    if (count > 1) {
+        return 0;
+    }
     const tamarind::FileContent found = disk.Read(path, 1U << 20);
     int save = 0;
     if (found.error != tamarind::FileError::NotFound) {

@@ -64,10 +64,15 @@ def main(kills: int, program: list[str]) -> None:
     memory = "/dev/shm" if pathlib.Path("/dev/shm").is_dir() else None
     with tempfile.TemporaryDirectory(dir=memory) as name:
         folder = pathlib.Path(name)
-        for _ in range(kills):
-            kill_once(program, folder)
-            states[state_of(folder)] += 1
-        (folder / "stop").touch()
+        # Wine's server begins to end with its last program, and a start that falls into that fails.
+        waiting = subprocess.Popen([*program, "wait"], cwd=folder)
+        try:
+            for _ in range(kills):
+                kill_once(program, folder)
+                states[state_of(folder)] += 1
+        finally:
+            (folder / "stop").touch()
+            waiting.wait(WAIT_SECONDS)
         subprocess.run(program, cwd=folder, check=True, timeout=WAIT_SECONDS)
         left = sorted(path.name for path in folder.iterdir())
         assert left == ["settings.ini", "settings.ini backups", "stop"], left
