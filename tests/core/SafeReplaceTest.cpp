@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
+
 #include "tests/core/fakes/FaultyDisk.h"
 
 namespace tamarind {
@@ -67,8 +69,8 @@ public:
     FaultLoop(const Scenario& scenario, const FaultyDisk::Plan& plan)
         : m_scenario(scenario), m_plan(plan), m_old(&scenario.bytes == &kOld ? kNew : kOld) {}
 
-    // Fails at call 1, 2, ... until a save ends before the fault.
-    void Run() {
+    // Fails at call 1, 2, ... until a save ends before the fault; gives the number of saves.
+    int Run() {
         int call = 0;
         bool hasStruck = true;
         while (hasStruck && !testing::Test::HasFailure()) {
@@ -77,6 +79,7 @@ public:
                          std::to_string(int(m_plan.fault)) + " at call " + std::to_string(call));
             hasStruck = SaveOnce(call);
         }
+        return call;
     }
 
 private:
@@ -209,11 +212,13 @@ TEST(SafeReplaceTest, TheFileIsWholeWhateverFails) {
         {Fault::CrashInside},
         {Fault::CrashInside, CallError::Other, true},
     };
+    int saves = 0;
     for (const Scenario& scenario : kScenarios) {
         for (const FaultyDisk::Plan& plan : plans) {
-            FaultLoop(scenario, plan).Run();
+            saves += FaultLoop(scenario, plan).Run();
         }
     }
+    std::cout << "saves with a fault: " << saves << '\n';
 }
 
 TEST(SafeReplaceTest, ErrorsOfTheReplacementOneByOne) {
