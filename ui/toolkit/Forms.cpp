@@ -3,6 +3,14 @@
 #include <algorithm>
 
 namespace tamarind {
+namespace {
+
+BOOL CALLBACK SendTo(HWND window, LPARAM message) {
+    SendMessageW(window, static_cast<UINT>(message), 0, 0);
+    return TRUE;
+}
+
+}  // namespace
 
 void SetWindowBounds(HWND window, const RECT& bounds) {
     SetWindowPos(window, nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
@@ -11,11 +19,7 @@ void SetWindowBounds(HWND window, const RECT& bounds) {
 }
 
 void SendToDescendants(HWND window, UINT message) {
-    const WNDENUMPROC send = [](HWND descendant, LPARAM sent) -> BOOL {
-        SendMessageW(descendant, static_cast<UINT>(sent), 0, 0);
-        return TRUE;
-    };
-    EnumChildWindows(window, send, static_cast<LPARAM>(message));
+    EnumChildWindows(window, SendTo, static_cast<LPARAM>(message));
 }
 
 void CenterForm(HWND window) {
