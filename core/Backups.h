@@ -26,7 +26,7 @@ public:
     CallError PutInOrder();
 
     // Gets ready for the file itself to become a backup: a replacement moves it to OldName, and
-    // Adopt gives it its name. `isNeeded` says whether its content differs from the newest one.
+    // Adopt gives it its name. `isNeeded`: false where it is the newest one, put back by somebody.
     CallError Prepare(bool& isNeeded);
     std::string OldName() const;
     CallError Adopt();
@@ -34,6 +34,7 @@ public:
 private:
     struct Entry {
         BackupFile file;
+        FileStamp stamp;
         int number = 1;  // among those of the same second
         bool isBelieved = true;
     };

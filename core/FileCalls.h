@@ -50,7 +50,7 @@ struct FileBytes {
 
 struct FolderEntry {
     std::string name;
-    std::uint64_t size = 0;  // bytes
+    FileStamp stamp;
 };
 
 // By the clock on the wall.

@@ -230,9 +230,11 @@ CallError PosixFileCalls::List(const std::string& pathPrefix, std::vector<Folder
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         const std::string name = entry->path().filename().string();
-        std::error_code ignored;
-        if (name.compare(0, prefix.size(), prefix) == 0 && entry->is_regular_file(ignored)) {
-            files.push_back({name, entry->file_size(ignored)});
+        struct stat info = {};
+        if (name.compare(0, prefix.size(), prefix) == 0 &&
+            stat(entry->path().c_str(), &info) == 0 && S_ISREG(info.st_mode)) {
+            files.push_back(
+                {name, {static_cast<std::uint64_t>(info.st_size), TicksOf(info.st_mtim)}});
         }
     }
     return error == std::errc::no_such_file_or_directory ? CallError::FolderMissing

@@ -261,7 +261,9 @@ CallError WinFileCalls::List(const std::string& pathPrefix, std::vector<FolderEn
     }
     do {
         if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-            files.push_back({Narrow(data.cFileName), Join(data.nFileSizeHigh, data.nFileSizeLow)});
+            files.push_back(
+                {Narrow(data.cFileName),
+                 {Join(data.nFileSizeHigh, data.nFileSizeLow), TicksOf(data.ftLastWriteTime)}});
         }
     } while (FindNextFileW(search.Get(), &data));
     const DWORD code = GetLastError();

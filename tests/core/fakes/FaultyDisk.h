@@ -108,7 +108,7 @@ public:
         for (const auto& [path, node] : m_files) {
             if (error == CallError::None && path.rfind(pathPrefix, 0) == 0 &&
                 path.find('\\', nameAt) == std::string::npos) {
-                files.push_back({path.substr(nameAt), node->bytes.size()});
+                files.push_back({path.substr(nameAt), {node->bytes.size(), now}});
             }
         }
         return error;
