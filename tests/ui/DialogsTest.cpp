@@ -1,8 +1,15 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+#include <vector>
 
 #include "ui/shell/RealOtherPrograms.h"
 #include "ui/shell/cCommonDialog.h"
 #include "ui/shell/cFontDlg.h"
+#include "ui/toolkit/Timer.h"
+#include "ui/toolkit/Window.h"
 
 namespace tamarind {
 namespace {
@@ -34,6 +41,55 @@ TEST(FontDialog, TranslatesItsValuesBothWays) {
     dialog.TakeChoice(font, record);
     EXPECT_EQ(dialog.mvarFontStyle, 2 | 8);
     EXPECT_EQ(dialog.mvarFontSize, 9);
+}
+
+constexpr UINT kUseUpMemory = WM_APP;
+constexpr UINT kFail = WM_APP + 1;
+
+class FailingWindow final : public Window {
+public:
+    bool Create() {
+        WindowParams params;
+        params.className = L"TamarindFailingWindow";
+        params.style = WS_POPUP;
+        return CreateHandle(params);
+    }
+
+private:
+    LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case kUseUpMemory:
+                throw std::bad_alloc();
+            case kFail:
+                throw std::runtime_error("of any kind");
+            default:
+                return Window::HandleMessage(message, wParam, lParam);
+        }
+    }
+};
+
+TEST(Window, AnExceptionIsToldAndEndsNothing) {
+    FailingWindow window;
+    ASSERT_TRUE(window.Create());
+    std::vector<std::wstring> told;
+    Timer answer([&] {
+        if (const HWND box = FindWindowW(L"#32770", L"Tamarind Configuration Editor")) {
+            constexpr int kMessageText = 0xFFFF;
+            wchar_t text[200] = L"";
+            GetDlgItemTextW(box, kMessageText, text, ARRAYSIZE(text));
+            told.emplace_back(text);
+            SendMessageW(box, WM_COMMAND, IDOK, 0);
+        }
+    });
+    answer.Start(window.Handle(), 10);
+    for (const UINT message : {kUseUpMemory, kFail}) {
+        EXPECT_EQ(SendMessageW(window.Handle(), message, 0, 0), 0);
+    }
+    EXPECT_THAT(told, testing::ElementsAre(
+                          L"There is not enough memory. What was being done was not finished.",
+                          L"An unexpected error occurred. What was being done was not finished."));
+    SetWindowTextW(window.Handle(), L"alive");
+    EXPECT_EQ(GetWindowTextLengthW(window.Handle()), 5);
 }
 
 TEST(OtherPrograms, TheWaitHandlesMessagesAndPutsTheEndBack) {
