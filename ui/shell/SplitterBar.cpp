@@ -88,6 +88,7 @@ void SplitterBar::EndDrag() {
     // First, since releasing the mouse tells the bar that it lost it.
     m_isDragging = false;
     SetFilter(m_focusWindow, nullptr);
+    m_focusWindow = nullptr;
     if (GetCapture() == Handle()) {
         ReleaseCapture();
     }

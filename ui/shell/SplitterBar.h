@@ -21,6 +21,9 @@ protected:
 // the Escape key ends, whichever window has the focus.
 class SplitterBar final : public Window, private MessageFilter {
 public:
+    SplitterBar() = default;
+    ~SplitterBar() override { SetFilter(m_focusWindow, nullptr); }
+
     bool Create(HWND parent, int id);
     void Attach(SplitterBarListener& listener, SplitDirection direction);
 
