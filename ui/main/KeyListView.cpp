@@ -95,8 +95,10 @@ void KeyListView::ShowKey(RowKey key) {
 // Without a key of its own colour there is no sample.
 void KeyListView::ShowColor() {
     const auto sample = m_session.CurrentColor();
-    const bool isMade = cmdColorSample.Handle() != nullptr;
-    if (!isMade && (!sample || !cmdColorSample.Create(Handle(), kIdCmdColorSample))) {
+    if (sample && cmdColorSample.Handle() == nullptr) {
+        cmdColorSample.Create(Handle(), kIdCmdColorSample);
+    }
+    if (cmdColorSample.Handle() == nullptr) {
         return;
     }
     if (sample) {
