@@ -1,6 +1,7 @@
 #include "core/Unicode.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -37,6 +38,9 @@ char32_t MapCase(std::span<const CaseRow> rows, char32_t codePoint) {
                : codePoint;
 }
 
+// Hashes that are stored or leave the process depend on it.
+static_assert(std::endian::native == std::endian::little);
+
 std::uint64_t Load8(const char* bytes) {
     std::uint64_t word;
     std::memcpy(&word, bytes, sizeof word);
@@ -54,8 +58,7 @@ std::uint64_t Load4(const char* bytes) {
 }
 
 // The last bytes of a text, at most eight and at least those that do not fill a word of eight: of a
-// longer text some are read twice, which is faster than reading the rest byte by byte. The bytes of
-// a number go from the lowest up, as on every machine that Windows runs on.
+// longer text some are read twice, which is faster than reading the rest byte by byte.
 std::uint64_t LoadEnd(std::string_view text) {
     const char* const begin = text.data();
     const char* const end = begin + text.size();
@@ -298,6 +301,16 @@ std::uint64_t HashIgnoreCase(std::string_view text) {
         }
     }
     return Mix(hash, FoldAscii8(last));
+}
+
+std::uint64_t HashBytes(std::string_view bytes) {
+    std::uint64_t hash = Mix(0xCBF29CE484222325U, bytes.size());
+    for (; bytes.size() >= 8; bytes.remove_prefix(8)) {
+        hash = Mix(hash, Mix(0, Load8(bytes.data())));
+    }
+    std::uint64_t rest = 0;
+    std::copy(bytes.begin(), bytes.end(), reinterpret_cast<char*>(&rest));
+    return Mix(hash, Mix(0, rest));
 }
 
 }  // namespace tamarind

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -44,5 +45,10 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right);
 
 // Equal for any two texts that EqualsIgnoreCase calls equal.
 std::uint64_t HashIgnoreCase(std::string_view text);
+
+// Tells contents of files apart. The same in every process and version of the program, so that it
+// may be stored. Contents of one length that differ in a single step of eight bytes never have the
+// same hash, others only by chance; but nothing keeps somebody from making two that have.
+std::uint64_t HashBytes(std::string_view bytes);
 
 }  // namespace tamarind

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "core/TextEncoding.h"
 
 namespace tamarind {
@@ -37,6 +39,21 @@ TEST(Unicode, NamesThatAreEqualHaveEqualHashes) {
                                       {"ä", "a"}}) {
         EXPECT_FALSE(EqualsIgnoreCase(left, right)) << left;
     }
+}
+
+// Other copies of the program know locks and files by these hashes: older and newer ones, too.
+TEST(Unicode, HashesThatLeaveTheProcessStayTheSame) {
+    EXPECT_EQ(HashIgnoreCase("C:\\Total Commander\\wincmd.ini"), 0x3FB5719BFF857918U);
+    EXPECT_EQ(HashIgnoreCase("D:\\Ä\\я.ini"), 0xBFB82F6DDB7F6022U);
+    const std::string bytes = "[Configuration]\r\nx=1\xFF\r\n";
+    EXPECT_EQ(HashBytes(bytes), 0xEAD75806A40CDEFEU);
+    std::set<std::uint64_t> hashes = {HashBytes(bytes), HashBytes(bytes + '\0')};
+    for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
+        std::string changed = bytes;
+        changed[bit / 8] = static_cast<char>(changed[bit / 8] ^ (1 << bit % 8));
+        hashes.insert(HashBytes(changed));
+    }
+    EXPECT_EQ(hashes.size(), 2 + 8 * bytes.size());
 }
 
 TEST(Unicode, MalformedTextBecomesReplacementCharacters) {
