@@ -46,7 +46,8 @@ void ReplaceWithBackup(benchmark::State& state) {
         const auto start = Clock::now();
         const bool isWritten = OverwriteInPlace(folder / "in_place.ini", bytes);
         const auto middle = Clock::now();
-        const tamarind::FileError error = disk.ReplaceWithBackup(folder / "safely.ini", bytes);
+        const tamarind::FileError error =
+            disk.Replace(folder / "safely.ini", bytes, tamarind::Backup::Yes);
         const auto end = Clock::now();
         if (!isWritten || error != tamarind::FileError::None) {
             state.SkipWithError("the file was not written");

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <tuple>
 
+#include "core/Leftovers.h"
 #include "core/Unicode.h"
 
 namespace tamarind {
@@ -125,24 +126,29 @@ bool Backups::IsNewest(const std::string& bytes) {
     return newest.error == CallError::None && newest.bytes == bytes;
 }
 
-CallError Backups::PutInOrder() {
+bool Backups::Has(const std::string& bytes) {
+    std::vector<FolderEntry> files;
+    if (ListFiles(files) != CallError::None) {
+        return false;
+    }
+    const std::vector<Entry> entries = Sort(files);
+    return std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
+        return entry.file.size == bytes.size() && m_steps.Read(entry.file.path).bytes == bytes;
+    });
+}
+
+// Reads the folder, unless it is known already, and makes it if need be.
+CallError Backups::Load() {
+    if (m_isLoaded) {
+        return CallError::None;
+    }
     std::vector<FolderEntry> files;
     CallError error = ListFiles(files);
     if (error == CallError::FolderMissing) {
         error = m_steps.Calls().MakeFolder(m_folder);
     }
-    m_steps.RemoveTemporaries(m_folder, files);
     m_earlier = Sort(files);
-    const bool hasOld = std::any_of(files.begin(), files.end(), [this](const FolderEntry& file) {
-        return EqualsIgnoreCase(m_folder + file.name, OldName());
-    });
-    if (error == CallError::None && hasOld) {
-        error = Adopt();
-        if (error == CallError::None) {
-            error = ListFiles(files);
-            m_earlier = Sort(files);
-        }
-    }
+    m_isLoaded = error == CallError::None;
     return error;
 }
 
@@ -161,7 +167,7 @@ std::string Backups::NewName() {
 }
 
 CallError Backups::Keep(const std::string& bytes) {
-    CallError error = PutInOrder();
+    CallError error = Load();
     if (error != CallError::None || IsNewest(bytes)) {
         return error;
     }
@@ -172,33 +178,34 @@ CallError Backups::Keep(const std::string& bytes) {
     return error;
 }
 
-CallError Backups::Prepare(bool& isNeeded) {
-    const CallError error = PutInOrder();
-    isNeeded = true;
-    if (error == CallError::None && !m_earlier.empty()) {
-        // Only a copy of the backup that somebody has put back is likely to be the same, and it
-        // bears the backup's time. To read both files each time makes a save an eighth longer.
-        if (m_steps.Calls().Stamp(m_path) == m_earlier.front().stamp) {
-            const FileBytes present = m_steps.Read(m_path);
-            isNeeded = present.error != CallError::None || !IsNewest(present.bytes);
-        }
-    }
+CallError Backups::Prepare(const std::string& bytes, bool& isNeeded) {
+    const CallError error = Load();
+    // Only a copy of the backup that somebody has put back is likely to be the same, and it bears
+    // the backup's time. To read the newest one each time makes a save longer.
+    isNeeded = error != CallError::None || m_earlier.empty() ||
+               m_steps.Calls().Stamp(m_path) != m_earlier.front().stamp || !IsNewest(bytes);
     return error;
 }
 
-std::string Backups::OldName() const {
-    return m_folder + m_stem + m_extension + ".~old";
+std::string Backups::OldPath(const std::string& bytes) const {
+    return LeftoverPath(m_folder + m_stem + m_extension, LeftoverKind::Old, bytes);
 }
 
-CallError Backups::Adopt() {
-    const CallError error = m_steps.Move(OldName(), NewName(), MoveMode::KeepExisting);
+CallError Backups::Adopt(const std::string& path, std::string& name) {
+    CallError error = Load();
+    if (error == CallError::None) {
+        name = NewName();
+        error = m_steps.Move(path, name, MoveMode::KeepExisting);
+    }
     if (error == CallError::None) {
         Trim();
     }
     return error;
 }
 
+// After a new one was added.
 void Backups::Trim() {
+    m_isLoaded = false;
     std::size_t kept = 1;  // the new one, whatever the clock has said before
     for (const Entry& backup : m_earlier) {
         if (!backup.file.isFirst && ++kept > kBackupsKept) {

@@ -22,14 +22,21 @@ public:
     // deleted are no error.
     CallError Keep(const std::string& bytes);
 
-    // Reads the folder, makes it if need be, and finishes what a crash has left in it.
-    CallError PutInOrder();
+    // Whether there is one of that content.
+    bool Has(const std::string& bytes);
 
-    // Gets ready for the file itself to become a backup: a replacement moves it to OldName, and
-    // Adopt gives it its name. `isNeeded`: false where it is the newest one, put back by somebody.
-    CallError Prepare(bool& isNeeded);
-    std::string OldName() const;
-    CallError Adopt();
+    // Gets ready for the file itself, which holds `bytes`, to become a backup: a replacement moves
+    // it to OldPath, and Adopt makes a backup of it. `isNeeded`: false where it is the newest one,
+    // put back by somebody.
+    CallError Prepare(const std::string& bytes, bool& isNeeded);
+    std::string OldPath(const std::string& bytes) const;
+
+    // Moves any file into the backups as the newest, which `name` gets the path of.
+    CallError Adopt(const std::string& path, std::string& name);
+
+    // The folder, with a closing separator, and what the paths of all backups begin with.
+    const std::string& Folder() const { return m_folder; }
+    std::string NameStart() const { return m_folder + m_stem; }
 
 private:
     struct Entry {
@@ -39,6 +46,7 @@ private:
         bool isBelieved = true;
     };
 
+    CallError Load();
     CallError ListFiles(std::vector<FolderEntry>& files);
     std::vector<Entry> Sort(const std::vector<FolderEntry>& files);
     bool IsNewest(const std::string& bytes);
@@ -50,7 +58,8 @@ private:
     std::string m_folder;
     std::string m_stem;  // of the file's name, which the names of the backups begin with
     std::string m_extension;
-    std::vector<Entry> m_earlier;  // as of the last PutInOrder
+    bool m_isLoaded = false;
+    std::vector<Entry> m_earlier;  // if it is
 };
 
 }  // namespace tamarind

@@ -17,6 +17,8 @@ enum class CallError {
     NotFound,       // no such file in a folder that exists
     LinkToNothing,  // the file that a link leads to does not exist
     FolderMissing,  // no such folder
+    Unreachable,    // no such server, drive or disk at the moment
+    BadName,        // no file can have this name
     Exists,         // the name is taken
     IsFolder,
     AccessDenied,
@@ -30,6 +32,7 @@ enum class CallError {
     UnableToMoveNew,       // Replace: the new file has its name, the old one may be the backup
     UnableToMoveNewAtAll,  // Replace: the new file has its name, the old one is the backup
     NotVerified,           // what was written reads back as something else
+    Changed,               // the file holds something else than was expected
     Other,
 };
 
@@ -63,10 +66,21 @@ struct CivilTime {
     int second = 0;
 };
 
-// A file that is open for writing, and closed by the destructor.
+// A file that is open for reading: nobody opens it for writing until the destructor has closed it.
+// Others may rename it, delete it or put another one in its place.
+class HeldFile {
+public:
+    virtual ~HeldFile() = default;
+};
+
+// A file that is open for writing, and closed by the destructor. Nobody else opens it for writing
+// meanwhile, and FileCalls::Read fails.
 class WritableFile {
 public:
     virtual ~WritableFile() = default;
+
+    // What the file holds, if it was opened in place. Writing begins at its start again.
+    virtual FileBytes ReadAndRewind(std::uint64_t maxBytes) = 0;
 
     // Goes on writing at the end of what was written before, from the file's start; `written` may
     // come out as less than was asked for.
@@ -92,7 +106,10 @@ public:
     // Asked of an open handle, not of the folder's entry.
     virtual FileFacts Inspect(const std::string& path) = 0;
     virtual std::optional<FileStamp> Stamp(const std::string& path) = 0;
-    virtual FileBytes Read(const std::string& path, std::uint64_t maxBytes) = 0;
+    // Fails with Shared while anybody holds the file for writing, so what it gives is not half
+    // written. With `held` the file stays open, and writers stay out, until that is given back.
+    virtual FileBytes Read(const std::string& path, std::uint64_t maxBytes,
+                           std::unique_ptr<HeldFile>* held = nullptr) = 0;
     // The files of one folder, those whose paths begin so.
     virtual CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) = 0;
 

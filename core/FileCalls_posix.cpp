@@ -31,6 +31,13 @@ CallError ErrorOf(int code) {
             return CallError::NotFound;
         case ENOTDIR:
             return CallError::FolderMissing;
+        case ENODEV:
+        case ENXIO:
+        case ESTALE:
+        case EHOSTUNREACH:
+        case ENETUNREACH:
+        case ENOTCONN:
+            return CallError::Unreachable;
         case EEXIST:
             return CallError::Exists;
         case EISDIR:
@@ -41,6 +48,7 @@ CallError ErrorOf(int code) {
             return CallError::AccessDenied;
         case ETXTBSY:
         case EBUSY:
+        case EWOULDBLOCK:
             return CallError::Shared;
         case ENOSPC:
         case EDQUOT:
@@ -88,10 +96,26 @@ private:
     int m_value;
 };
 
+// There are no share modes: whoever reads or overwrites a file in place has a lock of it instead.
+// File systems without locks go without.
+CallError LockWhole(int file, int operation) {
+    const bool isTaken = flock(file, operation | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    return isTaken ? CallError::Shared : CallError::None;
+}
+
+class PosixHeldFile final : public HeldFile {
+public:
+    explicit PosixHeldFile(Descriptor file) : m_file(std::move(file)) {}
+
+private:
+    Descriptor m_file;
+};
+
 class PosixFile final : public WritableFile {
 public:
-    explicit PosixFile(int descriptor) : m_file(descriptor) {}
+    explicit PosixFile(Descriptor file) : m_file(std::move(file)) {}
 
+    FileBytes ReadAndRewind(std::uint64_t maxBytes) override;
     CallError Write(std::string_view bytes, std::size_t& written) override {
         const ssize_t count = write(m_file.Get(), bytes.data(), bytes.size());
         written = count < 0 ? 0 : static_cast<std::size_t>(count);
@@ -132,7 +156,8 @@ class PosixFileCalls final : public FileCalls {
 public:
     FileFacts Inspect(const std::string& path) override;
     std::optional<FileStamp> Stamp(const std::string& path) override;
-    FileBytes Read(const std::string& path, std::uint64_t maxBytes) override;
+    FileBytes Read(const std::string& path, std::uint64_t maxBytes,
+                   std::unique_ptr<HeldFile>* held) override;
     CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override;
     CallError Open(const std::string& path, OpenMode mode,
                    std::unique_ptr<WritableFile>& file) override;
@@ -200,11 +225,10 @@ CallError ReadAll(int file, std::string& bytes) {
     return CallError::None;
 }
 
-FileBytes PosixFileCalls::Read(const std::string& path, std::uint64_t maxBytes) {
+FileBytes ReadDescriptor(int file, std::uint64_t maxBytes) {
     FileBytes result;
-    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat info = {};
-    if (file.Get() < 0 || fstat(file.Get(), &info) != 0) {
+    if (file < 0 || fstat(file, &info) != 0) {
         result.error = ErrorOf(errno);
         return result;
     }
@@ -216,9 +240,32 @@ FileBytes PosixFileCalls::Read(const std::string& path, std::uint64_t maxBytes) 
         result.error = CallError::TooLarge;
     } else {
         result.bytes.resize(static_cast<std::size_t>(info.st_size));
-        result.error = ReadAll(file.Get(), result.bytes);
+        result.error = ReadAll(file, result.bytes);
     }
     return result;
+}
+
+FileBytes PosixFile::ReadAndRewind(std::uint64_t maxBytes) {
+    lseek(m_file.Get(), 0, SEEK_SET);
+    FileBytes read = ReadDescriptor(m_file.Get(), maxBytes);
+    lseek(m_file.Get(), 0, SEEK_SET);
+    return read;
+}
+
+FileBytes PosixFileCalls::Read(const std::string& path, std::uint64_t maxBytes,
+                               std::unique_ptr<HeldFile>* held) {
+    Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (file.Get() >= 0) {
+        const CallError error = LockWhole(file.Get(), LOCK_SH);
+        if (error != CallError::None) {
+            return {error, {}, {}};
+        }
+    }
+    FileBytes read = ReadDescriptor(file.Get(), maxBytes);
+    if (held != nullptr && read.error == CallError::None) {
+        *held = std::make_unique<PosixHeldFile>(std::move(file));
+    }
+    return read;
 }
 
 CallError PosixFileCalls::List(const std::string& pathPrefix, std::vector<FolderEntry>& files) {
@@ -243,13 +290,17 @@ CallError PosixFileCalls::List(const std::string& pathPrefix, std::vector<Folder
 
 CallError PosixFileCalls::Open(const std::string& path, OpenMode mode,
                                std::unique_ptr<WritableFile>& file) {
-    const int flags = mode == OpenMode::New ? O_CREAT | O_EXCL : 0;
-    const int descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666);
-    if (descriptor < 0) {
-        return mode == OpenMode::New ? ErrorInFolder(descriptor) : ErrorIfNegative(descriptor);
+    const bool isNew = mode == OpenMode::New;
+    const int flags = isNew ? O_WRONLY | O_CREAT | O_EXCL : O_RDWR;
+    Descriptor opened(open(path.c_str(), flags | O_CLOEXEC, 0666));
+    if (opened.Get() < 0) {
+        return isNew ? ErrorInFolder(-1) : ErrorIfNegative(-1);
     }
-    file = std::make_unique<PosixFile>(descriptor);
-    return CallError::None;
+    const CallError error = LockWhole(opened.Get(), LOCK_EX);
+    if (error == CallError::None) {
+        file = std::make_unique<PosixFile>(std::move(opened));
+    }
+    return error;
 }
 
 CallError PosixFileCalls::Replace(const std::string& path, const std::string& replacement,

@@ -23,14 +23,29 @@ CallError ErrorOf(DWORD code) {
         case ERROR_SUCCESS:
             return CallError::None;
         case ERROR_FILE_NOT_FOUND:
+            return CallError::NotFound;
         case ERROR_INVALID_NAME:
         case ERROR_BAD_PATHNAME:
-            return CallError::NotFound;
+            return CallError::BadName;
         case ERROR_PATH_NOT_FOUND:
-        case ERROR_BAD_NETPATH:
-        case ERROR_BAD_NET_NAME:
-        case ERROR_NOT_READY:
             return CallError::FolderMissing;
+        case ERROR_INVALID_DRIVE:
+        case ERROR_NOT_READY:
+        case ERROR_REM_NOT_LIST:
+        case ERROR_BAD_NETPATH:
+        case ERROR_DEV_NOT_EXIST:
+        case ERROR_UNEXP_NET_ERR:
+        case ERROR_NETNAME_DELETED:
+        case ERROR_BAD_NET_NAME:
+        case ERROR_SEM_TIMEOUT:
+        case ERROR_NO_MEDIA_IN_DRIVE:
+        case ERROR_DEVICE_NOT_CONNECTED:
+        case ERROR_CONNECTION_UNAVAIL:
+        case ERROR_NO_NET_OR_BAD_PATH:
+        case ERROR_NO_NETWORK:
+        case ERROR_NETWORK_UNREACHABLE:
+        case ERROR_HOST_UNREACHABLE:
+            return CallError::Unreachable;
         case ERROR_FILE_EXISTS:
         case ERROR_ALREADY_EXISTS:
             return CallError::Exists;
@@ -69,10 +84,19 @@ CallError ErrorUnless(BOOL succeeded) {
     return succeeded ? CallError::None : ErrorOf(GetLastError());
 }
 
+class WinHeldFile final : public HeldFile {
+public:
+    explicit WinHeldFile(UniqueFile file) : m_file(std::move(file)) {}
+
+private:
+    UniqueFile m_file;
+};
+
 class WinFile final : public WritableFile {
 public:
     explicit WinFile(UniqueFile file) : m_file(std::move(file)) {}
 
+    FileBytes ReadAndRewind(std::uint64_t maxBytes) override;
     CallError Write(std::string_view bytes, std::size_t& written) override {
         const auto count = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1U << 20));
         DWORD done = 0;
@@ -155,7 +179,8 @@ class WinFileCalls final : public FileCalls {
 public:
     FileFacts Inspect(const std::string& path) override;
     std::optional<FileStamp> Stamp(const std::string& path) override;
-    FileBytes Read(const std::string& path, std::uint64_t maxBytes) override;
+    FileBytes Read(const std::string& path, std::uint64_t maxBytes,
+                   std::unique_ptr<HeldFile>* held) override;
     CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override;
     CallError Open(const std::string& path, OpenMode mode,
                    std::unique_ptr<WritableFile>& file) override;
@@ -222,18 +247,11 @@ CallError ReadAll(HANDLE file, std::string& bytes) {
     return CallError::None;
 }
 
-FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes) {
+FileBytes ReadHandle(HANDLE file, std::uint64_t maxBytes) {
     FileBytes read;
-    const std::wstring widePath = LongPath(path);
-    const UniqueFile file(CreateFileW(widePath.c_str(), GENERIC_READ, kShareAll, nullptr,
-                                      OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     HandleFacts asked;
-    if (!file || !AskHandle(file.Get(), asked)) {
+    if (!AskHandle(file, asked)) {
         read.error = ErrorOf(GetLastError());
-        const DWORD attributes = GetFileAttributesW(widePath.c_str());
-        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-            read.error = CallError::IsFolder;
-        }
         return read;
     }
     read.stamp = asked.stamp;
@@ -244,7 +262,40 @@ FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes) {
         read.error = CallError::TooLarge;
     } else {
         read.bytes.resize(static_cast<std::size_t>(read.stamp.size));
-        read.error = ReadAll(file.Get(), read.bytes);
+        read.error = ReadAll(file, read.bytes);
+    }
+    return read;
+}
+
+FileBytes WinFile::ReadAndRewind(std::uint64_t maxBytes) {
+    if (!SetFilePointerEx(m_file.Get(), {}, nullptr, FILE_BEGIN)) {
+        FileBytes read;
+        read.error = ErrorOf(GetLastError());
+        return read;
+    }
+    FileBytes read = ReadHandle(m_file.Get(), maxBytes);
+    SetFilePointerEx(m_file.Get(), {}, nullptr, FILE_BEGIN);
+    return read;
+}
+
+// Deleting is shared with renaming and replacing, which do a handle for reading no harm.
+FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes,
+                             std::unique_ptr<HeldFile>* held) {
+    const std::wstring widePath = LongPath(path);
+    UniqueFile file(CreateFileW(widePath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    if (!file) {
+        FileBytes read;
+        read.error = ErrorOf(GetLastError());
+        const DWORD attributes = GetFileAttributesW(widePath.c_str());
+        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            read.error = CallError::IsFolder;
+        }
+        return read;
+    }
+    FileBytes read = ReadHandle(file.Get(), maxBytes);
+    if (held != nullptr) {
+        *held = std::make_unique<WinHeldFile>(std::move(file));
     }
     return read;
 }
@@ -274,8 +325,9 @@ CallError WinFileCalls::Open(const std::string& path, OpenMode mode,
                              std::unique_ptr<WritableFile>& file) {
     const bool isNew = mode == OpenMode::New;
     UniqueFile opened(
-        CreateFileW(LongPath(path).c_str(), GENERIC_WRITE, isNew ? 0 : FILE_SHARE_READ, nullptr,
-                    isNew ? CREATE_NEW : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        CreateFileW(LongPath(path).c_str(), GENERIC_WRITE | (isNew ? 0 : GENERIC_READ),
+                    isNew ? 0 : FILE_SHARE_READ, nullptr, isNew ? CREATE_NEW : OPEN_EXISTING,
+                    FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!opened) {
         return ErrorOf(GetLastError());
     }

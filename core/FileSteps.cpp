@@ -1,22 +1,9 @@
 #include "core/FileSteps.h"
 
-#include <cstdio>
+#include "core/Leftovers.h"
 
 namespace tamarind {
 namespace {
-
-constexpr std::string_view kTemporaryMark = FileSteps::kTemporaryMark;
-constexpr std::size_t kNumberDigits = 8;
-
-bool IsTemporary(std::string_view name) {
-    if (name.size() <= kTemporaryMark.size() + kNumberDigits) {
-        return false;
-    }
-    const std::string_view end = name.substr(name.size() - kTemporaryMark.size() - kNumberDigits);
-    return end.substr(0, kTemporaryMark.size()) == kTemporaryMark &&
-           end.find_first_not_of("0123456789abcdef", kTemporaryMark.size()) ==
-               std::string_view::npos;
-}
 
 bool MayPass(CallError error) {
     return error == CallError::AccessDenied || error == CallError::Shared ||
@@ -38,6 +25,29 @@ CallError WriteAll(WritableFile& file, std::string_view bytes) {
     return CallError::None;
 }
 
+CallError WriteAndFlush(WritableFile& file, const std::string& bytes) {
+    const CallError error = WriteAll(file, bytes);
+    return error == CallError::None ? file.Flush() : error;
+}
+
+CallError Verify(const FileBytes& read, const std::string& bytes) {
+    const bool isSame = read.error == CallError::None && read.bytes == bytes;
+    return isSame ? CallError::None : CallError::NotVerified;
+}
+
+// From its start, in a file that is open in place.
+CallError Overwrite(WritableFile& file, const std::string& bytes) {
+    CallError error = WriteAll(file, bytes);
+    if (error == CallError::None) {
+        error = file.CutHere();
+    }
+    if (error == CallError::None) {
+        error = file.Flush();
+    }
+    return error == CallError::None ? Verify(file.ReadAndRewind(FileSystem::kMaxFileBytes), bytes)
+                                    : error;
+}
+
 }  // namespace
 
 FileError FileErrorOf(CallError error) {
@@ -49,6 +59,12 @@ FileError FileErrorOf(CallError error) {
             return FileError::NotFound;
         case CallError::FolderMissing:
             return FileError::FolderMissing;
+        case CallError::Unreachable:
+            return FileError::Unreachable;
+        case CallError::BadName:
+            return FileError::BadName;
+        case CallError::Changed:
+            return FileError::Changed;
         case CallError::IsFolder:
             return FileError::IsFolder;
         case CallError::AccessDenied:
@@ -92,10 +108,10 @@ CallError FileSteps::Retry(const std::function<CallError()>& call) {
     return error;
 }
 
-FileBytes FileSteps::Read(const std::string& path) {
+FileBytes FileSteps::Read(const std::string& path, std::uint64_t maxBytes) {
     FileBytes read;
     Retry([&] {
-        read = m_calls.Read(path, FileSystem::kMaxFileBytes);
+        read = m_calls.Read(path, maxBytes);
         return read.error;
     });
     return read;
@@ -114,13 +130,10 @@ CallError FileSteps::WriteTemporary(const std::string& path, const std::string& 
                                     std::string& temporary) {
     // Another machine may be at the same file of a network folder: no two use one name.
     constexpr int kMaxNames = 100;
-    auto number = static_cast<unsigned>(m_calls.NowTicks());
     CallError error = CallError::Exists;
-    for (int name = 0; name < kMaxNames && error == CallError::Exists; ++name) {
-        char digits[kNumberDigits + 1];
-        std::snprintf(digits, sizeof(digits), "%08x", number++);
-        temporary = path + std::string(kTemporaryMark) + digits;
-        error = Write(temporary, OpenMode::New, bytes);
+    for (int number = 1; number <= kMaxNames && error == CallError::Exists; ++number) {
+        temporary = LeftoverPath(path, LeftoverKind::New, bytes, number);
+        error = WriteNew(temporary, bytes);
     }
     return error;
 }
@@ -138,42 +151,42 @@ CallError FileSteps::WriteAndMove(const std::string& path, const std::string& by
     return error;
 }
 
-CallError FileSteps::WriteInPlace(const std::string& path, const std::string& bytes) {
-    return Write(path, OpenMode::InPlace, bytes);
-}
-
-CallError FileSteps::Write(const std::string& path, OpenMode mode, const std::string& bytes) {
+CallError FileSteps::WriteNew(const std::string& path, const std::string& bytes) {
     std::unique_ptr<WritableFile> file;
-    CallError error = Retry([&] { return m_calls.Open(path, mode, file); });
+    CallError error = Retry([&] { return m_calls.Open(path, OpenMode::New, file); });
     if (error != CallError::None) {
         return error;
     }
-    error = WriteAll(*file, bytes);
-    if (error == CallError::None && mode == OpenMode::InPlace) {
-        error = file->CutHere();
-    }
-    if (error == CallError::None) {
-        error = file->Flush();
-    }
+    error = WriteAndFlush(*file, bytes);
     file.reset();
     if (error == CallError::None) {
-        const FileBytes read = Read(path);
-        const bool isSame = read.error == CallError::None && read.bytes == bytes;
-        error = isSame ? CallError::None : CallError::NotVerified;
+        error = Verify(Read(path), bytes);
     }
-    if (error != CallError::None && mode == OpenMode::New) {
+    if (error != CallError::None) {
         Delete(path);
     }
     return error;
 }
 
-void FileSteps::RemoveTemporaries(const std::string& folder,
-                                  const std::vector<FolderEntry>& files) {
-    for (const FolderEntry& file : files) {
-        if (IsTemporary(file.name)) {
-            Delete(folder + file.name);
-        }
+CallError FileSteps::WriteInPlace(const std::string& path, const std::string& bytes,
+                                  const std::string& expected, bool& isWhole) {
+    isWhole = true;
+    std::unique_ptr<WritableFile> file;
+    CallError error = Retry([&] { return m_calls.Open(path, OpenMode::InPlace, file); });
+    if (error != CallError::None) {
+        return error;
     }
+    // All of it through the handle that keeps other writers out.
+    const FileBytes present = file->ReadAndRewind(FileSystem::kMaxFileBytes);
+    if (present.error != CallError::None || present.bytes != expected) {
+        return present.error == CallError::None ? CallError::Changed : present.error;
+    }
+    error = Overwrite(*file, bytes);
+    if (error != CallError::None) {
+        file->ReadAndRewind(0);
+        isWhole = Overwrite(*file, expected) == CallError::None;
+    }
+    return error;
 }
 
 }  // namespace tamarind

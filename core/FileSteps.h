@@ -23,30 +23,27 @@ public:
     FileCalls& Calls() { return m_calls; }
     CallError Retry(const std::function<CallError()>& call);
 
-    FileBytes Read(const std::string& path);
+    FileBytes Read(const std::string& path, std::uint64_t maxBytes = FileSystem::kMaxFileBytes);
     CallError Move(const std::string& from, const std::string& to, MoveMode mode);
     CallError Delete(const std::string& path);  // a missing file is no error
 
-    // Makes a new file beside `path`, waits until the disk has it and reads it back. On an error
-    // there is none.
+    // Makes a new file beside `path` under a name of LeftoverKind::New, waits until the disk has it
+    // and reads it back. On an error there is none.
     CallError WriteTemporary(const std::string& path, const std::string& bytes,
                              std::string& temporary);
 
     // Makes a file of that name by way of a temporary one.
     CallError WriteAndMove(const std::string& path, const std::string& bytes, MoveMode mode);
 
-    // Overwrites an existing file, waits until the disk has it and reads it back. The file is not
-    // whole meanwhile, nor after an error.
-    CallError WriteInPlace(const std::string& path, const std::string& bytes);
-
-    // Deletes those of a folder's files that WriteTemporary has made and a crash has left.
-    void RemoveTemporaries(const std::string& folder, const std::vector<FolderEntry>& files);
-
-    // Stands between the name of the file and a number of eight hexadecimal digits.
-    static constexpr std::string_view kTemporaryMark = ".~new-";
+    // Overwrites an existing file that holds `expected`, waits until the disk has it and reads it
+    // back; a file that holds something else stays, with Changed. The file is not whole meanwhile;
+    // after another error it holds what it did, or `isWhole` is false. No other program writes it
+    // from the comparison to the end.
+    CallError WriteInPlace(const std::string& path, const std::string& bytes,
+                           const std::string& expected, bool& isWhole);
 
 private:
-    CallError Write(const std::string& path, OpenMode mode, const std::string& bytes);
+    CallError WriteNew(const std::string& path, const std::string& bytes);
 
     FileCalls& m_calls;
 };

@@ -6,6 +6,8 @@ namespace {
 // Time stamps of FAT volumes are two seconds apart.
 constexpr std::uint64_t kYouthTicks = 21'000'000;
 
+constexpr std::uint64_t kSettledTicks = 5'000'000;  // half a second
+
 }  // namespace
 
 IniFiles::IniFiles(FileSystem& files)
@@ -34,31 +36,10 @@ IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
     entry.document =
         std::make_shared<const IniDocument>(IniDocument::Parse(std::move(content.bytes), codePage));
     m_entries[key] = entry;
-    return {entry.document, FileError::None};
-}
-
-ProfileResult EditIniFile(IniFiles& files, const std::string& path,
-                          const std::function<IniEdit(IniDocument&)>& edit, Backup backup) {
-    const std::shared_ptr<FileLock> lock = files.Files().Lock(path);
-    if (!lock) {
-        return {FileError::InUse, IniEdit::Unchanged};
-    }
-    const FileContent content = files.Files().Read(path, FileSystem::kMaxFileBytes);
-    if (content.error != FileError::None && !IsMissing(content.error)) {
-        return {content.error, IniEdit::Unchanged};
-    }
-    IniDocument document = IniDocument::Parse(content.bytes, files.SystemCodePage());
-    const IniEdit result = edit(document);
-    if (IsRefused(result)) {
-        return {FileError::None, result};
-    }
-    const std::string bytes = document.Bytes();
-    if (bytes == content.bytes) {
-        return {};
-    }
-    const FileError error = backup == Backup::Yes ? files.Files().ReplaceWithBackup(path, bytes)
-                                                  : files.Files().Replace(path, bytes);
-    return {error, IniEdit::Unchanged};
+    // A time ahead of the clock is another machine's, and tells nothing.
+    const bool isSettled =
+        content.stamp.modifiedTicks > now || content.stamp.modifiedTicks + kSettledTicks <= now;
+    return {entry.document, FileError::None, isSettled};
 }
 
 ProfileTransaction::ProfileTransaction(IniFiles& files, std::string path)

@@ -19,6 +19,9 @@ namespace tamarind {
 struct IniSnapshot {
     std::shared_ptr<const IniDocument> document;
     FileError error = FileError::None;
+    // The file was not written in the half second before it was read: whoever writes it piece by
+    // piece is done.
+    bool isSettled = true;
 };
 
 // The INI files of the program, each parsed once and read again when it has changed.
@@ -52,16 +55,19 @@ private:
 };
 
 // What a transaction came to: whether the file was replaced or needed no change, and which edit
-// was refused, if any. With an error of either kind the file stands as it was.
+// was refused, if any. With an error of either kind the file stands as it was, unless `aside` names
+// the backup with another program's text that could not be brought together with ours.
 struct ProfileResult {
     FileError error = FileError::None;
     IniEdit refused = IniEdit::Unchanged;
+    std::string aside;
     bool Succeeded() const { return error == FileError::None && refused == IniEdit::Unchanged; }
 };
 
 // Reads the file once, lets `edit` change it and replaces it once, or not at all where nothing
-// differs. An edit that comes back with NameNotEncodable or TextNotStorable ends it. Other copies
-// of the program wait from the read to the replacement.
+// differs. An edit that is refused ends it. Other copies of the program wait from the read to the
+// replacement; where another program writes the file meanwhile it all begins again, so that of each
+// key the newer write stays and `edit` may be called more than once.
 ProfileResult EditIniFile(IniFiles& files, const std::string& path,
                           const std::function<IniEdit(IniDocument&)>& edit,
                           Backup backup = Backup::No);

@@ -9,18 +9,21 @@
 
 namespace tamarind {
 
+class Backups;
+
 // Replaces files so that at every moment a whole copy of the old content or of the new one is on
-// the disk, whatever fails and whenever the program or the machine stops.
-//
-// Meanwhile these names are in use: "<name>.~new-<number>" for what is going to replace the file,
-// "<name>.~old", in the folder of the backups if it becomes one, for what is being replaced, and
-// "<name>.~whole" for the old content while a file with several hard links is overwritten. What a
-// crash leaves under them is put back or deleted by the next read or replacement.
+// the disk, whatever fails and whenever the program or the machine stops, and so that nothing is
+// replaced but what was expected, whoever else writes. What is beside a file meanwhile, and what
+// becomes of it after a crash: Leftovers.
 class SafeReplace {
 public:
     explicit SafeReplace(FileCalls& calls) : m_steps(calls) {}
 
-    FileError Replace(const std::string& path, const std::string& bytes, Backup backup);
+    // A file that another program holds for writing is waited for.
+    FileBytes Read(const std::string& path, std::uint64_t maxBytes);
+
+    ReplaceResult Exchange(const std::string& path, const std::string& bytes,
+                           const FileState& expected, Backup backup);
     FileError Check(const std::string& path);
     std::vector<BackupFile> ListBackups(const std::string& path);
 
@@ -30,25 +33,35 @@ public:
     // Waits for a replacement that is going on, and puts the file back after an interrupted one.
     FileError Recover(const std::string& path);
 
-    // Null after three seconds in which another copy of the program had the file.
-    std::shared_ptr<FileLock> Lock(const std::string& path);
+    // Null after three seconds in which another copy of the program had one of the files.
+    std::shared_ptr<FileLock> Lock(const std::vector<std::string>& paths);
 
 private:
+    // What a replacement is made of. The paths are final ones.
+    struct Job {
+        const std::string& path;
+        const std::string& bytes;
+        const std::string& expected;
+        Backup backup;
+        std::string temporary;
+    };
+
     // The file behind all links. For one that does not exist: where it would be, with NotFound.
     FileFacts Locate(const std::string& path);
     FileFacts LocateNew(const std::string& path);
     std::shared_ptr<FileLock> LockFinal(const std::string& finalPath);
-    CallError ReplaceLocked(const std::string& path, const std::string& bytes, Backup backup);
-    CallError ReplaceOld(const std::string& path, const std::string& bytes, Backup backup);
-    CallError Exchange(const std::string& path, const std::string& temporary,
-                       const std::string& old);
-    CallError MoveOver(const std::string& path, const std::string& temporary, bool isKept);
-    CallError OverwriteLinked(const std::string& path, const std::string& bytes, Backup backup);
+    ReplaceResult ExchangeLocked(const std::string& path, const std::string& bytes,
+                                 const FileState& expected, Backup backup);
+    CallError Create(const std::string& path, const std::string& bytes);
+    ReplaceResult ReplaceOld(const Job& job);
+    CallError Compare(const Job& job, std::unique_ptr<HeldFile>& held);
+    CallError TryExchange(const Job& job, const std::string& old);
+    CallError MoveOver(const Job& job, Backups* backups);
+    ReplaceResult LookAside(const Job& job, const std::string& old, Backups& backups, bool isKept);
+    CallError OverwriteLinked(const Job& job);
     // `located` is the error of Locate: what is left means one thing beside the file and another
     // in its place.
     CallError FinishInterrupted(const std::string& path, CallError located);
-    CallError PutBackOld(const std::string& path);
-    CallError RestoreWhole(const std::string& path);
 
     FileSteps m_steps;
     std::map<std::string, std::weak_ptr<FileLock>> m_locks;  // by final path

@@ -1,5 +1,6 @@
 #include "model/DescriptionWriter.h"
 
+#include "core/IniTransaction.h"
 #include "core/ShownValue.h"
 #include "core/Unicode.h"
 #include "core/cProfile.h"
@@ -11,6 +12,25 @@ IniEdit WriteEntry(const KeyRecord& record, IniDocument& file) {
     std::string entry(record.defaultValue);
     entry.append(kEntrySeparator).append(record.description);
     return WriteExactValue(file, record.category, record.keyName, entry);
+}
+
+template <typename Visit>
+void ForEachPending(const KeyStore& store, Visit visit) {
+    for (const auto& own : store.OwnDescriptions()) {
+        if (store.IsDescriptionPending(own.first)) {
+            visit(own.first);
+        }
+    }
+}
+
+IniEdit WriteEntries(const KeyStore& store, IniDocument& file) {
+    IniEdit result = IniEdit::Changed;
+    ForEachPending(store, [&](RowKey key) {
+        if (!IsRefused(result)) {
+            result = WriteEntry(store.Record(key), file);
+        }
+    });
+    return result;
 }
 
 }  // namespace
@@ -36,28 +56,39 @@ std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key) {
                : 0;
 }
 
-ProfileResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path) {
-    const auto forEachPending = [&](const auto& visit) {
-        for (const auto& own : store.OwnDescriptions()) {
-            if (store.IsDescriptionPending(own.first)) {
-                visit(own.first);
-            }
+DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path,
+                                    std::shared_ptr<const IniDocument>& known,
+                                    const std::function<bool()>& mayWrite) {
+    DescriptionResult result;
+    IniTransaction transaction(files, Backup::Yes);
+    bool isAgain = true;
+    while (isAgain) {
+        FileError error = transaction.Begin({path});
+        const IniSnapshot now = error == FileError::None ? transaction.Read(path) : IniSnapshot();
+        error = error == FileError::None ? now.error : error;
+        if (error != FileError::None) {
+            result.written = {error, IniEdit::Unchanged, transaction.AsideOf(path)};
+            return result;
         }
-    };
-    const auto edit = [&](IniDocument& file) {
-        IniEdit result = IniEdit::Changed;
-        forEachPending([&](RowKey key) {
-            if (!IsRefused(result)) {
-                result = WriteEntry(store.Record(key), file);
+        if (now.document->Bytes() != known->Bytes()) {
+            transaction.Pause();
+            if (!mayWrite()) {
+                result.isCancelled = true;
+                return result;
             }
-        });
-        return result;
-    };
-    const ProfileResult written = EditIniFile(files, path, edit, Backup::Yes);
-    if (written.Succeeded()) {
-        forEachPending([&](RowKey key) { store.SetDescriptionSaved(key); });
+            known = now.document;  // the answer is about this state
+            continue;
+        }
+        const IniTransaction::Written written = transaction.Edit(
+            path, [&](IniDocument& document) { return WriteEntries(store, document); });
+        result.written = written.result;
+        isAgain = written.isAgain;
     }
-    return written;
+    if (result.written.Succeeded()) {
+        known = transaction.Read(path).document;
+        ForEachPending(store, [&](RowKey key) { store.SetDescriptionSaved(key); });
+    }
+    return result;
 }
 
 }  // namespace tamarind

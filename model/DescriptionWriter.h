@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,7 +18,15 @@ std::string StoredDescription(std::string_view text);
 std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key);
 
 // Writes every description that waits into the data file, each with the default value that its
-// entry was loaded with. On a failure the file stays as it was and they still wait.
-ProfileResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path);
+// entry was loaded with. On a failure the file stays as it was and they still wait. `known` is the
+// file as it was read or written last, and is brought up to date; where it holds something else by
+// now, `mayWrite` is asked, with no file held. A missing file is not made.
+struct DescriptionResult {
+    ProfileResult written;
+    bool isCancelled = false;
+};
+DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path,
+                                    std::shared_ptr<const IniDocument>& known,
+                                    const std::function<bool()>& mayWrite);
 
 }  // namespace tamarind

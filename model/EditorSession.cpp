@@ -64,7 +64,9 @@ bool EditorSession::Activate(const std::string& commandLine) {
     if (!IsGivenPath(path)) {
         return false;
     }
-    OpenSettingsFile(LocateTarget(), false);
+    if (!OpenSettingsFile(LocateTarget(), false)) {
+        OpenSettingsFile({}, false);  // its keys can be looked at all the same
+    }
     return true;
 }
 
@@ -177,18 +179,23 @@ std::string EditorSession::LocateTarget() {
                                               : m_locator.FindWcxFtpIni();
 }
 
-void EditorSession::OpenSettingsFile(const std::string& path, bool addToRecent) {
-    m_settingsPath = path;
-    m_listener->OnTargetChanged();
+// Everything is read first: where the data file for this kind of settings file cannot be read, all
+// stays as it was, or keys would be written into a file that does not have them.
+bool EditorSession::OpenSettingsFile(const std::string& path, bool addToRecent) {
     SettingsFiles settings = ReadSettings(path);
-    if (const auto kind = KindOfSettingsFile(settings.Main())) {
-        m_settings.WriteNow(&Settings::startUpIniFile, NameOfTarget(*kind));
-        if (*kind != m_target) {
-            const Settings& values = m_settings.Values();
-            LoadDataFile(ResolvedPath(*kind == SettingsTarget::Wincmd ? values.wincmdDataFile
-                                                                      : values.wcxFtpDataFile));
+    const auto kind = KindOfSettingsFile(settings.Main());
+    if (kind && *kind != m_target) {
+        const Settings& values = m_settings.Values();
+        if (!LoadDataFile(ResolvedPath(*kind == SettingsTarget::Wincmd ? values.wincmdDataFile
+                                                                       : values.wcxFtpDataFile))) {
+            return false;
         }
     }
+    if (kind) {
+        m_settings.WriteNow(&Settings::startUpIniFile, NameOfTarget(*kind));
+    }
+    m_settingsPath = path;
+    m_listener->OnTargetChanged();
     const bool isOtherDataFile = !m_isDataFileRead;
     ShowSettings(std::move(settings));
     if (isOtherDataFile) {
@@ -197,6 +204,7 @@ void EditorSession::OpenSettingsFile(const std::string& path, bool addToRecent) 
     if (addToRecent) {
         AddRecentFile(path);
     }
+    return true;
 }
 
 // Brings every record up to date with the settings file and shows the root.
@@ -204,7 +212,7 @@ void EditorSession::ShowSettings(SettingsFiles settings) {
     m_settingsFiles = std::move(settings);
     m_conflicts.clear();
     m_editor.ClearHistory();
-    m_isModified = false;
+    m_isGoneTold = false;
     m_progress.Restart();
     m_nextProgressTicks = m_services.files.Files().NowTicks() + kProgressTicks;
     if (!m_isDataFileRead) {
@@ -347,7 +355,7 @@ CommandState EditorSession::State() const {
     state.hasRow = m_currentKey != 0;
     state.isDataFileModified = m_isDataFileModified;
     state.canFind = m_search.CanFind();
-    state.isModified = m_isModified;
+    state.isModified = IsModified();
     state.canUndo = m_editor.CanUndo() && !ShowsHeading();
     state.canRedo = m_editor.CanRedo() && !ShowsHeading();
     state.showsAllKeys = m_filter == KeyFilter::ShowAll;

@@ -72,9 +72,16 @@ struct SessionServices {
 using NodeIndex = std::int32_t;
 inline constexpr NodeIndex kRootNode = -1;
 
+// What came of a look at the files.
+enum class OutsideCheck {
+    Taken,      // the records are as the files are
+    PutOff,     // the user wants to decide about a conflict later
+    LookAgain,  // another program is still writing: to be asked again in half a second
+};
+
 // The open data file and settings file, and what the window shows of them. Windows read it, tell
 // it what the user does, and redraw what its listener hears of.
-class EditorSession {
+class EditorSession : private SaveQuestions {
 public:
     explicit EditorSession(SessionServices services);
 
@@ -97,8 +104,9 @@ public:
     void AskOpenDataFile();
 
     // Makes a settings file current; opens the other data file first if this one does not
-    // describe it. With `addToRecent` it becomes the first of the recent files.
-    void OpenSettingsFile(const std::string& path, bool addToRecent);
+    // describe it. With `addToRecent` it becomes the first of the recent files. False, after a
+    // message: that data file cannot be read, and all stays as it was.
+    bool OpenSettingsFile(const std::string& path, bool addToRecent);
 
     // The recent files, and what choosing one of them or their clear entry does.
     const cRecentFiles& RecentFiles() const { return m_recentFiles; }
@@ -239,7 +247,8 @@ public:
     // What the sample beside the list shows; nothing for a key without a colour.
     std::optional<ColorSample> CurrentColor() const;
 
-    bool IsModified() const { return m_isModified; }
+    // Whether a key waits to be saved: one whose state is pending, whatever it comes to.
+    bool IsModified() const { return m_store.HasPending(); }
 
     // Writes all pending changes, and restarts Total Commander if the settings ask for it. On a
     // failure, which a message explains, everything is still pending.
@@ -251,8 +260,9 @@ public:
     bool AskSaveSettings();
 
     // Takes what other programs have changed in the settings meanwhile. What waits to be saved
-    // stays; where both changed a key the user chooses. False: he puts that off.
-    bool CheckOutsideChanges() { return TakeOutsideChanges(false); }
+    // stays; where both changed a key the user chooses. What is gone is told once, and its keys
+    // stay until it is there again.
+    OutsideCheck CheckOutsideChanges();
 
     // The files that have backups, or may have: the settings' and the data file. Of one of them:
     // its backups, the newest first, what a backup says of its keys, and how to bring one back;
@@ -263,7 +273,8 @@ public:
                                                     const std::string& backup) const;
     bool RestoreBackup(const std::string& file, const std::string& backup);
 
-    // While a save waits for Total Commander, the windows refuse commands and closing.
+    // While a save waits for Total Commander or asks something, the windows refuse commands and
+    // closing.
     bool IsBusy() const { return m_isBusy; }
 
     bool IsEnabled(Command command) const;
@@ -288,16 +299,21 @@ private:
     void ShowChange(RowKey key);
     bool AskToSave(const std::string& question, bool (EditorSession::*save)());
     void Replay(bool isUndo);
-    void SetModified(bool isModified);
+    bool CanEditValue();
     bool Save(bool restarts);
+    SaveResult WriteSettings();
     SettingsFiles ReadSettings(const std::string& path) const;
     void ReportLoops();
     void ReportUnwritable(const std::string& path);
-    bool TakeOutsideChanges(bool asksAgain);
-    bool ResolveConflicts();
-    void AfterSave();
+    SettingsFiles ReadSettingsAgain() const;
+    void TakeOutsideChanges(SettingsFiles now);
+    void ReportGone();
+    void OnRecordsChanged(const OutsideChanges& changes, const std::vector<RowKey>& saved) override;
+    bool HasConflicts() override;
+    bool ResolveConflicts() override;
+    bool MayMakeAnew(const std::string& path) override;
     void ReportUnsaved(const SaveResult& result);
-    std::string Reason(FileError error, IniEdit refused) const;
+    std::string Reason(const ProfileResult& result) const;
     void ReportFailure(std::uint16_t message, const std::string& path, const ProfileResult& result);
     void SetUpRecentFiles();
     void SaveRecentFiles();
@@ -305,7 +321,6 @@ private:
     void RemoveRecentFile(const std::string& path);
     void CheckLanguage();
     bool MayLeaveFiles();
-    bool MayWriteDataFile();
     std::string AskExchangeFile(bool isExport);
 
     SessionServices m_services;
@@ -316,7 +331,6 @@ private:
     KeyStore m_store;
     KeyEditor m_editor;
     TotalCommander m_totalCommander;
-    bool m_isModified = false;
     bool m_isBusy = false;
     bool m_isDataFileModified = false;
     bool m_isOrganizerOpen = false;
@@ -333,6 +347,7 @@ private:
     std::string m_settingsPath;
     SettingsFiles m_settingsFiles;    // as last read or written
     std::vector<RowKey> m_conflicts;  // still to be decided
+    bool m_isGoneTold = false;
     SettingsTarget m_target = SettingsTarget::Wincmd;
     NodeIndex m_selectedNode = kRootNode;
     std::optional<NodeIndex> m_shownNode;

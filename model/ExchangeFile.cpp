@@ -1,32 +1,38 @@
 #include "model/ExchangeFile.h"
 
+#include <unordered_set>
+
 #include "core/ShownValue.h"
 #include "core/cProfile.h"
 
 namespace tamarind {
 namespace {
 
-IniEdit WriteKey(const KeyRecord& record, IniDocument& file) {
+IniEdit WriteKey(const KeyRecord& record, std::string_view whole, IniDocument& file) {
     const KeyLooks looks = record.Looks();
     if (!looks.isGhosted) {
         const KeyForm form = looks.isChecked ? KeyForm::Active : KeyForm::Commented;
-        return WriteShownValue(file, record.targetSection, record.keyName, form, true,
-                               record.currentValue.value_or(std::string_view()));
+        return WriteShownValue(file, record.targetSection, record.keyName, form, true, whole);
     }
     const IniEdit edit = file.DeleteKey(record.targetSection, ";" + std::string(record.keyName));
     return IsRefused(edit) ? edit : file.DeleteKey(record.targetSection, record.keyName);
 }
 
-void ReadKey(const IniDocument& file, RowKey key, KeyStore& store) {
+// False for a key whose value, there or here, is longer than any reader's buffer.
+bool ReadKey(const IniDocument& file, RowKey key, KeyStore& store) {
     const std::string_view section = store.TargetSection(key);
     const std::string_view name = store.KeyName(key);
-    if (const auto value = file.FindValue(section, name)) {
-        store.SetValue(key, std::string(CutToBuffer(*value)), KeyState::ValueSet);
-    } else if (const auto commented = file.FindValue(section, ";" + std::string(name))) {
-        store.SetValue(key, std::string(CutToBuffer(*commented)), KeyState::ToBeCommented);
-    } else {
-        store.SetValue(key, {}, KeyState::ToBeDeleted);
+    const auto active = file.FindValue(section, name);
+    const auto commented = active ? std::nullopt : file.FindValue(section, ";" + std::string(name));
+    const std::string_view value = active.value_or(commented.value_or(std::string_view()));
+    if (!store.CanEditValue(key) || CutToBuffer(value).size() < value.size()) {
+        return value == store.WholeValue(key);
     }
+    store.SetValue(key, std::string(value),
+                   active      ? KeyState::ValueSet
+                   : commented ? KeyState::ToBeCommented
+                               : KeyState::ToBeDeleted);
+    return true;
 }
 
 }  // namespace
@@ -35,7 +41,9 @@ ProfileResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniF
                                 const std::string& path) {
     return EditIniFile(files, path, [&](IniDocument& file) {
         for (std::size_t row = 0; row < keys.Size(); ++row) {
-            const IniEdit edit = WriteKey(store.Record(keys.KeyAt(row)), file);
+            const RowKey key = keys.KeyAt(row);
+            const IniEdit edit = WriteKey(store.Record(key),
+                                          store.WholeValue(key).value_or(std::string_view()), file);
             if (IsRefused(edit)) {
                 return edit;
             }
@@ -44,10 +52,17 @@ ProfileResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniF
     });
 }
 
-void ReadExchangeFile(const IniDocument& file, const KeyList& keys, KeyStore& store) {
+std::vector<RowKey> ReadExchangeFile(const IniDocument& file, const KeyList& keys,
+                                     KeyStore& store) {
+    std::vector<RowKey> skipped;
+    std::unordered_set<RowKey> done;
     for (std::size_t row = 0; row < keys.Size(); ++row) {
-        ReadKey(file, keys.KeyAt(row), store);
+        const RowKey key = keys.KeyAt(row);
+        if (done.insert(store.FirstTwin(key)).second && !ReadKey(file, key, store)) {
+            skipped.push_back(key);
+        }
     }
+    return skipped;
 }
 
 }  // namespace tamarind

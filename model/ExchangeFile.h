@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/IniFiles.h"
 #include "model/KeyList.h"
@@ -15,7 +16,8 @@ ProfileResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniF
                                 const std::string& path);
 
 // Makes what the file says of each shown key that key's pending change: its value, that it is
-// commented out, or, where the file has no line of it, that it is to be deleted.
-void ReadExchangeFile(const IniDocument& file, const KeyList& keys, KeyStore& store);
+// commented out, or, where the file has no line of it, that it is to be deleted. Gives the keys
+// that were left as they are, since a value is longer than any reader's buffer.
+std::vector<RowKey> ReadExchangeFile(const IniDocument& file, const KeyList& keys, KeyStore& store);
 
 }  // namespace tamarind

@@ -1,17 +1,15 @@
 #include "model/KeyEditor.h"
 
-#include <utility>
-
 namespace tamarind {
 
 void KeyEditor::RecordValue(RowKey key) {
     m_history.Record(
-        {key, false, std::string(m_store.CurrentValue(key).value_or(std::string_view()))});
+        {key, false, std::string(m_store.WholeValue(key).value_or(std::string_view()))});
 }
 
-void KeyEditor::SetValue(RowKey key, std::string value) {
+void KeyEditor::SetValue(RowKey key, const std::string& value) {
     RecordValue(key);
-    m_store.SetValue(key, std::move(value), KeyState::ValueSet);
+    m_store.SetValue(key, value, KeyState::ValueSet);
 }
 
 bool KeyEditor::Comment(RowKey key) {

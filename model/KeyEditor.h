@@ -13,7 +13,7 @@ public:
     explicit KeyEditor(KeyStore& store) : m_store(store) {}
 
     // The value is kept as it is given, and the key becomes an active one.
-    void SetValue(RowKey key, std::string value);
+    void SetValue(RowKey key, const std::string& value);
 
     // Comments an active key out; it keeps its value. Returns false for any other key.
     bool Comment(RowKey key);
@@ -28,6 +28,7 @@ public:
     bool CanUndo() const { return m_history.CanUndo(); }
     bool CanRedo() const { return m_history.CanRedo(); }
     void ClearHistory() { m_history.Clear(); }
+    void Forget(const std::vector<RowKey>& keys) { m_history.Forget(keys); }
 
 private:
     void RecordValue(RowKey key);

@@ -1,5 +1,6 @@
 #include "model/KeyHistory.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tamarind {
@@ -14,6 +15,14 @@ void KeyHistory::Clear() {
     m_redo.clear();
 }
 
+void KeyHistory::Forget(const std::vector<RowKey>& keys) {
+    for (Entries* const entries : {&m_undo, &m_redo}) {
+        std::erase_if(*entries, [&](const HistoryEntry& entry) {
+            return std::find(keys.begin(), keys.end(), entry.key) != keys.end();
+        });
+    }
+}
+
 RowKey KeyHistory::Replay(Entries& from, Entries& to, KeyStore& store) {
     if (from.empty()) {
         return 0;
@@ -26,9 +35,9 @@ RowKey KeyHistory::Replay(Entries& from, Entries& to, KeyStore& store) {
             LooksOf(store.CurrentState(entry.key), {}).smallIcon == KeyIcon::Commented;
         store.SetState(entry.key, isCommented ? KeyState::ValueSet : KeyState::ToBeCommented);
     } else {
-        inverse.value = store.CurrentValue(entry.key).value_or(std::string_view());
+        inverse.value = store.WholeValue(entry.key).value_or(std::string_view());
         const KeyState state = entry.value.empty() ? KeyState::ToBeDeleted : KeyState::ValueSet;
-        store.SetValue(entry.key, std::move(entry.value), state);
+        store.SetValue(entry.key, entry.value, state);
     }
     to.push_back(std::move(inverse));
     return entry.key;

@@ -22,6 +22,9 @@ public:
     void Record(HistoryEntry entry);
     void Clear();
 
+    // Drops the steps of keys that have other values now than the steps were made for.
+    void Forget(const std::vector<RowKey>& keys);
+
     bool CanUndo() const { return !m_undo.empty(); }
     bool CanRedo() const { return !m_redo.empty(); }
 

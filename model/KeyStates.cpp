@@ -141,7 +141,7 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
             continue;
         }
         store.SetInitialState(key, is.state);
-        if (isChanged && !IsAsPending(store, key, is, value)) {
+        if (isChanged && !IsAsPending(store, key, is, value) && store.FirstTwin(key) == key) {
             changes.conflicts.push_back(key);
         }
     }
@@ -150,7 +150,9 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
 
 void TakeFromSettings(KeyStore& store, RowKey key, const SettingsFiles& settings) {
     const Place place = SettingsReader(settings).Find(store, key);
-    store.SetFromSettings(key, place.state, place.line, place.file);
+    store.ForEachTwin(key, [&](RowKey twin) {
+        store.SetFromSettings(twin, place.state, place.line, place.file);
+    });
 }
 
 std::string LineInSettings(const KeyStore& store, RowKey key, const SettingsFiles& settings) {

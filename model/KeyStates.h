@@ -17,7 +17,8 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
 // What another program's changes of the settings came to.
 struct OutsideChanges {
     std::vector<RowKey> changed;    // their rows say something else now
-    std::vector<RowKey> conflicts;  // changed there, and pending here with something else
+    std::vector<RowKey> conflicts;  // changed there, and pending here with something else: the
+                                    // first of twins
 };
 
 // Brings the records from one state of the settings to another: those without a pending change take
@@ -25,7 +26,7 @@ struct OutsideChanges {
 OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
                                   const SettingsFiles& now);
 
-// Drops a record's pending change for what the settings say.
+// Drops the pending change of a record and its twins for what the settings say.
 void TakeFromSettings(KeyStore& store, RowKey key, const SettingsFiles& settings);
 
 // The line that a record's key has in the settings, as the key list would show it; empty without

@@ -1,8 +1,9 @@
 #include "model/KeyStore.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "core/ShownValue.h"
+#include "core/Unicode.h"
 #include "core/cProfile.h"
 
 namespace tamarind {
@@ -21,6 +22,9 @@ void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string no
     m_isInFileOrder = true;
     m_ownValues.clear();
     m_ownDescriptions.clear();
+    m_twins.clear();
+    m_twinsOf.clear();
+    m_areTwinsKnown = false;
     m_settings.clear();
     m_keys.reserve(std::min(dataFile->LineCount(), kMaxRecords));
     m_dataFile = std::move(dataFile);
@@ -121,7 +125,7 @@ void KeyStore::SetSettingsBelowPending(Documents settings) {
     std::deque<std::string> kept;
     for (RowKey key = 1; key <= m_keys.size(); ++key) {
         StoredKey& stored = m_keys[key - 1];
-        const auto value = IsPending(key) ? CurrentValue(key) : std::nullopt;
+        const auto value = IsPending(key) ? WholeValue(key) : std::nullopt;
         stored.hasOwnValue = value.has_value();
         stored.value = IniDocument::kNone;
         if (value) {
@@ -142,35 +146,100 @@ void KeyStore::SetFromSettings(RowKey key, KeyState state, LineId line, std::siz
     stored.hasOwnValue = false;
 }
 
-void KeyStore::SetValue(RowKey key, std::string value, KeyState currentState) {
+bool KeyStore::HasPending() const {
+    return std::any_of(m_keys.begin(), m_keys.end(), [](const StoredKey& key) {
+        return key.currentState >= KeyState::ToBeDeleted;
+    });
+}
+
+// Only when a key is changed for the first time: it takes as long as a part of the loading.
+void KeyStore::FindTwins() {
+    if (std::exchange(m_areTwinsKnown, true)) {
+        return;
+    }
+    std::vector<std::uint64_t> sectionHashes;
+    for (const StoredCategory& category : m_categories) {
+        sectionHashes.push_back(std::uint64_t{IniDocument::NameHash(category.targetSection)} << 32);
+    }
+    std::vector<std::pair<std::uint64_t, RowKey>> byHash;
+    byHash.reserve(m_keys.size());
+    for (RowKey key = 1; key <= m_keys.size(); ++key) {
+        byHash.emplace_back(sectionHashes[Stored(key).category] | NameHash(key), key);
+    }
+    std::sort(byHash.begin(), byHash.end());
+    for (std::size_t at = 1; at < byHash.size(); ++at) {
+        for (std::size_t other = at; other-- > 0 && byHash[other].first == byHash[at].first;) {
+            if (AreTwins(byHash[other].second, byHash[at].second)) {
+                AddTwin(byHash[other].second, byHash[at].second);
+                break;
+            }
+        }
+    }
+}
+
+bool KeyStore::AreTwins(RowKey left, RowKey right) const {
+    return EqualsIgnoreCase(KeyName(left), KeyName(right)) &&
+           EqualsIgnoreCase(TargetSection(left), TargetSection(right));
+}
+
+void KeyStore::AddTwin(RowKey key, RowKey twin) {
+    const auto [known, isNew] = m_twinsOf.try_emplace(key, m_twins.size());
+    if (isNew) {
+        m_twins.push_back({key});
+    }
+    m_twins[known->second].push_back(twin);
+    m_twinsOf[twin] = m_twinsOf[key];
+}
+
+RowKey KeyStore::FirstTwin(RowKey key) {
+    FindTwins();
+    const auto twins = m_twinsOf.find(key);
+    return twins == m_twinsOf.end() ? key : m_twins[twins->second].front();
+}
+
+void KeyStore::SetOwnValue(RowKey key, const std::string& value) {
     StoredKey& stored = m_keys[key - 1];
-    stored.currentState = currentState;
     if (stored.hasOwnValue) {
-        m_ownValues[stored.value] = std::move(value);
+        m_ownValues[stored.value] = value;
         return;
     }
     stored.hasOwnValue = true;
     stored.value = static_cast<std::uint32_t>(m_ownValues.size());
-    m_ownValues.push_back(std::move(value));
+    m_ownValues.push_back(value);
 }
 
-void KeyStore::Rebase(RowKey key, KeyState state) {
-    const StoredKey& stored = Stored(key);
-    if (stored.hasOwnValue) {
-        std::string& value = m_ownValues[stored.value];
-        value = std::string(StoredValue(value));
-    }
-    m_keys[key - 1].initialState = state;
-    m_keys[key - 1].currentState = state;
+void KeyStore::SetValue(RowKey key, const std::string& value, KeyState currentState) {
+    ForEachTwin(key, [&](RowKey twin) {
+        SetOwnValue(twin, value);
+        m_keys[twin - 1].currentState = currentState;
+    });
 }
 
-std::optional<std::string_view> KeyStore::CurrentValue(RowKey key) const {
+void KeyStore::SetState(RowKey key, KeyState currentState) {
+    ForEachTwin(key, [&](RowKey twin) { m_keys[twin - 1].currentState = currentState; });
+}
+
+void KeyStore::SetSaved(RowKey key) {
+    SetFromSettings(key, KeyState::Absent, IniDocument::kNone, 0);
+}
+
+std::optional<std::string_view> KeyStore::WholeValue(RowKey key) const {
     const StoredKey& stored = Stored(key);
     if (stored.value == IniDocument::kNone) {
         return std::nullopt;
     }
     return stored.hasOwnValue ? std::string_view(m_ownValues[stored.value])
-                              : CutToBuffer(m_settings[stored.file]->Value(stored.value));
+                              : m_settings[stored.file]->Value(stored.value);
+}
+
+std::optional<std::string_view> KeyStore::CurrentValue(RowKey key) const {
+    const auto value = WholeValue(key);
+    return value ? std::optional(CutToBuffer(*value)) : std::nullopt;
+}
+
+bool KeyStore::CanEditValue(RowKey key) const {
+    const auto value = WholeValue(key);
+    return !value || CutToBuffer(*value).size() == value->size();
 }
 
 }  // namespace tamarind

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "core/IniDocument.h"
@@ -97,19 +98,29 @@ public:
     // The same for a record with a pending change, which stays.
     void SetInitialState(RowKey key, KeyState state) { m_keys[key - 1].initialState = state; }
     bool IsPending(RowKey key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
+    bool HasPending() const;
+
+    // Records of one name and target section are about the same line of the settings: each pending
+    // change is one of all of them. Visits them in order; most keys are alone.
+    template <typename Visit>
+    void ForEachTwin(RowKey key, Visit visit);
+    RowKey FirstTwin(RowKey key);
 
     // A pending change: the value, which may be empty, and the state that goes with it.
-    void SetValue(RowKey key, std::string value, KeyState currentState);
-    void SetState(RowKey key, KeyState currentState) {
-        m_keys[key - 1].currentState = currentState;
-    }
+    void SetValue(RowKey key, const std::string& value, KeyState currentState);
+    void SetState(RowKey key, KeyState currentState);
 
-    // What a save made of a pending change.
-    void Rebase(RowKey key, KeyState state);
+    // The record is not pending any more; it is to be set from the settings next.
+    void SetSaved(RowKey key);
 
     KeyState InitialState(RowKey key) const { return Stored(key).initialState; }
     KeyState CurrentState(RowKey key) const { return Stored(key).currentState; }
+    // As far as a reader's buffer takes it, and all of it.
     std::optional<std::string_view> CurrentValue(RowKey key) const;
+    std::optional<std::string_view> WholeValue(RowKey key) const;
+    // False for a value in the settings that is longer than any reader's buffer: who edits what is
+    // shown of it would cut it.
+    bool CanEditValue(RowKey key) const;
 
 private:
     struct StoredCategory {
@@ -133,6 +144,11 @@ private:
         std::string name;
     };
 
+    void FindTwins();
+    bool AreTwins(RowKey left, RowKey right) const;
+    void AddTwin(RowKey key, RowKey twin);
+    void SetOwnValue(RowKey key, const std::string& value);
+
     const StoredKey& Stored(RowKey key) const { return m_keys[key - 1]; }
     const StoredCategory& CategoryOf(RowKey key) const {
         return m_categories[Stored(key).category];
@@ -143,10 +159,26 @@ private:
     std::vector<OddName> m_oddNames;      // ascending by key
     std::deque<std::string> m_ownValues;  // given by the user
     std::map<RowKey, std::string> m_ownDescriptions;
+    bool m_areTwinsKnown = false;
+    std::vector<std::vector<RowKey>> m_twins;
+    std::unordered_map<RowKey, std::size_t> m_twinsOf;  // place among them, of those that have any
     std::string m_noDescription;
     bool m_isInFileOrder = true;
     std::shared_ptr<const IniDocument> m_dataFile;
     Documents m_settings;
 };
+
+template <typename Visit>
+void KeyStore::ForEachTwin(RowKey key, Visit visit) {
+    FindTwins();
+    const auto twins = m_twinsOf.find(key);
+    if (twins == m_twinsOf.end()) {
+        visit(key);
+        return;
+    }
+    for (const RowKey twin : m_twins[twins->second]) {
+        visit(twin);
+    }
+}
 
 }  // namespace tamarind

@@ -44,6 +44,13 @@ std::string Language::Reason(FileError error) const {
             return GetLanguageString(text::kReasonTooLarge);
         case FileError::NotVerified:
             return GetLanguageString(text::kReasonNotVerified);
+        case FileError::Unreachable:
+            return GetLanguageString(text::kReasonUnreachable);
+        case FileError::BadName:
+            return GetLanguageString(text::kReasonBadName);
+        case FileError::Changed:
+        case FileError::KeepsChanging:
+            return GetLanguageString(text::kReasonKeepsChanging);
         case FileError::None:
         case FileError::Other:
             break;

@@ -12,9 +12,21 @@ bool EditorSession::CanEditKey() const {
     return m_currentKey != 0 && !ShowsHeading();
 }
 
-std::optional<EditorSession::EditStart> EditorSession::BeginInplaceEdit() {
+// After a beep or a message where it cannot be.
+bool EditorSession::CanEditValue() {
     if (!CanEditKey() || m_isBusy) {
         m_services.prompts.Beep();
+        return false;
+    }
+    if (!m_store.CanEditValue(m_currentKey)) {
+        m_services.prompts.ShowMessage(MessageIcon::Information, Text(text::kLongValueStays));
+        return false;
+    }
+    return true;
+}
+
+std::optional<EditorSession::EditStart> EditorSession::BeginInplaceEdit() {
+    if (!CanEditValue()) {
         return std::nullopt;
     }
     const KeyRecord record = Record(m_currentKey);
@@ -36,8 +48,7 @@ bool EditorSession::StoreEditedValue(const std::string& text) {
 }
 
 bool EditorSession::SetValue(const std::string& value) {
-    if (!CanEditKey() || m_isBusy) {
-        m_services.prompts.Beep();
+    if (!CanEditValue()) {
         return false;
     }
     // A longer one could be saved but not be read again.
@@ -52,8 +63,7 @@ bool EditorSession::SetValue(const std::string& value) {
 }
 
 bool EditorSession::BrowseValue() {
-    if (!CanEditKey() || m_isBusy) {
-        m_services.prompts.Beep();
+    if (!CanEditValue()) {
         return false;
     }
     const std::string value = HasColor(Record(m_currentKey)) ? m_services.prompts.ColorSelect()
@@ -108,12 +118,7 @@ void EditorSession::Replay(bool isUndo) {
 }
 
 void EditorSession::ShowChange(RowKey key) {
-    m_listener->OnKeyChanged(key);
-    SetModified(true);
-}
-
-void EditorSession::SetModified(bool isModified) {
-    m_isModified = isModified;
+    m_store.ForEachTwin(key, [this](RowKey twin) { m_listener->OnKeyChanged(twin); });
     m_listener->OnCommandsChanged();
 }
 
@@ -125,7 +130,7 @@ std::optional<ColorSample> EditorSession::CurrentColor() const {
 }
 
 bool EditorSession::AskSaveSettings() {
-    return !m_isModified || AskToSave(Text(text::kSaveChangesTo) + "  " + m_settingsPath + "\n",
+    return !IsModified() || AskToSave(Text(text::kSaveChangesTo) + "  " + m_settingsPath + "\n",
                                       &EditorSession::SaveToSettingsFile);
 }
 
@@ -134,6 +139,7 @@ bool EditorSession::AskToSave(const std::string& question, bool (EditorSession::
     return answer == Answer::Yes ? (this->*save)() : answer == Answer::No;
 }
 
+// Total Commander, once closed, is started again whatever becomes of the save.
 bool EditorSession::Save(bool restarts) {
     if (m_isBusy) {
         return false;
@@ -151,20 +157,14 @@ bool EditorSession::Save(bool restarts) {
         m_isBusy = false;
         return hasClosed;
     };
+    const bool wasRunning = restarts && m_totalCommander.IsRunning();
     const bool stillRuns = restarts && !restart(true, " /i=");
-    if (!TakeOutsideChanges(true)) {
-        return false;
-    }
-    const SaveResult result = WriteChanges(m_store, m_services.files, m_settingsFiles);
-    if (result.Succeeded()) {
-        SetModified(false);
-    }
-    AfterSave();
-    if (restarts) {
+    const SaveResult result = WriteSettings();
+    if (restarts && (wasRunning || !result.isCancelled)) {
         restart(false, m_target == SettingsTarget::WcxFtp ? " /f=" : " /i=");
     }
     m_listener->OnCommandsChanged();
-    if (!result.Succeeded()) {
+    if (!result.failures.empty()) {
         ReportUnsaved(result);
     }
     if (stillRuns) {
@@ -174,12 +174,20 @@ bool EditorSession::Save(bool restarts) {
     return result.Succeeded();
 }
 
+SaveResult EditorSession::WriteSettings() {
+    m_isBusy = true;
+    const SaveResult result =
+        SettingsWriter(m_store, m_services.files, m_services.environment, m_settingsFiles, *this)
+            .Save();
+    m_isBusy = false;
+    return result;
+}
+
 void EditorSession::ReportUnsaved(const SaveResult& result) {
     const bool isOne = result.failures.size() == 1;
     std::string message = Text(isOne ? text::kCannotSaveFile : text::kCannotSaveFiles);
     for (const SaveResult::Failure& failure : result.failures) {
-        message +=
-            (isOne ? " " : "\n\n") + failure.path + "\n\n" + Reason(failure.error, failure.refused);
+        message += (isOne ? " " : "\n\n") + failure.path + "\n\n" + Reason(failure.result);
         if (failure.refusedKey != 0) {
             const KeyRecord record = Record(failure.refusedKey);
             message +=
@@ -189,15 +197,18 @@ void EditorSession::ReportUnsaved(const SaveResult& result) {
     m_services.prompts.ShowMessage(MessageIcon::Exclamation, message);
 }
 
-std::string EditorSession::Reason(FileError error, IniEdit refused) const {
-    switch (refused) {
+std::string EditorSession::Reason(const ProfileResult& result) const {
+    switch (result.refused) {
         case IniEdit::NameNotEncodable:
             return Text(text::kNameNotEncodable);
         case IniEdit::TextNotStorable:
             return Text(text::kTextNotStorable);
         default:
-            return m_language.Reason(error);
+            break;
     }
+    const std::string reason = m_language.Reason(result.error);
+    return result.aside.empty() ? reason
+                                : reason + " " + Text(text::kTextKeptIn) + " " + result.aside;
 }
 
 }  // namespace tamarind

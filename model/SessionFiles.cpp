@@ -1,5 +1,6 @@
 // The part of EditorSession that keeps what it shows and the files on disk together.
 #include <algorithm>
+#include <utility>
 
 #include "core/MissingValueMarker.h"
 #include "core/Unicode.h"
@@ -26,7 +27,8 @@ SettingsFiles EditorSession::ReadSettings(const std::string& path) const {
 
 // Said when the file is opened, before there is anything to lose.
 void EditorSession::ReportUnwritable(const std::string& path) {
-    const ProfileResult result = {m_services.files.Files().CheckReplace(path), IniEdit::Unchanged};
+    const ProfileResult result = {
+        m_services.files.Files().CheckReplace(path), IniEdit::Unchanged, {}};
     if (!result.Succeeded()) {
         ReportFailure(text::kCannotSaveFile, path, result);
     }
@@ -39,36 +41,79 @@ void EditorSession::ReportLoops() {
     }
 }
 
-bool EditorSession::TakeOutsideChanges(bool asksAgain) {
-    if (m_isBusy || m_settingsFiles.IsEmpty()) {
-        return true;
-    }
-    SettingsFiles now = ReadSettings(m_settingsPath);
-    const bool isUnreadable =
-        std::any_of(now.Files().begin(), now.Files().end(), [](const SettingsFiles::File& file) {
-            return file.error != FileError::None && !IsMissing(file.error);
-        });
-    // What can not be read now will be compared the next time, or by the save itself.
-    if (isUnreadable || now.IsSameAs(m_settingsFiles)) {
-        return !asksAgain || ResolveConflicts();
-    }
-    const OutsideChanges changes = tamarind::TakeOutsideChanges(m_store, m_settingsFiles, now);
-    m_settingsFiles = std::move(now);
-    for (const RowKey key : changes.changed) {
-        m_listener->OnKeyChanged(key);
-    }
-    m_listener->OnTargetShown();
-    m_listener->OnCommandsChanged();
-    m_conflicts.insert(m_conflicts.end(), changes.conflicts.begin(), changes.conflicts.end());
-    return ResolveConflicts();
+SettingsFiles EditorSession::ReadSettingsAgain() const {
+    return SettingsFiles::ReadAgain(
+        [this](const std::string& path) { return m_services.files.Read(path); },
+        m_services.environment, m_settingsFiles);
 }
 
-// False: the user wants to decide later.
-bool EditorSession::ResolveConflicts() {
-    // Some may have been undone meanwhile, or found twice.
+OutsideCheck EditorSession::CheckOutsideChanges() {
+    if (m_isBusy || m_settingsFiles.IsEmpty()) {
+        return OutsideCheck::Taken;
+    }
+    SettingsFiles now = ReadSettingsAgain();
+    const std::vector<SettingsFiles::File>& files = now.Files();
+    const bool isHeld =
+        std::any_of(files.begin(), files.end(),
+                    [](const SettingsFiles::File& file) { return file.error == FileError::InUse; });
+    const bool isSettled =
+        std::all_of(files.begin(), files.end(), [](const auto& file) { return file.isSettled; });
+    if (isHeld || (!isSettled && !now.IsSameAs(m_settingsFiles))) {
+        return OutsideCheck::LookAgain;
+    }
+    TakeOutsideChanges(std::move(now));
+    ReportGone();
+    return ResolveConflicts() ? OutsideCheck::Taken : OutsideCheck::PutOff;
+}
+
+void EditorSession::TakeOutsideChanges(SettingsFiles now) {
+    if (!now.IsSameAs(m_settingsFiles)) {
+        const OutsideChanges changes = tamarind::TakeOutsideChanges(m_store, m_settingsFiles, now);
+        m_settingsFiles = std::move(now);
+        OnRecordsChanged(changes, {});
+    }
+}
+
+// Once, until all files are there again.
+void EditorSession::ReportGone() {
+    std::string gone;
+    for (const SettingsFiles::File& file : m_settingsFiles.Files()) {
+        if (file.IsGone()) {
+            gone += "\n\n" + file.path;
+        }
+    }
+    const bool wasTold = std::exchange(m_isGoneTold, !gone.empty());
+    if (!gone.empty() && !wasTold) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kSettingsGone) + gone);
+    }
+}
+
+void EditorSession::OnRecordsChanged(const OutsideChanges& changes,
+                                     const std::vector<RowKey>& saved) {
+    m_editor.Forget(changes.changed);
+    for (const std::vector<RowKey>& keys : {changes.changed, saved}) {
+        for (const RowKey key : keys) {
+            m_listener->OnKeyChanged(key);
+        }
+    }
+    m_conflicts.insert(m_conflicts.end(), changes.conflicts.begin(), changes.conflicts.end());
+    m_listener->OnTargetShown();
+    m_listener->OnCommandsChanged();
+}
+
+// Some may have been undone meanwhile, or found twice.
+bool EditorSession::HasConflicts() {
     std::sort(m_conflicts.begin(), m_conflicts.end());
     m_conflicts.erase(std::unique(m_conflicts.begin(), m_conflicts.end()), m_conflicts.end());
     std::erase_if(m_conflicts, [this](RowKey key) { return !m_store.IsPending(key); });
+    return !m_conflicts.empty();
+}
+
+// False: the user wants to decide later. No command comes in between: the keys stay pending.
+bool EditorSession::ResolveConflicts() {
+    if (!HasConflicts()) {
+        return true;
+    }
     std::vector<ValueConflict> conflicts;
     for (const RowKey key : m_conflicts) {
         const KeyRecord record = Record(key);
@@ -76,34 +121,29 @@ bool EditorSession::ResolveConflicts() {
             {"[" + std::string(record.targetSection) + "] " + std::string(record.keyName),
              PendingLine(record), LineInSettings(m_store, key, m_settingsFiles)});
     }
-    if (!conflicts.empty() && !m_services.prompts.ResolveConflicts(conflicts)) {
+    const bool wasBusy = std::exchange(m_isBusy, true);
+    const bool isDecided = m_services.prompts.ResolveConflicts(conflicts);
+    m_isBusy = wasBusy;
+    if (!isDecided) {
         return false;
     }
+    std::vector<RowKey> taken;
     for (std::size_t at = 0; at < conflicts.size(); ++at) {
         if (conflicts[at].takesTheirs) {
             TakeFromSettings(m_store, m_conflicts[at], m_settingsFiles);
-            m_listener->OnKeyChanged(m_conflicts[at]);
+            m_store.ForEachTwin(m_conflicts[at], [&](RowKey key) { taken.push_back(key); });
         }
     }
     m_conflicts.clear();
+    OnRecordsChanged({taken, {}}, {});
     return true;
 }
 
-// What was written is what later changes are told by. A changed redirection leads to other values.
-void EditorSession::AfterSave() {
-    SettingsFiles now = ReadSettings(m_settingsPath);
-    const bool hasSameFiles =
-        std::equal(now.Files().begin(), now.Files().end(), m_settingsFiles.Files().begin(),
-                   m_settingsFiles.Files().end(),
-                   [](const auto& left, const auto& right) { return left.path == right.path; });
-    if (!hasSameFiles) {
-        for (const RowKey key :
-             tamarind::TakeOutsideChanges(m_store, m_settingsFiles, now).changed) {
-            m_listener->OnKeyChanged(key);
-        }
-    }
-    m_settingsFiles = std::move(now);
-    m_listener->OnTargetShown();
+bool EditorSession::MayMakeAnew(const std::string& path) {
+    const bool wasBusy = std::exchange(m_isBusy, true);
+    const Answer answer = m_services.prompts.Ask(Text(text::kMakeFileAnew) + "\n\n" + path);
+    m_isBusy = wasBusy;
+    return answer == Answer::Yes;
 }
 
 // The settings' files first: they are what users come back for.
@@ -147,14 +187,16 @@ bool EditorSession::RestoreBackup(const std::string& file, const std::string& ba
         ReportUnreadable(backup, content.error);
         return false;
     }
-    const ProfileResult result = {disk.ReplaceWithBackup(file, content.bytes), IniEdit::Unchanged};
+    const ProfileResult result = {
+        disk.Replace(file, content.bytes, Backup::Yes), IniEdit::Unchanged, {}};
     if (!result.Succeeded()) {
         ReportFailure(text::kCannotSaveFile, file, result);
         return false;
     }
     m_services.prompts.ShowMessage(MessageIcon::Information, Text(text::kRestored));
     if (!isDataFile) {
-        TakeOutsideChanges(true);
+        TakeOutsideChanges(ReadSettingsAgain());
+        ResolveConflicts();
     } else if (LoadDataFile(m_dataFilePath)) {
         ShowSettings(ReadSettings(m_settingsPath));
         CreateFavoritesList();

@@ -245,29 +245,21 @@ std::size_t EditorSession::MaxDescriptionUnits() const {
     return m_currentKey == 0 ? 0 : tamarind::MaxDescriptionUnits(m_store, m_currentKey);
 }
 
-// Whether the data file holds what it did when it was read or last written, or may be written
-// although it does not.
-bool EditorSession::MayWriteDataFile() {
-    const IniSnapshot now = m_services.files.Read(m_dataFilePath);
-    const bool isSame = now.document == m_dataFileOnDisk || now.error != FileError::None ||
-                        now.document->Bytes() == m_dataFileOnDisk->Bytes();
-    return isSame || m_services.prompts.Ask(m_dataFilePath + "\n\n" +
-                                            Text(text::kDataFileChanged)) == Answer::Yes;
-}
-
 bool EditorSession::SaveDataFile() {
     if (!m_isDataFileModified) {
         return true;
     }
-    if (!MayWriteDataFile()) {
+    const DescriptionResult result =
+        WriteDescriptions(m_store, m_services.files, m_dataFilePath, m_dataFileOnDisk, [this] {
+            const std::string question = m_dataFilePath + "\n\n" + Text(text::kDataFileChanged);
+            return m_services.prompts.Ask(question) == Answer::Yes;
+        });
+    if (!result.written.Succeeded()) {
+        ReportFailure(text::kCannotSaveFile, m_dataFilePath, result.written);
+    }
+    if (!result.written.Succeeded() || result.isCancelled) {
         return false;
     }
-    const ProfileResult result = WriteDescriptions(m_store, m_services.files, m_dataFilePath);
-    if (!result.Succeeded()) {
-        ReportFailure(text::kCannotSaveFile, m_dataFilePath, result);
-        return false;
-    }
-    m_dataFileOnDisk = m_services.files.Read(m_dataFilePath).document;
     m_isDataFileModified = false;
     m_listener->OnCommandsChanged();
     return true;
@@ -316,17 +308,23 @@ void EditorSession::ImportKeys() {
         ReportUnreadable(path, file.error);
         return;
     }
-    ReadExchangeFile(*file.document, m_keys, m_store);
+    const std::vector<RowKey> skipped = ReadExchangeFile(*file.document, m_keys, m_store);
     m_shownNode.reset();
     SelectCategory(m_selectedNode);
-    SetModified(true);
+    m_listener->OnCommandsChanged();
+    if (!skipped.empty()) {
+        std::string message = Text(text::kLongValuesSkipped) + "\n";
+        for (const RowKey key : skipped) {
+            message += "\n" + std::string(m_store.KeyName(key));
+        }
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation, message);
+    }
 }
 
 void EditorSession::ReportFailure(std::uint16_t message, const std::string& path,
                                   const ProfileResult& result) {
-    m_services.prompts.ShowMessage(
-        MessageIcon::Exclamation,
-        Text(message) + " " + path + "\n\n" + Reason(result.error, result.refused));
+    m_services.prompts.ShowMessage(MessageIcon::Exclamation,
+                                   Text(message) + " " + path + "\n\n" + Reason(result));
 }
 
 }  // namespace tamarind

@@ -43,22 +43,52 @@ private:
 
 }  // namespace
 
-std::size_t SettingsFiles::Add(IniFiles& files, const std::string& path) {
-    const auto known = std::find_if(m_files.begin(), m_files.end(), [&](const File& file) {
+const SettingsFiles::File* SettingsFiles::Find(const std::string& path) const {
+    const auto found = std::find_if(m_files.begin(), m_files.end(), [&](const File& file) {
         return EqualsIgnoreCase(file.path, path);
     });
-    if (known == m_files.end()) {
-        IniSnapshot snapshot = files.Read(path);
-        m_files.push_back({path, std::move(snapshot.document), snapshot.error});
-        return m_files.size() - 1;
-    }
-    return static_cast<std::size_t>(known - m_files.begin());
+    return found == m_files.end() ? nullptr : &*found;
 }
 
-SettingsFiles SettingsFiles::Read(IniFiles& files, const Environment& environment,
+std::vector<std::string> SettingsFiles::Paths() const {
+    std::vector<std::string> paths;
+    for (const File& file : m_files) {
+        paths.push_back(file.path);
+    }
+    return paths;
+}
+
+std::size_t SettingsFiles::Add(const Reader& read, const std::string& path,
+                               const SettingsFiles* before) {
+    if (const File* const known = Find(path)) {
+        return static_cast<std::size_t>(known - m_files.data());
+    }
+    IniSnapshot snapshot = read(path);
+    File file = {path, std::move(snapshot.document), snapshot.error, snapshot.isSettled, false};
+    const File* const former = before != nullptr ? before->Find(path) : nullptr;
+    const bool wasRead = former != nullptr && (former->error == FileError::None || former->isKept);
+    if (file.error != FileError::None && wasRead) {
+        file.document = former->document;
+        file.isKept = true;
+    }
+    m_files.push_back(std::move(file));
+    return m_files.size() - 1;
+}
+
+SettingsFiles SettingsFiles::Read(const Reader& read, const Environment& environment,
                                   const std::string& path) {
+    return Read(read, environment, path, nullptr);
+}
+
+SettingsFiles SettingsFiles::ReadAgain(const Reader& read, const Environment& environment,
+                                       const SettingsFiles& before) {
+    return Read(read, environment, before.Main().path, &before);
+}
+
+SettingsFiles SettingsFiles::Read(const Reader& read, const Environment& environment,
+                                  const std::string& path, const SettingsFiles* before) {
     SettingsFiles result;
-    result.Add(files, path);
+    result.Add(read, path, before);
     const std::shared_ptr<const IniDocument> settings = result.Main().document;
     const PathReader paths(*settings, path, environment);
     for (IniDocument::SectionId id = 0; id < settings->SectionCount(); ++id) {
@@ -72,7 +102,7 @@ SettingsFiles SettingsFiles::Read(IniFiles& files, const Environment& environmen
         if (target.empty() || result.m_files.size() >= kMaxFiles) {
             continue;
         }
-        const std::size_t file = result.Add(files, target);
+        const std::size_t file = result.Add(read, target, before);
         // A redirection is followed once; where it would go from there matters only if that is
         // back again.
         const auto next = result.m_files[file].document->FindValue(section, kRedirectKey);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,20 +22,37 @@ public:
 
     struct File {
         std::string path;
-        std::shared_ptr<const IniDocument> document;  // empty for a file that can not be read
+        std::shared_ptr<const IniDocument> document;  // empty for a file that cannot be read
         FileError error = FileError::None;
+        bool isSettled = true;  // as IniSnapshot has it
+        // It could be read before and cannot be now: the document is that of before.
+        bool isKept = false;
+        bool IsGone() const {
+            return isKept && (IsMissing(error) || error == FileError::Unreachable);
+        }
     };
 
     SettingsFiles() = default;
 
     // Reads the settings file, and each of the others once.
-    static SettingsFiles Read(IniFiles& files, const Environment& environment,
+    using Reader = std::function<IniSnapshot(const std::string& path)>;
+    static SettingsFiles Read(const Reader& read, const Environment& environment,
                               const std::string& path);
+    static SettingsFiles Read(IniFiles& files, const Environment& environment,
+                              const std::string& path) {
+        return Read([&](const std::string& file) { return files.Read(file); }, environment, path);
+    }
+
+    // The same files later. Those that cannot be read this time keep their documents.
+    static SettingsFiles ReadAgain(const Reader& read, const Environment& environment,
+                                   const SettingsFiles& before);
 
     // The settings file itself comes first.
     const std::vector<File>& Files() const { return m_files; }
     const File& Main() const { return m_files.front(); }
     bool IsEmpty() const { return m_files.empty(); }
+    std::vector<std::string> Paths() const;
+    const File* Find(const std::string& path) const;
 
     // The number of the file in which a section is kept, and that of one key of it: some keys stay
     // in the settings file whatever their section does.
@@ -56,7 +74,9 @@ private:
         std::size_t file;
     };
 
-    std::size_t Add(IniFiles& files, const std::string& path);
+    std::size_t Add(const Reader& read, const std::string& path, const SettingsFiles* before);
+    static SettingsFiles Read(const Reader& read, const Environment& environment,
+                              const std::string& path, const SettingsFiles* before);
 
     std::vector<File> m_files;
     std::vector<Redirection> m_redirections;

@@ -163,6 +163,21 @@ constexpr TextRow kTexts[] = {
     {4042, "Settings of this program:"},
     {4043, "What was written could not be read back."},
     {4044, "Key"},
+    {4050, "It cannot be reached at the moment."},
+    {4051, "This cannot be the name of a file."},
+    {4052, "Another program keeps writing this file."},
+    {4053, "What the other program wrote is kept in:"},
+    {4054,
+     "This file cannot be found any more. Its keys are shown as they were last read, and your "
+     "changes are kept:"},
+    {4055,
+     "This file cannot be found any more. Make it anew, with all that it held when it was last "
+     "read?"},
+    {4056, "Changes of settings have not been saved yet."},
+    {4057,
+     "This value has more than 4,095 characters and cannot be edited here. It can be commented "
+     "out, deleted and exported."},
+    {4058, "These keys were not imported, since a value has more than 4,095 characters:"},
 };
 
 }  // namespace

@@ -53,6 +53,15 @@ inline constexpr std::uint16_t kTotalCommanderStillRuns = 4039;
 inline constexpr std::uint16_t kCannotSaveFiles = 4040;
 inline constexpr std::uint16_t kRedirectionLoop = 4041;
 inline constexpr std::uint16_t kReasonNotVerified = 4043;
+inline constexpr std::uint16_t kReasonUnreachable = 4050;
+inline constexpr std::uint16_t kReasonBadName = 4051;
+inline constexpr std::uint16_t kReasonKeepsChanging = 4052;
+inline constexpr std::uint16_t kTextKeptIn = 4053;
+inline constexpr std::uint16_t kSettingsGone = 4054;
+inline constexpr std::uint16_t kMakeFileAnew = 4055;
+inline constexpr std::uint16_t kUnsavedChanges = 4056;
+inline constexpr std::uint16_t kLongValueStays = 4057;
+inline constexpr std::uint16_t kLongValuesSkipped = 4058;
 }  // namespace text
 
 // The built-in English text of a number; empty for a number without one.

@@ -13,6 +13,14 @@ namespace {
 constexpr int kKeys = 32000;  // half of them are in the settings file
 constexpr int kChanges = 500;
 
+class NoQuestions final : public SaveQuestions {
+public:
+    void OnRecordsChanged(const OutsideChanges&, const std::vector<RowKey>&) override {}
+    bool HasConflicts() override { return false; }
+    bool ResolveConflicts() override { return false; }
+    bool MayMakeAnew(const std::string&) override { return false; }
+};
+
 double MeasureOurs(const std::wstring& path, const SampleFiles& sample) {
     DiskFileSystem disk;
     IniFiles files(disk);
@@ -26,8 +34,8 @@ double MeasureOurs(const std::wstring& path, const SampleFiles& sample) {
     std::vector<double> times;
     for (int run = 0; run < 9; ++run) {
         WriteOldFile(path, sample.settings);
-        const SettingsFiles settings =
-            SettingsFiles::Read(files, ProcessEnvironment(), Narrow(path));
+        const ProcessEnvironment environment;
+        SettingsFiles settings = SettingsFiles::Read(files, environment, Narrow(path));
         DeriveKeyStates(store, settings, [] {});
         KeyEditor editor(store);
         ++round;
@@ -36,7 +44,9 @@ double MeasureOurs(const std::wstring& path, const SampleFiles& sample) {
                             "changed " + std::to_string(round));
         }
         const double start = NowMs();
-        const SaveResult result = WriteChanges(store, files, settings);
+        NoQuestions questions;
+        const SaveResult result =
+            SettingsWriter(store, files, environment, settings, questions).Save();
         times.push_back(NowMs() - start);
         if (!result.Succeeded()) {
             std::printf("the save failed\n");

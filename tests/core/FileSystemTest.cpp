@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "core/IniFiles.h"
+#include "core/Leftovers.h"
 
 namespace tamarind {
 namespace {
@@ -112,7 +113,7 @@ TEST_F(DiskTest, AFailedReplacementLeavesEverything) {
     for (const auto& [name, error] : {std::pair("folder", FileError::IsFolder),
                                       {"none/x.ini", FileError::FolderMissing},
                                       {"read_only.ini", FileError::ReadOnly}}) {
-        EXPECT_EQ(m_disk.ReplaceWithBackup(PathOf(name), "new"), error) << name;
+        EXPECT_EQ(m_disk.Replace(PathOf(name), "new", Backup::Yes), error) << name;
         EXPECT_EQ(m_disk.CheckReplace(PathOf(name)), error) << name;
     }
     EXPECT_EQ(m_disk.Read(PathOf("folder"), 1000).error, FileError::IsFolder);
@@ -125,11 +126,11 @@ TEST_F(DiskTest, AFailedReplacementLeavesEverything) {
 TEST_F(DiskTest, BackupsAndLeftovers) {
     const std::string path = PathOf("x.ini");
     Put("x.ini", "first");
-    Put("x.ini.~new-0123abcd", "left by a crash");
-    Put("x.ini.~new-0123abcd.txt", "of somebody else");
+    Put("x.ini.~new-99-0123456789abcdef", "left by a crash");
+    Put("x.ini.~new-99-0123456789abcdef.txt", "of somebody else");
     EXPECT_EQ(m_disk.CheckReplace(path), FileError::None);
-    EXPECT_EQ(m_disk.ReplaceWithBackup(path, "second"), FileError::None);
-    EXPECT_EQ(m_disk.ReplaceWithBackup(path, "third"), FileError::None);
+    EXPECT_EQ(m_disk.Replace(path, "second", Backup::Yes), FileError::None);
+    EXPECT_EQ(m_disk.Replace(path, "third", Backup::Yes), FileError::None);
     EXPECT_EQ(CountFiles("x.ini"), 3);  // with the folder of the backups
     const std::vector<BackupFile> backups = m_disk.ListBackups(path);
     ASSERT_EQ(backups.size(), 2U);
@@ -141,11 +142,11 @@ TEST_F(DiskTest, BackupsAndLeftovers) {
     // No folder can be made for the backups.
     Put("y.ini", "old");
     Put("y.ini backups", "a file");
-    EXPECT_NE(m_disk.ReplaceWithBackup(PathOf("y.ini"), "new"), FileError::None);
+    EXPECT_NE(m_disk.Replace(PathOf("y.ini"), "new", Backup::Yes), FileError::None);
     EXPECT_EQ(BytesOf(PathOf("y.ini")), "old");
     EXPECT_EQ(CountFiles("y.ini"), 2);
     // The next read finds a file whose replacement has stopped halfway.
-    fs::rename(m_folder / "x.ini", m_folder / "x.ini.~old");
+    fs::rename(path, LeftoverPath(path, LeftoverKind::Old, "third"));
     EXPECT_EQ(BytesOf(path), "third");
 }
 
@@ -156,7 +157,7 @@ TEST_F(DiskTest, LinksStayLinks) {
     }
     m_cleanUp = "find . -type l -delete";
     for (const char* name : {"soft.ini", "a.ini", "other/new.ini"}) {
-        EXPECT_EQ(m_disk.ReplaceWithBackup(PathOf(name), "new"), FileError::None) << name;
+        EXPECT_EQ(m_disk.Replace(PathOf(name), "new", Backup::Yes), FileError::None) << name;
     }
     EXPECT_TRUE(RunShell("test -L soft.ini && test -L other && test a.ini -ef b.ini"));
     for (const char* name : {"target.ini", "b.ini", "folder/new.ini"}) {
@@ -180,11 +181,11 @@ TEST_F(DiskTest, FullAndReadOnlyDisks) {
     const std::string path = PathOf("small/x.ini");
     const std::string old(50'000, 'o');
     ASSERT_EQ(m_disk.Replace(path, old), FileError::None);
-    EXPECT_EQ(m_disk.ReplaceWithBackup(path, std::string(90'000, 'n')), FileError::DiskFull);
+    EXPECT_EQ(m_disk.Replace(path, std::string(90'000, 'n'), Backup::Yes), FileError::DiskFull);
     EXPECT_TRUE(BytesOf(path) == old);
     EXPECT_TRUE(RunShell("test $(find small -type f | wc -l) = 1 && mount -o remount,ro small"));
     EXPECT_EQ(m_disk.CheckReplace(path), FileError::AccessDenied);
-    EXPECT_EQ(m_disk.ReplaceWithBackup(path, "new"), FileError::AccessDenied);
+    EXPECT_EQ(m_disk.Replace(path, "new", Backup::Yes), FileError::AccessDenied);
     EXPECT_TRUE(BytesOf(path) == old);
 }
 

@@ -45,7 +45,8 @@ int main(int count, char**) {
         return kMissing;
     }
     do {
-        if (disk.ReplaceWithBackup(path, ContentOf(++save)) != tamarind::FileError::None) {
+        if (disk.Replace(path, ContentOf(++save), tamarind::Backup::Yes) !=
+            tamarind::FileError::None) {
             return kNotSaved;
         }
     } while (!disk.Stamp("stop"));

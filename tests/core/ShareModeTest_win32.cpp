@@ -77,7 +77,7 @@ TEST_F(ShareModeTest, WhoeverHoldsTheFileItStaysWhole) {
             ASSERT_TRUE(holder.TakeOver(Open(access, shareMode)));
             EXPECT_EQ(m_disk.Read(m_path, 10).error,
                       sharesReading ? FileError::None : FileError::InUse);
-            const FileError error = m_disk.ReplaceWithBackup(m_path, "new");
+            const FileError error = m_disk.Replace(m_path, "new", Backup::Yes);
             if (sharesReading || !sharesDeleting) {  // otherwise versions of Windows differ
                 EXPECT_EQ(error, sharesDeleting ? FileError::None : FileError::InUse);
             }
@@ -97,7 +97,7 @@ TEST_F(ShareModeTest, AHolderThatGoesIsWaitedFor) {
         Sleep(60);
         holder.LetGo();
     });
-    EXPECT_EQ(m_disk.ReplaceWithBackup(m_path, "new"), FileError::None);
+    EXPECT_EQ(m_disk.Replace(m_path, "new", Backup::Yes), FileError::None);
     scanner.join();
     EXPECT_EQ(m_disk.Read(m_path, 10).bytes, "new");
 }

@@ -1,11 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "model/DataFile.h"
-#include "model/KeyStates.h"
-#include "model/SettingsWriter.h"
 #include "model/StringTable.h"
-#include "tests/core/fakes/FaultyDisk.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {
@@ -126,7 +122,7 @@ TEST_F(TrustTest, WhatOtherProgramsChangeIsTakenOver) {
     Start("[S]\nA=1\nB=1\n[T]\nC=1\n");
     Set(1, "mine");
     Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
-    EXPECT_TRUE(Session().CheckOutsideChanges());
+    EXPECT_EQ(Session().CheckOutsideChanges(), OutsideCheck::Taken);
     EXPECT_THAT(world.Rows(),
                 ElementsAre("A=2", "B=mine", "RedirectSection", "C=2", "AlternateUserIni"));
     EXPECT_THAT(world.prompts.asked, IsEmpty());
@@ -134,12 +130,12 @@ TEST_F(TrustTest, WhatOtherProgramsChangeIsTakenOver) {
 
     // A time stamp alone is no change.
     Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
-    EXPECT_TRUE(Session().CheckOutsideChanges());
+    EXPECT_EQ(Session().CheckOutsideChanges(), OutsideCheck::Taken);
 
     // The same key on both sides: asked again until it is decided.
     Write("[S]\n;B=theirs\n");
     world.prompts.cancelsConflicts = true;
-    EXPECT_FALSE(Session().CheckOutsideChanges());
+    EXPECT_EQ(Session().CheckOutsideChanges(), OutsideCheck::PutOff);
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] B: B=mine | ;B=theirs"));
     EXPECT_FALSE(Session().SaveToSettingsFile());
     EXPECT_THAT(Main(), HasSubstr(";B=theirs"));
@@ -236,83 +232,6 @@ TEST_F(TrustTest, OwnSettingsGoWhereTheyCanBeWritten) {
     world.environment.variables.erase("APPDATA");
     ASSERT_TRUE(world.Start());
     EXPECT_EQ(Session().ProgramSettings().Values().mainWindowWidth, 9000);
-}
-
-constexpr const char* kFaultyFiles[] = {"C:\\TC\\Wincmd.ini", "C:\\TC\\one.ini", "C:\\TC\\two.ini"};
-
-// Each file has a section of its own, to which the first one leads.
-std::string ContentOf(std::size_t file, const std::string& value) {
-    const std::string own = "[S" + std::to_string(file) + "]\r\nK=" + value + "\r\n";
-    return file > 0 ? own
-                    : own +
-                          "[S1]\r\nRedirectSection=one.ini\r\n"
-                          "[S2]\r\nRedirectSection=two.ini\r\n";
-}
-
-// Each file is old with its change still pending, or new; a program that starts again finds it so,
-// whatever the disk went through.
-void ExpectOldOrNew(FaultyDisk& disk, const SaveResult& result, const KeyStore& store) {
-    DiskFileSystem restarted(disk);
-    for (std::size_t file = 0; file < 3; ++file) {
-        const std::string path = kFaultyFiles[file];
-        const std::string content = restarted.Read(path, 1000).bytes;
-        const bool isNew = content == ContentOf(file, "new");
-        EXPECT_TRUE(isNew || content == ContentOf(file, "old")) << path << ":\n" << content;
-        const bool isNamed = std::any_of(result.failures.begin(), result.failures.end(),
-                                         [&](const auto& failed) { return failed.path == path; });
-        EXPECT_TRUE(isNew || isNamed) << path;
-        EXPECT_EQ(store.IsPending(static_cast<RowKey>(file + 1)), isNamed) << path;
-    }
-}
-
-// One save over three files, on a disk that fails or stops at a call. Gives whether that was before
-// the save was over.
-bool SaveWithFault(const FaultyDisk::Plan& plan) {
-    FaultyDisk disk;
-    for (std::size_t file = 0; file < 3; ++file) {
-        disk.Put(kFaultyFiles[file], ContentOf(file, "old"));
-    }
-    DiskFileSystem system(disk);
-    IniFiles files(system);
-    KeyStore store;
-    const char* const data =
-        "[1]\nCategoryTargetSection=S0\nK=\n[2]\nCategoryTargetSection=S1\nK=\n"
-        "[3]\nCategoryTargetSection=S2\nK=\n";
-    LoadDataFile(
-        std::make_shared<const IniDocument>(IniDocument::Parse(data, 1252)), "", [] {}, store);
-    const auto settings = SettingsFiles::Read(files, FakeEnvironment(), kFaultyFiles[0]);
-    DeriveKeyStates(store, settings, [] {});
-    for (RowKey key = 1; key <= 3; ++key) {
-        store.SetValue(key, "new", KeyState::ValueSet);
-    }
-    disk.calls = 0;
-    disk.plan = plan;
-    const SaveResult result = WriteChanges(store, files, settings);
-    const bool hasStruck = disk.calls >= plan.call;
-    disk.Restart();
-    ExpectOldOrNew(disk, result, store);
-    EXPECT_TRUE(hasStruck || result.Succeeded());
-    return hasStruck;
-}
-
-TEST(FaultySaveTest, EachOfThreeFilesIsOldOrNewWhateverFails) {
-    const FaultyDisk::Plan plans[] = {
-        {Fault::Once, CallError::Other},
-        {Fault::Forever, CallError::AccessDenied},
-        {Fault::ShortWrite},
-        {Fault::LostWrite},
-        {Fault::DiskFull},
-        {Fault::CrashAfter, CallError::Other, true},
-        {Fault::CrashInside, CallError::Other, true},
-    };
-    for (FaultyDisk::Plan plan : plans) {
-        bool hasStruck = true;
-        for (plan.call = 1; hasStruck && !testing::Test::HasFailure(); ++plan.call) {
-            SCOPED_TRACE(testing::Message() << "fault " << int(plan.fault) << " at " << plan.call);
-            hasStruck = SaveWithFault(plan);
-        }
-        EXPECT_GT(plan.call, 20) << "a save of three files takes more calls";
-    }
 }
 
 TEST(BackupBrowserTest, DiffersInKeysAndNotInTheirPlaces) {

@@ -145,9 +145,9 @@ TEST_F(TrustWindowsTest, ControlsAndColumnsFollowTheWindow) {
 
 TEST_F(TrustWindowsTest, BackupsShowWhatDiffersAndComeBack) {
     const std::string middle = "[Configuration]\r\nPanelsVertical=0\r\n";
-    world.disk.ReplaceWithBackup(SessionWorld::kWincmd, middle);
-    world.disk.ReplaceWithBackup(SessionWorld::kWincmd,
-                                 "[Configuration]\r\nPanelsVertical=2\r\nMore=1\r\n");
+    world.disk.Replace(SessionWorld::kWincmd, middle, Backup::Yes);
+    world.disk.Replace(SessionWorld::kWincmd,
+                                 "[Configuration]\r\nPanelsVertical=2\r\nMore=1\r\n", Backup::Yes);
     ShowBackups([&] {
         EXPECT_FALSE(IsWindowEnabled(window->Handle()));
         EXPECT_FALSE(IsOn(IDOK));

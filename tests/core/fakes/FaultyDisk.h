@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -44,13 +45,26 @@ public:
     Plan plan;
     int calls = 0;
     std::deque<ReplaceResult> replaceResults;  // of the next calls; as usual beyond its end
+    std::function<void()> whileAside;          // in the middle of the next replacement
     unsigned slept = 0;                        // milliseconds
     std::uint64_t now = 0;                     // since 2026-11-21 00:00:00
     bool isLockTaken = false;
     bool hasReplace = true;  // whether the file system has such a function
 
+    // Called with the number of each call before it is carried out: another program's turn.
+    std::function<void(int call)> others;
+
+    // In a new file, or into the one that is there, under all its names.
     void Put(const std::string& path, const std::string& bytes) {
-        m_files[path] = std::make_shared<Node>(Node{bytes, bytes});
+        m_files[path] = std::make_shared<Node>(Node{bytes, bytes, now, 0});
+    }
+    void PutInPlace(const std::string& path, const std::string& bytes) {
+        m_files.at(path)->bytes = m_files.at(path)->flushed = bytes;
+        m_files.at(path)->modified = now;
+    }
+    // Whether somebody keeps writers out.
+    bool IsHeld(const std::string& path) const {
+        return Has(path) && m_files.at(path)->holders > 0;
     }
     void PutHardLink(const std::string& path, const std::string& other) {
         m_files[path] = m_files.at(other);
@@ -81,6 +95,7 @@ public:
     }
 
     FileFacts Inspect(const std::string& path) override {
+        LetOthersWrite();
         FileFacts facts;
         facts.isFolder = m_folders.count(path) != 0;
         facts.error = Begin(facts.isFolder || Has(path));
@@ -89,32 +104,38 @@ public:
         return facts;
     }
     std::optional<FileStamp> Stamp(const std::string& path) override {
-        return Begin(Has(path)) == CallError::None
-                   ? std::optional(FileStamp{BytesOf(path).size(), now})
-                   : std::nullopt;
+        LetOthersWrite();
+        return Begin(Has(path)) == CallError::None ? std::optional(StampOf(path)) : std::nullopt;
     }
-    FileBytes Read(const std::string& path, std::uint64_t maxBytes) override {
+    FileBytes Read(const std::string& path, std::uint64_t maxBytes,
+                   std::unique_ptr<HeldFile>* held) override {
+        LetOthersWrite();
         FileBytes read;
         read.error = Begin(Has(path));
         if (read.error == CallError::None) {
-            read = {read.error, BytesOf(path), {BytesOf(path).size(), now}, LinksOf(path)};
+            read = {read.error, BytesOf(path), StampOf(path), LinksOf(path)};
+        }
+        if (held != nullptr && read.error == CallError::None) {
+            *held = std::make_unique<Held>(m_files.at(path));
         }
         return read.bytes.size() > maxBytes ? FileBytes{CallError::TooLarge, {}, {}} : read;
     }
     CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override {
+        LetOthersWrite();
         files.clear();
         const CallError error = Begin(HasFolderOf(pathPrefix), CallError::FolderMissing);
         const std::size_t nameAt = pathPrefix.rfind('\\') + 1;
         for (const auto& [path, node] : m_files) {
             if (error == CallError::None && path.rfind(pathPrefix, 0) == 0 &&
                 path.find('\\', nameAt) == std::string::npos) {
-                files.push_back({path.substr(nameAt), {node->bytes.size(), now}});
+                files.push_back({path.substr(nameAt), {node->bytes.size(), node->modified}});
             }
         }
         return error;
     }
     CallError Open(const std::string& path, OpenMode mode,
                    std::unique_ptr<WritableFile>& file) override {
+        LetOthersWrite();
         const bool isNew = mode == OpenMode::New;
         const CallError error = isNew && Has(path) ? Begin(false, CallError::Exists)
                                 : isNew ? Begin(HasFolderOf(path), CallError::FolderMissing)
@@ -127,6 +148,7 @@ public:
     }
     CallError Replace(const std::string& path, const std::string& replacement,
                       const std::string& backup) override {
+        LetOthersWrite();
         const CallError error = Begin(Has(path) && Has(replacement));
         if (error != CallError::None || !hasReplace || !HasFolderOf(backup)) {
             return error != CallError::None ? error
@@ -141,13 +163,20 @@ public:
         if (result.movesOld) {
             Rename(path, backup);
         }
+        if (whileAside) {
+            std::exchange(whileAside, nullptr)();
+        }
         result.error = StopsInside() ? CallError::Other : result.error;
+        if (result.error == CallError::None && Has(path)) {
+            result.error = CallError::UnableToMoveNewAtAll;
+        }
         if (result.error == CallError::None) {
             Rename(replacement, path);
         }
         return result.error;
     }
     CallError Move(const std::string& from, const std::string& to, MoveMode mode) override {
+        LetOthersWrite();
         const bool isTaken = mode == MoveMode::KeepExisting && Has(to) && Has(from);
         const CallError error = isTaken ? Begin(false, CallError::Exists) : Begin(Has(from));
         if (error == CallError::None) {
@@ -156,6 +185,7 @@ public:
         return error;
     }
     CallError Delete(const std::string& path) override {
+        LetOthersWrite();
         const CallError error = Begin(Has(path));
         if (error == CallError::None) {
             m_files.erase(path);
@@ -184,12 +214,32 @@ private:
     struct Node {
         std::string bytes;
         std::string flushed;
+        std::uint64_t modified = 0;
+        int holders = 0;
+    };
+
+    class Held final : public HeldFile {
+    public:
+        explicit Held(std::shared_ptr<Node> node) : m_node(std::move(node)) { ++m_node->holders; }
+        ~Held() override { --m_node->holders; }
+        Held(const Held&) = delete;
+        Held& operator=(const Held&) = delete;
+
+    private:
+        std::shared_ptr<Node> m_node;
     };
 
     class File final : public WritableFile {
     public:
         File(FaultyDisk& disk, std::shared_ptr<Node> node)
-            : m_disk(disk), m_node(std::move(node)) {}
+            : m_disk(disk), m_node(node), m_held(std::move(node)) {}
+        FileBytes ReadAndRewind(std::uint64_t) override {
+            FileBytes read;
+            m_place = 0;
+            read.error = m_disk.Begin();
+            read.bytes = m_node->bytes;
+            return read;
+        }
         CallError Write(std::string_view bytes, std::size_t& written) override {
             return m_disk.Write(*m_node, m_place, bytes, written);
         }
@@ -211,8 +261,15 @@ private:
     private:
         FaultyDisk& m_disk;
         std::shared_ptr<Node> m_node;
+        Held m_held;
         std::size_t m_place = 0;
     };
+
+    void LetOthersWrite() {
+        if (others) {
+            others(calls + 1);
+        }
+    }
 
     // Counts the call and says how it ends: by the fault, or with `reason` if it is not possible.
     CallError Begin(bool isPossible = true, CallError reason = CallError::NotFound) {
@@ -244,11 +301,15 @@ private:
             count = std::min(count, node.bytes.size() - std::min(place, node.bytes.size()));
         }
         node.bytes.replace(place, count, bytes.substr(0, count));
+        node.modified = now;
         place += count;
         written = isLost ? bytes.size() : count;
         return isBad                                      ? CallError::Other
                : m_isFull && count == 0 && !bytes.empty() ? CallError::DiskFull
                                                           : CallError::None;
+    }
+    FileStamp StampOf(const std::string& path) const {
+        return {m_files.at(path)->bytes.size(), m_files.at(path)->modified};
     }
     void Rename(const std::string& from, const std::string& to) {
         m_files[to] = m_files.at(from);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -20,6 +21,12 @@ public:
     int stamps = 0;
     int reads = 0;
     int replaces = 0;  // failed ones included
+
+    // Another program's turn: before a read or a replacement of a path, and in the middle of the
+    // next replacement, where it gives what the file that was moved aside holds by then.
+    std::function<void(const std::string& path)> beforeRead;
+    std::function<void(const std::string& path)> beforeExchange;
+    std::function<FileState(const std::string& path)> whileAside;
 
     // The clock in 100 ns units. It stands still unless a test moves it.
     std::uint64_t now = 1'000'000'000'000;
@@ -54,6 +61,9 @@ public:
 
     FileContent Read(const std::string& path, std::uint64_t maxBytes) override {
         ++reads;
+        if (beforeRead) {
+            beforeRead(path);
+        }
         FileContent content;
         content.error = ErrorFor(m_readErrors, path);
         const auto found = m_files.find(Fold(path));
@@ -72,33 +82,46 @@ public:
         return content;
     }
 
-    FileError Replace(const std::string& path, const std::string& bytes) override {
+    ReplaceResult Exchange(const std::string& path, const std::string& bytes,
+                           const FileState& expected, Backup backup) override {
         ++replaces;
-        const FileError error = ErrorFor(m_replaceErrors, path);
-        if (error == FileError::None) {
-            Put(path, bytes);
+        if (beforeExchange) {
+            beforeExchange(path);
         }
-        return error;
-    }
-
-    FileError ReplaceWithBackup(const std::string& path, const std::string& bytes) override {
-        const bool isNew = !Has(path);
-        const std::string old = BytesOf(path);
-        const FileError error = Replace(path, bytes);
-        std::vector<BackupFile>& backups = m_backups[Fold(path)];
-        if (error == FileError::None && !isNew &&
-            (backups.empty() || BytesOf(backups.front().path) != old)) {
-            const std::string number = std::to_string(backups.size() + 1);
-            BackupFile backup = {path + " backups\\" + number, "2026-11-21 06.45.0" + number,
-                                 old.size(), backups.empty()};
-            Put(backup.path, old);
-            backups.insert(backups.begin(), std::move(backup));
+        ReplaceResult result;
+        result.error = ErrorFor(m_replaceErrors, path);
+        if (result.error != FileError::None) {
+            return result;
         }
-        return error;
+        const FileState old = Has(path) ? FileState(BytesOf(path)) : FileState();
+        if (old != expected) {
+            result.error = FileError::Changed;
+            return result;
+        }
+        FileState aside = old;
+        if (whileAside) {
+            aside = std::exchange(whileAside, nullptr)(path);
+        }
+        if (aside && (backup == Backup::Yes || aside != old)) {
+            result.aside = Keep(path, *aside);
+        }
+        if (aside != old) {
+            result.foreign = aside;
+        }
+        Put(path, bytes);
+        return result;
     }
 
     std::vector<BackupFile> ListBackups(const std::string& path) override {
         return m_backups[Fold(path)];
+    }
+
+    FileError DeleteBackup(const std::string& path) override {
+        Remove(path);
+        for (auto& [file, backups] : m_backups) {
+            std::erase_if(backups, [&](const BackupFile& backup) { return backup.path == path; });
+        }
+        return FileError::None;
     }
 
     FileError CheckReplace(const std::string& path) override {
@@ -110,11 +133,12 @@ public:
         return FileError::None;
     }
 
-    std::shared_ptr<FileLock> Lock(const std::string&) override {
+    std::shared_ptr<FileLock> Lock(const std::vector<std::string>&) override {
         return std::make_shared<FileLock>();
     }
 
     std::uint64_t NowTicks() override { return now; }
+    void Sleep(unsigned) override {}
 
 private:
     struct File {
@@ -122,6 +146,20 @@ private:
         std::uint64_t modifiedTicks = 0;
     };
     using Errors = std::map<std::string, FileError>;
+
+    // The path of the backup, unless the newest one has the content already.
+    std::string Keep(const std::string& path, const std::string& bytes) {
+        std::vector<BackupFile>& backups = m_backups[Fold(path)];
+        if (!backups.empty() && BytesOf(backups.front().path) == bytes) {
+            return backups.front().path;
+        }
+        const std::string number = std::to_string(++m_lastBackup);
+        BackupFile backup = {path + " backups\\" + number, "2026-11-21 06.45.0" + number,
+                             bytes.size(), backups.empty()};
+        Put(backup.path, bytes);
+        backups.insert(backups.begin(), backup);
+        return backup.path;
+    }
 
     static std::string Fold(std::string path) {
         for (char& c : path) {
@@ -137,6 +175,7 @@ private:
 
     std::map<std::string, File> m_files;
     std::map<std::string, std::vector<BackupFile>> m_backups;  // by path
+    int m_lastBackup = 0;
     Errors m_readErrors;
     Errors m_replaceErrors;
 };

@@ -256,7 +256,7 @@ protected:
 TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
     world.disk.Put(SessionWorld::kWincmdData, BytesOfFile("Data Files/tc all keys english.tmdf"));
     world.disk.Put(SessionWorld::kWincmd, "[Colors]\r\nBackColor=2\r\n");
-    world.disk.ReplaceWithBackup(SessionWorld::kWincmd, BytesOfFile("samples/Wincmd.ini"));
+    world.disk.Replace(SessionWorld::kWincmd, BytesOfFile("samples/Wincmd.ini"), Backup::Yes);
     for (const TourLanguage& wanted : languages) {
         SCOPED_TRACE(wanted.name);
         StartIn(wanted);

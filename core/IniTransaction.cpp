@@ -1,0 +1,191 @@
+#include "core/IniTransaction.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/IniEntries.h"
+#include "core/ShownValue.h"
+
+namespace tamarind {
+namespace {
+
+// The other program may need a moment to come to its end.
+constexpr unsigned kPauseMs = 20;
+
+}  // namespace
+
+void MergeChanges(IniDocument& base, const IniDocument& from, const IniDocument& to) {
+    ForEachEntry(to, [&](std::string_view section, IniDocument::LineId line) {
+        const std::string_view value = to.Value(line);
+        if (from.FindValue(section, to.KeyName(line)) != value) {
+            WriteExactValue(base, section, to.KeyName(line), value);
+        }
+    });
+    ForEachEntry(from, [&](std::string_view section, IniDocument::LineId line) {
+        if (!to.FindValue(section, from.KeyName(line))) {
+            base.DeleteKey(section, from.KeyName(line));
+        }
+    });
+}
+
+FileError IniTransaction::Begin(const std::vector<std::string>& paths) {
+    m_entries.clear();
+    m_locked.clear();
+    m_lock.reset();
+    if (m_changes >= kMaxRounds) {
+        return FileError::KeepsChanging;
+    }
+    if (m_changes > 0) {
+        m_files.Files().Sleep(kPauseMs);
+    }
+    m_lock = m_files.Files().Lock(paths);
+    if (!m_lock) {
+        return FileError::InUse;
+    }
+    m_locked = paths;
+    return FileError::None;
+}
+
+bool IniTransaction::Holds(const std::vector<std::string>& paths) const {
+    return std::all_of(paths.begin(), paths.end(), [this](const std::string& path) {
+        return std::find(m_locked.begin(), m_locked.end(), path) != m_locked.end();
+    });
+}
+
+void IniTransaction::Pause() {
+    m_entries.clear();
+    m_locked.clear();
+    m_lock.reset();
+    m_changes = 0;
+}
+
+IniSnapshot IniTransaction::Read(const std::string& path) {
+    const Entry& entry = EntryOf(path);
+    return {entry.document, entry.error, entry.isSettled};
+}
+
+void IniTransaction::MakeFrom(const std::string& path, std::string bytes) {
+    m_madeFrom[path] = std::move(bytes);
+    m_entries.erase(path);
+}
+
+IniTransaction::Entry& IniTransaction::EntryOf(const std::string& path) {
+    const auto known = m_entries.find(path);
+    if (known != m_entries.end()) {
+        return known->second;
+    }
+    FileContent content = m_files.Files().Read(path, FileSystem::kMaxFileBytes);
+    Entry entry;
+    entry.error = content.error;
+    if (content.error == FileError::None) {
+        entry.onDisk = std::move(content.bytes);
+    }
+    const auto unmerged = m_unmerged.find(path);
+    const auto madeFrom = m_madeFrom.find(path);
+    const bool isMissing = IsMissing(content.error);
+    const CodePage codePage = m_files.SystemCodePage();
+    if (unmerged != m_unmerged.end() && (entry.onDisk || isMissing)) {
+        entry.error = FileError::None;
+        entry.document =
+            std::make_shared<const IniDocument>(Merged(unmerged->second, entry.onDisk));
+    } else {
+        const bool isMade = isMissing && madeFrom != m_madeFrom.end();
+        entry.error = isMade ? FileError::None : entry.error;
+        entry.document = std::make_shared<const IniDocument>(IniDocument::Parse(
+            isMade ? madeFrom->second : entry.onDisk.value_or(std::string()), codePage));
+    }
+    return m_entries[path] = std::move(entry);
+}
+
+// What has been written into the file since, on top of what is to be edited.
+IniDocument IniTransaction::Merged(const Unmerged& unmerged, const FileState& onDisk) const {
+    const auto parsed = [this](const FileState& state) {
+        return IniDocument::Parse(state.value_or(std::string()), m_files.SystemCodePage());
+    };
+    IniDocument base = parsed(unmerged.base);
+    if (unmerged.written != onDisk) {
+        MergeChanges(base, parsed(unmerged.written), parsed(onDisk));
+    }
+    return base;
+}
+
+IniTransaction::Written IniTransaction::Edit(const std::string& path,
+                                             const std::function<IniEdit(IniDocument&)>& edit) {
+    Entry& entry = EntryOf(path);
+    Written written;
+    if (entry.error != FileError::None && !IsMissing(entry.error)) {
+        written.result.error = entry.error;
+        return written;
+    }
+    IniDocument document = *entry.document;
+    const IniEdit edited = edit(document);
+    if (IsRefused(edited)) {
+        written.result.refused = edited;
+        return written;
+    }
+    std::string bytes = document.Bytes();
+    if (bytes != entry.onDisk.value_or(std::string())) {
+        const bool isFirst = !std::exchange(m_isBackedUp[path], true);
+        ReplaceResult replaced =
+            m_files.Files().Exchange(path, bytes, entry.onDisk, isFirst ? m_backup : Backup::No);
+        written.result.error = replaced.error;
+        written.isAgain = replaced.foreign || replaced.error == FileError::Changed;
+        if (replaced.error != FileError::None && !replaced.foreign) {
+            m_isBackedUp[path] = !isFirst;
+        }
+        if (replaced.foreign) {
+            const bool isReplaced = replaced.error == FileError::None;
+            Remember(path, entry, isReplaced ? FileState(bytes) : FileState(), std::move(replaced));
+        }
+    }
+    if (written.isAgain) {
+        ++m_changes;
+        return written;
+    }
+    if (written.result.Succeeded()) {
+        m_unmerged.erase(path);
+        entry.error = FileError::None;
+        entry.document = std::make_shared<const IniDocument>(std::move(document));
+        entry.onDisk = std::move(bytes);
+    }
+    return written;
+}
+
+// Of several texts of another program the last one stays among the backups; those before it are in
+// what is edited next.
+void IniTransaction::Remember(const std::string& path, const Entry& entry, const FileState& written,
+                              ReplaceResult&& replaced) {
+    // What is just the file as it was read is a backup like any other.
+    const bool isTheirs = replaced.foreign != entry.onDisk;
+    Unmerged next = {*replaced.foreign, written, isTheirs ? replaced.aside : std::string()};
+    const auto former = m_unmerged.find(path);
+    if (former != m_unmerged.end()) {
+        next.base = Merged({entry.document->Bytes(), entry.onDisk, {}}, replaced.foreign).Bytes();
+        if (!former->second.aside.empty() && isTheirs) {
+            m_files.Files().DeleteBackup(former->second.aside);
+        }
+    }
+    m_unmerged[path] = std::move(next);
+}
+
+std::string IniTransaction::AsideOf(const std::string& path) const {
+    const auto unmerged = m_unmerged.find(path);
+    return unmerged == m_unmerged.end() ? std::string() : unmerged->second.aside;
+}
+
+ProfileResult EditIniFile(IniFiles& files, const std::string& path,
+                          const std::function<IniEdit(IniDocument&)>& edit, Backup backup) {
+    IniTransaction transaction(files, backup);
+    for (;;) {
+        const FileError error = transaction.Begin({path});
+        if (error != FileError::None) {
+            return {error, IniEdit::Unchanged, transaction.AsideOf(path)};
+        }
+        const IniTransaction::Written written = transaction.Edit(path, edit);
+        if (!written.isAgain) {
+            return written.result;
+        }
+    }
+}
+
+}  // namespace tamarind
