@@ -73,8 +73,7 @@ DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std:
         if (now.document->Bytes() != known->Bytes()) {
             transaction.Pause();
             if (!mayWrite()) {
-                result.isCancelled = true;
-                return result;
+                return {{}, true};
             }
             known = now.document;  // the answer is about this state
             continue;

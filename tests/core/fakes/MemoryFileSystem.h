@@ -56,7 +56,10 @@ public:
     std::optional<FileStamp> Stamp(const std::string& path) override {
         ++stamps;
         const auto found = m_files.find(Fold(path));
-        return found == m_files.end() ? std::nullopt : std::optional(StampOf(found->second));
+        const FileError error = ErrorFor(m_readErrors, path);
+        const bool isFound = found != m_files.end() && error != FileError::NotFound &&
+                             error != FileError::Unreachable;
+        return isFound ? std::optional(StampOf(found->second)) : std::nullopt;
     }
 
     FileContent Read(const std::string& path, std::uint64_t maxBytes) override {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@ public:
     std::vector<FileQuestion> questions;
     std::deque<bool> conflictsToTake;  // the file's value; one's own beyond its end
     bool cancelsConflicts = false;
+    std::function<void()> onConflicts;  // while the question is open
     std::vector<std::string> asked;
     int beeps = 0;
 
@@ -61,6 +63,9 @@ public:
         for (ValueConflict& conflict : conflicts) {
             asked.push_back(conflict.key + ": " + conflict.mine + " | " + conflict.theirs);
             conflict.takesTheirs = Next(conflictsToTake, false);
+        }
+        if (onConflicts) {
+            onConflicts();
         }
         return !cancelsConflicts;
     }
