@@ -14,8 +14,6 @@ namespace tamarind {
 namespace {
 
 constexpr int kProgramIcon = 1;  // its number among the resources
-constexpr int kMinWidth = 400;   // pixels at 96 DPI
-constexpr int kMinHeight = 300;
 constexpr int kToolbarMargin = 2;
 constexpr const wchar_t* kClassName = L"frmMain";
 constexpr UINT kCheckFiles = WM_APP + 1;
@@ -139,8 +137,8 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_GETMINMAXINFO: {
             auto& info = *reinterpret_cast<MINMAXINFO*>(lParam);
-            const int dpi = m_look.dpi > 0 ? m_look.dpi : SystemDpi();
-            info.ptMinTrackSize = {ScaledPixels(kMinWidth, dpi), ScaledPixels(kMinHeight, dpi)};
+            const SIZE least = LeastMainWindowSize(m_look.dpi > 0 ? m_look.dpi : SystemDpi());
+            info.ptMinTrackSize = {least.cx, least.cy};
             return 0;
         }
         case WM_COMMAND:
