@@ -146,12 +146,12 @@ bool EditorSession::Save(bool restarts) {
     const auto restart = [&](bool closeOnly, const char* switchText) {
         m_isBusy = true;
         m_listener->OnCommandsChanged();
-        const bool hasClosed = m_totalCommander.RestartTotalCommander(
+        const RestartResult result = m_totalCommander.RestartTotalCommander(
             closeOnly, true, switchText, m_settingsPath, m_settings.Path());
         m_isBusy = false;
-        return hasClosed;
+        return result;
     };
-    const bool stillRuns = restarts && !restart(true, " /i=");
+    const bool stillRuns = restarts && restart(true, " /i=").stillRuns;
     if (!TakeOutsideChanges(true)) {
         return false;
     }
@@ -160,8 +160,9 @@ bool EditorSession::Save(bool restarts) {
         SetModified(false);
     }
     AfterSave();
+    RestartResult started;
     if (restarts) {
-        restart(false, m_target == SettingsTarget::WcxFtp ? " /f=" : " /i=");
+        started = restart(false, m_target == SettingsTarget::WcxFtp ? " /f=" : " /i=");
     }
     m_listener->OnCommandsChanged();
     if (!result.Succeeded()) {
@@ -170,6 +171,10 @@ bool EditorSession::Save(bool restarts) {
     if (stillRuns) {
         m_services.prompts.ShowMessage(MessageIcon::Exclamation,
                                        Text(text::kTotalCommanderStillRuns));
+    }
+    if (!started.refusedPath.empty()) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation,
+                                       Text(text::kQuoteInPath) + " " + started.refusedPath);
     }
     return result.Succeeded();
 }
