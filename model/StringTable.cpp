@@ -164,6 +164,9 @@ constexpr TextRow kTexts[] = {
     {4043, "What was written could not be read back."},
     {4044, "Key"},
     {4046, "Total Commander was not started, because this path contains a quotation mark:"},
+    {4047,
+     "The favorites were not changed. The names of their keys can have at most 4,094 characters "
+     "together."},
 };
 
 }  // namespace
