@@ -80,6 +80,7 @@ void RegisterFileType(Registry& registry) {
 }
 
 int Run(int showCommand) {
+    SearchSystemFolderOnly();
     // A drive without a disk is a missing file, not a question of the system's.
     SetErrorMode(SEM_FAILCRITICALERRORS);
     INITCOMMONCONTROLSEX controls{};

@@ -315,6 +315,7 @@ private:
     void ReportUnsaved(const SaveResult& result);
     std::string Reason(const ProfileResult& result) const;
     void ReportFailure(std::uint16_t message, const std::string& path, const ProfileResult& result);
+    void ReportFavorites(const FavoritesChange& change);
     void SetUpRecentFiles();
     void SaveRecentFiles();
     void AddRecentFile(const std::string& path);

@@ -40,6 +40,20 @@ std::vector<std::string> KeysOf(const IniDocument& file) {
     return names;
 }
 
+// Whether the buffer that the names are read through takes all of them.
+bool IsReadWhole(const IniDocument& file) {
+    const auto section = file.FindSection(kSection);
+    std::size_t count = 0;
+    bool isWhole = true;
+    if (section) {
+        ForEachKey(file, *section, [&](IniDocument::LineId line, std::string_view name) {
+            ++count;
+            isWhole = isWhole && name.size() == file.KeyName(line).size();
+        });
+    }
+    return isWhole && count == KeysOf(file).size();
+}
+
 // The names of the rows that are shown, sorted: one look then tells whether any begins with a text.
 class ShownNames {
 public:
@@ -66,6 +80,7 @@ private:
 void Favorites::CreateFavoritesList(const KeyList& keys, const KeyStore& store) {
     m_items.clear();
     const IniSnapshot file = m_files.Read(m_settingsPath);
+    m_isCut = !IsReadWhole(*file.document);
     const auto section = file.document->FindSection(kSection);
     if (!section) {
         return;
@@ -96,14 +111,23 @@ bool Favorites::FavoriteExists(std::string_view name) const {
     });
 }
 
-ProfileResult Favorites::Add(const std::string& name, const std::string& caption) {
-    ProfileTransaction transaction(m_files, m_settingsPath);
-    transaction.SetValue(kSection, name, caption);
-    return transaction.Commit();
+// An edit after which some names would not be read any more is none.
+FavoritesChange Favorites::Edit(const std::function<IniEdit(IniDocument&)>& edit) {
+    FavoritesChange change;
+    change.saved = EditIniFile(m_files, m_settingsPath, [&](IniDocument& file) {
+        const IniEdit done = edit(file);
+        change.isTooLong = !IsRefused(done) && !IsReadWhole(file);
+        return change.isTooLong ? IniEdit::TextNotStorable : done;
+    });
+    return change;
 }
 
-ProfileResult Favorites::Replace(std::span<const Favorite> items) {
-    return EditIniFile(m_files, m_settingsPath, [&](IniDocument& file) {
+FavoritesChange Favorites::Add(const std::string& name, const std::string& caption) {
+    return Edit([&](IniDocument& file) { return file.SetValue(kSection, name, caption); });
+}
+
+FavoritesChange Favorites::Replace(std::span<const Favorite> items) {
+    return Edit([&](IniDocument& file) {
         IniEdit edit = IniEdit::Changed;
         for (const std::string& name : KeysOf(file)) {
             file.DeleteKey(kSection, name);

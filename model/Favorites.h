@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,6 +20,13 @@ struct Favorite {
     bool IsSeparator() const { return caption == "-"; }
 };
 
+// What a change of the list came to. Nothing was written unless it succeeded.
+struct FavoritesChange {
+    ProfileResult saved;
+    bool isTooLong = false;  // the names could not all be read again
+    bool Succeeded() const { return saved.Succeeded() && !isTooLong; }
+};
+
 // The user's favorites as they stand in the program's settings file, in the order of the menu.
 class Favorites {
 public:
@@ -34,17 +42,23 @@ public:
     const std::vector<Favorite>& Items() const { return m_items; }
     bool IsFull() const;
 
+    // Whether the file has names beyond those that were read; a change would lose them.
+    bool IsCut() const { return m_isCut; }
+
     // Whether there is a favorite of that name; what follows a "=" does not count.
     bool FavoriteExists(std::string_view name) const;
 
     // Each writes to the file; the list is read again by CreateFavoritesList.
-    ProfileResult Add(const std::string& name, const std::string& caption);
-    ProfileResult Replace(std::span<const Favorite> items);
+    FavoritesChange Add(const std::string& name, const std::string& caption);
+    FavoritesChange Replace(std::span<const Favorite> items);
 
 private:
+    FavoritesChange Edit(const std::function<IniEdit(IniDocument&)>& edit);
+
     IniFiles& m_files;
     const std::string& m_settingsPath;
     std::vector<Favorite> m_items;
+    bool m_isCut = false;
 };
 
 }  // namespace tamarind

@@ -79,7 +79,8 @@ bool OptionsEditor::SelectColor(Color color) {
 
 bool OptionsEditor::SelectFont() {
     Settings& settings = m_settings.Values();
-    FontChoice font{settings.fontName, settings.fontSize, settings.fontStyle, settings.fontScript};
+    FontChoice font{settings.fontName, UsableFontSize(settings.fontSize), settings.fontStyle,
+                    settings.fontScript};
     if (!m_prompts.FontSelect(font)) {
         return false;
     }

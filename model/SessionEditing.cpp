@@ -149,27 +149,35 @@ bool EditorSession::Save(bool restarts) {
         m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kNoSettingsFile));
         return false;
     }
-    const auto restart = [&](bool closeOnly, const char* switchText) {
+    const auto whileBusy = [this](const auto& act) {
         m_isBusy = true;
         m_listener->OnCommandsChanged();
-        const bool hasClosed = m_totalCommander.RestartTotalCommander(
-            closeOnly, true, switchText, m_settingsPath, m_settings.Path());
+        const RestartResult result = act();
         m_isBusy = false;
-        return hasClosed;
+        return result;
     };
-    const bool wasRunning = restarts && m_totalCommander.IsRunning();
-    const bool stillRuns = restarts && !restart(true, " /i=");
+    RestartResult closed;
+    if (restarts) {
+        closed = whileBusy([&] { return m_totalCommander.Close(m_settings.Path()); });
+    }
     const SaveResult result = WriteSettings();
-    if (restarts && (wasRunning || !result.isCancelled)) {
-        restart(false, m_target == SettingsTarget::WcxFtp ? " /f=" : " /i=");
+    RestartResult started;
+    if (restarts && (closed.hasClosed || !result.isCancelled)) {
+        const char* const switchText = m_target == SettingsTarget::WcxFtp ? " /f=" : " /i=";
+        started = whileBusy(
+            [&] { return m_totalCommander.Start(switchText, m_settingsPath, m_settings.Path()); });
     }
     m_listener->OnCommandsChanged();
     if (!result.failures.empty()) {
         ReportUnsaved(result);
     }
-    if (stillRuns) {
+    if (closed.stillRuns) {
         m_services.prompts.ShowMessage(MessageIcon::Exclamation,
                                        Text(text::kTotalCommanderStillRuns));
+    }
+    if (!started.refusedPath.empty()) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation,
+                                       Text(text::kQuoteInPath) + " " + started.refusedPath);
     }
     return result.Succeeded();
 }

@@ -66,13 +66,21 @@ std::optional<std::string> EditorSession::BeginAddFavorite() {
 }
 
 bool EditorSession::AddFavorite(const std::string& name, const std::string& caption) {
-    const ProfileResult result = m_favorites.Add(name, caption);
-    if (!result.Succeeded()) {
-        ReportFailure(text::kCannotSaveFile, m_settings.Path(), result);
+    const FavoritesChange change = m_favorites.Add(name, caption);
+    if (!change.Succeeded()) {
+        ReportFavorites(change);
         return false;
     }
     CreateFavoritesList(true);
     return true;
+}
+
+void EditorSession::ReportFavorites(const FavoritesChange& change) {
+    if (change.isTooLong) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kFavoritesTooLong));
+    } else {
+        ReportFailure(text::kCannotSaveFile, m_settings.Path(), change.saved);
+    }
 }
 
 bool EditorSession::FavoriteDefinition(std::string_view name) {
@@ -109,10 +117,14 @@ bool EditorSession::OrganizerDefinition(bool beeps) {
 
 bool EditorSession::ApplyOrganizer() {
     m_favorites.CreateFavoritesList(m_keys, m_store);
-    m_organizer.AppendUnknown(m_favorites.Items());
-    const ProfileResult result = m_favorites.Replace(m_organizer.Rows());
-    if (!result.Succeeded()) {
-        ReportFailure(text::kCannotSaveFile, m_settings.Path(), result);
+    FavoritesChange change;
+    change.isTooLong = m_favorites.IsCut();
+    if (!change.isTooLong) {
+        m_organizer.AppendUnknown(m_favorites.Items());
+        change = m_favorites.Replace(m_organizer.Rows());
+    }
+    if (!change.Succeeded()) {
+        ReportFavorites(change);
         return false;
     }
     m_organizer.SetApplied();

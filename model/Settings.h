@@ -49,4 +49,14 @@ struct Settings {
     std::string totalCommanderFolder;  // ends with a backslash
 };
 
+// Sizes as they are used: one that only a damaged file holds means the usual one. The settings keep
+// what the file says, so that it is not rewritten.
+constexpr std::int32_t UsableFontSize(std::int32_t points) {
+    return points >= 4 && points <= 144 ? points : 10;
+}
+// The place of a splitter's bar, at most 100 inches.
+constexpr std::int32_t UsableBarPosition(std::int32_t twips) {
+    return twips > 0 && twips <= 144'000 ? twips : 4000;
+}
+
 }  // namespace tamarind

@@ -22,6 +22,7 @@ constexpr std::string_view kUserFolder = "Tamarind Editors";
 enum class Written {
     OnSave,
     OnSaveUnlessMaximized,
+    WithFavoriteWindow,
     AtOnce,  // by WriteNow
     Never,   // set by hand only
 };
@@ -80,12 +81,14 @@ constexpr SettingRow kRows[] = {
     {"TCInstallDir", kCommon, &Settings::totalCommanderFolder, "@", nullptr, Written::Never},
     {"ShowControlsBackColor", kCommon, &Settings::showControlsBackColor, "0", nullptr,
      Written::Never},
-    {"FavoriteWindowLeft", kEditor, &Settings::favoriteWindowLeft, "0", nullptr, Written::AtOnce},
-    {"FavoriteWindowTop", kEditor, &Settings::favoriteWindowTop, "0", nullptr, Written::AtOnce},
+    {"FavoriteWindowLeft", kEditor, &Settings::favoriteWindowLeft, "0", nullptr,
+     Written::WithFavoriteWindow},
+    {"FavoriteWindowTop", kEditor, &Settings::favoriteWindowTop, "0", nullptr,
+     Written::WithFavoriteWindow},
     {"FavoriteWindowWidth", kEditor, &Settings::favoriteWindowWidth, "2600", nullptr,
-     Written::AtOnce},
+     Written::WithFavoriteWindow},
     {"FavoriteWindowHeight", kEditor, &Settings::favoriteWindowHeight, "7020", nullptr,
-     Written::AtOnce},
+     Written::WithFavoriteWindow},
     {"WincmdDataFile", kEditor, &Settings::wincmdDataFile, "@", nullptr, Written::AtOnce},
     {"WcxftpDataFile", kEditor, &Settings::wcxFtpDataFile, "@", nullptr, Written::AtOnce},
     {"StartUpIniFile", kEditor, &Settings::startUpIniFile, "Wincmd", nullptr, Written::AtOnce},
@@ -250,15 +253,15 @@ void SettingsStore::SetLanguageFile(const std::string& path) {
     Derive();
 }
 
-ProfileResult SettingsStore::SaveSettings() {
+// Of those settings of which `isWritten` is true, in one step, those that changed since they were
+// read or last written.
+template <typename IsWritten>
+ProfileResult SettingsStore::WriteChanged(IsWritten isWritten) {
     ProfileTransaction transaction(m_files, m_path);
     std::vector<std::string> texts = m_stored;
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
-        const bool isWritten = kRows[row].written == Written::OnSave ||
-                               (kRows[row].written == Written::OnSaveUnlessMaximized &&
-                                m_values.mainWindowMaximized == 0);
         std::string text(TrimIniSpaces(TextOf(row)));
-        if (isWritten && text != m_stored[row] && text != MissingValueMarker) {
+        if (isWritten(kRows[row].written) && text != m_stored[row] && text != MissingValueMarker) {
             transaction.SetValue(kRows[row].section, kRows[row].key, text);
             texts[row] = std::move(text);
         }
@@ -270,14 +273,15 @@ ProfileResult SettingsStore::SaveSettings() {
     return saved;
 }
 
+ProfileResult SettingsStore::SaveSettings() {
+    return WriteChanged([&](Written written) {
+        return written == Written::OnSave ||
+               (written == Written::OnSaveUnlessMaximized && m_values.mainWindowMaximized == 0);
+    });
+}
+
 ProfileResult SettingsStore::WriteFavoriteWindow() {
-    ProfileTransaction transaction(m_files, m_path);
-    for (const Member member : {&Settings::favoriteWindowLeft, &Settings::favoriteWindowTop,
-                                &Settings::favoriteWindowWidth, &Settings::favoriteWindowHeight}) {
-        const std::size_t row = RowOf(member);
-        transaction.SetValue(kRows[row].section, kRows[row].key, TextOf(row));
-    }
-    return transaction.Commit();
+    return WriteChanged([](Written written) { return written == Written::WithFavoriteWindow; });
 }
 
 ProfileResult SettingsStore::WriteNow(std::string Settings::*member, const std::string& value) {

@@ -49,7 +49,7 @@ public:
     // shares. A text equal to the MissingValueMarker is not written.
     ProfileResult WriteNow(std::string Settings::*member, const std::string& value);
 
-    // Writes the organize window's place as it is in Values() now.
+    // The same for the organize window's place.
     ProfileResult WriteFavoriteWindow();
 
     const std::string& Path() const { return m_path; }
@@ -64,6 +64,8 @@ private:
     void SetText(std::size_t row, const std::string& text);
     void RememberAll();
     void ReadRow(const IniDocument& file, std::size_t row);
+    template <typename IsWritten>
+    ProfileResult WriteChanged(IsWritten isWritten);
 
     IniFiles& m_files;
     const Environment& m_environment;

@@ -163,6 +163,10 @@ constexpr TextRow kTexts[] = {
     {4042, "Settings of this program:"},
     {4043, "What was written could not be read back."},
     {4044, "Key"},
+    {4046, "Total Commander was not started, because this path contains a quotation mark:"},
+    {4047,
+     "The favorites were not changed. The names of their keys can have at most 4,094 characters "
+     "together."},
     {4050, "It cannot be reached at the moment."},
     {4051, "This cannot be the name of a file."},
     {4052, "Another program keeps writing this file."},

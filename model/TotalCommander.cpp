@@ -27,32 +27,54 @@ std::string TotalCommander::ProgramPath(const std::string& folder) const {
     return !FileExists(program, files) && FileExists(program64, files) ? program64 : program;
 }
 
-bool TotalCommander::RestartTotalCommander(bool closeOnly, bool withArguments,
-                                           const std::string& switchText,
-                                           const std::string& settingsPath,
-                                           const std::string& ownSettings) {
-    const std::string folder = InstallFolder(ownSettings);
-    if (folder.empty()) {
-        return true;
+RestartResult TotalCommander::RestartTotalCommander(bool closeOnly, bool withArguments,
+                                                    const std::string& switchText,
+                                                    const std::string& settingsPath,
+                                                    const std::string& ownSettings) {
+    return closeOnly ? Close(ownSettings)
+                     : Start(switchText, withArguments ? settingsPath : "", ownSettings);
+}
+
+RestartResult TotalCommander::Close(const std::string& ownSettings) {
+    if (InstallFolder(ownSettings).empty()) {
+        return {};
     }
     const bool wasRunning = m_programs.IsTotalCommanderRunning();
     if (wasRunning) {
         m_programs.BringTotalCommanderToFront();
-        if (closeOnly) {
-            m_programs.CloseTotalCommander();
-        }
+        m_programs.CloseTotalCommander();
     }
     m_programs.WaitHalfSecond();
-    if (closeOnly) {
+    RestartResult result;
+    if (wasRunning) {
         // Its last write is to come before ours.
-        return !wasRunning || m_programs.WaitForTotalCommanderEnd(kEndingMs);
+        result.hasClosed = m_programs.WaitForTotalCommanderEnd(kEndingMs);
+        result.stillRuns = !result.hasClosed;
     }
-    std::string commandLine = "\"" + ProgramPath(folder) + "\"";
-    if (withArguments) {
-        commandLine += switchText + "\"" + settingsPath + "\"";
+    return result;
+}
+
+RestartResult TotalCommander::Start(const std::string& switchText, const std::string& settingsPath,
+                                    const std::string& ownSettings) {
+    const std::string folder = InstallFolder(ownSettings);
+    if (folder.empty()) {
+        return {};
     }
-    m_programs.Start(commandLine);
-    return true;
+    const std::string program = ProgramPath(folder);
+    RestartResult result;
+    for (const std::string& path : {program, settingsPath}) {
+        // No file's name has one: it would end the quoted path and make arguments of the rest.
+        if (path.find('"') != std::string::npos) {
+            result.refusedPath = path;
+            return result;
+        }
+    }
+    if (m_programs.IsTotalCommanderRunning()) {
+        m_programs.BringTotalCommanderToFront();
+    }
+    m_programs.WaitHalfSecond();
+    m_programs.Start(program, settingsPath.empty() ? "" : switchText + "\"" + settingsPath + "\"");
+    return result;
 }
 
 }  // namespace tamarind

@@ -22,10 +22,18 @@ public:
     // Handles the window's events until the process that was asked to close has ended, for up to so
     // many milliseconds. False: it still runs.
     virtual bool WaitForTotalCommanderEnd(int milliseconds) = 0;
-    // Starts a program with a normal window; a failure is not reported.
-    virtual void Start(const std::string& commandLine) = 0;
+    // Starts the program at `path`, and no other, with a normal window; a failure is not reported.
+    // `arguments` follow the quoted path on the command line; they begin with a blank.
+    virtual void Start(const std::string& path, const std::string& arguments) = 0;
     // Opens a file with the program that the user has for it; a failure is not reported.
     virtual void OpenDocument(const std::string& path) = 0;
+};
+
+// What closing and starting Total Commander came to.
+struct RestartResult {
+    bool hasClosed = false;   // it ran, was asked to close and did
+    bool stillRuns = false;   // it ran, was asked to close and did not
+    std::string refusedPath;  // not started, for the quotation mark in this path; else empty
 };
 
 // Closes Total Commander before a save and starts it again behind it: it keeps its settings in
@@ -37,13 +45,21 @@ public:
 
     bool IsRunning() const { return m_programs.IsTotalCommanderRunning(); }
 
-    // With `closeOnly` asks a running one to close and waits; else brings one that still runs to
-    // the front, waits, and starts the program with `switchText` (" /i=" or " /f=") and the quoted
-    // `settingsPath`. Does nothing where its folder is known neither to the environment nor to
-    // the program's own settings file `ownSettings`. Returns whether no Total Commander that was
-    // asked to close still runs.
-    bool RestartTotalCommander(bool closeOnly, bool withArguments, const std::string& switchText,
-                               const std::string& settingsPath, const std::string& ownSettings);
+    // Closes with `closeOnly`, else starts, with `switchText` (" /i=" or " /f=") and the quoted
+    // `settingsPath` as its arguments if it is to have any. Does nothing where its folder is known
+    // neither to the environment nor to the program's own settings file `ownSettings`.
+    RestartResult RestartTotalCommander(bool closeOnly, bool withArguments,
+                                        const std::string& switchText,
+                                        const std::string& settingsPath,
+                                        const std::string& ownSettings);
+
+    // Asks a running one to close and waits until it has, for some seconds.
+    RestartResult Close(const std::string& ownSettings);
+
+    // Brings one that still runs to the front, waits, and starts the program. `settingsPath` is
+    // empty for none.
+    RestartResult Start(const std::string& switchText, const std::string& settingsPath,
+                        const std::string& ownSettings);
 
 private:
     std::string InstallFolder(const std::string& ownSettings);

@@ -7,13 +7,24 @@ Every function that a program imports must stand in packaging/imports.txt, the l
 are part of Windows 7. A function that is not there stops Windows from starting the program, whether or not it is ever
 called. The file must also be small, made for Windows 7 or older, protected by ASLR and DEP, and marked as knowing the
 versions of Windows from 7 to 10.
+
+The libraries that our sources name to load them at run time must stand in the same list. No call may look for one by
+its bare name wherever Windows looks, which includes folders that others may write to.
 """
 
+import re
 import struct
 import sys
 from pathlib import Path
 
-LIST = Path(__file__).resolve().parents[1] / "packaging" / "imports.txt"
+ROOT = Path(__file__).resolve().parents[1]
+LIST = ROOT / "packaging" / "imports.txt"
+LOADED_BY_NAME = "loaded by name"  # the list's heading
+SOURCE_FOLDERS = ("app", "core", "model", "ui")
+# A call that loads a library, with its arguments; and what says there that it comes from the system's folder, or
+# that the name is a whole path.
+LOAD_CALL = re.compile(r"\bLoad(?:Packaged)?Library(?:Ex)?[AW]?\s*\([^;]*")
+SAFE_LOADS = ("LOAD_LIBRARY_SEARCH_SYSTEM32", "LOAD_WITH_ALTERED_SEARCH_PATH")
 MAX_BYTES = 800 * 1024
 WINDOWS_7 = (6, 1)
 
@@ -167,12 +178,41 @@ def header_faults(program):
             yield f"does not name {name} in its manifest"
 
 
+def read_sources():
+    """The text of each source by its name in the tree, without comments."""
+    return {str(path.relative_to(ROOT)): re.sub(r"//.*", "", path.read_text(encoding="utf-8"))
+            for folder in SOURCE_FOLDERS for path in sorted((ROOT / folder).rglob("*"))
+            if path.suffix in (".cpp", ".h")}
+
+
+def named_libraries(sources):
+    return {name.lower() for source in sources.values() for name in re.findall(r'"([\w.-]+\.dll)"', source, re.I)}
+
+
+def load_faults(sources, allowed):
+    for name, source in sources.items():
+        for call in LOAD_CALL.findall(source):
+            if not any(flag in call for flag in SAFE_LOADS):
+                yield f"{name}: {' '.join(call.split())} looks for the library in unsafe folders, too"
+    named, listed = named_libraries(sources), allowed.get(LOADED_BY_NAME, set())
+    for library in sorted(named - listed):
+        yield f"the sources name {library}, which is not listed as {LOADED_BY_NAME}"
+    for library in sorted(listed - named):
+        yield f"no source names {library}, which is listed as {LOADED_BY_NAME}"
+
+
 def main():
     if len(sys.argv) < 2:
         print("usage: check_imports.py PROGRAM...", file=sys.stderr)
         return 2
     allowed = read_list(LIST)
     status = 0
+    sources = read_sources()
+    for fault in load_faults(sources, allowed):
+        print(fault, file=sys.stderr)
+        status = 1
+    if not status:
+        print(f"loaded by name, from the system's folder alone: {', '.join(sorted(named_libraries(sources)))}")
     for name in sys.argv[1:]:
         try:
             program = Program(Path(name).read_bytes())

@@ -178,6 +178,45 @@ TEST_F(FindingTest, TheMenuIsFullAtNinetySevenFavorites) {
     EXPECT_EQ(world.prompts.messages.back(), "iFavorites list cannot contain more than 99 items.");
 }
 
+// What is read again is cut behind 4,094 characters.
+TEST_F(FindingTest, FavoritesThatWouldBeCutAreRefused) {
+    const auto file = [&] { return world.disk.BytesOf(SessionWorld::kOwnSettings); };
+    const struct {
+        std::string names;
+        bool takesAnother;    // "ColorBack"
+        bool takesSeparator;  // "Sp_1"
+    } cases[] = {
+        {std::string(4084, 'x'), true, true},
+        {std::string(4085, 'x'), false, true},
+        {std::string(4089, 'x'), false, true},
+        {std::string(4090, 'x'), false, false},
+        {"A=\r\n" + std::string(4093, 'x'), false, false},  // cut as it stands
+        {std::string(4093, 'x') + "=\r\nLost", false, false},
+    };
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(testCase.names.size());
+        Start("ColorBack=1\r\n", "[FavoritesList]\r\n" + testCase.names + "=x\r\n");
+        const std::string before = file();
+        Session().SetOrganizerOpen(true);
+        FavoritesOrganizer& organizer = Session().Organizer();
+        ASSERT_TRUE(organizer.AddSeparator());
+        const std::size_t count = organizer.Rows().size();
+        EXPECT_EQ(Session().ApplyOrganizer(), testCase.takesSeparator);
+        EXPECT_EQ(organizer.IsChanged(), !testCase.takesSeparator);
+        EXPECT_EQ(organizer.Rows().size(), count);
+        EXPECT_EQ(file() == before, !testCase.takesSeparator);
+
+        world.disk.Put(SessionWorld::kOwnSettings, before);
+        world.prompts.messages.clear();
+        EXPECT_EQ(Session().AddFavorite("ColorBack", "Back"), testCase.takesAnother);
+        EXPECT_EQ(file() == before, !testCase.takesAnother);
+        EXPECT_EQ(world.prompts.messages,
+                  testCase.takesAnother
+                      ? std::vector<std::string>()
+                      : std::vector{"!" + Session().Text(text::kFavoritesTooLong)});
+    }
+}
+
 TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     Start("ColorBack=1\r\n",
           "[FavoritesList]\r\nA=First\r\nB=Second\r\nC=Third\r\n[Other]\r\nx=1\r\n");

@@ -50,6 +50,19 @@ TEST_F(SettingsTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
     }
 }
 
+TEST_F(SettingsTest, OnlySizesOfUseAreUsed) {
+    for (const auto& [points, used] : {std::pair(3, 10), {4, 4}, {144, 144}, {145, 10}}) {
+        SettingsStore store = Loaded("[ConfigurationEditor]\nFontSize=" + std::to_string(points));
+        OptionsEditor(store, world.prompts, "").SelectFont();
+        EXPECT_EQ(world.prompts.fontsShown.back().points, used);
+        EXPECT_EQ(store.Values().fontSize, points);  // the user chose none
+    }
+    for (const auto& [twips, used] :
+         {std::pair(0, 4000), {1, 1}, {144'000, 144'000}, {144'001, 4000}}) {
+        EXPECT_EQ(UsableBarPosition(twips), used);
+    }
+}
+
 TEST_F(SettingsTest, TotalCommandersFolderComesFromSettingEnvironmentOrWindows) {
     EXPECT_EQ(Loaded("[Common]\nTCInstallDir=D:\\Tools\n").Values().totalCommanderFolder,
               "D:\\Tools\\");

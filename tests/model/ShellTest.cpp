@@ -149,5 +149,46 @@ TEST_F(ShellTest, HelpIsOpenedInTheFormThatIsThere) {
                                                   "open C:\\Tamarind\\Readme.chm"));
 }
 
+TEST_F(ShellTest, ClosingTellsWhatIsToBeStartedAgain) {
+    Start("");
+    TotalCommander totalCommander(world.programs, world.files, world.environment);
+    for (const auto& [isRunning, refuses] :
+         {std::pair(false, false), {true, false}, {true, true}}) {
+        world.programs.isRunning = isRunning;
+        world.programs.refusesToClose = refuses;
+        const RestartResult result = totalCommander.Close(SessionWorld::kOwnSettings);
+        EXPECT_EQ(result.hasClosed, isRunning && !refuses);
+        EXPECT_EQ(result.stillRuns, refuses);
+    }
+    world.programs.calls.clear();
+    totalCommander.Start(" /i=", "", SessionWorld::kOwnSettings);
+    EXPECT_THAT(world.programs.calls,
+                ElementsAre("front", "wait", "start \"C:\\TC\\Totalcmd.exe\""));
+}
+
+// What follows the mark would be arguments, or another program.
+TEST_F(ShellTest, APathWithAQuotationMarkStartsNothing) {
+    const struct {
+        const char* folder;
+        const char* settings;
+        const char* refused;
+    } cases[] = {
+        {"C:\\TC\" /x=\"", SessionWorld::kWincmd, "C:\\TC\" /x=\"\\Totalcmd.exe"},
+        {"C:\\TC", "C:\\a\" /x=\"b.ini", "C:\\a\" /x=\"b.ini"},
+    };
+    for (const auto& testCase : cases) {
+        world.environment.variables["Commander_Path"] = testCase.folder;
+        world.disk.Put(testCase.settings, "[Configuration]\r\n");
+        Start("");
+        Session().OpenSettingsFile(testCase.settings, false);
+        Session().SetValue("5");
+        EXPECT_TRUE(Session().SaveAndRestart());
+        EXPECT_THAT(world.programs.calls, ElementsAre("wait"));  // for the one that was to close
+        EXPECT_EQ(world.prompts.messages.back(),
+                  "!" + Session().Text(text::kQuoteInPath) + " " + testCase.refused);
+        world.programs.calls.clear();
+    }
+}
+
 }  // namespace
 }  // namespace tamarind

@@ -74,6 +74,21 @@ class CheckImportsTest(unittest.TestCase):
         large = self.data + bytes(check_imports.MAX_BYTES)
         self.assertIn(f"has {len(large)} bytes, more than {check_imports.MAX_BYTES}", faults(large, set()))
 
+    def test_libraries_are_loaded_from_the_systems_folder(self):
+        for call, is_fault in (('LoadLibraryW(L"x.dll");', True),
+                               ('LoadLibraryA(\n    name);', True),
+                               ('LoadLibraryExW(L"x.dll", nullptr, 0);', True),
+                               ('LoadLibraryExW(L"x.dll", nullptr,\n    LOAD_LIBRARY_SEARCH_SYSTEM32);', False),
+                               ('LoadLibraryExW(path, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);', False)):
+            with self.subTest(call):
+                found = [*check_imports.load_faults({"a.cpp": call}, {check_imports.LOADED_BY_NAME: {"x.dll"}})]
+                self.assertEqual(any("unsafe" in fault for fault in found), is_fault)
+        self.assertEqual([*check_imports.load_faults({"a.cpp": 'Late(L"New.DLL")'}, {"loaded by name": {"old.dll"}})],
+                         ["the sources name new.dll, which is not listed as loaded by name",
+                          "no source names old.dll, which is listed as loaded by name"])
+        sources = check_imports.read_sources()
+        self.assertTrue(check_imports.LOAD_CALL.search(sources["ui/toolkit/LateFunction.cpp"]))
+
     def test_other_files_are_refused(self):
         for data in (b"MZ" + bytes(200), self.data[:0x80], b""):
             with self.assertRaises((check_imports.BadProgram, struct.error)):

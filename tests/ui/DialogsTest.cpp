@@ -8,6 +8,7 @@
 #include "ui/shell/RealOtherPrograms.h"
 #include "ui/shell/cCommonDialog.h"
 #include "ui/shell/cFontDlg.h"
+#include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Timer.h"
 #include "ui/toolkit/Window.h"
 
@@ -97,6 +98,24 @@ TEST(Window, AnExceptionIsToldAndEndsNothing) {
                           L"An unexpected error occurred. What was being done was not finished."));
     SetWindowTextW(window.Handle(), L"alive");
     EXPECT_EQ(GetWindowTextLengthW(window.Handle()), 5);
+}
+
+// Somebody put a library where Windows looks for one before it looks into its own folder.
+TEST(LateFunction, LibrariesComeFromTheSystemsFolder) {
+    constexpr const wchar_t* kPlanted = L"tamarind planted.dll";
+    wchar_t folder[MAX_PATH] = L"";
+    GetSystemDirectoryW(folder, ARRAYSIZE(folder));
+    ASSERT_TRUE(CopyFileW((std::wstring(folder) + L"\\version.dll").c_str(), kPlanted, FALSE));
+    const auto isFound = [&] {
+        const HMODULE found = LoadLibraryW(kPlanted);
+        return found != nullptr && FreeLibrary(found);
+    };
+    EXPECT_TRUE(isFound());
+    EXPECT_EQ(SystemLibrary(kPlanted), nullptr);
+    SearchSystemFolderOnly();
+    EXPECT_FALSE(isFound());
+    EXPECT_NE(LateFunction<FARPROC>(L"version.dll", "VerQueryValueW"), nullptr);
+    EXPECT_TRUE(DeleteFileW(kPlanted));
 }
 
 TEST(OtherPrograms, TheWaitHandlesMessagesAndPutsTheEndBack) {

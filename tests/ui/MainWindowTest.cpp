@@ -235,5 +235,41 @@ TEST_F(MainWindowTest, RestoresAndStoresItsPlace) {
     EXPECT_EQ(bounds.right - bounds.left, 600);
 }
 
+// A damaged settings file: what it says of sizes is not used as it stands, and not rewritten.
+TEST_F(MainWindowTest, DamagedSizesAreUsableAndStayInTheFile) {
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    for (const std::string value : {"0", "-5", "2147483647", "-2147483648", "damaged"}) {
+        SCOPED_TRACE(value);
+        std::string lines = "StartUpIniFile=Wincmd\r\n";  // as a start writes it
+        for (const char* const key :
+             {"FontSize", "MainWindowLeft", "MainWindowTop", "MainWindowWidth", "MainWindowHeight",
+              "SplitPosition", "DescriptionPanelHeight", "FavoriteWindowLeft", "FavoriteWindowTop",
+              "FavoriteWindowWidth", "FavoriteWindowHeight"}) {
+            lines += std::string(key) + "=" + value + "\r\n";
+        }
+        PutOwnSettings(lines);
+        const std::string file = world.disk.BytesOf(SessionWorld::kOwnSettings);
+        Start(SW_HIDE);
+        LOGFONTW font{};
+        GetObjectW(reinterpret_cast<HFONT>(Send(kIdListView1, WM_GETFONT)), sizeof(font), &font);
+        EXPECT_EQ(font.lfHeight, -13);
+        Command(tamarind::Command::FavoritesOrganize);
+        const HWND organizer = FindWindowW(L"frmOrganizeFavorites", nullptr);
+        for (const auto& [part, width, height] :
+             {std::tuple(window->Handle(), 400, 300), std::tuple(organizer, 184, 267),
+              std::tuple(Find(kIdTreeView1), 130, 60), std::tuple(Find(kIdListView1), 130, 60),
+              std::tuple(Find(kIdDescriptionPane), 130, 60)}) {
+            const RECT bounds = BoundsOf(part);
+            EXPECT_TRUE(IsInside(bounds, area)) << bounds.left << " " << bounds.top;
+            EXPECT_GE(bounds.right - bounds.left, width);
+            EXPECT_GE(bounds.bottom - bounds.top, height);
+        }
+        SendMessageW(organizer, WM_COMMAND, IDCANCEL, 0);
+        DestroyWindow(window->Handle());
+        EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), file);
+    }
+}
+
 }  // namespace
 }  // namespace tamarind

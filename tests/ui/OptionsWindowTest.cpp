@@ -198,6 +198,42 @@ TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFront) {
     });
 }
 
+// As at the end of Windows: whatever is open, nothing is taken for the user's answer.
+TEST_F(OptionsWindowTest, ModalDialogsAreCancelledFromOutside) {
+    Start();
+    Command(tamarind::Command::SearchFind);
+    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
+    WindowPrompts prompts(L"Test");
+    prompts.SetOwner(window->Handle());
+    FontChoice font;
+    const std::function<bool()> questions[] = {
+        [] { return Dialog::CancelModalDialogs(); },  // the options window alone
+        [&] { return prompts.Ask("?") == Answer::Cancel; },
+        [&] { return !prompts.AskWhetherSure("?"); },
+        [&] { return prompts.ShowMessage(MessageIcon::Critical, "!"), true; },
+        [&] { return !prompts.FontSelect(font); },
+        [&] { return prompts.ColorSelect() == MissingValueMarker; },
+        [&] { return prompts.BrowseForOpen({}) == MissingValueMarker; },
+    };
+    for (const auto& isCancelled : questions) {
+        SCOPED_TRACE(&isCancelled - questions);
+        ShowOptions([&] {
+            Click(IDC_OPTIONS_CHKSHOWGRIDLINES);
+            Timer timer([&] {
+                if (IsWindowVisible(FindWindowW(WC_DIALOG, nullptr))) {
+                    EXPECT_TRUE(Dialog::CancelModalDialogs());
+                    EXPECT_FALSE(Dialog::CancelModalDialogs());
+                }
+            });
+            timer.Start(window->Handle(), 50);
+            EXPECT_TRUE(isCancelled());
+            EXPECT_FALSE(IsWindowVisible(dialog));
+        });
+        EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
+    }
+    EXPECT_TRUE(IsWindowVisible(FindWindowW(L"frmSearchFor", nullptr)));  // not modal
+}
+
 TEST_F(OptionsWindowTest, TheAboutWindowTellsTheVersionAndOpensTheHelp) {
     Start();
     int helps = 0;

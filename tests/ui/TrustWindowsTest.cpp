@@ -109,6 +109,40 @@ TEST_F(TrustWindowsTest, ConflictsEndAsTheUserChooses) {
     }
 }
 
+// While the question is open the window is not closed; Windows may end, but not over what is
+// pending.
+TEST_F(TrustWindowsTest, NothingClosesBehindAnOpenQuestion) {
+    world.session->ShowKeyDetails(0);
+    world.session->SetValue("mine");
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nPanelsVertical=theirs\r\n");
+    bool isEnded = false;
+    world.prompts.onConflicts = [&] {
+        std::vector<ValueConflict> conflicts = {{"[A] a", "a=1", "a=2"}};
+        isEnded = !Resolve(conflicts, [&] {
+            SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
+            EXPECT_TRUE(IsWindow(window->Handle()) && IsWindowVisible(dialog));
+            EXPECT_FALSE(SendMessageW(window->Handle(), WM_QUERYENDSESSION, 0, 0));
+        });
+    };
+    world.prompts.cancelsConflicts = true;
+    EXPECT_FALSE(world.session->SaveToSettingsFile());
+    EXPECT_TRUE(isEnded);
+    EXPECT_TRUE(world.session->IsModified());
+    SendMessageW(window->Handle(), WM_ENDSESSION, FALSE, 0);
+    EXPECT_TRUE(IsWindow(window->Handle()));
+}
+
+// A file that is still being written is looked at again, without the user doing anything.
+TEST_F(TrustWindowsTest, AYoungFileIsLookedAtAgain) {
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nPanelsVertical=7\r\n");
+    SendMessageW(window->Handle(), WM_ACTIVATE, WA_ACTIVE, 0);
+    world.disk.Wait(0.2);
+    const auto row = [&] { return world.Rows()[0]; };
+    EXPECT_FALSE(WaitFor([&] { return row() == "PanelsVertical=7"; }, 200));
+    world.disk.Wait(10);
+    EXPECT_TRUE(WaitFor([&] { return row() == "PanelsVertical=7"; }, 5000));
+}
+
 TEST_F(TrustWindowsTest, ConflictsMarkTheValueThatStays) {
     std::vector<ValueConflict> conflicts = {{"[A] a", "a=1", "a=2"}, {"[A] b", "", "b=2"}};
     Resolve(conflicts, [&] {

@@ -8,6 +8,7 @@
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/StoredPlace.h"
 
 namespace tamarind {
 namespace {
@@ -38,6 +39,11 @@ RECT BoundsInParent(HWND child) {
     RECT bounds = BoundsOf(child);
     MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&bounds), 2);
     return bounds;
+}
+
+StoredPlace PlaceIn(const Settings& settings) {
+    return {Twips{settings.favoriteWindowLeft}, Twips{settings.favoriteWindowTop},
+            Twips{settings.favoriteWindowWidth}, Twips{settings.favoriteWindowHeight}};
 }
 
 }  // namespace
@@ -263,31 +269,16 @@ SIZE frmOrganizeFavorites::LeastSize() const {
             ToPixels(kLeastHeight, dpi).value};
 }
 
-// The twips of a place on the desktop are the system's, whichever monitor that is on.
 void frmOrganizeFavorites::RestorePlace() {
-    const auto pixels = [](std::int32_t twips) {
-        return static_cast<LONG>(ToPixels(Twips{twips}, SystemDpi()).value);
-    };
-    const Settings& settings = m_session.ProgramSettings().Values();
-    const SIZE least = LeastSize();
-    const LONG left = pixels(settings.favoriteWindowLeft);
-    const LONG top = pixels(settings.favoriteWindowTop);
-    const LONG width = std::max(pixels(settings.favoriteWindowWidth), least.cx);
-    const LONG height = std::max(pixels(settings.favoriteWindowHeight), least.cy);
-    SetWindowBounds(Handle(), MovedOntoMonitor({left, top, left + width, top + height}));
+    const StoredPlace stored = PlaceIn(m_session.ProgramSettings().Values());
+    SetWindowBounds(Handle(), BoundsOfPlace(stored, LeastSize()));
 }
 
 void frmOrganizeFavorites::StorePlace() {
-    const RECT bounds = BoundsOf(Handle());
-    const SIZE size = SizeOf(bounds);
-    const Settings& settings = m_session.ProgramSettings().Values();
-    const auto twips = [](std::int32_t stored, LONG pixels) {
-        return ToTwips(Pixels{static_cast<std::int32_t>(pixels)}, SystemDpi(), Twips{stored}).value;
-    };
-    m_session.StoreFavoriteWindow(twips(settings.favoriteWindowLeft, bounds.left),
-                                  twips(settings.favoriteWindowTop, bounds.top),
-                                  twips(settings.favoriteWindowWidth, size.cx),
-                                  twips(settings.favoriteWindowHeight, size.cy));
+    const StoredPlace stored = PlaceIn(m_session.ProgramSettings().Values());
+    const StoredPlace place = PlaceOfBounds(BoundsOf(Handle()), stored, LeastSize());
+    m_session.StoreFavoriteWindow(place.left.value, place.top.value, place.width.value,
+                                  place.height.value);
 }
 
 // Null where the list asks for a row that is gone already.

@@ -21,7 +21,7 @@ MainLook MakeMainLook(const Settings& settings, int dpi) {
     look.dpi = dpi;
     look.font.name = Widen(settings.fontName);
     look.font.charset = settings.fontScript;
-    look.font.points = settings.fontSize;
+    look.font.points = UsableFontSize(settings.fontSize);
     look.font.style = settings.fontStyle;
     look.foreground = ColorOfSetting(settings.foregroundColor);
     look.background = ColorOfSetting(settings.backgroundColor);

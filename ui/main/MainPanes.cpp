@@ -11,6 +11,15 @@ namespace {
 constexpr Twips kBarSize = ToTwips(Pixels{3}, kDesignDpi);
 constexpr Twips kMinListWidth{2100};
 
+// A bar that nobody moved leaves what the file says.
+void StorePosition(const cSplitter& splitter, std::int32_t& setting) {
+    const Twips position = splitter.SplitPosition();
+    if (position.value != UsableBarPosition(setting)) {
+        // A window too low for its description has the bar above its upper edge.
+        setting = std::max(position, kBarSize).value;
+    }
+}
+
 }  // namespace
 
 MainPanes::MainPanes(EditorSession& session, MainWindowActions& actions)
@@ -33,13 +42,13 @@ bool MainPanes::Create(HWND parent, const MainLook& look) {
     SplitterOptions options;
     options.SplitterSize = kBarSize;
     options.Direction = SplitDirection::Vertical;
-    options.SplitterStartPos = Twips{settings.splitPosition};
+    options.SplitterStartPos = Twips{UsableBarPosition(settings.splitPosition)};
     m_treeSplitter.MinLeftPanelWidth = Twips{0};
     m_treeSplitter.MinRightPanelWidth = kMinListWidth;
     m_treeSplitter.CreateSplitter(picSpliterContainer.Handle(), Frame1, m_tree.Handle(),
                                   m_keys.Handle(), options, look.dpi);
     options.Direction = SplitDirection::Horizontal;
-    options.SplitterStartPos = Twips{settings.descriptionPanelHeight};
+    options.SplitterStartPos = Twips{UsableBarPosition(settings.descriptionPanelHeight)};
     m_descriptionSplitter.CreateSplitter(Picture1.Handle(), Frame2, picSpliterContainer.Handle(),
                                          m_description.Handle(), options, look.dpi);
     ApplyLook(look);
@@ -66,8 +75,8 @@ void MainPanes::ShowDescriptionPane(bool isVisible) {
 }
 
 void MainPanes::StorePositions(Settings& settings) const {
-    settings.splitPosition = m_treeSplitter.SplitPosition().value;
-    settings.descriptionPanelHeight = m_descriptionSplitter.SplitPosition().value;
+    StorePosition(m_treeSplitter, settings.splitPosition);
+    StorePosition(m_descriptionSplitter, settings.descriptionPanelHeight);
 }
 
 void MainPanes::FocusNext(bool isForward) {

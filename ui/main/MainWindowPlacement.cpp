@@ -1,26 +1,29 @@
 #include "ui/main/MainWindowPlacement.h"
 
 #include "ui/toolkit/Dpi.h"
-#include "ui/toolkit/Forms.h"
-#include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/StoredPlace.h"
 
 namespace tamarind {
 namespace {
 
 constexpr int kMaximizedMark = 1;
+constexpr int kLeastWidth = 400;  // pixels at 96 DPI
+constexpr int kLeastHeight = 300;
+
+StoredPlace PlaceIn(const Settings& settings) {
+    return {Twips{settings.mainWindowLeft}, Twips{settings.mainWindowTop},
+            Twips{settings.mainWindowWidth}, Twips{settings.mainWindowHeight}};
+}
 
 }  // namespace
 
-// The twips of a place on the desktop are the system's, whichever monitor that is on.
+SIZE LeastMainWindowSize(int dpi) {
+    return {ScaledPixels(kLeastWidth, dpi), ScaledPixels(kLeastHeight, dpi)};
+}
+
 WindowPlace RestoreMainWindowPlacement(const Settings& settings) {
-    const auto pixels = [](std::int32_t twips) {
-        return static_cast<LONG>(ToPixels(Twips{twips}, SystemDpi()).value);
-    };
-    const LONG left = pixels(settings.mainWindowLeft);
-    const LONG top = pixels(settings.mainWindowTop);
     WindowPlace place;
-    place.bounds = MovedOntoMonitor({left, top, left + pixels(settings.mainWindowWidth),
-                                     top + pixels(settings.mainWindowHeight)});
+    place.bounds = BoundsOfPlace(PlaceIn(settings), LeastMainWindowSize(SystemDpi()));
     place.isMaximized = settings.mainWindowMaximized == kMaximizedMark;
     return place;
 }
@@ -32,13 +35,12 @@ void CaptureMainWindowPlacement(HWND window, Settings& settings) {
     }
     RECT bounds{};
     GetWindowRect(window, &bounds);
-    const auto store = [](std::int32_t& twips, LONG pixels) {
-        twips = ToTwips(Pixels{pixels}, SystemDpi(), Twips{twips}).value;
-    };
-    store(settings.mainWindowLeft, bounds.left);
-    store(settings.mainWindowTop, bounds.top);
-    store(settings.mainWindowWidth, bounds.right - bounds.left);
-    store(settings.mainWindowHeight, bounds.bottom - bounds.top);
+    const StoredPlace place =
+        PlaceOfBounds(bounds, PlaceIn(settings), LeastMainWindowSize(SystemDpi()));
+    settings.mainWindowLeft = place.left.value;
+    settings.mainWindowTop = place.top.value;
+    settings.mainWindowWidth = place.width.value;
+    settings.mainWindowHeight = place.height.value;
 }
 
 }  // namespace tamarind

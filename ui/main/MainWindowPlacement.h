@@ -11,10 +11,15 @@ struct WindowPlace {
     bool isMaximized = false;
 };
 
-// Where the settings want the main window, moved onto the nearest monitor.
+// The smallest size that the main window takes, in pixels.
+SIZE LeastMainWindowSize(int dpi);
+
+// Where the settings want the main window, moved onto the nearest monitor
+// and of a usable size.
 WindowPlace RestoreMainWindowPlacement(const Settings& settings);
 
-// Puts the window's present place into the settings; a minimized window leaves the former bounds.
+// Puts the window's present place into the settings; a minimized window leaves the former bounds,
+// and so does one that stands where they put it.
 void CaptureMainWindowPlacement(HWND window, Settings& settings);
 
 }  // namespace tamarind

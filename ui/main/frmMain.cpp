@@ -2,6 +2,7 @@
 
 #include "core/Unicode.h"
 #include "core/WideText_win32.h"
+#include "model/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/MainWindowPlacement.h"
 #include "ui/toolkit/Dpi.h"
@@ -14,12 +15,11 @@ namespace tamarind {
 namespace {
 
 constexpr int kProgramIcon = 1;  // its number among the resources
-constexpr int kMinWidth = 400;   // pixels at 96 DPI
-constexpr int kMinHeight = 300;
 constexpr int kToolbarMargin = 2;
 constexpr const wchar_t* kClassName = L"frmMain";
 constexpr UINT kCheckFiles = WM_APP + 1;
 constexpr UINT kAnswerMs = 2000;
+constexpr UINT kLookAgainMs = 500;
 constexpr DWORD_PTR kIsForward = 0x54434631;  // nothing answers so by chance
 
 UINT BringForwardMessage() {
@@ -128,8 +128,9 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnClose();
             return 0;
         case WM_QUERYENDSESSION:
-            return AskWhetherToClose() ? TRUE : FALSE;
+            return OnQueryEndSession() ? TRUE : FALSE;
         case WM_ENDSESSION:
+            ShutdownBlockReasonDestroy(Handle());
             if (wParam != 0) {
                 StoreLayout();
             }
@@ -139,8 +140,8 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_GETMINMAXINFO: {
             auto& info = *reinterpret_cast<MINMAXINFO*>(lParam);
-            const int dpi = m_look.dpi > 0 ? m_look.dpi : SystemDpi();
-            info.ptMinTrackSize = {ScaledPixels(kMinWidth, dpi), ScaledPixels(kMinHeight, dpi)};
+            const SIZE least = LeastMainWindowSize(m_look.dpi > 0 ? m_look.dpi : SystemDpi());
+            info.ptMinTrackSize = {least.cx, least.cy};
             return 0;
         }
         case WM_COMMAND:
@@ -193,6 +194,18 @@ bool frmMain::AskWhetherToClose() {
     return m_session.AskSaveSettings() && m_session.AskSaveDataFile();
 }
 
+// Windows shows the reason to the user where this program keeps it from ending. A question that is
+// open is not answered by anybody any more: it ends as cancelled, and what it was about waits.
+bool frmMain::OnQueryEndSession() {
+    const bool hasPending = m_session.IsModified() || m_session.IsDataFileModified();
+    if (hasPending) {
+        ShutdownBlockReasonCreate(Handle(),
+                                  Widen(m_session.Text(text::kUnsavedChanges)).c_str());
+    }
+    const bool hasCancelled = m_session.IsBusy() && Dialog::CancelModalDialogs();
+    return hasCancelled ? !hasPending : AskWhetherToClose();
+}
+
 // The organize window is destroyed before this one hears of it.
 void frmMain::OnClose() {
     if (AskWhetherToClose()) {
@@ -218,10 +231,13 @@ void frmMain::StoreLayout() {
     m_session.ProgramSettings().SaveSettings();
 }
 
-// Not while a value is being typed: the box is not to be disturbed.
+// Not while a value is being typed: the box is not to be disturbed. Another program that is still
+// writing is given the time to come to its end.
 void frmMain::OnCheckFiles() {
-    if (IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing()) {
-        m_session.CheckOutsideChanges();
+    m_lookAgain.Stop();
+    if (IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing() &&
+        m_session.CheckOutsideChanges() == OutsideCheck::LookAgain) {
+        m_lookAgain.Start(Handle(), kLookAgainMs);
     }
 }
 

@@ -9,6 +9,7 @@
 #include "ui/main/MainToolbar.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/search/frmSearchFor.h"
+#include "ui/toolkit/Timer.h"
 #include "ui/toolkit/Window.h"
 
 namespace tamarind {
@@ -53,6 +54,7 @@ private:
     void OnCheckFiles();
     LRESULT OnBringForward(WPARAM dataFile);
     void OnClose();
+    bool OnQueryEndSession();
     void OnDestroy();
 
     void OnTargetChanged() override;
@@ -100,6 +102,7 @@ private:
     bool m_isLayoutStored = false;
     bool m_followsFiles = false;
     HWND m_lastFocus = nullptr;
+    Timer m_lookAgain{[this] { OnCheckFiles(); }};
 };
 
 }  // namespace tamarind

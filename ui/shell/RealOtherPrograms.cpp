@@ -84,15 +84,16 @@ bool RealOtherPrograms::WaitForTotalCommanderEnd(int milliseconds) {
     return hasEnded;
 }
 
-void RealOtherPrograms::Start(const std::string& commandLine) {
+void RealOtherPrograms::Start(const std::string& path, const std::string& arguments) {
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_SHOWNORMAL;
     PROCESS_INFORMATION process{};
-    std::wstring line = Widen(commandLine);  // Windows writes into it
-    CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                   &process);
+    const std::wstring program = Widen(path);
+    std::wstring line = L"\"" + program + L"\"" + Widen(arguments);  // Windows writes into it
+    CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                   &startup, &process);
     const UniqueObject thread(process.hThread);
     const UniqueObject started(process.hProcess);
 }

@@ -13,7 +13,7 @@ public:
     void CloseTotalCommander() override;
     void WaitHalfSecond() override;
     bool WaitForTotalCommanderEnd(int milliseconds) override;
-    void Start(const std::string& commandLine) override;
+    void Start(const std::string& path, const std::string& arguments) override;
     void OpenDocument(const std::string& path) override;
 
 private:

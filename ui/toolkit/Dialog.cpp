@@ -1,5 +1,7 @@
 #include "ui/toolkit/Dialog.h"
 
+#include <string_view>
+
 #include "ui/toolkit/Control.h"
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Handles.h"
@@ -30,6 +32,13 @@ bool IsAnsweredDirectly(UINT message) {
         default:
             return false;
     }
+}
+
+bool IsSystemDialog(HWND window) {
+    constexpr std::wstring_view kClass = L"#32770";
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, ARRAYSIZE(name));
+    return name == kClass;
 }
 
 }  // namespace
@@ -90,6 +99,26 @@ Dialog* Dialog::FromDescendant(HWND window) {
 bool Dialog::TranslateDialogMessage(MSG& message) {
     const Dialog* const dialog = FromDescendant(message.hwnd);
     return dialog != nullptr && IsDialogMessageW(dialog->m_window, &message);
+}
+
+// A dialog of the system's belongs to a call that waits for its end.
+BOOL CALLBACK Dialog::CancelIfModal(HWND window, LPARAM hasCancelled) {
+    const Dialog* const dialog = FromDescendant(window);
+    const bool isModal = dialog != nullptr ? dialog->m_isModal : IsSystemDialog(window);
+    if (isModal && IsWindowVisible(window)) {
+        *reinterpret_cast<bool*>(hasCancelled) = true;
+        SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
+        if (IsWindowVisible(window)) {
+            EndDialog(window, IDCANCEL);
+        }
+    }
+    return TRUE;
+}
+
+bool Dialog::CancelModalDialogs() {
+    bool hasCancelled = false;
+    EnumThreadWindows(GetCurrentThreadId(), CancelIfModal, reinterpret_cast<LPARAM>(&hasCancelled));
+    return hasCancelled;
 }
 
 // Windows calls it with every message that the loop of a modal dialog gets.

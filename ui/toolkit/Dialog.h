@@ -25,6 +25,12 @@ public:
     // for a modeless dialog of ours and is done with; keys move the focus there as users expect.
     static bool TranslateDialogMessage(MSG& message);
 
+    // Closes every modal dialog of this thread as its Cancel button does, also the message boxes
+    // and the system's dialogs in front of it; a box that only knows Yes and No as by neither. For
+    // when Windows does not wait for the user. They are out of sight then; the calls that showed
+    // them go on once control is back in their loops. False: there was none.
+    static bool CancelModalDialogs();
+
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
 
@@ -72,6 +78,7 @@ protected:
 
 private:
     static Dialog* FromDescendant(HWND window);
+    static BOOL CALLBACK CancelIfModal(HWND window, LPARAM hasCancelled);
     static LRESULT CALLBACK FilterMessage(int code, WPARAM wParam, LPARAM lParam);
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static bool Initialize(HWND window, Dialog& dialog);

@@ -32,7 +32,9 @@ public:
         return !isRunning;
     }
     void OpenDocument(const std::string& path) override { calls.push_back("open " + path); }
-    void Start(const std::string& commandLine) override { calls.push_back("start " + commandLine); }
+    void Start(const std::string& path, const std::string& arguments) override {
+        calls.push_back("start \"" + path + "\"" + arguments);
+    }
 };
 
 }  // namespace tamarind

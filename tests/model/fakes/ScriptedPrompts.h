@@ -17,7 +17,8 @@ public:
     std::deque<std::string> filesToChoose;
     std::deque<std::string> colorsToChoose;
     std::deque<FontChoice> fontsToChoose;
-    std::deque<Answer> answers;  // Cancel beyond its end
+    std::vector<FontChoice> fontsShown;  // that a choice began with
+    std::deque<Answer> answers;          // Cancel beyond its end
 
     std::vector<std::string> messages;  // "!", "X", "i" or "?" for the icon, then the text
     std::vector<FileQuestion> questions;
@@ -54,9 +55,10 @@ public:
     }
 
     bool FontSelect(FontChoice& font) override {
-        const FontChoice before = font;
+        const bool isChosen = !fontsToChoose.empty();
+        fontsShown.push_back(font);
         font = Next(fontsToChoose, font);
-        return font.name != before.name;
+        return isChosen;
     }
 
     bool ResolveConflicts(std::vector<ValueConflict>& conflicts) override {

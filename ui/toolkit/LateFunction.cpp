@@ -1,0 +1,43 @@
+#include "ui/toolkit/LateFunction.h"
+
+#include <string>
+
+namespace tamarind {
+namespace {
+
+// With a closing backslash; empty where Windows does not tell it.
+std::wstring SystemFolder() {
+    std::wstring folder(MAX_PATH, L'\0');
+    const UINT length = GetSystemDirectoryW(folder.data(), MAX_PATH);
+    folder.resize(length < MAX_PATH ? length : 0);
+    return folder.empty() ? folder : folder + L"\\";
+}
+
+}  // namespace
+
+void SearchSystemFolderOnly() {
+    const auto setFolders =
+        LateFunction<BOOL(WINAPI*)(DWORD)>(L"kernel32.dll", "SetDefaultDllDirectories");
+    if (setFolders != nullptr) {
+        setFolders(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    }
+}
+
+HMODULE SystemLibrary(const wchar_t* name) {
+    // The version of comctl32.dll that the manifest asks for is no file in that folder.
+    HMODULE module = nullptr;
+    if (GetModuleHandleExW(0, name, &module)) {
+        return module;
+    }
+    module = LoadLibraryExW(name, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (module != nullptr || GetLastError() != ERROR_INVALID_PARAMETER) {
+        return module;
+    }
+    // Windows 7 without that update does not know the flag.
+    const std::wstring folder = SystemFolder();
+    const std::wstring path = folder + name;
+    return folder.empty() ? nullptr
+                          : LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+}
+
+}  // namespace tamarind
