@@ -135,12 +135,13 @@ TEST_F(TrustWindowsTest, NothingClosesBehindAnOpenQuestion) {
 // A file that is still being written is looked at again, without the user doing anything.
 TEST_F(TrustWindowsTest, AYoungFileIsLookedAtAgain) {
     world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nPanelsVertical=7\r\n");
+    const auto isTaken = [&] { return world.Rows()[0] == "PanelsVertical=7"; };
+    world.disk.reads = 0;
     SendMessageW(window->Handle(), WM_ACTIVATE, WA_ACTIVE, 0);
-    world.disk.Wait(0.2);
-    const auto row = [&] { return world.Rows()[0]; };
-    EXPECT_FALSE(WaitFor([&] { return row() == "PanelsVertical=7"; }, 200));
+    EXPECT_TRUE(PumpUntil([&] { return world.disk.reads > 0; }));
+    EXPECT_FALSE(isTaken());
     world.disk.Wait(10);
-    EXPECT_TRUE(WaitFor([&] { return row() == "PanelsVertical=7"; }, 5000));
+    EXPECT_TRUE(PumpUntil(isTaken));
 }
 
 TEST_F(TrustWindowsTest, ConflictsMarkTheValueThatStays) {
@@ -180,8 +181,8 @@ TEST_F(TrustWindowsTest, ControlsAndColumnsFollowTheWindow) {
 TEST_F(TrustWindowsTest, BackupsShowWhatDiffersAndComeBack) {
     const std::string middle = "[Configuration]\r\nPanelsVertical=0\r\n";
     world.disk.Replace(SessionWorld::kWincmd, middle, Backup::Yes);
-    world.disk.Replace(SessionWorld::kWincmd,
-                                 "[Configuration]\r\nPanelsVertical=2\r\nMore=1\r\n", Backup::Yes);
+    world.disk.Replace(SessionWorld::kWincmd, "[Configuration]\r\nPanelsVertical=2\r\nMore=1\r\n",
+                       Backup::Yes);
     ShowBackups([&] {
         EXPECT_FALSE(IsWindowEnabled(window->Handle()));
         EXPECT_FALSE(IsOn(IDOK));

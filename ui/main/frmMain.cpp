@@ -199,8 +199,7 @@ bool frmMain::AskWhetherToClose() {
 bool frmMain::OnQueryEndSession() {
     const bool hasPending = m_session.IsModified() || m_session.IsDataFileModified();
     if (hasPending) {
-        ShutdownBlockReasonCreate(Handle(),
-                                  Widen(m_session.Text(text::kUnsavedChanges)).c_str());
+        ShutdownBlockReasonCreate(Handle(), Widen(m_session.Text(text::kUnsavedChanges)).c_str());
     }
     const bool hasCancelled = m_session.IsBusy() && Dialog::CancelModalDialogs();
     return hasCancelled ? !hasPending : AskWhetherToClose();
