@@ -69,10 +69,11 @@ bool EditorSession::Activate(const std::string& commandLine) {
 }
 
 std::string EditorSession::StartUpDataFile(const std::string& commandLine) const {
-    // The file association puts the path in double quotes, and nothing else is looked for.
+    // The file association puts the path in double quotes, and nothing else is looked for: a "%" in
+    // it is no more than a character.
     if (!commandLine.empty()) {
-        return ResolvedPath(commandLine.size() < 2 ? std::string()
-                                                   : commandLine.substr(1, commandLine.size() - 2));
+        return m_services.environment.FullPath(
+            commandLine.size() < 2 ? std::string() : commandLine.substr(1, commandLine.size() - 2));
     }
     const Settings& settings = m_settings.Values();
     const bool isWincmd = EqualsIgnoreCase(settings.startUpIniFile, "Wincmd");
