@@ -46,7 +46,6 @@ EditorSession::EditorSession(SessionServices services)
 void EditorSession::LoadSettings() {
     m_settings.LoadSettings();
     SetUpRecentFiles();
-    CheckLanguage();
 }
 
 void EditorSession::SetListener(SessionListener* listener) {

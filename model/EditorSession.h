@@ -81,8 +81,13 @@ public:
     // Null: nobody listens.
     void SetListener(SessionListener* listener);
 
-    // The program's settings, before any window is made.
+    // The program's settings, before any window is made. Asks nothing and tells nothing.
     void LoadSettings();
+    // The language that the settings name, before a text of it is asked for. The built-in one
+    // takes the place of one whose file is missing, after a message.
+    void LoadLanguage();
+    // The same for one whose file has vanished since; whenever a window is about to show its texts.
+    void RefreshLanguage();
     SettingsStore& ProgramSettings() { return m_settings; }
     const Language& Texts() const { return m_language; }
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
@@ -303,7 +308,8 @@ private:
     void SaveRecentFiles();
     void AddRecentFile(const std::string& path);
     void RemoveRecentFile(const std::string& path);
-    void CheckLanguage();
+    void UseBuiltInLanguage();
+    void ShowLanguage();
     bool MayLeaveFiles();
     bool MayWriteDataFile();
     std::string AskExchangeFile(bool isExport);
@@ -321,7 +327,7 @@ private:
     bool m_isDataFileModified = false;
     bool m_isOrganizerOpen = false;
     OptionsEditor m_options;
-    std::pair<std::string, bool> m_languageBefore;  // file and default flag, before the dialog
+    std::optional<std::string> m_missingLanguage;  // that the built-in one took the place of
     KeySearch m_search;
     Favorites m_favorites;
     FavoritesOrganizer m_organizer;

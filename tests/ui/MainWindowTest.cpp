@@ -200,6 +200,18 @@ TEST_F(MainWindowTest, NothingOverlapsAtTheSmallestSizeAndAfterAChangeOfResoluti
     ExpectNoOverlaps(window->Handle());
 }
 
+TEST_F(MainWindowTest, ALanguageThatVanishesEndsWithTheNextWindow) {
+    world.disk.Put("C:\\a.lng", "[UserLanguage]\r\n3073=Wurzel\r\n253=Suche\r\n");
+    PutOwnSettings("UseDefaultLanguage=0\r\n[Common]\r\nLanguageFile=C:\\a.lng\r\n");
+    Start();
+    EXPECT_EQ(Nodes()[0], "Wurzel");
+    world.disk.Remove("C:\\a.lng");
+    Command(tamarind::Command::SearchFind);
+    EXPECT_EQ(TextOf(FindWindowW(L"frmSearchFor", nullptr)), "Find");
+    EXPECT_EQ(Nodes()[0], "Total Commander Configuration");
+    EXPECT_EQ(world.prompts.messages, Strings{"XCannot find language file!"});
+}
+
 // The place of the next start: where the window was, unless that is off the screen.
 TEST_F(MainWindowTest, RestoresAndStoresItsPlace) {
     const Strings keys = {"MainWindowLeft",   "MainWindowTop", "MainWindowWidth",
