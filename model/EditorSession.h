@@ -92,9 +92,11 @@ public:
     const Language& Texts() const { return m_language; }
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
 
-    // Chooses and loads the data file and makes its settings file current. `commandLine` is what
-    // follows the program's name on it. Returns false when the user gives no data file: the
-    // program ends.
+    // The data file that the program starts with, if there is such a file: that of the command
+    // line, which is what follows the program's name on it, or else that of the settings.
+    std::string StartUpDataFile(const std::string& commandLine) const;
+    // Chooses and loads the data file and makes its settings file current. Returns false when the
+    // user gives no data file: the program ends.
     bool Activate(const std::string& commandLine);
 
     // File > Open and File > Open Data File, each with its question.
@@ -276,7 +278,6 @@ public:
 
 private:
     std::string ChooseDataFile(const std::string& commandLine);
-    std::string StartUpDataFile(const std::string& commandLine) const;
     std::string AskForDataFile(const std::string& fileName);
     void RememberDataFile(const std::string& path);
     bool LoadDataFile(const std::string& path);
