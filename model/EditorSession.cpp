@@ -112,7 +112,7 @@ void EditorSession::AskOpenSettingsFile() {
         return;
     }
     FileQuestion question;
-    question.initialFolder = AddBackslash(m_services.environment.Variable("Commander_Path"));
+    question.initialFolder = SettingsFolder();
     question.fileName = "Wincmd.ini";
     question.filter = FileFilter::WincmdIni;
     const std::string path = m_services.prompts.BrowseForOpen(question);

@@ -314,6 +314,7 @@ private:
     bool MayLeaveFiles();
     bool MayWriteDataFile();
     std::string AskExchangeFile(bool isExport);
+    std::string SettingsFolder() const;
 
     SessionServices m_services;
     SettingsStore m_settings;

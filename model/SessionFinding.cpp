@@ -299,11 +299,20 @@ bool EditorSession::MayLeaveFiles() {
     return AskSaveSettings() && AskSaveDataFile();
 }
 
+// Where settings files are asked for: Total Commander's folder, or else that of the present one.
+std::string EditorSession::SettingsFolder() const {
+    const std::string folder = m_services.environment.Variable("Commander_Path");
+    if (!folder.empty()) {
+        return AddBackslash(folder);
+    }
+    return std::string(IsGivenPath(m_settingsPath) ? FolderOfPath(m_settingsPath) : "");
+}
+
 // Which file to exchange keys with: its name, or the MissingValueMarker.
 std::string EditorSession::AskExchangeFile(bool isExport) {
     m_listener->OnBeforeChange();
     FileQuestion question;
-    question.initialFolder = AddBackslash(m_services.environment.Variable("Commander_Path"));
+    question.initialFolder = SettingsFolder();
     question.filter =
         m_target == SettingsTarget::Wincmd ? FileFilter::WincmdIni : FileFilter::WcxFtpIni;
     question.title = Text(isExport ? text::kExport : text::kImport);

@@ -125,6 +125,24 @@ TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
     }
 }
 
+TEST_F(EditorSessionTest, SettingsFilesAreAskedForWhereTheyAre) {
+    Start();
+    for (const auto& [variable, settings, folder] : {std::tuple("E:\\TC", "D:\\w.ini", "E:\\TC\\"),
+                                                     {"", "D:\\Conf\\w.ini", "D:\\Conf\\"},
+                                                     {"", std::data(MissingValueMarker), ""}}) {
+        world.environment.variables["Commander_Path"] = variable;
+        Session().OpenSettingsFile(settings, false);
+        Session().AskOpenSettingsFile();
+        Session().ExportKeys();
+        Session().ImportKeys();
+        for (int times = 0; times < 3; ++times) {
+            ASSERT_FALSE(world.prompts.questions.empty());
+            EXPECT_EQ(world.prompts.questions.back().initialFolder, folder);
+            world.prompts.questions.pop_back();
+        }
+    }
+}
+
 TEST_F(EditorSessionTest, AMissingDataFileIsAskedForAndRemembered) {
     world.PutUsualFiles(kSettingsText);
     world.disk.Remove(SessionWorld::kWincmdData);
