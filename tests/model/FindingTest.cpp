@@ -260,12 +260,13 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWincmd);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), SessionWorld::kWincmd);
 
-    for (const char* const name : {"C:\\a.ini", "C:\\b.ini", "c:\\A.INI"}) {
+    for (const char* const name : {"C:\\a.ini", "C:\\R&D\\b.ini", "c:\\A.INI"}) {
         world.disk.Put(name, "[Configuration]\r\n");
         world.prompts.filesToChoose = {name};
         Session().AskOpenSettingsFile();
     }
-    EXPECT_THAT(captions(), ElementsAre("&1 c:\\A.INI", "&2 C:\\b.ini", "&3 C:\\TC\\Wincmd.ini"));
+    EXPECT_THAT(captions(),
+                ElementsAre("&1 c:\\A.INI", "&2 C:\\R&&D\\b.ini", "&3 C:\\TC\\Wincmd.ini"));
 
     // Pending changes are asked about; a file that is not opened is not the latest.
     Session().SetValue("5");
