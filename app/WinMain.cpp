@@ -100,16 +100,22 @@ int Run(int showCommand) {
          VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
          MeasureScreen()});
     session.LoadSettings();
+    const std::string commandLine = CommandLineRemainder();
+    const std::string dataFile = session.StartUpDataFile(commandLine);
+    if (frmMain::BringForward(dataFile)) {
+        return EXIT_SUCCESS;
+    }
     frmMain window(session);
     if (!window.Create()) {
         return EXIT_FAILURE;
     }
     prompts.SetOwner(window.Handle());
     prompts.SetLanguage(window.Language());
-    if (!session.Activate(CommandLineRemainder())) {
+    if (!session.Activate(commandLine)) {
         return EXIT_SUCCESS;
     }
-    if (frmMain::BringForward(session.DataFilePath())) {
+    // The user, or the settings file, may have chosen another one.
+    if (session.DataFilePath() != dataFile && frmMain::BringForward(session.DataFilePath())) {
         return EXIT_SUCCESS;
     }
     window.ShowFirst(showCommand);

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "core/LongPath_win32.h"
 #include "core/WideText_win32.h"
 
 namespace tamarind {
@@ -15,6 +16,10 @@ std::string ProcessEnvironment::Variable(const std::string& name) const {
     std::wstring value(size, L'\0');
     value.resize(GetEnvironmentVariableW(wideName.c_str(), value.data(), size));
     return Narrow(value);
+}
+
+std::string ProcessEnvironment::FullPath(const std::string& path) const {
+    return Narrow(tamarind::FullPath(path));
 }
 
 }  // namespace tamarind

@@ -11,6 +11,10 @@ inline constexpr std::uint32_t kRegistryString = 1;
 inline constexpr std::uint32_t kRegistryBinary = 3;
 inline constexpr std::uint32_t kRegistryNumber = 4;
 
+// 64-bit Windows has some keys twice, for programs of either kind. Native: those of programs like
+// this one. Other: those of the other kind.
+enum class RegistryView { Native, Other };
+
 struct RegistryValue {
     std::uint32_t type = 0;
     std::string bytes;  // texts in UTF-16LE, with the NUL that usually ends them
@@ -23,7 +27,7 @@ public:
     virtual ~Registry() = default;
 
     virtual std::optional<RegistryValue> Query(std::uint32_t root, const std::string& subkey,
-                                               const std::string& valueName) = 0;
+                                               const std::string& valueName, RegistryView view) = 0;
     // Creates the key if need be. Returns whether the value was stored.
     virtual bool Store(std::uint32_t root, const std::string& subkey, const std::string& valueName,
                        const RegistryValue& value) = 0;
@@ -35,7 +39,7 @@ public:
 class SystemRegistry final : public Registry {
 public:
     std::optional<RegistryValue> Query(std::uint32_t root, const std::string& subkey,
-                                       const std::string& valueName) override;
+                                       const std::string& valueName, RegistryView view) override;
     bool Store(std::uint32_t root, const std::string& subkey, const std::string& valueName,
                const RegistryValue& value) override;
     bool DeleteKey(std::uint32_t root, const std::string& subkey) override;

@@ -3,7 +3,7 @@
 namespace tamarind {
 
 std::optional<RegistryValue> SystemRegistry::Query(std::uint32_t, const std::string&,
-                                                   const std::string&) {
+                                                   const std::string&, RegistryView) {
     return std::nullopt;
 }
 

@@ -13,9 +13,12 @@ HKEY RootHandle(std::uint32_t root) {
 }  // namespace
 
 std::optional<RegistryValue> SystemRegistry::Query(std::uint32_t root, const std::string& subkey,
-                                                   const std::string& valueName) {
+                                                   const std::string& valueName,
+                                                   RegistryView view) {
+    constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    const REGSAM access = KEY_QUERY_VALUE | (view == RegistryView::Other ? kOtherView : 0);
     UniqueRegistryKey key;
-    if (RegOpenKeyExW(RootHandle(root), Widen(subkey).c_str(), 0, KEY_QUERY_VALUE, key.Put()) !=
+    if (RegOpenKeyExW(RootHandle(root), Widen(subkey).c_str(), 0, access, key.Put()) !=
         ERROR_SUCCESS) {
         return std::nullopt;
     }

@@ -52,9 +52,10 @@ std::string HexadecimalText(std::string_view bytes) {
 
 }  // namespace
 
-std::string cRegistry::ReadValue(const std::string& ValuePath, const std::string& ValueName) {
+std::string cRegistry::ReadValue(const std::string& ValuePath, const std::string& ValueName,
+                                 RegistryView view) {
     const RegistryPath path = Split(ValuePath);
-    const auto value = m_registry.Query(path.root, path.subkey, ValueName);
+    const auto value = m_registry.Query(path.root, path.subkey, ValueName, view);
     if (!value) {
         return std::string(MissingValueMarker);
     }

@@ -16,7 +16,8 @@ public:
 
     // Texts without the NUL that ends them; binary values as upper-case hexadecimal digits; of a
     // number the first three bytes as characters. More than 2048 bytes are not read.
-    std::string ReadValue(const std::string& ValuePath, const std::string& ValueName);
+    std::string ReadValue(const std::string& ValuePath, const std::string& ValueName,
+                          RegistryView view = RegistryView::Native);
 
     // With `ValType` 4 stores the value's leading number; with any other a text, which has its
     // closing NUL only if `ValType` is 1.

@@ -46,7 +46,6 @@ EditorSession::EditorSession(SessionServices services)
 void EditorSession::LoadSettings() {
     m_settings.LoadSettings();
     SetUpRecentFiles();
-    CheckLanguage();
 }
 
 void EditorSession::SetListener(SessionListener* listener) {
@@ -71,10 +70,11 @@ bool EditorSession::Activate(const std::string& commandLine) {
 }
 
 std::string EditorSession::StartUpDataFile(const std::string& commandLine) const {
-    // The file association puts the path in double quotes, and nothing else is looked for.
+    // The file association puts the path in double quotes, and nothing else is looked for: a "%" in
+    // it is no more than a character.
     if (!commandLine.empty()) {
-        return ResolvedPath(commandLine.size() < 2 ? std::string()
-                                                   : commandLine.substr(1, commandLine.size() - 2));
+        return m_services.environment.FullPath(
+            commandLine.size() < 2 ? std::string() : commandLine.substr(1, commandLine.size() - 2));
     }
     const Settings& settings = m_settings.Values();
     const bool isWincmd = EqualsIgnoreCase(settings.startUpIniFile, "Wincmd");
@@ -114,7 +114,7 @@ void EditorSession::AskOpenSettingsFile() {
         return;
     }
     FileQuestion question;
-    question.initialFolder = AddBackslash(m_services.environment.Variable("Commander_Path"));
+    question.initialFolder = SettingsFolder();
     question.fileName = "Wincmd.ini";
     question.filter = FileFilter::WincmdIni;
     const std::string path = m_services.prompts.BrowseForOpen(question);

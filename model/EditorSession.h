@@ -88,15 +88,22 @@ public:
     // Null: nobody listens.
     void SetListener(SessionListener* listener);
 
-    // The program's settings, before any window is made.
+    // The program's settings, before any window is made. Asks nothing and tells nothing.
     void LoadSettings();
+    // The language that the settings name, before a text of it is asked for. The built-in one
+    // takes the place of one whose file is missing, after a message.
+    void LoadLanguage();
+    // The same for one whose file has vanished since; whenever a window is about to show its texts.
+    void RefreshLanguage();
     SettingsStore& ProgramSettings() { return m_settings; }
     const Language& Texts() const { return m_language; }
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
 
-    // Chooses and loads the data file and makes its settings file current. `commandLine` is what
-    // follows the program's name on it. Returns false when the user gives no data file: the
-    // program ends.
+    // The data file that the program starts with, if there is such a file: that of the command
+    // line, which is what follows the program's name on it, or else that of the settings.
+    std::string StartUpDataFile(const std::string& commandLine) const;
+    // Chooses and loads the data file and makes its settings file current. Returns false when the
+    // user gives no data file: the program ends.
     bool Activate(const std::string& commandLine);
 
     // File > Open and File > Open Data File, each with its question.
@@ -179,6 +186,8 @@ public:
     // under a caption of the user's choice, or nothing after a message that says why not.
     const std::vector<Favorite>& FavoriteItems() const { return m_favorites.Items(); }
     void CreateFavoritesList(bool updateOrganizer = false);
+    // Of the rows as they are now.
+    ShownNames NamesInList() const { return {m_keys, m_store}; }
     std::optional<std::string> BeginAddFavorite();
     bool AddFavorite(const std::string& name, const std::string& caption);
     // Shows the key of that name. False, after a message, when there is none.
@@ -282,7 +291,6 @@ public:
 
 private:
     std::string ChooseDataFile(const std::string& commandLine);
-    std::string StartUpDataFile(const std::string& commandLine) const;
     std::string AskForDataFile(const std::string& fileName);
     void RememberDataFile(const std::string& path);
     bool LoadDataFile(const std::string& path);
@@ -320,9 +328,11 @@ private:
     void SaveRecentFiles();
     void AddRecentFile(const std::string& path);
     void RemoveRecentFile(const std::string& path);
-    void CheckLanguage();
+    void UseBuiltInLanguage();
+    void ShowLanguage();
     bool MayLeaveFiles();
     std::string AskExchangeFile(bool isExport);
+    std::string SettingsFolder() const;
 
     SessionServices m_services;
     SettingsStore m_settings;
@@ -336,7 +346,7 @@ private:
     bool m_isDataFileModified = false;
     bool m_isOrganizerOpen = false;
     OptionsEditor m_options;
-    std::pair<std::string, bool> m_languageBefore;  // file and default flag, before the dialog
+    std::optional<std::string> m_missingLanguage;  // that the built-in one took the place of
     KeySearch m_search;
     Favorites m_favorites;
     FavoritesOrganizer m_organizer;

@@ -1,18 +1,55 @@
 #include "model/Language.h"
 
 #include "core/LeadingNumber.h"
+#include "core/Paths.h"
+#include "core/Unicode.h"
 #include "core/cProfile.h"
 #include "model/StringTable.h"
 
 namespace tamarind {
 
-std::string Language::Entry(std::string_view key) const {
+bool Language::Load() {
+    m_file.reset();
     if (m_settings.useDefaultLanguage != 0) {
-        return {};
+        return true;
     }
-    const IniSnapshot file =
-        m_files.Read(m_settings.expandedLanguageFile, CodePageOfCharset(m_settings.fontScript));
-    const auto text = file.document->FindValue("UserLanguage", key);
+    m_path = m_settings.languageFile;
+    m_expandedPath = m_settings.expandedLanguageFile;
+    m_codePage = CodePageOfCharset(m_settings.fontScript);
+    if (!FileExists(m_expandedPath, m_files.Files())) {
+        return false;
+    }
+    m_file = m_files.Read(m_expandedPath, m_codePage).document;
+    return true;
+}
+
+bool Language::Refresh() {
+    if (!m_file) {
+        return true;
+    }
+    if (!FileExists(m_expandedPath, m_files.Files())) {
+        m_file.reset();
+        return false;
+    }
+    // One that is just being written keeps its former texts.
+    const IniSnapshot now = m_files.Read(m_expandedPath, m_codePage);
+    if (now.error == FileError::None) {
+        m_file = now.document;
+    }
+    return true;
+}
+
+bool Language::IsThatOfSettings() const {
+    const bool usesDefault = m_settings.useDefaultLanguage != 0;
+    if (!m_file || usesDefault) {
+        return !m_file && usesDefault;
+    }
+    return EqualsIgnoreCase(m_path, m_settings.languageFile) &&
+           m_codePage == CodePageOfCharset(m_settings.fontScript);
+}
+
+std::string Language::Entry(std::string_view key) const {
+    const auto text = m_file ? m_file->FindValue("UserLanguage", key) : std::nullopt;
     return text ? std::string(CutToBuffer(*text)) : std::string();
 }
 

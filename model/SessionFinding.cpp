@@ -41,7 +41,7 @@ void EditorSession::FindNextString() {
 }
 
 void EditorSession::CreateFavoritesList(bool updateOrganizer) {
-    m_favorites.CreateFavoritesList(m_keys, m_store);
+    m_favorites.CreateFavoritesList();
     m_listener->OnFavoritesChanged();
     if (updateOrganizer && m_isOrganizerOpen && !m_favorites.Items().empty()) {
         m_organizer.Append(m_favorites.Items().back());
@@ -116,7 +116,7 @@ bool EditorSession::OrganizerDefinition(bool beeps) {
 }
 
 bool EditorSession::ApplyOrganizer() {
-    m_favorites.CreateFavoritesList(m_keys, m_store);
+    m_favorites.CreateFavoritesList();
     FavoritesChange change;
     change.isTooLong = m_favorites.IsCut();
     if (!change.isTooLong) {
@@ -142,24 +142,44 @@ void EditorSession::StoreFavoriteWindow(std::int32_t left, std::int32_t top, std
     m_settings.WriteFavoriteWindow();
 }
 
-// Without its file a language is the built-in one, until another is chosen.
-void EditorSession::CheckLanguage() {
-    Settings& settings = m_settings.Values();
-    if (settings.useDefaultLanguage != 0 ||
-        FileExists(settings.expandedLanguageFile, m_services.files.Files())) {
-        return;
+void EditorSession::LoadLanguage() {
+    if (!m_language.Load()) {
+        UseBuiltInLanguage();
     }
+}
+
+void EditorSession::RefreshLanguage() {
+    if (!m_language.Refresh()) {
+        UseBuiltInLanguage();
+        ShowLanguage();
+    }
+}
+
+// Until another one is chosen, or the program ends.
+void EditorSession::UseBuiltInLanguage() {
+    Settings& settings = m_settings.Values();
     settings.useDefaultLanguage = 1;
+    m_missingLanguage = settings.languageFile;
     m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kCannotFindLanguageFile));
+}
+
+void EditorSession::ShowLanguage() {
+    m_store.SetNoDescription(Text(text::kNoDescription));
+    m_listener->OnLanguageChanged();
+    CreateFavoritesList();
 }
 
 void EditorSession::BeginOptions() {
     m_options.Begin();
-    const Settings& settings = m_settings.Values();
-    m_languageBefore = {settings.languageFile, settings.useDefaultLanguage != 0};
+    Settings& settings = m_settings.Values();
+    // The file of settings still names the language that is missing, which was said already.
+    if (m_missingLanguage == settings.languageFile) {
+        settings.useDefaultLanguage = 1;
+    }
 }
 
 bool EditorSession::ApplyOptions() {
+    m_missingLanguage.reset();
     const ProfileResult result = m_options.Apply();
     m_listener->OnLookChanged();
     if (!result.Succeeded()) {
@@ -168,16 +188,13 @@ bool EditorSession::ApplyOptions() {
     return result.Succeeded();
 }
 
+// The settings may name another language although nobody chose one here: the dialog has read them
+// again, and another copy of the program may have changed them.
 void EditorSession::EndOptions() {
-    const Settings& settings = m_settings.Values();
-    if (EqualsIgnoreCase(m_languageBefore.first, settings.languageFile) &&
-        m_languageBefore.second == (settings.useDefaultLanguage != 0)) {
-        return;
+    if (!m_language.IsThatOfSettings()) {
+        LoadLanguage();
+        ShowLanguage();
     }
-    CheckLanguage();
-    m_store.SetNoDescription(Text(text::kNoDescription));
-    m_listener->OnLanguageChanged();
-    CreateFavoritesList();
 }
 
 void EditorSession::ShowHelpTopics() {
@@ -286,11 +303,20 @@ bool EditorSession::MayLeaveFiles() {
     return AskSaveSettings() && AskSaveDataFile();
 }
 
+// Where settings files are asked for: Total Commander's folder, or else that of the present one.
+std::string EditorSession::SettingsFolder() const {
+    const std::string folder = m_services.environment.Variable("Commander_Path");
+    if (!folder.empty()) {
+        return AddBackslash(folder);
+    }
+    return std::string(IsGivenPath(m_settingsPath) ? FolderOfPath(m_settingsPath) : "");
+}
+
 // Which file to exchange keys with: its name, or the MissingValueMarker.
 std::string EditorSession::AskExchangeFile(bool isExport) {
     m_listener->OnBeforeChange();
     FileQuestion question;
-    question.initialFolder = AddBackslash(m_services.environment.Variable("Commander_Path"));
+    question.initialFolder = SettingsFolder();
     question.filter =
         m_target == SettingsTarget::Wincmd ? FileFilter::WincmdIni : FileFilter::WcxFtpIni;
     question.title = Text(isExport ? text::kExport : text::kImport);

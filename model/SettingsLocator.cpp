@@ -33,13 +33,27 @@ bool SettingsLocator::ResolveSettingsPath(const std::string& path, std::string& 
     return true;
 }
 
-// One candidate only: an entry of the user hides that of the machine even if its file is gone.
+// One candidate only: an entry of the user hides that of the machine even if its file is gone. A
+// 32-bit Total Commander on 64-bit Windows leaves its entry of the machine in the other view.
 std::string SettingsLocator::RegistryCandidate(const std::string& valueName) const {
+    constexpr struct {
+        const char* root;
+        RegistryView view;
+    } kPlaces[] = {
+        {"HKEY_CURRENT_USER", RegistryView::Native},
+        {"HKEY_LOCAL_MACHINE", RegistryView::Native},
+        {"HKEY_LOCAL_MACHINE", RegistryView::Other},
+    };
     cRegistry registry(m_registry);
-    const std::string key = "\\Software\\Ghisler\\Total Commander";
-    const std::string ofUser = registry.ReadValue("HKEY_CURRENT_USER" + key, valueName);
-    return ofUser != MissingValueMarker ? ofUser
-                                        : registry.ReadValue("HKEY_LOCAL_MACHINE" + key, valueName);
+    std::string entry(MissingValueMarker);
+    for (const auto& place : kPlaces) {
+        if (entry == MissingValueMarker) {
+            entry =
+                registry.ReadValue(std::string(place.root) + "\\Software\\Ghisler\\Total Commander",
+                                   valueName, place.view);
+        }
+    }
+    return entry;
 }
 
 std::string SettingsLocator::Ask(std::uint16_t message, std::string_view fileName,

@@ -120,7 +120,7 @@ constexpr TextRow kTexts[] = {
     {4005, "Access to it is denied."},
     {4006, "Another program is using it."},
     {4007, "It is larger than 64 MB, which no settings file is."},
-    {4008, "Windows reported an error at it."},
+    {4008, "Windows reported an error with it."},
     {4009, "Cannot save this file"},
     {4010, "It is read-only."},
     {4011, "The disk is full."},

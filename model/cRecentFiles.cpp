@@ -46,6 +46,15 @@ std::string Joined(std::initializer_list<std::string_view> pieces) {
     return text;
 }
 
+// As a menu shows it: each "&" stands for the character, not for an access key.
+std::string WithDoubledMarks(std::string_view text) {
+    std::string doubled;
+    for (const char c : text) {
+        doubled.append(c == '&' ? 2 : 1, c);
+    }
+    return doubled;
+}
+
 }  // namespace
 
 // Nothing is measured: what fits is told by the number of parts alone.
@@ -134,7 +143,7 @@ std::vector<cRecentFiles::Entry> cRecentFiles::Entries() const {
     for (std::int16_t index = 1; index <= Max(); ++index) {
         if (ListItems(index) != kEmptySlot) {
             entries.push_back({index, Joined({"&", std::to_string(index), " ",
-                                              ShortenedPath(ListItems(index))})});
+                                              WithDoubledMarks(ShortenedPath(ListItems(index)))})});
         }
     }
     return entries;

@@ -47,6 +47,7 @@ TEST_F(ProgramTest, ASecondStartBringsTheWindowOfTheSameDataFileForward) {
     ASSERT_NE(otherWindow, nullptr);
     ASSERT_NE(otherWindow, window);
     ShowWindow(window, SW_MINIMIZE);
+    RegDeleteKeyW(HKEY_CURRENT_USER, kTotalCommanderKey);  // it is not to ask for the settings
     RunningProgram second(folder, Quoted(L"DATA.tmdf"));
     EXPECT_TRUE(second.WaitForEnd());
     EXPECT_TRUE(WaitUntil([&] { return !IsIconic(window) && GetForegroundWindow() == window; }));

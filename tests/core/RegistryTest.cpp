@@ -5,6 +5,10 @@
 #include "core/cRegistry.h"
 #include "tests/core/fakes/MemoryRegistry.h"
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace tamarind {
 namespace {
 
@@ -70,6 +74,21 @@ TEST(Registry, LifeOfAKeyInMemory) {
 TEST(Registry, LifeOfAKeyInTheSystem) {
     SystemRegistry system;
     CheckLife(system);
+}
+
+TEST(Registry, TheOtherViewHasValuesOfItsOwn) {
+    constexpr REGSAM kOther = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY key = nullptr;
+    RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\TamarindTest", 0, nullptr, 0,
+                    KEY_SET_VALUE | kOther, nullptr, &key, nullptr);
+    RegSetValueExW(key, L"v", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"1"), 4);
+    RegCloseKey(key);
+    SystemRegistry system;
+    cRegistry registry(system);
+    const std::string path = "HKEY_LOCAL_MACHINE\\Software\\TamarindTest";
+    EXPECT_EQ(registry.ReadValue(path, "v", RegistryView::Other), "1");
+    EXPECT_EQ(registry.ReadValue(path, "v"), MissingValueMarker);
+    RegDeleteKeyExW(HKEY_LOCAL_MACHINE, L"Software\\TamarindTest", kOther, 0);
 }
 #endif
 

@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                    "[Common]\r\nLanguageFile=C:\\x.lng\r\n[ConfigurationEditor]\r\n"
                    "UseDefaultLanguage=0\r\nFontScript=" +
                        std::to_string(charset) + "\r\n");
-    world.disk.Wait(10);  // files that are young are read again for each text
+    world.disk.Wait(10);
     Require(world.Start());
     for (std::uint16_t number = 100; number < 4050; ++number) {
         const std::string text = world.session->Text(number);

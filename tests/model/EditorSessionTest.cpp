@@ -105,8 +105,16 @@ TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
     const std::string cyrillic = "D:\\\xD0\x9A\xD0\xBB\xD1\x8E\xD1\x87\xD0\xB8.tmdf";
     world.disk.Put(cyrillic, "[Own]\r\nCategoryTargetSection=Colors\r\nBackColor=7\r\n");
     ASSERT_TRUE(world.Start("\"" + cyrillic + "\""));
-    EXPECT_EQ(Session().DataFilePath(), cyrillic);
     EXPECT_THAT(world.Rows(), ElementsAre("BackColor"));
+    // Literally, and from the current folder.
+    for (const auto& [path, found] : {std::pair(cyrillic, cyrillic),
+                                      {"D:\\%half\\%TOOLS%\\x.tmdf", "D:\\%half\\%TOOLS%\\x.tmdf"},
+                                      {"100%\\x.tmdf", "D:\\Here\\100%\\x.tmdf"}}) {
+        world.environment.variables["TOOLS"] = "C:\\Tools";
+        world.disk.Put(found, "[Own]\r\n");
+        ASSERT_TRUE(world.Start("\"" + path + "\""));
+        EXPECT_EQ(Session().DataFilePath(), found);
+    }
 
     for (const std::string& wrong : {cyrillic, "\"" + cyrillic + "\" \"C:\\x.tmdf\"",
                                      std::string("\""), std::string("\"C:\\Tamarind\"")}) {
@@ -114,6 +122,24 @@ TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
         EXPECT_FALSE(world.Start(wrong)) << wrong;
         EXPECT_THAT(world.prompts.messages,
                     ElementsAre("X" + std::string(BuiltInText(text::kCannotFindDataFile))));
+    }
+}
+
+TEST_F(EditorSessionTest, SettingsFilesAreAskedForWhereTheyAre) {
+    Start();
+    for (const auto& [variable, settings, folder] : {std::tuple("E:\\TC", "D:\\w.ini", "E:\\TC\\"),
+                                                     {"", "D:\\Conf\\w.ini", "D:\\Conf\\"},
+                                                     {"", std::data(MissingValueMarker), ""}}) {
+        world.environment.variables["Commander_Path"] = variable;
+        Session().OpenSettingsFile(settings, false);
+        Session().AskOpenSettingsFile();
+        Session().ExportKeys();
+        Session().ImportKeys();
+        for (int times = 0; times < 3; ++times) {
+            ASSERT_FALSE(world.prompts.questions.empty());
+            EXPECT_EQ(world.prompts.questions.back().initialFolder, folder);
+            world.prompts.questions.pop_back();
+        }
     }
 }
 

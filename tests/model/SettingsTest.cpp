@@ -138,6 +138,11 @@ TEST_F(SettingsLocatorTest, RegistryPathsAreResolvedInTotalCommandersWay) {
 
 TEST_F(SettingsLocatorTest, TheUsersEntryHidesTheMachinesEvenWhenItsFileIsGone) {
     world.disk.Put("C:\\TC\\machine.ini", "");
+    world.disk.Put("C:\\TC\\machine32.ini", "");
+    world.registry.storesInto = RegistryView::Other;
+    world.SetRegistry("HKEY_LOCAL_MACHINE", "IniFileName", "C:\\TC\\machine32.ini");
+    EXPECT_EQ(FindWincmd(), "C:\\TC\\machine32.ini");
+    world.registry.storesInto = RegistryView::Native;
     world.SetRegistry("HKEY_LOCAL_MACHINE", "IniFileName", "C:\\TC\\machine.ini");
     EXPECT_EQ(FindWincmd(), "C:\\TC\\machine.ini");
     world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", "C:\\TC\\gone.ini");

@@ -87,6 +87,44 @@ TEST_F(ShellTest, TextsComeFromTheLanguageFileInItsEncoding) {
     EXPECT_EQ(Session().Text(1008), "OK");
 }
 
+TEST_F(ShellTest, OneLanguageHoldsUntilAWindowOrTheOptionsTakeAnother) {
+    world.disk.Put("C:\\a.lng", "[UserLanguage]\n1008=a\n");
+    world.disk.Put("C:\\b.lng", "[UserLanguage]\n1008=b\n");
+    Start("[Common]\nLanguageFile=C:\\a.lng\n[ConfigurationEditor]\nUseDefaultLanguage=0\n");
+    world.disk.Put("C:\\a.lng", "[UserLanguage]\n1008=new\n");
+    world.disk.stamps = world.disk.reads = 0;
+    for (std::uint16_t number = 1000; number < 1100; ++number) {
+        EXPECT_NE(Session().Text(number), "new");
+    }
+    EXPECT_EQ(world.disk.stamps + world.disk.reads, 0);
+    Session().RefreshLanguage();
+    EXPECT_EQ(Session().Text(1008), "new");
+
+    // Another copy of the program chooses another one: this one follows when the dialog is gone.
+    world.disk.Put(SessionWorld::kOwnSettings,
+                   "[Common]\nLanguageFile=C:\\b.lng\n[ConfigurationEditor]\n"
+                   "UseDefaultLanguage=0\n");
+    Session().BeginOptions();
+    Session().RefreshLanguage();
+    EXPECT_EQ(Session().Text(1008), "new");
+    Session().EndOptions();
+    EXPECT_EQ(Session().Text(1008), "b");
+
+    // A file that vanishes is said once, also by options that name it still.
+    world.disk.Remove("C:\\b.lng");
+    for (int time = 0; time < 2; ++time) {
+        Session().RefreshLanguage();
+        Session().BeginOptions();
+        Session().EndOptions();
+        EXPECT_EQ(Session().Text(1008), "OK");
+    }
+    EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
+    Session().BeginOptions();
+    Session().ApplyOptions();
+    Session().EndOptions();
+    EXPECT_EQ(world.prompts.messages.size(), 2U) << "who insists on it hears it again";
+}
+
 // What each way to leave the options window makes of its choices, in memory and in the file.
 TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     world.disk.Put("C:\\my.lng", "[UserLanguage]\n3080=nichts\n3077=Stueck\n");

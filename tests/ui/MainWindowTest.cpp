@@ -156,7 +156,14 @@ TEST_F(MainWindowTest, MenusListFavoritesAndRecentFiles) {
         }
         return entries;
     };
-    EXPECT_TRUE(entriesOf(GetSubMenu(bar, 4)).ends_with("\nHidden\n-\n(off)\n"));
+    const HMENU favorites = GetSubMenu(bar, 4);
+    // The last category has no such keys.
+    for (const auto& [key, end] :
+         {std::pair(VK_END, "\n(off)\n-\n(off)\n"), std::pair(VK_HOME, "\nHidden\n-\n(off)\n")}) {
+        Press(kIdTreeView1, key);
+        SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(favorites), 4);
+        EXPECT_TRUE(entriesOf(favorites).ends_with(end)) << entriesOf(favorites);
+    }
     SendMessageW(window->Handle(), WM_COMMAND, kIdFavoriteFirst, 0);
     EXPECT_EQ(GetFocus(), Find(kIdListView1));
     EXPECT_EQ(SelectedRow(), 1);
@@ -198,6 +205,18 @@ TEST_F(MainWindowTest, NothingOverlapsAtTheSmallestSizeAndAfterAChangeOfResoluti
     EXPECT_EQ(Send(kIdListView1, LVM_GETCOLUMNWIDTH, 0), list.right - list.left - 50);
     EXPECT_EQ(BoundsOf(Find(kIdFrame1)).left - BoundsOf(Find(kIdPicture1)).left, 400);
     ExpectNoOverlaps(window->Handle());
+}
+
+TEST_F(MainWindowTest, ALanguageThatVanishesEndsWithTheNextWindow) {
+    world.disk.Put("C:\\a.lng", "[UserLanguage]\r\n3073=Wurzel\r\n253=Suche\r\n");
+    PutOwnSettings("UseDefaultLanguage=0\r\n[Common]\r\nLanguageFile=C:\\a.lng\r\n");
+    Start();
+    EXPECT_EQ(Nodes()[0], "Wurzel");
+    world.disk.Remove("C:\\a.lng");
+    Command(tamarind::Command::SearchFind);
+    EXPECT_EQ(TextOf(FindWindowW(L"frmSearchFor", nullptr)), "Find");
+    EXPECT_EQ(Nodes()[0], "Total Commander Configuration");
+    EXPECT_EQ(world.prompts.messages, Strings{"XCannot find language file!"});
 }
 
 // The place of the next start: where the window was, unless that is off the screen.

@@ -64,7 +64,7 @@ frmMain::frmMain(EditorSession& session)
       m_searchFor(session, m_dialogLanguage),
       m_organizeFavorites(session, m_dialogLanguage, *this) {
     m_dialogLanguage.text = [this](std::uint16_t number) { return Widen(m_session.Text(number)); };
-    ReadLanguage();
+    m_dialogLanguage.refresh = [this] { m_session.RefreshLanguage(); };
 }
 
 frmMain::~frmMain() {
@@ -72,6 +72,8 @@ frmMain::~frmMain() {
 }
 
 bool frmMain::Create() {
+    m_session.LoadLanguage();
+    ReadLanguage();
     const WindowPlace place = RestoreMainWindowPlacement(m_session.ProgramSettings().Values());
     m_startsMaximized = place.isMaximized;
     const std::wstring caption = Widen(m_session.Caption());
@@ -356,6 +358,7 @@ void frmMain::OnCategorySelected() {
 void frmMain::OnKeyListChanged() {
     m_panes.Keys().Fill();
     m_statusBar.ShowCounter();
+    m_organizeFavorites.OnKeyListChanged();
 }
 
 void frmMain::OnKeyShown() {

@@ -70,6 +70,12 @@ void Control::Enable(bool isEnabled) {
     }
 }
 
+void Control::ShowMarksInTips(UINT getToolTips) const {
+    if (const auto tips = reinterpret_cast<HWND>(Send(getToolTips))) {
+        SetWindowLongPtrW(tips, GWL_STYLE, GetWindowLongPtrW(tips, GWL_STYLE) | TTS_NOPREFIX);
+    }
+}
+
 void Control::SetBorder(BorderLook border) {
     const auto style = static_cast<DWORD>(GetWindowLongPtrW(m_window, GWL_STYLE));
     const auto extended = static_cast<DWORD>(GetWindowLongPtrW(m_window, GWL_EXSTYLE));

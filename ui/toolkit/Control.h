@@ -37,6 +37,9 @@ protected:
     Control() = default;
     virtual ~Control();
 
+    // Lets the tips of a list or tree, which the message gives, show each "&" of a row.
+    void ShowMarksInTips(UINT getToolTips) const;
+
     bool CreateControl(const wchar_t* className, HWND parent, int id, DWORD style,
                        DWORD extendedStyle = 0);
     // Takes over a control that the parent has already, such as one of a dialog's template.

@@ -67,8 +67,15 @@ bool Dialog::Register() const {
     return RegisterClassExW(&info) != 0;
 }
 
+void Dialog::RefreshLanguage() const {
+    if (m_language.refresh) {
+        m_language.refresh();
+    }
+}
+
 bool Dialog::Create(HWND owner) {
     m_isModal = false;
+    RefreshLanguage();
     if (Register()) {
         CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(m_templateId), owner,
                            Procedure, reinterpret_cast<LPARAM>(this));
@@ -78,6 +85,7 @@ bool Dialog::Create(HWND owner) {
 
 INT_PTR Dialog::ShowModal(HWND owner) {
     m_isModal = true;
+    RefreshLanguage();
     if (!Register()) {
         return -1;
     }

@@ -14,6 +14,8 @@ struct DialogLanguage {
     TextByNumber text;
     bool isRightToLeft = false;
     bool showsBackColor = false;  // texts and text boxes on cyan, to see where they are
+    // Called before a dialog is made, which then takes the rest. May be left out.
+    std::function<void()> refresh = nullptr;
 };
 
 // A dialog over a resource template, modal or modeless. The template's class is the dialog's own;
@@ -85,6 +87,7 @@ private:
     std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> OnColors(HDC dc, HWND control) const;
     bool Register() const;
+    void RefreshLanguage() const;
     void SetDirection(bool isRightToLeft) const;
 
     int m_templateId;

@@ -54,6 +54,7 @@ bool ReportList::Attach(HWND dialog, int id, const std::vector<ReportColumn>& co
     constexpr DWORD kExtended =
         LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
+    ShowMarksInTips(LVM_GETTOOLTIPS);
     for (const ReportColumn& column : columns) {
         m_titles.push_back(column.title);
         LVCOLUMNW info{};

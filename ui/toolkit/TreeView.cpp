@@ -14,6 +14,7 @@ bool TreeView::Create(HWND parent, int id, TreeViewListener& listener) {
         return false;
     }
     Send(TVM_SETEXTENDEDSTYLE, TVS_EX_DOUBLEBUFFER, TVS_EX_DOUBLEBUFFER);
+    ShowMarksInTips(TVM_GETTOOLTIPS);
     return true;
 }
 

@@ -29,6 +29,7 @@ bool VirtualList::Create(HWND parent, int id, const std::wstring& columnTitle,
     }
     constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
+    ShowMarksInTips(LVM_GETTOOLTIPS);
     LVCOLUMNW column{};
     column.mask = LVCF_TEXT;
     column.pszText = const_cast<wchar_t*>(columnTitle.c_str());

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/Environment.h"
+#include "core/Paths.h"
 
 namespace tamarind {
 
@@ -11,10 +12,15 @@ namespace tamarind {
 class FakeEnvironment final : public Environment {
 public:
     std::map<std::string, std::string> variables;
+    std::string currentFolder = "D:\\Here\\";
 
     std::string Variable(const std::string& name) const override {
         const auto found = variables.find(name);
         return found == variables.end() ? std::string() : found->second;
+    }
+
+    std::string FullPath(const std::string& path) const override {
+        return path.empty() || IsAbsolutePath(path) ? path : currentFolder + path;
     }
 };
 

@@ -14,10 +14,11 @@ namespace tamarind {
 class MemoryRegistry final : public Registry {
 public:
     std::uint32_t readOnlyRoot = 0;  // nothing can be stored below it
+    RegistryView storesInto = RegistryView::Native;
 
     std::optional<RegistryValue> Query(std::uint32_t root, const std::string& subkey,
-                                       const std::string& valueName) override {
-        const auto found = m_values.find({root, Fold(subkey), Fold(valueName)});
+                                       const std::string& valueName, RegistryView view) override {
+        const auto found = m_values.find({RootIn(view, root), Fold(subkey), Fold(valueName)});
         return found == m_values.end() ? std::nullopt : std::optional(found->second);
     }
 
@@ -26,7 +27,7 @@ public:
         if ((root & 0x80000000U) == 0 || root == readOnlyRoot) {
             return false;
         }
-        m_values[{root, Fold(subkey), Fold(valueName)}] = value;
+        m_values[{RootIn(storesInto, root), Fold(subkey), Fold(valueName)}] = value;
         return true;
     }
 
@@ -45,6 +46,9 @@ public:
     }
 
 private:
+    static std::uint32_t RootIn(RegistryView view, std::uint32_t root) {
+        return view == RegistryView::Other ? root | 0x100U : root;
+    }
     static std::string Fold(std::string text) {
         for (char& c : text) {
             c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;

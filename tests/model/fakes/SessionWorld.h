@@ -67,6 +67,7 @@ public:
     bool Start(const std::string& commandLine = "") {
         session = std::make_unique<EditorSession>(Services());
         session->LoadSettings();
+        session->LoadLanguage();
         return session->Activate(commandLine);
     }
 
