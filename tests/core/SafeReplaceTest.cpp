@@ -5,6 +5,7 @@
 
 #include <iostream>
 
+#include "core/IniTransaction.h"
 #include "core/Leftovers.h"
 #include "tests/core/fakes/FaultyDisk.h"
 
@@ -393,6 +394,19 @@ TEST(SafeReplaceTest, WhatAnotherProgramWritesMeanwhileIsNotLost) {
     EXPECT_EQ(result.foreign, kOld);
     EXPECT_EQ(disk.BytesOf(kPath), "theirs");
     EXPECT_EQ(disk.BytesOf(result.aside), kOld);
+
+    // An edit brings it together with what was there: of each key the newer write stays.
+    disk.Put(kPath, "[A]\r\nx=0\r\ny=0\r\ngone=1\r\n");
+    disk.whileAside = [&] { disk.Put(kPath, "[A]\r\nx=theirs\r\nz=theirs\r\n"); };
+    DiskFileSystem system(disk);
+    IniFiles files(system);
+    const auto edit = [](IniDocument& file) {
+        file.DeleteKey("A", "gone");
+        return file.SetValue("A", "x", "mine");
+    };
+    EXPECT_TRUE(EditIniFile(files, kPath, edit).Succeeded());
+    EXPECT_EQ(disk.BytesOf(kPath), "[A]\r\nx=mine\r\ny=0\r\nz=theirs\r\n");
+    EXPECT_FALSE(HasLeftovers(disk));
 }
 
 // "Not found" would pass for "nothing set yet", and the next save would write that.
@@ -420,6 +434,10 @@ TEST(SafeReplaceTest, OtherCopiesOfTheProgramAreWaitedFor) {
     EXPECT_EQ(Save(disk, kNew), FileError::InUse);
     EXPECT_EQ(disk.Names().size(), 1U);
     EXPECT_EQ(DiskFileSystem(disk).Lock({kPath}), nullptr);
+    // What is aside may belong to a replacement that is going on.
+    disk.Move(kPath, OldPath(kOld), MoveMode::KeepExisting);
+    EXPECT_EQ(DiskFileSystem(disk).Read(kPath, 1000).error, FileError::InUse);
+    EXPECT_TRUE(disk.Has(OldPath(kOld)));
 }
 
 class BackupsTest : public testing::TestWithParam<bool> {};
