@@ -100,7 +100,9 @@ CallError Leftovers::Find(std::vector<std::string>& paths) {
 
 bool Leftovers::MayExist() {
     std::vector<std::string> paths;
-    return Find(paths) != CallError::None || !paths.empty();
+    const CallError error = Find(paths);
+    // Beside a server that does not answer nothing can be put back; each question takes seconds.
+    return !paths.empty() || (error != CallError::None && error != CallError::Unreachable);
 }
 
 CallError Leftovers::Finish(bool isMissing) {

@@ -1,6 +1,6 @@
 #include "model/BackupBrowser.h"
 
-#include "core/cProfile.h"
+#include "core/IniEntries.h"
 
 namespace tamarind {
 namespace {
@@ -9,27 +9,6 @@ namespace {
 std::string LineOf(const IniDocument& file, std::string_view section, std::string_view name) {
     const auto value = file.FindValue(section, name);
     return value ? std::string(name) + "=" + std::string(*value) : std::string();
-}
-
-bool IsKey(IniLineKind kind) {
-    return kind == IniLineKind::Key || kind == IniLineKind::CommentedKey;
-}
-
-// Visits each key of a file once, by its section and entry name.
-template <typename Visit>
-void ForEachEntry(const IniDocument& file, Visit visit) {
-    for (IniDocument::SectionId id = 0; id < file.SectionCount(); ++id) {
-        const std::string_view section = file.SectionName(id);
-        if (file.FindSection(section) != id) {
-            continue;
-        }
-        for (auto line = file.FirstLine(id); line != IniDocument::kNone;
-             line = file.NextLine(line)) {
-            if (IsKey(file.Kind(line)) && !file.IsRepeated(line)) {
-                visit(section, file.KeyName(line));
-            }
-        }
-    }
 }
 
 }  // namespace
@@ -47,10 +26,12 @@ std::vector<BackupDifference> CompareBackup(const IniDocument& backup, const Ini
             differences.push_back(std::move(difference));
         }
     };
-    ForEachEntry(now, compare);
-    ForEachEntry(backup, [&](std::string_view section, std::string_view name) {
-        if (!now.FindValue(section, name)) {
-            compare(section, name);
+    ForEachEntry(now, [&](std::string_view section, IniDocument::LineId line) {
+        compare(section, now.KeyName(line));
+    });
+    ForEachEntry(backup, [&](std::string_view section, IniDocument::LineId line) {
+        if (!now.FindValue(section, backup.KeyName(line))) {
+            compare(section, backup.KeyName(line));
         }
     });
     return differences;

@@ -56,6 +56,11 @@ bool EditorSession::SetValue(const std::string& value) {
         m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kValueTooLong));
         return false;
     }
+    // It stands for "no such value" wherever values are read.
+    if (value == MissingValueMarker) {
+        m_services.prompts.ShowMessage(MessageIcon::Exclamation, Text(text::kValueIsMarker));
+        return false;
+    }
     m_listener->OnBeforeChange();
     m_editor.SetValue(m_currentKey, value);
     ShowChange(m_currentKey);

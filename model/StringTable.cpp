@@ -182,6 +182,7 @@ constexpr TextRow kTexts[] = {
      "This value has more than 4,095 characters and cannot be edited here. It can be commented "
      "out, deleted and exported."},
     {4058, "These keys were not imported, since a value has more than 4,095 characters:"},
+    {4059, "No key can have this value. It stands for a value that is missing."},
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "model/TotalCommander.h"
 
+#include <utility>
+
 #include "core/Paths.h"
 
 namespace tamarind {
@@ -40,7 +42,9 @@ RestartResult TotalCommander::Close(const std::string& ownSettings) {
         return {};
     }
     const bool wasRunning = m_programs.IsTotalCommanderRunning();
+    m_closedPath.clear();
     if (wasRunning) {
+        m_closedPath = m_programs.TotalCommanderPath();
         m_programs.BringTotalCommanderToFront();
         m_programs.CloseTotalCommander();
     }
@@ -60,7 +64,8 @@ RestartResult TotalCommander::Start(const std::string& switchText, const std::st
     if (folder.empty()) {
         return {};
     }
-    const std::string program = ProgramPath(folder);
+    const std::string program =
+        m_closedPath.empty() ? ProgramPath(folder) : std::exchange(m_closedPath, {});
     RestartResult result;
     for (const std::string& path : {program, settingsPath}) {
         // No file's name has one: it would end the quoted path and make arguments of the rest.

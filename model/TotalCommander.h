@@ -14,6 +14,9 @@ public:
 
     // Whether Total Commander's main window (class "TTOTAL_CMD") is there.
     virtual bool IsTotalCommanderRunning() = 0;
+    // The full path of the program behind that window; empty without one, or where Windows does not
+    // tell.
+    virtual std::string TotalCommanderPath() = 0;
     virtual void BringTotalCommanderToFront() = 0;
     // Asks it to close, without waiting for an answer.
     virtual void CloseTotalCommander() = 0;
@@ -53,7 +56,8 @@ public:
                                         const std::string& settingsPath,
                                         const std::string& ownSettings);
 
-    // Asks a running one to close and waits until it has, for some seconds.
+    // Asks a running one to close and waits until it has, for some seconds. What is started next is
+    // the same program again, be it for 32-bit or 64-bit Windows.
     RestartResult Close(const std::string& ownSettings);
 
     // Brings one that still runs to the front, waits, and starts the program. `settingsPath` is
@@ -68,6 +72,7 @@ private:
     OtherPrograms& m_programs;
     IniFiles& m_files;
     const Environment& m_environment;
+    std::string m_closedPath;  // of the program that was closed; empty where it is not known
 };
 
 }  // namespace tamarind

@@ -186,6 +186,8 @@ TEST_F(SavingTest, WhatTheFileCanNotHoldIsRefusedOrStoredInAFormThatItCan) {
     EXPECT_FALSE(Session().StoreEditedValue("K=" + std::string(4096, 'x')));
     EXPECT_THAT(world.prompts.messages,
                 ElementsAre("!" + std::string(BuiltInText(text::kValueTooLong))));
+    EXPECT_FALSE(Session().SetValue(std::string(MissingValueMarker)));
+    EXPECT_EQ(world.prompts.messages.back(), "!" + std::string(BuiltInText(text::kValueIsMarker)));
     EXPECT_EQ(Session().Record(2).currentValue, "line\nbreak");
 
     world.disk.Put(SessionWorld::kWincmdData,
@@ -310,6 +312,13 @@ TEST_F(SavingTest, ARestartClosesBeforeTheSaveAndStartsAfterIt) {
     EXPECT_THAT(world.programs.calls,
                 ElementsAre("front", "close", "wait", "wait",
                             "start \"C:\\TC\\TOTALCMD64.EXE\" /i=\"C:\\TC\\Wincmd.ini\""));
+
+    // The program that was closed is the one that is started, wherever it is.
+    world.programs.calls.clear();
+    world.programs.isRunning = true;
+    world.programs.path = "D:\\Other\\TOTALCMD.EXE";
+    EXPECT_TRUE(Session().SaveAndRestart());
+    EXPECT_THAT(world.programs.calls.back(), HasSubstr("start \"D:\\Other\\TOTALCMD.EXE\" /i="));
 
     // Nothing is touched where its folder is not known.
     world.programs.calls.clear();

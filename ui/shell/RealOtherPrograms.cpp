@@ -31,6 +31,19 @@ bool RealOtherPrograms::IsTotalCommanderRunning() {
     return FindTotalCommanderWindow() != nullptr;
 }
 
+std::string RealOtherPrograms::TotalCommanderPath() {
+    constexpr DWORD kMaxPathUnits = 32768;
+    DWORD process = 0;
+    GetWindowThreadProcessId(FindTotalCommanderWindow(), &process);
+    const UniqueObject program(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    std::wstring path(kMaxPathUnits, L'\0');
+    DWORD length = kMaxPathUnits;
+    const bool isTold =
+        program && QueryFullProcessImageNameW(program.Get(), 0, path.data(), &length);
+    path.resize(isTold ? length : 0);
+    return Narrow(path);
+}
+
 void RealOtherPrograms::BringTotalCommanderToFront() {
     SetForegroundWindow(FindTotalCommanderWindow());
 }

@@ -9,6 +9,7 @@ namespace tamarind {
 class RealOtherPrograms final : public OtherPrograms {
 public:
     bool IsTotalCommanderRunning() override;
+    std::string TotalCommanderPath() override;
     void BringTotalCommanderToFront() override;
     void CloseTotalCommander() override;
     void WaitHalfSecond() override;

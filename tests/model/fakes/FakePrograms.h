@@ -18,6 +18,8 @@ public:
     std::function<void()> onEnding = [] {};
 
     bool IsTotalCommanderRunning() override { return isRunning; }
+    std::string path;  // of the one that runs; empty: nobody tells
+    std::string TotalCommanderPath() override { return isRunning ? path : std::string(); }
     void BringTotalCommanderToFront() override { calls.emplace_back("front"); }
     void CloseTotalCommander() override {
         calls.emplace_back("close");
