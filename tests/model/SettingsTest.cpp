@@ -37,6 +37,7 @@ TEST_F(SettingsTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
         std::int32_t expected;
     } cases[] = {
         {"", &Settings::mainWindowWidth, 8610},
+        {"[ConfigurationEditor]\nFixedBorders=0", &Settings::fixedBorders, 0},
         {"[ConfigurationEditor]\nSplitPosition=-5", &Settings::splitPosition, 0},
         {"[ConfigurationEditor]\nfontsize = 12pt", &Settings::fontSize, 12},
         {"[ConfigurationEditor]\nFontSize=huge", &Settings::fontSize, 0},
@@ -93,6 +94,7 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     store.Values().mainWindowLeft = 99;
     store.Values().splitPosition = 1234;
     store.Values().mainWindowMaximized = 1;
+    store.Values().favoriteWindowTop = 77;  // has a time of its own
     EXPECT_TRUE(store.SaveSettings().Succeeded());
     EXPECT_EQ(world.disk.replaces, 3);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "Tahoma");
@@ -102,6 +104,10 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     store.Values().mainWindowMaximized = 0;
     store.SaveSettings();
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowLeft"), "99");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FavoriteWindowTop"), "(none)");
+    store.WriteFavoriteWindow();
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FavoriteWindowTop"), "77");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FavoriteWindowLeft"), "(none)");
 }
 
 class SettingsLocatorTest : public SettingsTest {
