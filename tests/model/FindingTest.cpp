@@ -258,11 +258,15 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
     EXPECT_TRUE(organizer.Rename(0, "Second"));
     ASSERT_TRUE(Session().AddFavorite("N", "New"));
-    ASSERT_TRUE(Session().ApplyOrganizer());
-    EXPECT_EQ(names(organizer.Rows()), "B Sp_2 Sp_1 A N ");
+    const std::string path = SessionWorld::kOwnSettings;
+    Favorites(world.files, path).Add("M", "Of another window");
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_TRUE(Session().ApplyOrganizer());
+        EXPECT_EQ(names(organizer.Rows()), "B Sp_2 Sp_1 A N M ");
+    }
 
-    for (int row = 0; row < 5; ++row) {
-        EXPECT_TRUE(organizer.Delete());
+    while (!organizer.Rows().empty()) {
+        ASSERT_TRUE(organizer.Delete());
     }
     EXPECT_EQ(organizer.Selected(), std::nullopt);
     ASSERT_TRUE(Session().ApplyOrganizer());

@@ -26,6 +26,8 @@ TEST_F(SettingsTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
     const SettingsStore store = Loaded();
     EXPECT_EQ(store.Values().mainWindowWidth, 9000);
     EXPECT_EQ(store.Values().mainWindowLeft, (15360 - 9000) / 2);
+    EXPECT_TRUE(world.disk.BytesOf(SessionWorld::kOwnSettings)
+                    .starts_with("[ConfigurationEditor]\r\nFixedBorders=1\r\n"));
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowWidth"), "9000");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ToolbarVisible"), "(none)");
 }
@@ -81,8 +83,10 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), file);
     EXPECT_EQ(world.disk.replaces, 0);
 
-    // What a full disk did not take is written by the next save.
+    // What a full disk did not take is written by the next save, or holds for this run.
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::DiskFull);
+    store.WriteNow(&Settings::wincmdDataFile, "C:\\my.tmdf");
+    EXPECT_EQ(store.Values().wincmdDataFile, "C:\\my.tmdf");
     store.Values().splitPosition = 4321;
     EXPECT_FALSE(store.SaveSettings().Succeeded());
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::None);
@@ -96,7 +100,7 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     store.Values().mainWindowMaximized = 1;
     store.Values().favoriteWindowTop = 77;  // has a time of its own
     EXPECT_TRUE(store.SaveSettings().Succeeded());
-    EXPECT_EQ(world.disk.replaces, 3);
+    EXPECT_EQ(world.disk.replaces, 4);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "Tahoma");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowLeft"), "(none)");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowMaxmized"), "1");
