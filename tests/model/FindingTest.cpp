@@ -232,6 +232,7 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     EXPECT_FALSE(organizer.MoveUp());
     EXPECT_FALSE(organizer.IsChanged());
     organizer.MoveDown();
+    EXPECT_TRUE(organizer.IsChanged());
     organizer.AddSeparator();
     organizer.AddSeparator();
     EXPECT_EQ(names(organizer.Rows()), "B Sp_2 Sp_1 A C ");
@@ -254,6 +255,7 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     // One that the file cannot hold takes none of the others with it.
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
     EXPECT_TRUE(organizer.Rename(0, "two\nlines"));
+    EXPECT_TRUE(organizer.IsChanged());
     EXPECT_FALSE(Session().ApplyOrganizer());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
     EXPECT_TRUE(organizer.Rename(0, "Second"));
@@ -267,6 +269,7 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
 
     while (!organizer.Rows().empty()) {
         ASSERT_TRUE(organizer.Delete());
+        EXPECT_TRUE(organizer.IsChanged());
     }
     EXPECT_EQ(organizer.Selected(), std::nullopt);
     ASSERT_TRUE(Session().ApplyOrganizer());

@@ -94,6 +94,7 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     OptionsEditor& options = Session().Options();
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
     Session().BeginOptions();
+    EXPECT_EQ(options.Values().languageFile, "");
     Session().ApplyOptions();
     Session().EndOptions();
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
@@ -140,6 +141,7 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     world.disk.FailReads(SessionWorld::kOwnSettings, FileError::InUse);
     Session().BeginOptions();
     EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 16711935);
+    EXPECT_EQ(options.Values().languageFile, "C:\\my.lng");
     world.disk.FailReads(SessionWorld::kOwnSettings, FileError::None);
     options.SetLanguageFile("C:\\gone.lng");
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
