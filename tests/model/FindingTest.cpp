@@ -274,6 +274,12 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     EXPECT_EQ(organizer.Selected(), std::nullopt);
     ASSERT_TRUE(Session().ApplyOrganizer());
     EXPECT_THAT(Session().FavoriteItems(), IsEmpty());
+
+    // What was deleted once can come again.
+    Session().SetOrganizerOpen(true);
+    Favorites(world.files, path).Add("A", "Again");
+    ASSERT_TRUE(Session().ApplyOrganizer());
+    EXPECT_EQ(names(Session().FavoriteItems()), "A ");
 }
 
 TEST_F(FindingTest, LongPathsAreShortenedByTheirParts) {
