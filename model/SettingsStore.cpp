@@ -280,19 +280,14 @@ ProfileResult SettingsStore::SaveSettings() {
     });
 }
 
-ProfileResult SettingsStore::WriteFavoriteWindow() {
-    return WriteChanged([](Written written) { return written == Written::WithFavoriteWindow; });
+void SettingsStore::WriteFavoriteWindow() {
+    WriteChanged([](Written written) { return written == Written::WithFavoriteWindow; });
 }
 
-ProfileResult SettingsStore::WriteNow(std::string Settings::*member, const std::string& value) {
+void SettingsStore::WriteNow(std::string Settings::*member, const std::string& value) {
     m_values.*member = value;
     const std::size_t row = RowOf(member);
-    const ProfileResult written =
-        cProfile(m_files).WriteStringValue(kRows[row].section, kRows[row].key, value, m_path);
-    if (written.Succeeded()) {
-        m_stored[row] = value;
-    }
-    return written;
+    cProfile(m_files).WriteStringValue(kRows[row].section, kRows[row].key, value, m_path);
 }
 
 }  // namespace tamarind

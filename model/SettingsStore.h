@@ -46,11 +46,12 @@ public:
     ProfileResult SaveSettings();
 
     // Writes one text at once: section kSection, or "Common" for what the family
-    // shares. A text equal to the MissingValueMarker is not written.
-    ProfileResult WriteNow(std::string Settings::*member, const std::string& value);
+    // shares. A text equal to the MissingValueMarker is not written. A failure is not reported:
+    // the text holds for this run.
+    void WriteNow(std::string Settings::*member, const std::string& value);
 
-    // The same for the organize window's place.
-    ProfileResult WriteFavoriteWindow();
+    // The same for the organize window's place; a failure is not reported.
+    void WriteFavoriteWindow();
 
     const std::string& Path() const { return m_path; }
 

@@ -232,6 +232,7 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     EXPECT_FALSE(organizer.MoveUp());
     EXPECT_FALSE(organizer.IsChanged());
     organizer.MoveDown();
+    EXPECT_TRUE(organizer.IsChanged());
     organizer.AddSeparator();
     organizer.AddSeparator();
     EXPECT_EQ(names(organizer.Rows()), "B Sp_2 Sp_1 A C ");
@@ -251,12 +252,34 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     EXPECT_EQ(world.OwnSetting("FavoritesList", "A"), "\xD0\x96");
     EXPECT_EQ(world.OwnSetting("Other", "x"), "1");
 
-    for (int row = 0; row < 4; ++row) {
-        EXPECT_TRUE(organizer.Delete());
+    // One that the file cannot hold takes none of the others with it.
+    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
+    EXPECT_TRUE(organizer.Rename(0, "two\nlines"));
+    EXPECT_TRUE(organizer.IsChanged());
+    EXPECT_FALSE(Session().ApplyOrganizer());
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
+    EXPECT_TRUE(organizer.Rename(0, "Second"));
+    ASSERT_TRUE(Session().AddFavorite("N", "New"));
+    const std::string path = SessionWorld::kOwnSettings;
+    Favorites(world.files, path).Add("M", "Of another window");
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_TRUE(Session().ApplyOrganizer());
+        EXPECT_EQ(names(organizer.Rows()), "B Sp_2 Sp_1 A N M ");
+    }
+
+    while (!organizer.Rows().empty()) {
+        ASSERT_TRUE(organizer.Delete());
+        EXPECT_TRUE(organizer.IsChanged());
     }
     EXPECT_EQ(organizer.Selected(), std::nullopt);
     ASSERT_TRUE(Session().ApplyOrganizer());
     EXPECT_THAT(Session().FavoriteItems(), IsEmpty());
+
+    // What was deleted once can come again.
+    Session().SetOrganizerOpen(true);
+    Favorites(world.files, path).Add("A", "Again");
+    ASSERT_TRUE(Session().ApplyOrganizer());
+    EXPECT_EQ(names(Session().FavoriteItems()), "A ");
 }
 
 TEST_F(FindingTest, LongPathsAreShortenedByTheirParts) {
@@ -301,8 +324,10 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
 
     for (const char* const name : {"C:\\a.ini", "C:\\R&D\\b.ini", "c:\\A.INI"}) {
         world.disk.Put(name, "[Configuration]\r\n");
+        world.disk.FailReplaces(name, FileError::ReadOnly);
         world.prompts.filesToChoose = {name};
         Session().AskOpenSettingsFile();
+        EXPECT_THAT(world.prompts.messages.back(), HasSubstr(name));  // can not be saved
     }
     EXPECT_THAT(captions(),
                 ElementsAre("&1 c:\\A.INI", "&2 C:\\R&&D\\b.ini", "&3 C:\\TC\\Wincmd.ini"));
@@ -313,10 +338,28 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     Session().OpenRecentFile(2);
     EXPECT_EQ(Session().SettingsPath(), "c:\\A.INI");
 
-    world.prompts.answers = {Answer::Yes};
+    world.prompts.answers = {Answer::No, Answer::Yes};
+    Session().ClearRecentFiles();
+    EXPECT_EQ(captions().size(), 3U);
     Session().ClearRecentFiles();
     EXPECT_THAT(captions(), IsEmpty());
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), "(none)");
+}
+
+TEST_F(FindingTest, SlotsThatAreNoneAreEmptyAndStaySo) {
+    Start("ColorBack=1\r\n");
+    cRecentFiles files(world.files, Session().Texts(), world.prompts);
+    using Numbers = std::vector<std::int16_t>;
+    for (const std::int16_t max : Numbers{-1, 0, 1}) {
+        files.Setup(max);
+        files.AddFile("C:\\a.ini");
+        EXPECT_EQ(files.Max(), max > 0 ? 1 : 0);
+        for (const std::int16_t none : Numbers{-1, 0, 2}) {
+            files.RemoveFile(none);
+            EXPECT_EQ(files.ListItems(none), MissingValueMarker);
+        }
+        EXPECT_EQ(files.Entries().size(), max > 0 ? 1U : 0U);
+    }
 }
 
 TEST_F(FindingTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {

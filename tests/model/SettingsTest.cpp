@@ -26,6 +26,8 @@ TEST_F(SettingsTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
     const SettingsStore store = Loaded();
     EXPECT_EQ(store.Values().mainWindowWidth, 9000);
     EXPECT_EQ(store.Values().mainWindowLeft, (15360 - 9000) / 2);
+    EXPECT_TRUE(world.disk.BytesOf(SessionWorld::kOwnSettings)
+                    .starts_with("[ConfigurationEditor]\r\nFixedBorders=1\r\n"));
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowWidth"), "9000");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ToolbarVisible"), "(none)");
 }
@@ -37,6 +39,7 @@ TEST_F(SettingsTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
         std::int32_t expected;
     } cases[] = {
         {"", &Settings::mainWindowWidth, 8610},
+        {"[ConfigurationEditor]\nFixedBorders=0", &Settings::fixedBorders, 0},
         {"[ConfigurationEditor]\nSplitPosition=-5", &Settings::splitPosition, 0},
         {"[ConfigurationEditor]\nfontsize = 12pt", &Settings::fontSize, 12},
         {"[ConfigurationEditor]\nFontSize=huge", &Settings::fontSize, 0},
@@ -80,8 +83,10 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), file);
     EXPECT_EQ(world.disk.replaces, 0);
 
-    // What a full disk did not take is written by the next save.
+    // What a full disk did not take is written by the next save, or holds for this run.
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::DiskFull);
+    store.WriteNow(&Settings::wincmdDataFile, "C:\\my.tmdf");
+    EXPECT_EQ(store.Values().wincmdDataFile, "C:\\my.tmdf");
     store.Values().splitPosition = 4321;
     EXPECT_FALSE(store.SaveSettings().Succeeded());
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::None);
@@ -93,8 +98,9 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     store.Values().mainWindowLeft = 99;
     store.Values().splitPosition = 1234;
     store.Values().mainWindowMaximized = 1;
+    store.Values().favoriteWindowTop = 77;  // has a time of its own
     EXPECT_TRUE(store.SaveSettings().Succeeded());
-    EXPECT_EQ(world.disk.replaces, 3);
+    EXPECT_EQ(world.disk.replaces, 4);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "Tahoma");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowLeft"), "(none)");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowMaxmized"), "1");
@@ -102,6 +108,10 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     store.Values().mainWindowMaximized = 0;
     store.SaveSettings();
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "MainWindowLeft"), "99");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FavoriteWindowTop"), "(none)");
+    store.WriteFavoriteWindow();
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FavoriteWindowTop"), "77");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FavoriteWindowLeft"), "(none)");
 }
 
 class SettingsLocatorTest : public SettingsTest {

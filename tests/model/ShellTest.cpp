@@ -132,13 +132,15 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     OptionsEditor& options = Session().Options();
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
     Session().BeginOptions();
+    EXPECT_EQ(options.Values().languageFile, "");
     Session().ApplyOptions();
     Session().EndOptions();
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
 
     // Colours and the font count at once, and only until the window opens again.
-    world.prompts.colorsToChoose = {"255", "255"};
-    world.prompts.fontsToChoose = {{"New", 12, 1, 204}};
+    const FontChoice font = {"New", 12, 1, 204};
+    world.prompts.colorsToChoose = {"255", "16711935"};
+    world.prompts.fontsToChoose = {font, font};
     Session().BeginOptions();
     options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
     EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
@@ -148,16 +150,24 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     EXPECT_FALSE(Session().SelectsNextKey());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
     Session().BeginOptions();
+    EXPECT_FALSE(options.IsChanged());
     EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 1);
     EXPECT_EQ(Session().ProgramSettings().Values().fontName, "Old");
 
+    EXPECT_TRUE(options.SelectFont());
+    EXPECT_TRUE(options.IsChanged());
     options.SetLanguageFile("C:\\my.lng");
     options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, false);
     options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
     EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
     EXPECT_TRUE(Session().ApplyOptions());
+    EXPECT_FALSE(options.IsChanged());
     Session().EndOptions();
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ForegroundColor"), "255");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ForegroundColor"), "16711935");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "New");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontSize"), "12");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontStyle"), "1");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontScript"), "204");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "AutoSelectNextKey"), "1");
     EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "C:\\my.lng");
     EXPECT_EQ(Session().CounterPanel(), "3  Stueck");
@@ -165,10 +175,16 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     EXPECT_EQ(Session().Description(), "nichts");
 
     // A language that is gone by then is named once; a settings file that can not be written, too.
+    // One that can not be read changes nothing.
+    world.disk.FailReads(SessionWorld::kOwnSettings, FileError::InUse);
     Session().BeginOptions();
+    EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 16711935);
+    EXPECT_EQ(options.Values().languageFile, "C:\\my.lng");
+    world.disk.FailReads(SessionWorld::kOwnSettings, FileError::None);
     options.SetLanguageFile("C:\\gone.lng");
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
     EXPECT_FALSE(Session().ApplyOptions());
+    EXPECT_TRUE(options.IsChanged());
     Session().EndOptions();
     EXPECT_EQ(world.prompts.messages.back(), "XCannot find language file!");
     EXPECT_EQ(world.prompts.messages.size(), 2U);
