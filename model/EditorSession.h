@@ -178,6 +178,8 @@ public:
     // under a caption of the user's choice, or nothing after a message that says why not.
     const std::vector<Favorite>& FavoriteItems() const { return m_favorites.Items(); }
     void CreateFavoritesList(bool updateOrganizer = false);
+    // Of the rows as they are now.
+    ShownNames NamesInList() const { return {m_keys, m_store}; }
     std::optional<std::string> BeginAddFavorite();
     bool AddFavorite(const std::string& name, const std::string& caption);
     // Shows the key of that name. False, after a message, when there is none.

@@ -40,30 +40,23 @@ std::vector<std::string> KeysOf(const IniDocument& file) {
     return names;
 }
 
-// The names of the rows that are shown, sorted: one look then tells whether any begins with a text.
-class ShownNames {
-public:
-    ShownNames(const KeyList& keys, const KeyStore& store) {
-        m_names.reserve(keys.Size());
-        for (std::size_t row = 0; row < keys.Size(); ++row) {
-            m_names.push_back(UpperCase(store.KeyName(keys.KeyAt(row))));
-        }
-        std::sort(m_names.begin(), m_names.end());
-    }
-
-    bool HasNameFrom(std::string_view start) const {
-        const std::string upper = UpperCase(start);
-        const auto next = std::lower_bound(m_names.begin(), m_names.end(), upper);
-        return next != m_names.end() && BeginsWith(*next, upper);
-    }
-
-private:
-    std::vector<std::string> m_names;
-};
-
 }  // namespace
 
-void Favorites::CreateFavoritesList(const KeyList& keys, const KeyStore& store) {
+ShownNames::ShownNames(const KeyList& keys, const KeyStore& store) {
+    m_names.reserve(keys.Size());
+    for (std::size_t row = 0; row < keys.Size(); ++row) {
+        m_names.push_back(UpperCase(store.KeyName(keys.KeyAt(row))));
+    }
+    std::sort(m_names.begin(), m_names.end());
+}
+
+bool ShownNames::HasNameFrom(std::string_view start) const {
+    const std::string upper = UpperCase(start);
+    const auto next = std::lower_bound(m_names.begin(), m_names.end(), upper);
+    return next != m_names.end() && BeginsWith(*next, upper);
+}
+
+void Favorites::CreateFavoritesList() {
     m_items.clear();
     const IniSnapshot file = m_files.Read(m_settingsPath);
     const auto section = file.document->FindSection(kSection);
@@ -76,13 +69,6 @@ void Favorites::CreateFavoritesList(const KeyList& keys, const KeyStore& store) 
             line ? CutToBuffer(file.document->Value(*line)) : std::string_view();
         m_items.push_back({std::string(name), std::string(caption)});
     });
-    if (m_items.empty()) {
-        return;
-    }
-    const ShownNames shown(keys, store);
-    for (Favorite& favorite : m_items) {
-        favorite.isEnabled = shown.HasNameFrom(favorite.name);
-    }
 }
 
 bool Favorites::IsFull() const {

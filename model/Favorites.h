@@ -12,11 +12,24 @@ namespace tamarind {
 
 // A bookmark on a key, or a separator line among them.
 struct Favorite {
-    std::string name;       // the key's name, or "Sp_" and a number for a separator
-    std::string caption;    // what the menu shows; "-" for a separator
-    bool isEnabled = true;  // a row of the key list begins with the name
+    std::string name;     // the key's name, or "Sp_" and a number for a separator
+    std::string caption;  // what the menu shows; "-" for a separator
 
     bool IsSeparator() const { return caption == "-"; }
+};
+
+// The names of the rows that the key list shows, sorted: one look tells whether a favorite's key is
+// among them. What is not there is grey in the menu and in the organize window.
+class ShownNames {
+public:
+    ShownNames() = default;
+    ShownNames(const KeyList& keys, const KeyStore& store);
+
+    // Whether a name begins so, in any letter case.
+    bool HasNameFrom(std::string_view start) const;
+
+private:
+    std::vector<std::string> m_names;  // in upper case
 };
 
 // The user's favorites as they stand in the program's settings file, in the order of the menu.
@@ -28,8 +41,8 @@ public:
     Favorites(IniFiles& files, const std::string& settingsPath)
         : m_files(files), m_settingsPath(settingsPath) {}
 
-    // Reads the list again and looks its names up among the rows that are shown.
-    void CreateFavoritesList(const KeyList& keys, const KeyStore& store);
+    // Reads the list again.
+    void CreateFavoritesList();
 
     const std::vector<Favorite>& Items() const { return m_items; }
     bool IsFull() const;

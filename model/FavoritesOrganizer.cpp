@@ -93,7 +93,7 @@ bool FavoritesOrganizer::AddSeparator() {
         }
     }
     m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(*m_selected),
-                  {SeparatorName(count + 1), kSeparatorCaption, true});
+                  {SeparatorName(count + 1), kSeparatorCaption});
     m_knownNames.push_back(SeparatorName(count + 1));
     m_isChanged = true;
     return true;

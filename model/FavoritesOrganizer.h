@@ -21,7 +21,6 @@ public:
     // Favorites that another window has added since: behind the last row.
     void AppendUnknown(const std::vector<Favorite>& favorites);
 
-    // A row that is not enabled is shown in grey.
     const std::vector<Favorite>& Rows() const { return m_rows; }
     std::optional<std::size_t> Selected() const { return m_selected; }
     void Select(std::size_t row);

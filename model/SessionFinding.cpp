@@ -41,7 +41,7 @@ void EditorSession::FindNextString() {
 }
 
 void EditorSession::CreateFavoritesList(bool updateOrganizer) {
-    m_favorites.CreateFavoritesList(m_keys, m_store);
+    m_favorites.CreateFavoritesList();
     m_listener->OnFavoritesChanged();
     if (updateOrganizer && m_isOrganizerOpen && !m_favorites.Items().empty()) {
         m_organizer.Append(m_favorites.Items().back());
@@ -108,7 +108,7 @@ bool EditorSession::OrganizerDefinition(bool beeps) {
 }
 
 bool EditorSession::ApplyOrganizer() {
-    m_favorites.CreateFavoritesList(m_keys, m_store);
+    m_favorites.CreateFavoritesList();
     m_organizer.AppendUnknown(m_favorites.Items());
     const ProfileResult result = m_favorites.Replace(m_organizer.Rows());
     if (!result.Succeeded()) {

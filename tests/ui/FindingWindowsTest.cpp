@@ -41,6 +41,20 @@ protected:
         }
         return texts;
     }
+    // Which rows of the organizer's list are grey: "010".
+    std::string GreyFavorites() const {
+        std::string grey;
+        for (int row = 0; row < ListView_GetItemCount(FavoriteList()); ++row) {
+            NMLVCUSTOMDRAW draw{};
+            draw.nmcd.hdr = {FavoriteList(), IDC_ORGANIZE_LISTVIEW1, NM_CUSTOMDRAW};
+            draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+            draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(row);
+            SendMessageW(Organizer(), WM_NOTIFY, IDC_ORGANIZE_LISTVIEW1,
+                         reinterpret_cast<LPARAM>(&draw));
+            grey += draw.clrText == GetSysColor(COLOR_GRAYTEXT) ? '1' : '0';
+        }
+        return grey;
+    }
     std::string StoredFavorites() const {
         const std::string file = world.disk.BytesOf(SessionWorld::kOwnSettings);
         const std::size_t start = file.find("[FavoritesList]\r\n");
@@ -122,6 +136,11 @@ TEST_F(FindingWindowsTest, TheOrganizerChangesTheFavorites) {
     OpenOrganizer("ShowHidden=Hidden\r\nBackColor=Back\r\nGone=Gone\r\n");
     EXPECT_EQ(GetFocus(), FavoriteList());
     EXPECT_FALSE(IsOn(IDC_ORGANIZE_CMDAPPLY));
+    EXPECT_EQ(GreyFavorites(), "001");
+    world.session->SelectCategory(1);
+    EXPECT_EQ(GreyFavorites(), "011");
+    world.session->SelectCategory(kRootNode);
+    EXPECT_EQ(GreyFavorites(), "001");
     Click(IDC_ORGANIZE_CMDDOWN);
     EXPECT_TRUE(IsOn(IDC_ORGANIZE_CMDAPPLY));
     Click(IDC_ORGANIZE_CMDADDSEPARATOR);

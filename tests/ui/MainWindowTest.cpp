@@ -156,7 +156,14 @@ TEST_F(MainWindowTest, MenusListFavoritesAndRecentFiles) {
         }
         return entries;
     };
-    EXPECT_TRUE(entriesOf(GetSubMenu(bar, 4)).ends_with("\nHidden\n-\n(off)\n"));
+    const HMENU favorites = GetSubMenu(bar, 4);
+    // The last category has no such keys.
+    for (const auto& [key, end] :
+         {std::pair(VK_END, "\n(off)\n-\n(off)\n"), std::pair(VK_HOME, "\nHidden\n-\n(off)\n")}) {
+        Press(kIdTreeView1, key);
+        SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(favorites), 4);
+        EXPECT_TRUE(entriesOf(favorites).ends_with(end)) << entriesOf(favorites);
+    }
     SendMessageW(window->Handle(), WM_COMMAND, kIdFavoriteFirst, 0);
     EXPECT_EQ(GetFocus(), Find(kIdListView1));
     EXPECT_EQ(SelectedRow(), 1);

@@ -82,6 +82,7 @@ void frmOrganizeFavorites::OnInit() {
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     RestorePlace();
     Layout();
+    OnKeyListChanged();
     Refresh();
 }
 
@@ -167,6 +168,13 @@ void frmOrganizeFavorites::OnFavoriteAppended() {
     if (Handle() != nullptr) {
         ListView1.EndLabelEdit();
         Refresh();
+    }
+}
+
+void frmOrganizeFavorites::OnKeyListChanged() {
+    if (Handle() != nullptr) {
+        m_namesInList = m_session.NamesInList();
+        InvalidateRect(ListView1.Handle(), nullptr, FALSE);
     }
 }
 
@@ -305,8 +313,8 @@ std::wstring frmOrganizeFavorites::RowText(int row) const {
 RowLook frmOrganizeFavorites::LookOfRow(int row) const {
     const Favorite* const favorite = FavoriteOf(row);
     RowLook look;
-    look.color = favorite != nullptr && !favorite->isEnabled ? GetSysColor(COLOR_GRAYTEXT)
-                                                             : m_look.foreground;
+    const bool isInList = favorite != nullptr && m_namesInList.HasNameFrom(favorite->name);
+    look.color = isInList ? m_look.foreground : GetSysColor(COLOR_GRAYTEXT);
     return look;
 }
 

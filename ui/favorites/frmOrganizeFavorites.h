@@ -36,6 +36,8 @@ public:
     void OnFavoriteAppended();
     // Shows the organizer's rows and states as they are now.
     void Refresh();
+    // For the session's listener: the key list holds other rows.
+    void OnKeyListChanged();
     // May be called before the window is made.
     void ApplyLook(const ListLook& look);
 
@@ -70,6 +72,7 @@ private:
     EditorSession& m_session;
     FavoritesHost& m_host;
     ListLook m_look;
+    ShownNames m_namesInList;
     int m_dpi = 0;  // of what is shown
     int m_leastClientWidth = 0;
     VirtualList ListView1;

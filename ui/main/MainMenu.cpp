@@ -94,7 +94,7 @@ void MainMenu::FillRecentFiles(HMENU menu) const {
 }
 
 void MainMenu::ShowFavorites() const {
-    const HMENU menu = GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::FavoritesAdd)));
+    const HMENU menu = FavoritesMenu();
     while (DeleteMenu(menu, kFixedFavoriteEntries, MF_BYPOSITION)) {
     }
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -104,8 +104,16 @@ void MainMenu::ShowFavorites() const {
             break;
         }
         const UINT kind = favorite.IsSeparator() ? MF_SEPARATOR : MF_STRING;
-        AppendMenuW(menu, kind | (favorite.isEnabled ? MF_ENABLED : MF_GRAYED),
-                    static_cast<UINT_PTR>(id++), Widen(favorite.caption).c_str());
+        AppendMenuW(menu, kind, static_cast<UINT_PTR>(id++), Widen(favorite.caption).c_str());
+    }
+}
+
+// Only those can be chosen whose keys the list shows.
+void MainMenu::RefreshFavorites(HMENU menu) const {
+    const ShownNames names = m_session.NamesInList();
+    UINT id = kIdFavoriteFirst;
+    for (const Favorite& favorite : m_session.FavoriteItems()) {
+        EnableMenuItem(menu, id++, names.HasNameFrom(favorite.name) ? MF_ENABLED : MF_GRAYED);
     }
 }
 
@@ -113,6 +121,9 @@ void MainMenu::Refresh(HMENU menu) const {
     if (menu == m_recentFiles) {
         FillRecentFiles(menu);
         return;
+    }
+    if (menu == FavoritesMenu()) {
+        RefreshFavorites(menu);
     }
     const int count = GetMenuItemCount(menu);
     for (int at = 0; at < count; ++at) {
@@ -157,6 +168,10 @@ std::size_t MainMenu::MenuWith(Command command) {
         return std::find(menu.entries.begin(), menu.entries.end(), command) != menu.entries.end();
     });
     return static_cast<std::size_t>(found - menus.begin());
+}
+
+HMENU MainMenu::FavoritesMenu() const {
+    return GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::FavoritesAdd)));
 }
 
 void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {

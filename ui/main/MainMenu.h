@@ -34,8 +34,10 @@ private:
     void Fill(HMENU menu, std::span<const Command> entries) const;
     static UniqueAccelerators MakeAccelerators(std::span<const Command> except);
     void FillRecentFiles(HMENU menu) const;
+    void RefreshFavorites(HMENU menu) const;
     // The menu of the menu bar that has a command.
     static std::size_t MenuWith(Command command);
+    HMENU FavoritesMenu() const;
 
     const EditorSession& m_session;
     HMENU m_bar = nullptr;

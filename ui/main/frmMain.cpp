@@ -343,6 +343,7 @@ void frmMain::OnCategorySelected() {
 void frmMain::OnKeyListChanged() {
     m_panes.Keys().Fill();
     m_statusBar.ShowCounter();
+    m_organizeFavorites.OnKeyListChanged();
 }
 
 void frmMain::OnKeyShown() {
