@@ -153,6 +153,11 @@ void frmMain::Execute(Command command) {
     }
 }
 
+void frmMain::ExecuteButton(Command command) {
+    m_panes.Keys().CloseInplaceEdit();
+    Execute(command);
+}
+
 void frmMain::OnValueCommand(bool isStored) {
     if (isStored) {
         m_panes.Keys().ContinueWithNextKey();
