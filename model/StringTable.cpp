@@ -163,6 +163,7 @@ constexpr TextRow kTexts[] = {
     {4042, "Settings of this program:"},
     {4043, "What was written could not be read back."},
     {4044, "Key"},
+    {4070, "No key was exported: none of those in the list is set."},
 };
 
 }  // namespace
