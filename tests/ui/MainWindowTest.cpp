@@ -44,6 +44,27 @@ TEST_F(MainWindowTest, AClickBesideTheRowsKeepsTheCurrentOne) {
     EXPECT_TRUE(PumpUntil([&] { return SelectedRow() == 0; }));
 }
 
+TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
+    Start();
+    const HWND tree = Find(kIdTreeView1);
+    RECT row{};
+    HTREEITEM node = TreeView_GetRoot(tree);
+    for (int step = 0; step < 3; ++step) {
+        node = TreeView_GetNextVisible(tree, node);
+    }
+    TreeView_GetItemRect(tree, node, &row, TRUE);
+    ClientToScreen(tree, reinterpret_cast<POINT*>(&row));
+    Strings rows;
+    Timer timer([&] {
+        rows = Rows();
+        EndMenu();
+    });
+    timer.Start(window->Handle(), 10);
+    SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree),
+                 MAKELPARAM(row.left + 3, row.top + 3));
+    EXPECT_EQ(rows, Strings{"BackColor"});
+}
+
 TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {
     Start();
     Command(tamarind::Command::ViewInactiveKeys);
