@@ -28,6 +28,13 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     Press(kIdTreeView1, VK_DOWN);  // a heading
     EXPECT_EQ(Rows(), Strings{});
     EXPECT_FALSE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
+    Press(kIdListView1, VK_RETURN);
+    NMITEMACTIVATE click{};
+    click.hdr = {Find(kIdListView1), kIdListView1, static_cast<UINT>(NM_DBLCLK)};
+    click.iItem = -1;
+    SendMessageW(GetParent(Find(kIdListView1)), WM_NOTIFY, kIdListView1,
+                 reinterpret_cast<LPARAM>(&click));
+    EXPECT_EQ(world.prompts.beeps, 2);
     Press(kIdTreeView1, VK_DOWN);
     EXPECT_TRUE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
     Press(kIdListView1, VK_DOWN);

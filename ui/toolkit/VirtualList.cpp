@@ -150,7 +150,7 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         case NM_DBLCLK:
-            if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) {
+            if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0 || RowCount() == 0) {
                 m_source->OnRowActivated();
             }
             return 0;
