@@ -72,6 +72,15 @@ TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
     EXPECT_EQ(rows, Strings{"BackColor"});
 }
 
+TEST_F(MainWindowTest, TheFocusLeavesADescriptionThatIsDisabled) {
+    Start();
+    world.session->SelectCategory(2);
+    SetFocus(Find(kIdTxtDescriptionBox));
+    Command(tamarind::Command::ViewActiveKeys);
+    EXPECT_FALSE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
+    EXPECT_EQ(GetFocus(), Find(kIdListView1));
+}
+
 TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {
     Start();
     Command(tamarind::Command::ViewInactiveKeys);

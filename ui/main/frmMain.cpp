@@ -348,7 +348,12 @@ void frmMain::OnKeyListChanged() {
 
 void frmMain::OnKeyShown() {
     m_panes.Keys().ShowCurrentKey();
+    const HWND box = m_panes.Description().Box();
+    const bool hadFocus = GetFocus() == box;
     m_panes.Description().ShowDescription();
+    if (hadFocus && !IsWindowEnabled(box)) {
+        SetFocus(m_panes.Keys().List());
+    }
     m_statusBar.ShowTarget();
 }
 
