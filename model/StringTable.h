@@ -53,6 +53,7 @@ inline constexpr std::uint16_t kTotalCommanderStillRuns = 4039;
 inline constexpr std::uint16_t kCannotSaveFiles = 4040;
 inline constexpr std::uint16_t kRedirectionLoop = 4041;
 inline constexpr std::uint16_t kReasonNotVerified = 4043;
+inline constexpr std::uint16_t kKey = 4044;
 inline constexpr std::uint16_t kNothingExported = 4070;
 }  // namespace text
 

@@ -393,6 +393,7 @@ void frmMain::OnLanguageChanged() {
     m_toolbar.ApplyLanguage();
     m_statusBar.ApplyLanguage();
     m_panes.Description().ApplyLanguage();
+    m_panes.Keys().ApplyLanguage();
     m_panes.Tree().Fill();
     OnKeyShown();
     m_searchFor.ApplyLanguage();

@@ -36,6 +36,13 @@ bool VirtualList::Create(HWND parent, int id, const std::wstring& columnTitle,
     return Send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column)) != -1;
 }
 
+void VirtualList::SetColumnTitle(const std::wstring& title) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    column.pszText = const_cast<wchar_t*>(title.c_str());
+    Send(LVM_SETCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+}
+
 void VirtualList::SetImages(HIMAGELIST images) {
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
 }

@@ -50,6 +50,7 @@ public:
     bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source,
                 DWORD moreStyles = 0);
 
+    void SetColumnTitle(const std::wstring& title);
     void SetImages(HIMAGELIST images);
     void SetColors(COLORREF text, COLORREF background);
     void ShowGridLines(bool isVisible);
