@@ -52,6 +52,15 @@ ProfileResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniF
     });
 }
 
+bool HasSetKey(const KeyList& keys, const KeyStore& store) {
+    for (std::size_t row = 0; row < keys.Size(); ++row) {
+        if (!LooksOf(store.CurrentState(keys.KeyAt(row)), {}).isGhosted) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::vector<RowKey> ReadExchangeFile(const IniDocument& file, const KeyList& keys,
                                      KeyStore& store) {
     std::vector<RowKey> skipped;

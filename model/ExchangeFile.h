@@ -15,6 +15,9 @@ namespace tamarind {
 ProfileResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniFiles& files,
                                 const std::string& path);
 
+// Whether any of the shown keys has, or will have, a line: else there is nothing to write.
+bool HasSetKey(const KeyList& keys, const KeyStore& store);
+
 // Makes what the file says of each shown key that key's pending change: its value, that it is
 // commented out, or, where the file has no line of it, that it is to be deleted. Gives the keys
 // that were left as they are, since a value is longer than any reader's buffer.

@@ -332,6 +332,9 @@ void EditorSession::ExportKeys() {
     const ProfileResult result = WriteExchangeFile(m_store, m_keys, m_services.files, path);
     if (!result.Succeeded()) {
         ReportFailure(text::kCannotSaveFile, path, result);
+    } else if (!HasSetKey(m_keys, m_store)) {
+        // Without a line to write no file is made.
+        m_services.prompts.ShowMessage(MessageIcon::Information, Text(text::kNothingExported));
     }
 }
 

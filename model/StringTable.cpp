@@ -183,6 +183,7 @@ constexpr TextRow kTexts[] = {
      "out, deleted and exported."},
     {4058, "These keys were not imported, since a value has more than 4,095 characters:"},
     {4059, "No key can have this value. It stands for a value that is missing."},
+    {4070, "No key was exported: none of those in the list is set."},
 };
 
 }  // namespace

@@ -65,6 +65,8 @@ inline constexpr std::uint16_t kUnsavedChanges = 4056;
 inline constexpr std::uint16_t kLongValueStays = 4057;
 inline constexpr std::uint16_t kLongValuesSkipped = 4058;
 inline constexpr std::uint16_t kValueIsMarker = 4059;
+inline constexpr std::uint16_t kKey = 4044;
+inline constexpr std::uint16_t kNothingExported = 4070;
 }  // namespace text
 
 // The built-in English text of a number; empty for a number without one.

@@ -112,11 +112,20 @@ void cRecentFiles::AddFile(const std::string& file) {
     if (m_slots.empty()) {
         return;
     }
-    const auto known = std::find_if(m_slots.begin(), m_slots.end(), [&](const std::string& slot) {
-        return EqualsIgnoreCase(slot, file);
+    auto slot = std::find_if(m_slots.begin(), m_slots.end(), [&](const std::string& known) {
+        return EqualsIgnoreCase(known, file);
     });
-    m_slots.erase(known != m_slots.end() ? known : m_slots.end() - 1);
-    m_slots.insert(m_slots.begin(), file);
+    if (slot == m_slots.end()) {
+        --slot;
+    }
+    *slot = file;
+    PutAsFirstItem(static_cast<std::int16_t>(slot - m_slots.begin() + 1));
+}
+
+void cRecentFiles::PutAsFirstItem(std::int16_t Index) {
+    if (Index >= 1 && Index <= Max()) {
+        std::rotate(m_slots.begin(), m_slots.begin() + (Index - 1), m_slots.begin() + Index);
+    }
 }
 
 void cRecentFiles::RemoveFile(std::int16_t Index) {

@@ -32,6 +32,8 @@ public:
     // falls out.
     void AddFile(const std::string& file);
     void RemoveFile(std::int16_t Index);
+    // Moves a slot's file to slot 1; those before it move down by one.
+    void PutAsFirstItem(std::int16_t Index);
     // Empties all slots, after a question. False: the user did not mean it.
     bool Clear();
 

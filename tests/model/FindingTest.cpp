@@ -445,6 +445,15 @@ TEST_F(FindingTest, KeysTravelInAnExportFile) {
     Session().ImportKeys();
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program is using it."));
     EXPECT_FALSE(Session().IsModified());
+
+    // Without set keys there is no file, which is said.
+    Session().SetKeyFilter(KeyFilter::ShowInactive);
+    EXPECT_THAT(world.Rows(), ElementsAre("B=\"q\"", "D"));
+    Session().DeleteKey();
+    world.prompts.filesToChoose = {"C:\\TC\\none.ini"};
+    Session().ExportKeys();
+    EXPECT_FALSE(world.disk.Has("C:\\TC\\none.ini"));
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("No key was exported"));
 }
 
 }  // namespace

@@ -76,6 +76,24 @@ TEST_F(EditingWindowTest, ScrollingClosesTheBoxAndStoresNothing) {
     EXPECT_EQ(Rows()[0], "K0");
 }
 
+TEST_F(EditingWindowTest, AButtonFirstClosesTheBox) {
+    Start();
+    const auto click = [&](tamarind::Command command) {
+        SendMessageW(window->Handle(), WM_COMMAND, static_cast<WPARAM>(command),
+                     reinterpret_cast<LPARAM>(Find(kIdToolbar1)));
+    };
+    Command(tamarind::Command::EditValue);
+    SetWindowTextW(Box(), L"PanelsVertical=typed");
+    Command(tamarind::Command::EditDelete);  // of the menu
+    EXPECT_TRUE(IsWindowVisible(Box()));
+    click(tamarind::Command::EditValue);
+    EXPECT_TRUE(IsWindowVisible(Box()));
+    EXPECT_EQ(TextOf(Box()), "PanelsVertical=1");
+    click(tamarind::Command::EditDelete);
+    EXPECT_FALSE(IsWindowVisible(Box()));
+    EXPECT_EQ(Rows()[0], "PanelsVertical");
+}
+
 TEST_F(EditingWindowTest, ColourKeysHaveASample) {
     Start();
     EXPECT_FALSE(IsWindowVisible(Sample()));

@@ -28,6 +28,13 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     Press(kIdTreeView1, VK_DOWN);  // a heading
     EXPECT_EQ(Rows(), Strings{});
     EXPECT_FALSE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
+    Press(kIdListView1, VK_RETURN);
+    NMITEMACTIVATE click{};
+    click.hdr = {Find(kIdListView1), kIdListView1, static_cast<UINT>(NM_DBLCLK)};
+    click.iItem = -1;
+    SendMessageW(GetParent(Find(kIdListView1)), WM_NOTIFY, kIdListView1,
+                 reinterpret_cast<LPARAM>(&click));
+    EXPECT_EQ(world.prompts.beeps, 2);
     Press(kIdTreeView1, VK_DOWN);
     EXPECT_TRUE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
     Press(kIdListView1, VK_DOWN);
@@ -42,6 +49,36 @@ TEST_F(MainWindowTest, AClickBesideTheRowsKeepsTheCurrentOne) {
     Start();
     ListView_SetItemState(Find(kIdListView1), 0, 0, LVIS_SELECTED);
     EXPECT_TRUE(PumpUntil([&] { return SelectedRow() == 0; }));
+}
+
+TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
+    Start();
+    const HWND tree = Find(kIdTreeView1);
+    RECT row{};
+    HTREEITEM node = TreeView_GetRoot(tree);
+    for (int step = 0; step < 3; ++step) {
+        node = TreeView_GetNextVisible(tree, node);
+    }
+    TreeView_GetItemRect(tree, node, &row, TRUE);
+    ClientToScreen(tree, reinterpret_cast<POINT*>(&row));
+    Strings rows;
+    Timer timer([&] {
+        rows = Rows();
+        EndMenu();
+    });
+    timer.Start(window->Handle(), 10);
+    SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree),
+                 MAKELPARAM(row.left + 3, row.top + 3));
+    EXPECT_EQ(rows, Strings{"BackColor"});
+}
+
+TEST_F(MainWindowTest, TheFocusLeavesADescriptionThatIsDisabled) {
+    Start();
+    world.session->SelectCategory(2);
+    SetFocus(Find(kIdTxtDescriptionBox));
+    Command(tamarind::Command::ViewActiveKeys);
+    EXPECT_FALSE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
+    EXPECT_EQ(GetFocus(), Find(kIdListView1));
 }
 
 TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {

@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include "core/WideText_win32.h"
+#include "model/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Lengths.h"
 
@@ -29,7 +30,12 @@ bool KeyListView::Create(HWND parent) {
     params.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     params.parent = parent;
     params.id = kIdKeyListPane;
-    return CreateHandle(params) && ListView1.Create(Handle(), kIdListView1, L"Key", *this);
+    return CreateHandle(params) &&
+           ListView1.Create(Handle(), kIdListView1, Widen(m_session.Text(text::kKey)), *this);
+}
+
+void KeyListView::ApplyLanguage() {
+    ListView1.SetColumnTitle(Widen(m_session.Text(text::kKey)));
 }
 
 LRESULT KeyListView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -21,6 +21,8 @@ public:
 
     bool Create(HWND parent);
     void ApplyLook(const MainLook& look);
+    // Shows the text of the present language.
+    void ApplyLanguage();
     HWND List() const { return ListView1.Handle(); }
 
     void Fill();

@@ -73,7 +73,7 @@ void MainToolbar::Refresh() {
 }
 
 void MainToolbar::OnToolbarButton(int id) {
-    m_actions.Execute(static_cast<Command>(id));
+    m_actions.ExecuteButton(static_cast<Command>(id));
 }
 
 void MainToolbar::OnToolbarDropDown(int id, const RECT& button) {

@@ -12,6 +12,8 @@ enum class PopupMenu { CategoryTree, KeyList };
 class MainWindowActions {
 public:
     virtual void Execute(Command command) = 0;
+    // The same for a button of the main toolbar, which first closes the edit box.
+    virtual void ExecuteButton(Command command) = 0;
     // `at` is in screen coordinates.
     virtual void ShowPopup(PopupMenu menu, POINT at) = 0;
     // The menu of a toolbar button's arrow; `button` is in screen coordinates.

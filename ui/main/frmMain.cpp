@@ -363,7 +363,12 @@ void frmMain::OnKeyListChanged() {
 
 void frmMain::OnKeyShown() {
     m_panes.Keys().ShowCurrentKey();
+    const HWND box = m_panes.Description().Box();
+    const bool hadFocus = GetFocus() == box;
     m_panes.Description().ShowDescription();
+    if (hadFocus && !IsWindowEnabled(box)) {
+        SetFocus(m_panes.Keys().List());
+    }
     m_statusBar.ShowTarget();
 }
 
@@ -403,6 +408,7 @@ void frmMain::OnLanguageChanged() {
     m_toolbar.ApplyLanguage();
     m_statusBar.ApplyLanguage();
     m_panes.Description().ApplyLanguage();
+    m_panes.Keys().ApplyLanguage();
     m_panes.Tree().Fill();
     OnKeyShown();
     m_searchFor.ApplyLanguage();

@@ -76,6 +76,7 @@ private:
     void OnProgressEnd() override;
 
     void Execute(Command command) override;
+    void ExecuteButton(Command command) override;
     void ShowFavorite() override;
     void ShowPopup(PopupMenu menu, POINT at) override;
     void ShowDropDown(Command command, const RECT& button) override;

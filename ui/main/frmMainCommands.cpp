@@ -57,7 +57,12 @@ void frmMain::OnAddFavorite() {
 }
 
 void frmMain::Execute(Command command) {
-    if (!m_session.IsEnabled(command) || m_session.IsBusy()) {
+    if (m_session.IsBusy()) {
+        return;
+    }
+    // The key list asks to edit under a heading, too, which is heard.
+    const bool isHeard = command == Command::EditValue && m_session.ShowsHeading();
+    if (!m_session.IsEnabled(command) && !isHeard) {
         return;
     }
     switch (command) {
@@ -151,6 +156,11 @@ void frmMain::Execute(Command command) {
         default:
             break;
     }
+}
+
+void frmMain::ExecuteButton(Command command) {
+    m_panes.Keys().CloseInplaceEdit();
+    Execute(command);
 }
 
 void frmMain::OnValueCommand(bool isStored) {

@@ -77,6 +77,17 @@ std::optional<LRESULT> TreeView::OnNotify(NMHDR& header) {
     return 0;
 }
 
+// As a click there would do it: the whole row counts.
+void TreeView::SelectAt(POINT at) {
+    TVHITTESTINFO hit{};
+    hit.pt = at;
+    ScreenToClient(Handle(), &hit.pt);
+    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    if (hit.hItem != nullptr) {
+        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(hit.hItem));
+    }
+}
+
 std::optional<LRESULT> TreeView::OnContextMenu(std::optional<POINT> at) {
     if (!at) {
         RECT row{};
@@ -88,6 +99,8 @@ std::optional<LRESULT> TreeView::OnContextMenu(std::optional<POINT> at) {
             at = POINT{row.left, row.bottom};
         }
         ClientToScreen(Handle(), &*at);
+    } else {
+        SelectAt(*at);
     }
     m_listener->OnTreeMenu(*at);
     return 0;

@@ -10,6 +10,7 @@ class TreeViewListener {
 public:
     // Another node became the selected one, by the user's mouse or keyboard.
     virtual void OnNodeSelected(LPARAM data) = 0;
+    // The node at that place is the selected one already.
     virtual void OnTreeMenu(POINT at) = 0;
 
 protected:
@@ -41,6 +42,7 @@ public:
 private:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     std::optional<LRESULT> OnContextMenu(std::optional<POINT> at) override;
+    void SelectAt(POINT at);
 
     TreeViewListener* m_listener = nullptr;
     bool m_isChanging = false;  // the program is, not the user

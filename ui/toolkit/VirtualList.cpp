@@ -36,6 +36,13 @@ bool VirtualList::Create(HWND parent, int id, const std::wstring& columnTitle,
     return Send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column)) != -1;
 }
 
+void VirtualList::SetColumnTitle(const std::wstring& title) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT;
+    column.pszText = const_cast<wchar_t*>(title.c_str());
+    Send(LVM_SETCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+}
+
 void VirtualList::SetImages(HIMAGELIST images) {
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images));
 }
@@ -150,7 +157,7 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         case NM_DBLCLK:
-            if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) {
+            if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0 || RowCount() == 0) {
                 m_source->OnRowActivated();
             }
             return 0;

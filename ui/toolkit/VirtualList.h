@@ -21,7 +21,7 @@ public:
     // Another row became the selected one, by mouse, keyboard or program.
     virtual void OnRowSelected(int row) = 0;
     virtual void OnListMenu(POINT at) = 0;
-    // A row was clicked twice.
+    // A row was clicked twice, or the list while it has none.
     virtual void OnRowActivated() = 0;
     // A virtual-key code; whether it is done with.
     virtual bool OnListKey(WPARAM key) = 0;
@@ -50,6 +50,7 @@ public:
     bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source,
                 DWORD moreStyles = 0);
 
+    void SetColumnTitle(const std::wstring& title);
     void SetImages(HIMAGELIST images);
     void SetColors(COLORREF text, COLORREF background);
     void ShowGridLines(bool isVisible);

@@ -90,7 +90,7 @@ protected:
     }
     void Use(const TourLanguage& wanted) {
         language = &wanted;
-        known = {"", "...", "Back", "Key", Text(1503) + " 5.01", EditorSession::kProgramName};
+        known = {"", "...", "Back", Text(1503) + " 5.01", EditorSession::kProgramName};
         for (const auto& [number, text] : wanted.texts) {
             known.insert(text);
         }
