@@ -331,6 +331,8 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     }
     EXPECT_THAT(captions(),
                 ElementsAre("&1 c:\\A.INI", "&2 C:\\R&&D\\b.ini", "&3 C:\\TC\\Wincmd.ini"));
+    EXPECT_EQ(Session().RecentFiles().ListItems(0), MissingValueMarker);
+    EXPECT_EQ(Session().RecentFiles().ListItems(4), MissingValueMarker);
 
     // Pending changes are asked about; a file that is not opened is not the latest.
     Session().SetValue("5");
@@ -344,22 +346,6 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     Session().ClearRecentFiles();
     EXPECT_THAT(captions(), IsEmpty());
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), "(none)");
-}
-
-TEST_F(FindingTest, SlotsThatAreNoneAreEmptyAndStaySo) {
-    Start("ColorBack=1\r\n");
-    cRecentFiles files(world.files, Session().Texts(), world.prompts);
-    using Numbers = std::vector<std::int16_t>;
-    for (const std::int16_t max : Numbers{-1, 0, 1}) {
-        files.Setup(max);
-        files.AddFile("C:\\a.ini");
-        EXPECT_EQ(files.Max(), max > 0 ? 1 : 0);
-        for (const std::int16_t none : Numbers{-1, 0, 2}) {
-            files.RemoveFile(none);
-            EXPECT_EQ(files.ListItems(none), MissingValueMarker);
-        }
-        EXPECT_EQ(files.Entries().size(), max > 0 ? 1U : 0U);
-    }
 }
 
 TEST_F(FindingTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
