@@ -75,16 +75,21 @@ IniTransaction::Entry& IniTransaction::EntryOf(const std::string& path) {
         return known->second;
     }
     FileContent content = m_files.Files().Read(path, FileSystem::kMaxFileBytes);
+    const auto unmerged = m_unmerged.find(path);
+    const bool isOwed = unmerged != m_unmerged.end();
+    // What another program wrote is not in the file any more, so the file is waited for.
+    while (content.error == FileError::InUse && isOwed && ++m_changes < kMaxRounds) {
+        content = m_files.Files().Read(path, FileSystem::kMaxFileBytes);
+    }
     Entry entry;
     entry.error = content.error;
     if (content.error == FileError::None) {
         entry.onDisk = std::move(content.bytes);
     }
-    const auto unmerged = m_unmerged.find(path);
     const auto madeFrom = m_madeFrom.find(path);
     const bool isMissing = IsMissing(content.error);
     const CodePage codePage = m_files.SystemCodePage();
-    if (unmerged != m_unmerged.end() && (entry.onDisk || isMissing)) {
+    if (isOwed && (entry.onDisk || isMissing)) {
         entry.error = FileError::None;
         entry.document =
             std::make_shared<const IniDocument>(Merged(unmerged->second, entry.onDisk));
@@ -113,6 +118,7 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
                                              const std::function<IniEdit(IniDocument&)>& edit) {
     Entry& entry = EntryOf(path);
     Written written;
+    written.result.aside = AsideOf(path);
     if (entry.error != FileError::None && !IsMissing(entry.error)) {
         written.result.error = entry.error;
         return written;
@@ -129,7 +135,8 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
         ReplaceResult replaced =
             m_files.Files().Exchange(path, bytes, entry.onDisk, isFirst ? m_backup : Backup::No);
         written.result.error = replaced.error;
-        written.isAgain = replaced.foreign || replaced.error == FileError::Changed;
+        const bool mayPass = replaced.error == FileError::InUse && m_unmerged.count(path) != 0;
+        written.isAgain = replaced.foreign || replaced.error == FileError::Changed || mayPass;
         if (replaced.error != FileError::None && !replaced.foreign) {
             m_isBackedUp[path] = !isFirst;
         }
@@ -143,6 +150,7 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
         return written;
     }
     if (written.result.Succeeded()) {
+        written.result.aside.clear();
         m_unmerged.erase(path);
         entry.error = FileError::None;
         entry.document = std::make_shared<const IniDocument>(std::move(document));

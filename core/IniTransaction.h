@@ -36,7 +36,8 @@ public:
     void MakeFrom(const std::string& path, std::string bytes);
 
     // Changes the file and replaces it, or leaves it where nothing differs. With isAgain it has
-    // been changed by another program; nothing is lost, and another round is needed.
+    // been changed by another program, or is held by one whose text is aside; nothing is lost, and
+    // another round is needed.
     struct Written {
         ProfileResult result;
         bool isAgain = false;

@@ -146,6 +146,43 @@ TEST_F(OtherWritersTest, AProgramThatKeepsWritingIsNotWaitedForForEver) {
     EXPECT_THAT(File(), HasSubstr("A=mine"));
 }
 
+// What has been moved aside is not in the file until the next replacement: whoever holds it then is
+// waited for, and the message says where the text is.
+TEST_F(OtherWritersTest, AHolderKeepsNoTextAside) {
+    for (const bool isReading : {false, true}) {
+        for (const int tries : {2, IniTransaction::kMaxRounds}) {
+            SCOPED_TRACE(testing::Message() << isReading << tries);
+            Start("[S]\nA=1\n");
+            Set(0, "mine");
+            int held = 0;
+            const auto hold = [&](const std::string& path) {
+                const FileError error = held == 0 ? FileError::None : FileError::InUse;
+                held -= held > 0 ? 1 : 0;
+                isReading ? world.disk.FailReads(path, error)
+                          : world.disk.FailReplaces(path, error);
+            };
+            (isReading ? world.disk.beforeRead : world.disk.beforeExchange) = hold;
+            world.disk.whileAside = [&](const std::string&) {
+                held = tries;
+                return "[S]\nA=1\nB=theirs\n[Configuration]\n";
+            };
+            world.prompts.messages.clear();
+            const bool isSaved = Session().SaveToSettingsFile();
+            EXPECT_EQ(isSaved, tries < IniTransaction::kMaxRounds);
+            world.disk.beforeRead = world.disk.beforeExchange = nullptr;
+            if (isSaved) {
+                EXPECT_EQ(File(), "[S]\nA=mine\nB=theirs\n[Configuration]\n");
+                ExpectRowsAsOnDisk();
+            } else {
+                const auto aside = world.disk.ListBackups(SessionWorld::kWincmd).front().path;
+                EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr(aside)));
+            }
+            world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
+            world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
+        }
+    }
+}
+
 // The question is open for as long as the user thinks; nothing else happens meanwhile.
 TEST_F(OtherWritersTest, NothingComesBetweenAQuestionAndItsAnswer) {
     Start("[S]\nA=1\n");
