@@ -106,8 +106,10 @@ public:
     // The whole line's text between its outer blanks.
     std::string LineText(LineId line) const;
 
-    // Sets the value of the key's first line; a new key goes behind the section's last key line, a
-    // new section to the end of the file. A line that reads as `value` already keeps its bytes.
+    // Sets the value of the key's first line, so that it is read as `value` without outer blanks
+    // and one pair of outer quotes; a new key goes behind the section's last key line, a new
+    // section to the end of the file. A line that says `value` and reads so already keeps its
+    // bytes.
     IniEdit SetValue(std::string_view section, std::string_view key, std::string_view value);
 
     // Removes the first line of that name.

@@ -112,8 +112,12 @@ IniEdit IniDocument::DeleteSection(std::string_view section) {
     return IniEdit::Changed;
 }
 
+// A line that says `value` stays as it is, but not where writing it would be read as something
+// else: a line with two pairs of quotes reads with one, and written so it is to be read without
+// any.
 IniEdit IniDocument::ReplaceValue(LineId line, std::string_view value) {
-    if (Value(line) == value || QuotedValue(line) == value) {
+    const bool saysSo = Value(line) == value || QuotedValue(line) == value;
+    if (saysSo && Value(line) == UnquoteIniValue(TrimIniBlanks(value))) {
         return IniEdit::Unchanged;
     }
     const TextSpan span = ValueBytes(line);
@@ -323,7 +327,8 @@ std::optional<std::string> IniDocument::EncodeName(std::string_view name) const 
 
 // A value that the code page of a file without a mark can not hold is stored as UTF-8 behind a mark
 // of its own, as Total Commander does, and so is one that would be read as such a value; a value
-// that had that form keeps it. Readers look for the mark after they have removed outer quotes.
+// that had that form keeps it. Readers look for the mark after they have removed outer blanks and
+// quotes.
 std::string IniDocument::EncodeValue(std::string_view value, bool withInnerMark) const {
     if (m_mark != FileMark::None) {
         return EncodeAscii(value);
@@ -334,10 +339,11 @@ std::string IniDocument::EncodeValue(std::string_view value, bool withInnerMark)
             return *encoded;
         }
     }
-    const std::size_t quote = (value.size() - UnquoteIniValue(value).size()) / 2;
-    std::string bytes(value.substr(0, quote));
+    const std::string_view inner = UnquoteIniValue(TrimIniBlanks(value));
+    const auto begin = static_cast<std::size_t>(inner.data() - value.data());
+    std::string bytes(value.substr(0, begin));
     bytes += kUtf8MarkBytes;
-    return bytes += value.substr(quote);
+    return bytes += value.substr(begin);
 }
 
 std::string IniDocument::LineEndOf(LineId line) const {

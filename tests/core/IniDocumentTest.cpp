@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
+
+#include "core/IniParser.h"
+#include "core/ShownValue.h"
 
 namespace tamarind {
 namespace {
@@ -154,6 +158,11 @@ TEST(IniDocumentEdit, ReplacesValuesInPlace) {
         {"[A]\nx=\"1\"\n", {Set("A", "x", "\"1\"")}, "[A]\nx=\"1\"\n"},
         {"[A]\nx=1\n", {Set("A", "x", " '1'")}, "[A]\nx= '1'\n"},
         {"[A]\nx=1\n", {Set("A", "x", "")}, "[A]\nx=\n"},
+        // The same text with one pair of quotes less: the line's reading is no reason to keep it.
+        {"[A]\nx=\"\"\"a\" \"%1\"\"\"\n",
+         {Set("A", "x", "\"\"a\" \"%1\"\"")},
+         "[A]\nx=\"\"a\" \"%1\"\"\n"},
+        {"[A]\nx=\"\"'1'\"\"\n", {Set("A", "x", "\"'1'\"")}, "[A]\nx=\"'1'\"\n"},
     });
 }
 
@@ -277,6 +286,61 @@ TEST(IniDocumentEdit, RefusesWhatCannotBeReadBack) {
         IniDocument document = IniDocument::Parse(before, 1252);
         EXPECT_EQ(document.SetValue(c.section, c.key, c.value), c.expected);
         EXPECT_EQ(document.Bytes(), before);
+    }
+}
+
+// Files of one line and edits by all ways there are, others with each --gtest_repeat that comes
+// with --gtest_shuffle.
+TEST(IniDocumentEdit, WhatIsReadIsWhatWasMeant) {
+    std::mt19937 random(static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed()));
+    const auto pick = [&](std::size_t count) { return random() % count; };
+    const auto text = [&](const std::vector<std::string>& parts, std::size_t most) {
+        std::string result;
+        for (std::size_t left = pick(most + 1); left > 0; --left) {
+            result += parts[pick(parts.size())];
+        }
+        return result;
+    };
+    const std::vector<std::string> blanks = {" ", "\t", "\v"};
+    const std::vector<std::string> parts = {"\"", "\"", "'",      "'",   " ", "\t", "a",
+                                            ";",  "=",  "\uFEFF", "ï»¿", "ü", "中"};
+    const CodePage codePages[] = {1252, 1251, 936, kCodePageUtf8};
+    for (int pair = 0; pair < 20'000 && !HasFailure(); ++pair) {
+        const std::string form = pick(2) == 0 ? "x" : ";x";
+        const std::string line = text(blanks, 2) + form + text(blanks, 2) + "=" + text(blanks, 2) +
+                                 text({"\"", "'", "\uFEFF"}, 2) + text(parts, 8);
+        const std::string bytes = pick(4) == 0   ? Utf16("[A]\n" + line)
+                                  : pick(3) == 0 ? "\uFEFF[A]\n" + line
+                                                 : "[A]\n" + line;
+        const CodePage codePage = codePages[pick(std::size(codePages))];
+        IniDocument document = IniDocument::Parse(bytes, codePage);
+        const std::string present = Find(document, "A", form).value_or("not found");
+        const std::string values[] = {present, "\"" + present + "\"", "'" + present + "'",
+                                      std::string(UnquoteIniValue(present)), text(parts, 8)};
+        const std::string& value = values[pick(std::size(values))];
+        const std::string key = pick(2) == 0 ? "x" : ";x";
+        const bool movesForm = pick(2) == 0;
+        const bool isKept = value == present && (movesForm || key == form);
+        const auto way = pick(3);
+        SCOPED_TRACE(testing::PrintToString(bytes) + "; " + testing::PrintToString(value) +
+                     " by way " + std::to_string(way) + " as " + key);
+        std::string meant = value;
+        if (way == 0) {
+            document.SetValue("A", key, value);
+            meant = UnquoteIniValue(TrimIniBlanks(value));
+        } else if (way == 1) {
+            WriteExactValue(document, "A", key, value);
+        } else {
+            const KeyForm keyForm = key == "x" ? KeyForm::Active : KeyForm::Commented;
+            WriteShownValue(document, "A", "x", keyForm, movesForm, value);
+            meant = isKept ? value : StoredValue(value);
+        }
+        const IniDocument reread = IniDocument::Parse(document.Bytes(), codePage);
+        EXPECT_EQ(Find(document, "A", key), meant);
+        EXPECT_EQ(Find(reread, "A", key), meant);
+        const bool keepsOther = key == form || (way == 2 && movesForm);
+        EXPECT_EQ(Find(reread, "A", key == "x" ? ";x" : "x"),
+                  keepsOther ? kMissing : std::optional(present));
     }
 }
 
