@@ -148,11 +148,11 @@ IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::str
 // For a line whose name no other line of its section has.
 void IniDocument::AddToIndex(LineId line) {
     const SectionId section = m_lines[line].section;
-    if (section >= m_keyTables.size() || m_keyTables[section].slots.empty()) {
+    if (m_sections[section].keyTable == kNone) {
         return;  // the first look-up will find it
     }
-    KeyTable& table = m_keyTables[section];
-    if (4 * (table.used + 1) > 3 * table.slots.size()) {
+    NameTable& table = KeysOf(section);
+    if (table.IsCrowded()) {
         IndexKeys(section);
     } else {
         IndexKey(table, line);
@@ -161,16 +161,16 @@ void IniDocument::AddToIndex(LineId line) {
 
 // For the first line of a name; the next one takes its place.
 void IniDocument::RemoveFromIndex(LineId line) {
-    const std::string_view name = KeyName(line);
     const SectionId section = m_lines[line].section;
-    KeyTable& table = KeysOf(section);
+    NameTable& table = KeysOf(section);
     const auto repeated = m_nextOfSameName.find(line);
-    const LineId next = repeated == m_nextOfSameName.end() ? kNone : repeated->second;
-    table.slots[KeySlot(table, m_lines[line].nameHash, name)] = next == kNone ? kErasedSlot : next;
-    if (next != kNone) {
-        m_lines[next].repeatsName = false;
+    if (repeated == m_nextOfSameName.end()) {
+        table.Erase(KeyNames{this}, line);
+    } else {
+        m_lines[repeated->second].repeatsName = false;
+        table.Put(KeyNames{this}, repeated->second);
+        m_nextOfSameName.erase(repeated);
     }
-    m_nextOfSameName.erase(line);
     if (m_sections[section].lastKey == line) {
         m_sections[section].lastKey = kNone;
     }
@@ -210,10 +210,10 @@ std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view n
                           .lastKey = header,
                           .lastLine = header});
     LinkBehind(previous, header);
-    if (2 * m_sections.size() > m_sectionSlots.size()) {
+    if (m_sectionTable.IsCrowded()) {
         IndexSections();
     } else {
-        IndexSection(section);
+        m_sectionTable.Put(SectionNames{this}, section);
     }
     return section;
 }

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <random>
 
 #include "core/IniParser.h"
+#include "core/RandomSeed.h"
 #include "core/ShownValue.h"
+#include "core/Unicode.h"
 
 namespace tamarind {
 namespace {
@@ -344,21 +347,59 @@ TEST(IniDocumentEdit, WhatIsReadIsWhatWasMeant) {
     }
 }
 
-// Many edits, so that the tables of names grow and hold erased places.
+// Names that stand in one short row of a table as long as the seed is 1.
+std::vector<std::string> CollidingNames(std::size_t count) {
+    SetTableHashSeed(1);
+    std::vector<std::string> names;
+    for (int i = 0; names.size() < count; ++i) {
+        const std::string name = "key" + std::to_string(i);
+        if ((IniDocument::NameHash(name) & 0xFFF) < 64) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+// Many edits, so that the tables of names grow, hold erased places and give way to trees.
 TEST(IniDocumentEdit, FindsAmongManyEdits) {
-    IniDocument document = IniDocument::Parse("[A]\n", 1252);
-    const auto name = [](int i) { return "key" + std::to_string(i % 700); };
-    for (int i = 0; i < 5000; ++i) {
-        const std::string section = i % 50 == 0 ? "S" + std::to_string(i) : "A";
-        i % 3 == 2 ? document.DeleteKey("A", name(i * 7))
-                   : document.SetValue(section, name(i), name(i + 1));
+    const std::vector<std::string> names = CollidingNames(1400);
+    for (const bool collides : {true, false}) {
+        SetTableHashSeed(collides ? 1 : RandomSeed());
+        IniDocument document = IniDocument::Parse("[A]\n", 1252);
+        const auto name = [&](std::size_t i) {
+            return (i % 2800 < 1400 ? "" : ";") + names[i % 1400];
+        };
+        std::map<std::string, std::string> values;
+        for (std::size_t i = 0; i < 10'000; ++i) {
+            if (i % 3 == 2) {
+                document.DeleteKey("A", name(i * 7));
+                values.erase(name(i * 7));
+            } else if (i % 50 == 0) {
+                document.SetValue("S" + std::to_string(i), name(i), name(i + 1));
+            } else {
+                document.SetValue("A", name(i), values[name(i)] = name(i + 1));
+            }
+        }
+        const IniDocument reread = IniDocument::Parse(document.Bytes(), 1252);
+        const auto section = *document.FindSection("A");
+        const auto lineOf = [&](const std::string& key) {
+            return document.FindKey(section, key).value_or(IniDocument::kNone);
+        };
+        for (const std::string& plain : names) {
+            for (const std::string& key : {plain, ";" + plain}) {
+                const auto value = values.count(key) == 0 ? kMissing : values[key];
+                EXPECT_EQ(Find(document, "A", key), value);
+                EXPECT_EQ(Find(reread, "A", key), value);
+            }
+            const auto forms = document.FindKeyForms(section, plain, IniDocument::NameHash(plain));
+            EXPECT_EQ(forms.active, lineOf(plain));
+            if (forms.active == IniDocument::kNone) {
+                EXPECT_EQ(forms.commented, lineOf(";" + plain));
+            }
+        }
+        EXPECT_EQ(Find(document, "S9850", name(9850)), name(9851));
+        EXPECT_EQ(document.SectionCount(), reread.SectionCount());
     }
-    const IniDocument reread = IniDocument::Parse(document.Bytes(), 1252);
-    for (int i = 0; i < 700; ++i) {
-        EXPECT_EQ(Find(document, "A", name(i)), Find(reread, "A", name(i)));
-    }
-    EXPECT_EQ(Find(document, "S4900", name(4900)), name(4901));
-    EXPECT_EQ(document.SectionCount(), reread.SectionCount());
 }
 
 }  // namespace
