@@ -1,28 +1,12 @@
 #include "core/IniDocument.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 #include "core/IniParser.h"
 #include "core/Unicode.h"
 
 namespace tamarind {
-namespace {
-
-// The smallest power of two that keeps an open-addressed table at most half full.
-std::size_t TableSize(std::size_t entries) {
-    return std::bit_ceil(2 * entries + 2);
-}
-
-}  // namespace
-
-// Every bit of the result depends on every byte of the name.
-std::uint32_t IniDocument::NameHash(std::string_view name) {
-    name.remove_prefix(!name.empty() && name.front() == ';' ? 1 : 0);
-    return static_cast<std::uint32_t>((HashIgnoreCase(name) * 0x9E3779B97F4A7C15U) >> 32);
-}
-
 IniDocument IniDocument::Parse(std::string bytes, CodePage codePage) {
     IniDocument document;
     document.m_codePage = codePage;
@@ -55,41 +39,36 @@ std::string_view IniDocument::SectionName(SectionId section) const {
 }
 
 std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view name) const {
-    EnsureSections();
+    if (!m_sectionTable.IsMade()) {
+        IndexSections();
+    }
     name = TrimIniSpaces(name);
-    const std::uint32_t id = m_sectionSlots[SectionSlot(NameHash(name), name)];
-    return id == kEmptySlot ? std::nullopt : std::optional(id);
+    const SectionId id = m_sectionTable.Find(SectionNames{this}, NameHash(name), name);
+    return id == kNone ? std::nullopt : std::optional(id);
 }
 
 std::optional<IniDocument::LineId> IniDocument::FindKey(SectionId section,
                                                         std::string_view name) const {
     name = TrimIniSpaces(name);
-    const KeyTable& table = KeysOf(section);
-    const LineId line = table.slots[KeySlot(table, NameHash(name), name)];
-    return line == kEmptySlot ? std::nullopt : std::optional(line);
+    const LineId line = KeysOf(section).Find(KeyNames{this}, NameHash(name), name);
+    return line == kNone ? std::nullopt : std::optional(line);
 }
 
 IniDocument::KeyLines IniDocument::FindKeyForms(SectionId section, std::string_view name,
                                                 std::uint32_t hash) const {
-    const KeyTable& table = KeysOf(section);
-    const std::size_t mask = table.slots.size() - 1;
-    KeyLines found;
-    for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-        const LineId id = table.slots[at];
-        if (id == kEmptySlot) {
-            return found;
-        }
-        if (id == kErasedSlot || m_lines[id].nameHash != hash) {
-            continue;
-        }
-        const bool isActive = m_lines[id].kind == IniLineKind::Key;
-        if (EqualsIgnoreCase(KeyName(id).substr(isActive ? 0 : 1), name)) {
-            (isActive ? found.active : found.commented) = id;
-            if (isActive) {
-                return found;
-            }
-        }
+    NameTable& keys = KeysOf(section);
+    const auto find = [&](auto accepts) {
+        return keys.FindForm(KeyNames{this}, hash, name, [this, name, accepts](LineId id) {
+            const bool isActive = m_lines[id].kind == IniLineKind::Key;
+            return accepts(isActive) &&
+                   EqualsIgnoreCase(KeyName(id).substr(isActive ? 0 : 1), name);
+        });
+    };
+    const LineId first = find([](bool) { return true; });
+    if (first == kNone || m_lines[first].kind == IniLineKind::Key) {
+        return {first, kNone};
     }
+    return {find([](bool isActive) { return isActive; }), first};
 }
 
 std::optional<std::string_view> IniDocument::FindValue(std::string_view section,
@@ -164,53 +143,28 @@ std::string IniDocument::LineText(LineId line) const {
                : DecodeCodePage(text, m_mark == FileMark::Utf8 ? kCodePageUtf8 : m_codePage);
 }
 
-void IniDocument::EnsureSections() const {
-    if (m_sectionSlots.empty()) {
-        IndexSections();
-    }
-}
-
+// From the last one to the first, so that the first one of a name is the one that counts.
 void IniDocument::IndexSections() const {
-    m_sectionSlots.assign(TableSize(m_sections.size()), kEmptySlot);
-    for (SectionId id = 0; id < m_sections.size(); ++id) {
-        IndexSection(id);
+    m_sectionTable.Reset(m_sections.size());
+    for (auto id = static_cast<SectionId>(m_sections.size()); id > 0; --id) {
+        m_sectionTable.Put(SectionNames{this}, id - 1);
     }
-}
-
-// The first section of a name is the one that counts.
-void IniDocument::IndexSection(SectionId id) const {
-    const std::uint32_t hash = m_lines[m_sections[id].header].nameHash;
-    std::uint32_t& slot = m_sectionSlots[SectionSlot(hash, SectionName(id))];
-    if (slot == kEmptySlot) {
-        slot = id;
-    }
-}
-
-// The slot that holds the section, or the empty one where it belongs.
-std::size_t IniDocument::SectionSlot(std::uint32_t hash, std::string_view name) const {
-    const std::size_t mask = m_sectionSlots.size() - 1;
-    std::size_t slot = hash & mask;
-    for (; m_sectionSlots[slot] != kEmptySlot; slot = (slot + 1) & mask) {
-        const SectionId id = m_sectionSlots[slot];
-        if (m_lines[m_sections[id].header].nameHash == hash &&
-            EqualsIgnoreCase(SectionName(id), name)) {
-            break;
-        }
-    }
-    return slot;
 }
 
 // Makes the section's table, or a larger one. The lines come from the last to the first, so that
 // each becomes the head of the lines of its name and the first one ends up as the one that counts,
 // in constant time however often a name is repeated.
 void IniDocument::IndexKeys(SectionId section) const {
-    m_keyTables.resize(m_sections.size());
-    KeyTable& table = m_keyTables[section];
-    table.used = 0;
+    std::uint32_t& number = m_sections[section].keyTable;
+    if (number == kNone) {
+        number = static_cast<std::uint32_t>(m_keyTables.size());
+        m_keyTables.emplace_back();
+    }
+    NameTable& table = m_keyTables[number];
     const LineId header = m_sections[section].header;
     if (m_nextLines.empty()) {
         const LineId last = m_sections[section].lastLine;
-        table.slots.assign(TableSize(last - header), kEmptySlot);
+        table.Reset(last - header);
         for (LineId id = last; id > header; --id) {
             IndexKey(table, id);
         }
@@ -220,39 +174,20 @@ void IniDocument::IndexKeys(SectionId section) const {
     for (LineId id = NextLine(header); id != kNone; id = NextLine(id)) {
         lines.push_back(id);
     }
-    table.slots.assign(TableSize(lines.size()), kEmptySlot);
+    table.Reset(lines.size());
     std::for_each(lines.rbegin(), lines.rend(), [&](LineId id) { IndexKey(table, id); });
 }
 
-void IniDocument::IndexKey(KeyTable& table, LineId id) const {
-    const IniLine& line = m_lines[id];
-    if (!IsIniKey(line.kind)) {
+void IniDocument::IndexKey(NameTable& table, LineId id) const {
+    if (!IsIniKey(m_lines[id].kind)) {
         return;
     }
-    LineId& slot = table.slots[KeySlot(table, line.nameHash, KeyName(id))];
-    line.repeatsName = false;
-    if (slot == kEmptySlot) {
-        ++table.used;
-    } else {
-        m_lines[slot].repeatsName = true;
-        m_nextOfSameName[id] = slot;
+    m_lines[id].repeatsName = false;
+    const LineId next = table.Put(KeyNames{this}, id);
+    if (next != kNone) {
+        m_lines[next].repeatsName = true;
+        m_nextOfSameName[id] = next;
     }
-    slot = id;
-}
-
-// The slot that holds the key, or the empty one where it belongs.
-std::size_t IniDocument::KeySlot(const KeyTable& table, std::uint32_t hash,
-                                 std::string_view name) const {
-    const std::size_t mask = table.slots.size() - 1;
-    std::size_t at = hash & mask;
-    for (; table.slots[at] != kEmptySlot; at = (at + 1) & mask) {
-        const LineId id = table.slots[at];
-        if (id != kErasedSlot && m_lines[id].nameHash == hash &&
-            EqualsIgnoreCase(KeyName(id), name)) {
-            break;
-        }
-    }
-    return at;
 }
 
 }  // namespace tamarind

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/IniLine.h"
+#include "core/NameTable.h"
 #include "core/TextEncoding.h"
 
 namespace tamarind {
@@ -40,7 +41,7 @@ class IniDocument {
 public:
     using SectionId = std::uint32_t;
     using LineId = std::uint32_t;
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+    static constexpr std::uint32_t kNone = NameTable::kNone;
 
     // `bytes` holds less than 2 GB. A file without a mark is in `codePage`.
     static IniDocument Parse(std::string bytes, CodePage codePage);
@@ -69,7 +70,7 @@ public:
 
     // Equal for names that compare equal, in whatever document, and for a key and the commented-out
     // key of its name: who looks for the names of one document in another need not read them.
-    static std::uint32_t NameHash(std::string_view name);
+    static std::uint32_t NameHash(std::string_view name) { return NameTable::HashOf(name); }
     std::uint32_t NameHash(LineId line) const { return m_lines[line].nameHash; }
 
     // The value of a key as a reader sees it (one pair of equal outer quotes removed), or nothing
@@ -106,8 +107,10 @@ public:
     // The whole line's text between its outer blanks.
     std::string LineText(LineId line) const;
 
-    // Sets the value of the key's first line; a new key goes behind the section's last key line, a
-    // new section to the end of the file. A line that reads as `value` already keeps its bytes.
+    // Sets the value of the key's first line, so that it is read as `value` without outer blanks
+    // and one pair of outer quotes; a new key goes behind the section's last key line, a new
+    // section to the end of the file. A line that says `value` and reads so already keeps its
+    // bytes.
     IniEdit SetValue(std::string_view section, std::string_view key, std::string_view value);
 
     // Removes the first line of that name.
@@ -132,12 +135,21 @@ private:
         LineId header = kNone;
         LineId lastKey = kNone;   // the header while there is none; kNone: to be looked for
         LineId lastLine = kNone;  // the header while there is none
+        mutable std::uint32_t keyTable = kNone;  // among the key tables; none before a look-up
     };
 
-    // An open-addressed table of line numbers by name.
-    struct KeyTable {
-        std::vector<LineId> slots;  // a power of two; none before the first look-up
-        std::size_t used = 0;
+    // What the tables are told of their numbers.
+    struct SectionNames {
+        const IniDocument* document;
+        std::string_view Name(SectionId id) const { return document->SectionName(id); }
+        std::uint32_t Hash(SectionId id) const {
+            return document->m_lines[document->m_sections[id].header].nameHash;
+        }
+    };
+    struct KeyNames {
+        const IniDocument* document;
+        std::string_view Name(LineId id) const { return document->KeyName(id); }
+        std::uint32_t Hash(LineId id) const { return document->m_lines[id].nameHash; }
     };
 
     LineId LineBehind(LineId line) const {
@@ -149,19 +161,15 @@ private:
         const std::string& pool = isDecoded ? m_decoded : m_bytes;
         return {pool.data() + span.begin, span.end - span.begin};
     }
-    void EnsureSections() const;
     void IndexSections() const;
-    void IndexSection(SectionId id) const;
-    std::size_t SectionSlot(std::uint32_t hash, std::string_view name) const;
-    KeyTable& KeysOf(SectionId section) const {
-        if (section >= m_keyTables.size() || m_keyTables[section].slots.empty()) {
+    NameTable& KeysOf(SectionId section) const {
+        if (m_sections[section].keyTable == kNone) {
             IndexKeys(section);
         }
-        return m_keyTables[section];
+        return m_keyTables[m_sections[section].keyTable];
     }
     void IndexKeys(SectionId section) const;
-    void IndexKey(KeyTable& table, LineId id) const;
-    std::size_t KeySlot(const KeyTable& table, std::uint32_t hash, std::string_view name) const;
+    void IndexKey(NameTable& table, LineId id) const;
 
     LineId AppendLine(std::string_view bytes, SectionId section);
     void LinkBehind(LineId previous, LineId line);
@@ -192,14 +200,11 @@ private:
     LineId m_firstLine = kNone;
     LineId m_lastLine = kNone;
 
-    // Open-addressed tables by name: one of section numbers, made at the first look-up, and for
-    // each section one of line numbers, made at the first look-up of one of its keys. The keys of a
-    // section are nearly always looked up one after the other: its lines and its table are in the
-    // processor's nearest cache then.
-    static constexpr std::uint32_t kEmptySlot = kNone;
-    static constexpr std::uint32_t kErasedSlot = kNone - 1;
-    mutable std::vector<std::uint32_t> m_sectionSlots;
-    mutable std::vector<KeyTable> m_keyTables;
+    // The numbers of sections, from the first look-up on, and for each section those of its lines,
+    // from the first look-up of one of its keys on. The keys of a section are nearly always looked
+    // up one after the other: its lines and its table are in the processor's nearest cache then.
+    mutable NameTable m_sectionTable;
+    mutable std::vector<NameTable> m_keyTables;
     mutable std::unordered_map<LineId, LineId> m_nextOfSameName;  // of the few that are repeated
 };
 

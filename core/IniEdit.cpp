@@ -112,8 +112,12 @@ IniEdit IniDocument::DeleteSection(std::string_view section) {
     return IniEdit::Changed;
 }
 
+// A line that says `value` stays as it is, but not where writing it would be read as something
+// else: a line with two pairs of quotes reads with one, and written so it is to be read without
+// any.
 IniEdit IniDocument::ReplaceValue(LineId line, std::string_view value) {
-    if (Value(line) == value || QuotedValue(line) == value) {
+    const bool saysSo = Value(line) == value || QuotedValue(line) == value;
+    if (saysSo && Value(line) == UnquoteIniValue(TrimIniBlanks(value))) {
         return IniEdit::Unchanged;
     }
     const TextSpan span = ValueBytes(line);
@@ -144,11 +148,11 @@ IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::str
 // For a line whose name no other line of its section has.
 void IniDocument::AddToIndex(LineId line) {
     const SectionId section = m_lines[line].section;
-    if (section >= m_keyTables.size() || m_keyTables[section].slots.empty()) {
+    if (m_sections[section].keyTable == kNone) {
         return;  // the first look-up will find it
     }
-    KeyTable& table = m_keyTables[section];
-    if (4 * (table.used + 1) > 3 * table.slots.size()) {
+    NameTable& table = KeysOf(section);
+    if (table.IsCrowded()) {
         IndexKeys(section);
     } else {
         IndexKey(table, line);
@@ -157,16 +161,16 @@ void IniDocument::AddToIndex(LineId line) {
 
 // For the first line of a name; the next one takes its place.
 void IniDocument::RemoveFromIndex(LineId line) {
-    const std::string_view name = KeyName(line);
     const SectionId section = m_lines[line].section;
-    KeyTable& table = KeysOf(section);
+    NameTable& table = KeysOf(section);
     const auto repeated = m_nextOfSameName.find(line);
-    const LineId next = repeated == m_nextOfSameName.end() ? kNone : repeated->second;
-    table.slots[KeySlot(table, m_lines[line].nameHash, name)] = next == kNone ? kErasedSlot : next;
-    if (next != kNone) {
-        m_lines[next].repeatsName = false;
+    if (repeated == m_nextOfSameName.end()) {
+        table.Erase(KeyNames{this}, line);
+    } else {
+        m_lines[repeated->second].repeatsName = false;
+        table.Put(KeyNames{this}, repeated->second);
+        m_nextOfSameName.erase(repeated);
     }
-    m_nextOfSameName.erase(line);
     if (m_sections[section].lastKey == line) {
         m_sections[section].lastKey = kNone;
     }
@@ -206,10 +210,10 @@ std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view n
                           .lastKey = header,
                           .lastLine = header});
     LinkBehind(previous, header);
-    if (2 * m_sections.size() > m_sectionSlots.size()) {
+    if (m_sectionTable.IsCrowded()) {
         IndexSections();
     } else {
-        IndexSection(section);
+        m_sectionTable.Put(SectionNames{this}, section);
     }
     return section;
 }
@@ -323,7 +327,8 @@ std::optional<std::string> IniDocument::EncodeName(std::string_view name) const 
 
 // A value that the code page of a file without a mark can not hold is stored as UTF-8 behind a mark
 // of its own, as Total Commander does, and so is one that would be read as such a value; a value
-// that had that form keeps it. Readers look for the mark after they have removed outer quotes.
+// that had that form keeps it. Readers look for the mark after they have removed outer blanks and
+// quotes.
 std::string IniDocument::EncodeValue(std::string_view value, bool withInnerMark) const {
     if (m_mark != FileMark::None) {
         return EncodeAscii(value);
@@ -334,10 +339,11 @@ std::string IniDocument::EncodeValue(std::string_view value, bool withInnerMark)
             return *encoded;
         }
     }
-    const std::size_t quote = (value.size() - UnquoteIniValue(value).size()) / 2;
-    std::string bytes(value.substr(0, quote));
+    const std::string_view inner = UnquoteIniValue(TrimIniBlanks(value));
+    const auto begin = static_cast<std::size_t>(inner.data() - value.data());
+    std::string bytes(value.substr(0, begin));
     bytes += kUtf8MarkBytes;
-    return bytes += value.substr(quote);
+    return bytes += value.substr(begin);
 }
 
 std::string IniDocument::LineEndOf(LineId line) const {

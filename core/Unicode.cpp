@@ -6,6 +6,8 @@
 #include <cstring>
 #include <span>
 
+#include "core/RandomSeed.h"
+
 namespace tamarind {
 namespace {
 
@@ -88,15 +90,91 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
     return hash ^ (hash >> 29);
 }
 
-std::string ToSimpleUpperCase(std::string_view text) {
-    std::string upper;
-    upper.reserve(text.size());
-    while (!text.empty()) {
-        const CodePoint next = DecodeUtf8(text);
-        AppendUtf8(upper, SimpleUpperCase(next.value));
-        text.remove_prefix(next.length);
+// Takes words of eight bytes, and is the same for ever.
+class StableHash {
+public:
+    explicit StableHash(std::size_t size) : m_hash(0xCBF29CE484222325U ^ size) {}
+    void Take(std::uint64_t word) { m_hash = Mix(m_hash, word); }
+    std::uint64_t Result() const { return m_hash; }
+
+private:
+    std::uint64_t m_hash;
+};
+
+// What a TableHash does to each word; the words behind the first ones have their keys made each
+// time.
+struct TableKeys {
+    static constexpr std::size_t kKept = 16;
+    explicit TableKeys(std::uint64_t newSeed) : seed(newSeed), ofSize(OfWord(~std::size_t{0})) {
+        for (std::size_t i = 0; i < kKept; ++i) {
+            ofWords[i] = OfWord(i);
+        }
     }
-    return upper;
+    std::uint64_t OfWord(std::size_t number) const { return Mix(0, Mix(seed, Mix(seed, number))); }
+
+    std::uint64_t seed;
+    std::uint64_t ofSize;
+    std::uint64_t ofWords[kKept];
+};
+
+TableKeys& ProcessKeys() {
+    static TableKeys keys(RandomSeed());
+    return keys;
+}
+
+// Takes words of eight bytes. Each meets a key of its own in a product of its two halves: that two
+// texts have the same sum is as rare for the worst pair as for any other, if the keys are not known
+// (the NH family of hashes). A chain of Mix has differences of texts that cancel out with half of
+// all seeds.
+class TableHash {
+public:
+    explicit TableHash(std::size_t size) : m_keys(ProcessKeys()), m_sum(size * m_keys.ofSize) {}
+    void Take(std::uint64_t word) { Add(word, m_keys.ofWords[m_words++]); }
+    // Every bit depends on every bit of the sum.
+    std::uint64_t Result() const { return Mix(0, Mix(m_sum >> 32, m_sum)) >> 32; }
+
+protected:
+    void Add(std::uint64_t word, std::uint64_t key) {
+        const auto low = static_cast<std::uint32_t>(word) + static_cast<std::uint32_t>(key);
+        const auto high =
+            static_cast<std::uint32_t>(word >> 32) + static_cast<std::uint32_t>(key >> 32);
+        m_sum += std::uint64_t{low} * high;
+    }
+
+    const TableKeys& m_keys;
+    std::uint64_t m_sum;
+    std::size_t m_words = 0;
+};
+
+// The same for texts that have more words than there are keys in store.
+class LongTableHash : public TableHash {
+public:
+    using TableHash::TableHash;
+    void Take(std::uint64_t word) { Add(word, m_keys.OfWord(m_words++)); }
+};
+
+// `again` is called for a text that is not in upper case.
+template <typename Hash, typename Again>
+std::uint64_t HashFolded(std::string_view text, const Again& again) {
+    const char* bytes = text.data();
+    std::size_t left = text.size();
+    std::uint64_t nonAscii = 0;
+    Hash hash(text.size());
+    for (; left > 8; left -= 8, bytes += 8) {
+        const std::uint64_t word = Load8(bytes);
+        nonAscii |= word;
+        hash.Take(FoldAscii8(word));
+    }
+    const std::uint64_t last = LoadEnd(text);
+    nonAscii |= last;
+    if ((nonAscii & kHighBits) != 0) {
+        const std::string upper = ToUpperCase(text);
+        if (upper != text) {
+            return again(upper);
+        }
+    }
+    hash.Take(FoldAscii8(last));
+    return hash.Result();
 }
 
 }  // namespace
@@ -282,25 +360,30 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
     return left.empty() && right.empty();
 }
 
+std::string ToUpperCase(std::string_view text) {
+    std::string upper;
+    upper.reserve(text.size());
+    while (!text.empty()) {
+        const CodePoint next = DecodeUtf8(text);
+        AppendUtf8(upper, SimpleUpperCase(next.value));
+        text.remove_prefix(next.length);
+    }
+    return upper;
+}
+
 std::uint64_t HashIgnoreCase(std::string_view text) {
-    const char* bytes = text.data();
-    std::size_t left = text.size();
-    std::uint64_t nonAscii = 0;
-    std::uint64_t hash = 0xCBF29CE484222325U ^ text.size();
-    for (; left > 8; left -= 8, bytes += 8) {
-        const std::uint64_t word = Load8(bytes);
-        nonAscii |= word;
-        hash = Mix(hash, FoldAscii8(word));
-    }
-    const std::uint64_t last = LoadEnd(text);
-    nonAscii |= last;
-    if ((nonAscii & kHighBits) != 0) {
-        const std::string upper = ToSimpleUpperCase(text);
-        if (upper != text) {
-            return HashIgnoreCase(upper);
-        }
-    }
-    return Mix(hash, FoldAscii8(last));
+    return HashFolded<StableHash>(text, HashIgnoreCase);
+}
+
+std::uint32_t TableHashIgnoreCase(std::string_view text) {
+    const bool isShort = text.size() <= 8 * TableKeys::kKept;
+    return static_cast<std::uint32_t>(isShort
+                                          ? HashFolded<TableHash>(text, TableHashIgnoreCase)
+                                          : HashFolded<LongTableHash>(text, TableHashIgnoreCase));
+}
+
+void SetTableHashSeed(std::uint64_t seed) {
+    ProcessKeys() = TableKeys(seed);
 }
 
 std::uint64_t HashBytes(std::string_view bytes) {

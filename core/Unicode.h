@@ -43,8 +43,20 @@ char32_t SimpleLowerCase(char32_t codePoint);
 // Comparison of section and key names: equal by simple upper case, code point by code point.
 bool EqualsIgnoreCase(std::string_view left, std::string_view right);
 
-// Equal for any two texts that EqualsIgnoreCase calls equal.
+// The same text for any two that EqualsIgnoreCase calls equal: in simple upper case, with U+FFFD
+// for what is malformed.
+std::string ToUpperCase(std::string_view text);
+
+// Equal for any two texts that EqualsIgnoreCase calls equal. The same in every process and version
+// of the program: other copies know locks and messages by it.
 std::uint64_t HashIgnoreCase(std::string_view text);
+
+// For tables in memory: as HashIgnoreCase, but other in each process, so that nobody can choose
+// texts of one hash without knowing its seed.
+std::uint32_t TableHashIgnoreCase(std::string_view text);
+
+// Takes away what is by chance, for tests and measurements; before the first table is made.
+void SetTableHashSeed(std::uint64_t seed);
 
 // Tells contents of files apart. The same in every process and version of the program, so that it
 // may be stored. Contents of one length that differ in a single step of eight bytes never have the

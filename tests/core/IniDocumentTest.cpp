@@ -3,6 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
+#include <random>
+
+#include "core/IniParser.h"
+#include "core/RandomSeed.h"
+#include "core/ShownValue.h"
+#include "core/Unicode.h"
 
 namespace tamarind {
 namespace {
@@ -154,6 +161,11 @@ TEST(IniDocumentEdit, ReplacesValuesInPlace) {
         {"[A]\nx=\"1\"\n", {Set("A", "x", "\"1\"")}, "[A]\nx=\"1\"\n"},
         {"[A]\nx=1\n", {Set("A", "x", " '1'")}, "[A]\nx= '1'\n"},
         {"[A]\nx=1\n", {Set("A", "x", "")}, "[A]\nx=\n"},
+        // The same text with one pair of quotes less: the line's reading is no reason to keep it.
+        {"[A]\nx=\"\"\"a\" \"%1\"\"\"\n",
+         {Set("A", "x", "\"\"a\" \"%1\"\"")},
+         "[A]\nx=\"\"a\" \"%1\"\"\n"},
+        {"[A]\nx=\"\"'1'\"\"\n", {Set("A", "x", "\"'1'\"")}, "[A]\nx=\"'1'\"\n"},
     });
 }
 
@@ -280,21 +292,114 @@ TEST(IniDocumentEdit, RefusesWhatCannotBeReadBack) {
     }
 }
 
-// Many edits, so that the tables of names grow and hold erased places.
+// Files of one line and edits by all ways there are, others with each --gtest_repeat that comes
+// with --gtest_shuffle.
+TEST(IniDocumentEdit, WhatIsReadIsWhatWasMeant) {
+    std::mt19937 random(static_cast<unsigned>(testing::UnitTest::GetInstance()->random_seed()));
+    const auto pick = [&](std::size_t count) { return random() % count; };
+    const auto text = [&](const std::vector<std::string>& parts, std::size_t most) {
+        std::string result;
+        for (std::size_t left = pick(most + 1); left > 0; --left) {
+            result += parts[pick(parts.size())];
+        }
+        return result;
+    };
+    const std::vector<std::string> blanks = {" ", "\t", "\v"};
+    const std::vector<std::string> parts = {"\"", "\"", "'",      "'",   " ", "\t", "a",
+                                            ";",  "=",  "\uFEFF", "ï»¿", "ü", "中"};
+    const CodePage codePages[] = {1252, 1251, 936, kCodePageUtf8};
+    for (int pair = 0; pair < 20'000 && !HasFailure(); ++pair) {
+        const std::string form = pick(2) == 0 ? "x" : ";x";
+        const std::string line = text(blanks, 2) + form + text(blanks, 2) + "=" + text(blanks, 2) +
+                                 text({"\"", "'", "\uFEFF"}, 2) + text(parts, 8);
+        const std::string bytes = pick(4) == 0   ? Utf16("[A]\n" + line)
+                                  : pick(3) == 0 ? "\uFEFF[A]\n" + line
+                                                 : "[A]\n" + line;
+        const CodePage codePage = codePages[pick(std::size(codePages))];
+        IniDocument document = IniDocument::Parse(bytes, codePage);
+        const std::string present = Find(document, "A", form).value_or("not found");
+        const std::string values[] = {present, "\"" + present + "\"", "'" + present + "'",
+                                      std::string(UnquoteIniValue(present)), text(parts, 8)};
+        const std::string& value = values[pick(std::size(values))];
+        const std::string key = pick(2) == 0 ? "x" : ";x";
+        const bool movesForm = pick(2) == 0;
+        const bool isKept = value == present && (movesForm || key == form);
+        const auto way = pick(3);
+        SCOPED_TRACE(testing::PrintToString(bytes) + "; " + testing::PrintToString(value) +
+                     " by way " + std::to_string(way) + " as " + key);
+        std::string meant = value;
+        if (way == 0) {
+            document.SetValue("A", key, value);
+            meant = UnquoteIniValue(TrimIniBlanks(value));
+        } else if (way == 1) {
+            WriteExactValue(document, "A", key, value);
+        } else {
+            const KeyForm keyForm = key == "x" ? KeyForm::Active : KeyForm::Commented;
+            WriteShownValue(document, "A", "x", keyForm, movesForm, value);
+            meant = isKept ? value : StoredValue(value);
+        }
+        const IniDocument reread = IniDocument::Parse(document.Bytes(), codePage);
+        EXPECT_EQ(Find(document, "A", key), meant);
+        EXPECT_EQ(Find(reread, "A", key), meant);
+        const bool keepsOther = key == form || (way == 2 && movesForm);
+        EXPECT_EQ(Find(reread, "A", key == "x" ? ";x" : "x"),
+                  keepsOther ? kMissing : std::optional(present));
+    }
+}
+
+// Names that stand in one short row of a table as long as the seed is 1.
+std::vector<std::string> CollidingNames(std::size_t count) {
+    SetTableHashSeed(1);
+    std::vector<std::string> names;
+    for (int i = 0; names.size() < count; ++i) {
+        const std::string name = "key" + std::to_string(i);
+        if ((IniDocument::NameHash(name) & 0xFFF) < 64) {
+            names.push_back(name);
+        }
+    }
+    return names;
+}
+
+// Many edits, so that the tables of names grow, hold erased places and give way to trees.
 TEST(IniDocumentEdit, FindsAmongManyEdits) {
-    IniDocument document = IniDocument::Parse("[A]\n", 1252);
-    const auto name = [](int i) { return "key" + std::to_string(i % 700); };
-    for (int i = 0; i < 5000; ++i) {
-        const std::string section = i % 50 == 0 ? "S" + std::to_string(i) : "A";
-        i % 3 == 2 ? document.DeleteKey("A", name(i * 7))
-                   : document.SetValue(section, name(i), name(i + 1));
+    const std::vector<std::string> names = CollidingNames(1400);
+    for (const bool collides : {true, false}) {
+        SetTableHashSeed(collides ? 1 : RandomSeed());
+        IniDocument document = IniDocument::Parse("[A]\n", 1252);
+        const auto name = [&](std::size_t i) {
+            return (i % 2800 < 1400 ? "" : ";") + names[i % 1400];
+        };
+        std::map<std::string, std::string> values;
+        for (std::size_t i = 0; i < 10'000; ++i) {
+            if (i % 3 == 2) {
+                document.DeleteKey("A", name(i * 7));
+                values.erase(name(i * 7));
+            } else if (i % 50 == 0) {
+                document.SetValue("S" + std::to_string(i), name(i), name(i + 1));
+            } else {
+                document.SetValue("A", name(i), values[name(i)] = name(i + 1));
+            }
+        }
+        const IniDocument reread = IniDocument::Parse(document.Bytes(), 1252);
+        const auto section = *document.FindSection("A");
+        const auto lineOf = [&](const std::string& key) {
+            return document.FindKey(section, key).value_or(IniDocument::kNone);
+        };
+        for (const std::string& plain : names) {
+            for (const std::string& key : {plain, ";" + plain}) {
+                const auto value = values.count(key) == 0 ? kMissing : values[key];
+                EXPECT_EQ(Find(document, "A", key), value);
+                EXPECT_EQ(Find(reread, "A", key), value);
+            }
+            const auto forms = document.FindKeyForms(section, plain, IniDocument::NameHash(plain));
+            EXPECT_EQ(forms.active, lineOf(plain));
+            if (forms.active == IniDocument::kNone) {
+                EXPECT_EQ(forms.commented, lineOf(";" + plain));
+            }
+        }
+        EXPECT_EQ(Find(document, "S9850", name(9850)), name(9851));
+        EXPECT_EQ(document.SectionCount(), reread.SectionCount());
     }
-    const IniDocument reread = IniDocument::Parse(document.Bytes(), 1252);
-    for (int i = 0; i < 700; ++i) {
-        EXPECT_EQ(Find(document, "A", name(i)), Find(reread, "A", name(i)));
-    }
-    EXPECT_EQ(Find(document, "S4900", name(4900)), name(4901));
-    EXPECT_EQ(document.SectionCount(), reread.SectionCount());
 }
 
 }  // namespace

@@ -88,6 +88,9 @@ TEST_F(ProfileTest, Writes) {
     EXPECT_EQ(m_disk.BytesOf(kPath), "[A]\r\nx=a b\r\nq=\"\t\"\r\nm=///CAN" + marker.substr(6) +
                                          "\r\nn=-7\r\n[B]\r\nt=8\r\n");
     EXPECT_EQ(m_profile.ReadStringValue("A", "q", "", kPath), "\t");
+    Put("[A]\nx=\"\"abc\"\"\n");
+    m_profile.WriteStringValue("A", "x", "abc", kPath, true);
+    EXPECT_EQ(m_profile.ReadStringValue("A", "x", "", kPath), "abc");
     m_profile.DeleteValue("A", "m", "C:\\none.ini");
     EXPECT_EQ(m_disk.Count(), 1U);
 }

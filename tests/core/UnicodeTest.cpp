@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
+#include "core/RandomSeed.h"
 #include "core/TextEncoding.h"
 
 namespace tamarind {
@@ -27,6 +29,7 @@ TEST(Unicode, NamesThatAreEqualHaveEqualHashes) {
             const std::string right = prefix + Utf8Of(upper) + "X";
             ASSERT_TRUE(EqualsIgnoreCase(left, right)) << left;
             ASSERT_EQ(HashIgnoreCase(left), HashIgnoreCase(right)) << left;
+            ASSERT_EQ(TableHashIgnoreCase(left), TableHashIgnoreCase(right)) << left;
         }
     }
     EXPECT_GT(pairs, 900);
@@ -54,6 +57,31 @@ TEST(Unicode, HashesThatLeaveTheProcessStayTheSame) {
         hashes.insert(HashBytes(changed));
     }
     EXPECT_EQ(hashes.size(), 2 + 8 * bytes.size());
+}
+
+// Texts that collide with one seed do not with the next, nor do long ones of the same words.
+TEST(Unicode, HashesOfTablesDependOnSeedAndOrder) {
+    SetTableHashSeed(1);
+    std::vector<std::string> texts(1);
+    for (int word = 1000; word < 1024; ++word) {
+        texts[0] += "word" + std::to_string(word);
+    }
+    for (std::size_t at = 8; at < texts[0].size(); at += 8) {
+        texts.push_back(texts[0]);
+        std::swap_ranges(&texts.back()[at - 8], &texts.back()[at], &texts.back()[at]);
+    }
+    for (int i = 0; texts.size() < 100; ++i) {
+        if (TableHashIgnoreCase(std::to_string(i)) % 4096 == 0) {
+            texts.push_back(std::to_string(i));
+        }
+    }
+    SetTableHashSeed(2);
+    std::set<std::uint32_t> hashes;
+    for (const std::string& text : texts) {
+        hashes.insert(TableHashIgnoreCase(text) % 65536);
+    }
+    EXPECT_EQ(hashes.size(), texts.size());
+    SetTableHashSeed(RandomSeed());
 }
 
 TEST(Unicode, MalformedTextBecomesReplacementCharacters) {

@@ -98,8 +98,9 @@ void CheckEdits(IniDocument& document, CodePage codePage, unsigned choice) {
     const LineId line = lines.empty() ? IniDocument::kNone : lines[(choice >> 8) % lines.size()];
     const bool hasKey = line != IniDocument::kNone && IsKey(document, line);
     const std::string key = hasKey ? std::string(document.KeyName(line)) : "new ключ";
-    const std::string values[] = {"plain", "", "\"quoted ü\"", " 中\t",
-                                  hasKey ? std::string(document.Value(line)) : "'"};
+    const std::string present(hasKey ? document.Value(line) : "'");
+    const std::string values[] = {"plain", "",      "\"quoted ü\"",
+                                  " 中\t", present, "\"" + present + "\""};
     const std::string& value = values[(choice >> 16) % std::size(values)];
 
     const std::string before = document.Bytes();
@@ -108,11 +109,11 @@ void CheckEdits(IniDocument& document, CodePage codePage, unsigned choice) {
     const std::string after = document.Bytes();
     if (edit != IniEdit::Changed) {
         Require(after == before);
-        Require(edit != IniEdit::Unchanged || hadKey);
+        Require(edit != IniEdit::Unchanged ||
+                document.FindValue(section, key) == UnquoteIniValue(TrimIniBlanks(value)));
     } else {
         const auto read = document.FindValue(section, key);
-        Require(read &&
-                (*read == UnquoteIniValue(value) || TrimIniBlanks(*read) == TrimIniBlanks(value)));
+        Require(read == UnquoteIniValue(TrimIniBlanks(value)));
     }
     const IniDocument reread = IniDocument::Parse(after, codePage);
     Require(reread.FindValue(section, key) == document.FindValue(section, key));
