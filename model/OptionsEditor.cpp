@@ -68,6 +68,7 @@ bool OptionsEditor::BrowseLanguageFile() {
 }
 
 bool OptionsEditor::SelectColor(Color color) {
+    m_prompts.StartColorAt(ColorSetting(color));
     const std::string chosen = m_prompts.ColorSelect();
     if (chosen == MissingValueMarker) {
         return false;

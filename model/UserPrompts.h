@@ -67,8 +67,11 @@ public:
     // Takes the user's choice. False when he cancels.
     virtual bool FontSelect(FontChoice& font) = 0;
 
-    // The chosen colour as a decimal number, or the MissingValueMarker.
+    // The chosen colour as a decimal number, or the MissingValueMarker. The dialog starts at the
+    // colour that StartColorAt named since, or else at that of the last choice.
     virtual std::string ColorSelect() = 0;
+    // As the settings have it: a COLORREF or a reference to a system colour.
+    virtual void StartColorAt(std::int32_t color) = 0;
 
     // Lets the user choose for each conflict. False when he cancels.
     virtual bool ResolveConflicts(std::vector<ValueConflict>& conflicts) = 0;

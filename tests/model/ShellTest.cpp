@@ -144,6 +144,7 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     Session().BeginOptions();
     options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
     EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
+    EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{1});
     EXPECT_TRUE(options.SelectFont());
     Session().EndOptions();
     EXPECT_EQ(Session().ProgramSettings().Values().foregroundColor, 255);

@@ -116,6 +116,9 @@ TEST_F(EditingWindowTest, ColourKeysHaveASample) {
     EXPECT_EQ(TextOf(Sample()), "#FF0000");
     Command(tamarind::Command::EditUndo);
     EXPECT_EQ(TextOf(Sample()), "#FF00FF");
+    EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{0xFF00FF});
+    Command(tamarind::Command::EditDelete);
+    EXPECT_EQ(TextOf(Sample()), "");
     Press(kIdListView1, VK_HOME);
     EXPECT_FALSE(IsWindowVisible(Sample()));
 }

@@ -100,7 +100,7 @@ void KeyListView::ShowKey(RowKey key) {
 
 // Without a key of its own colour there is no sample.
 void KeyListView::ShowColor() {
-    const auto sample = m_session.CurrentColor();
+    const auto sample = m_session.ShownColor();
     if (sample && cmdColorSample.Handle() == nullptr) {
         cmdColorSample.Create(Handle(), kIdCmdColorSample);
     }

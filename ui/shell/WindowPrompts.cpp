@@ -3,6 +3,7 @@
 #include "core/WideText_win32.h"
 #include "ui/shell/cFontDlg.h"
 #include "ui/shell/frmConflicts.h"
+#include "ui/toolkit/Colors.h"
 #include "ui/toolkit/ModalLock.h"
 
 namespace tamarind {
@@ -92,6 +93,10 @@ bool WindowPrompts::FontSelect(FontChoice& font) {
 std::string WindowPrompts::ColorSelect() {
     const ModalLock lock(PresentOwner());
     return FileDialog().ColorSelect();
+}
+
+void WindowPrompts::StartColorAt(std::int32_t color) {
+    m_dialog.StartColorAt(ColorOfSetting(color));
 }
 
 bool WindowPrompts::ResolveConflicts(std::vector<ValueConflict>& conflicts) {

@@ -23,6 +23,7 @@ public:
     std::string BrowseForSave(const FileQuestion& question) override;
     bool FontSelect(FontChoice& font) override;
     std::string ColorSelect() override;
+    void StartColorAt(std::int32_t color) override;
     bool ResolveConflicts(std::vector<ValueConflict>& conflicts) override;
     void Beep() override;
 

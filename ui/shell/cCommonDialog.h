@@ -42,6 +42,7 @@ public:
 
     // The chosen colour as a decimal number.
     std::string ColorSelect();
+    void StartColorAt(COLORREF color) { m_color = color; }
 
 private:
     struct FileDialog {

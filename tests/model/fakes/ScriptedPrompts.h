@@ -16,6 +16,7 @@ class ScriptedPrompts final : public UserPrompts {
 public:
     std::deque<std::string> filesToChoose;
     std::deque<std::string> colorsToChoose;
+    std::vector<std::int32_t> startColors;
     std::deque<FontChoice> fontsToChoose;
     std::vector<FontChoice> fontsShown;  // that a choice began with
     std::deque<Answer> answers;          // Cancel beyond its end
@@ -53,6 +54,8 @@ public:
     std::string ColorSelect() override {
         return Next(colorsToChoose, std::string(MissingValueMarker));
     }
+
+    void StartColorAt(std::int32_t color) override { startColors.push_back(color); }
 
     bool FontSelect(FontChoice& font) override {
         const bool isChosen = !fontsToChoose.empty();

@@ -135,6 +135,7 @@ protected:
                     isPicture);
         ExpectCaption(shown);
         ExpectItems(shown, name);
+        ExpectScrollBar(shown, isMirrored);
         for (const HWND child : ChildrenOf(shown)) {
             ExpectWindow(child);
         }
@@ -150,6 +151,17 @@ protected:
             const SIZE size = Measure(control, TextOf(control), isLabel ? room : 0);
             EXPECT_LE(size.cx, room);
             EXPECT_LE(size.cy, HeightOf(control));
+        }
+    }
+    // It stands where a text's lines end, beside the client area.
+    static void ExpectScrollBar(HWND shown, bool isMirrored) {
+        if ((GetWindowLongPtrW(shown, GWL_STYLE) & WS_VSCROLL) != 0) {
+            RECT area{};
+            GetClientRect(shown, &area);
+            MapWindowPoints(shown, nullptr, reinterpret_cast<POINT*>(&area), 2);
+            const LONG left = area.left - BoundsOf(shown).left;
+            const LONG right = BoundsOf(shown).right - area.right;
+            EXPECT_GE(isMirrored ? left - right : right - left, 10) << left << " " << right;
         }
     }
     // The tabs of a strip, the titles of a list's columns.
@@ -279,6 +291,12 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
 
 // From each language to the next and back to the first.
 TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
+    // So many categories that the tree scrolls.
+    std::string data = world.disk.BytesOf(SessionWorld::kWincmdData);
+    for (int heading = 0; heading < 50; ++heading) {
+        data += "[/" + std::to_string(heading) + "]\r\n";
+    }
+    world.disk.Put(SessionWorld::kWincmdData, data);
     StartIn(languages[0]);
     Command(tamarind::Command::SearchFind);
     Command(tamarind::Command::FavoritesOrganize);
