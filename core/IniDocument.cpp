@@ -34,10 +34,6 @@ std::string IniDocument::Bytes() const {
     return result.append(m_bytes, run.begin, run.end - run.begin).append(m_tail);
 }
 
-std::string_view IniDocument::SectionName(SectionId section) const {
-    return Text(m_sections[section].name, m_sections[section].isDecoded);
-}
-
 std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view name) const {
     if (!m_sectionTable.IsMade()) {
         IndexSections();
@@ -123,24 +119,26 @@ IniDocument::LineId IniDocument::LineAt(std::size_t offset) const {
     return static_cast<LineId>(behind - m_lines.begin()) - 1;
 }
 
-std::string IniDocument::LineText(LineId line) const {
+std::vector<std::string> IniDocument::LineTexts(LineId line) const {
     const IniLine& record = m_lines[line];
     if (IsIniKey(record.kind)) {
-        std::string text(KeyName(line));
-        text += '=';
-        return text += QuotedValue(line);
+        return {std::string(KeyName(line)) + "=" + std::string(QuotedValue(line))};
     }
+    const bool isWide = m_mark == FileMark::Utf16Le;
+    const CodePage codePage = m_mark == FileMark::None ? m_codePage : kCodePageUtf8;
     const std::string_view bytes = Text(record.bytes, false);
-    if (m_mark == FileMark::Utf16Le) {
-        const std::string text = DecodeUtf16Le(bytes);
-        return std::string(
-            TrimIniBlanks(std::string_view(text).substr(0, text.find_first_of("\r\n"))));
+    const std::string wide = isWide ? DecodeUtf16Le(bytes) : std::string();
+    std::string_view rest = isWide ? wide : bytes;
+    std::vector<std::string> texts;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+        const std::string_view text = TrimIniBlanks(rest.substr(0, end));
+        if (!text.empty()) {
+            texts.push_back(IsAscii(text) ? std::string(text) : DecodeCodePage(text, codePage));
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    const std::string_view text =
-        TrimIniBlanks(bytes.substr(0, bytes.size() - record.lineEndLength));
-    return IsAscii(text)
-               ? std::string(text)
-               : DecodeCodePage(text, m_mark == FileMark::Utf8 ? kCodePageUtf8 : m_codePage);
+    return texts;
 }
 
 // From the last one to the first, so that the first one of a name is the one that counts.
@@ -186,6 +184,7 @@ void IniDocument::IndexKey(NameTable& table, LineId id) const {
     const LineId next = table.Put(KeyNames{this}, id);
     if (next != kNone) {
         m_lines[next].repeatsName = true;
+        m_nextOfSameName.resize(std::max(m_nextOfSameName.size(), m_lines.size()), kNone);
         m_nextOfSameName[id] = next;
     }
 }

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "core/IniLine.h"
@@ -19,10 +18,12 @@ enum class IniEdit {
     Changed,
     NameNotEncodable,  // the file's encoding lacks a character of the section or key name
     TextNotStorable,   // it would be read as something else: line breaks, NULs, "=" in a key name
+    FileNotText,       // lines cannot be added: it is binary, or in an encoding that is not known
 };
 
 inline bool IsRefused(IniEdit edit) {
-    return edit == IniEdit::NameNotEncodable || edit == IniEdit::TextNotStorable;
+    return edit == IniEdit::NameNotEncodable || edit == IniEdit::TextNotStorable ||
+           edit == IniEdit::FileNotText;
 }
 
 // An INI file in memory, line by line as it stands: what is not edited is written back byte for
@@ -49,9 +50,12 @@ public:
     // The file's bytes with all edits.
     std::string Bytes() const;
 
+    // Prose in a row counts as one.
     std::size_t LineCount() const { return m_lines.size(); }
     std::size_t SectionCount() const { return m_sections.size(); }
-    std::string_view SectionName(SectionId section) const;
+    std::string_view SectionName(SectionId section) const {
+        return KeyName(m_sections[section].header);
+    }
 
     // The first section of that name; spaces around the name are ignored.
     std::optional<SectionId> FindSection(std::string_view name) const;
@@ -78,6 +82,7 @@ public:
     std::optional<std::string_view> FindValue(std::string_view section, std::string_view key) const;
 
     // The lines of a section behind its header, in order: FirstLine, NextLine, ... until kNone.
+    // Prose in a row is one.
     LineId FirstLine(SectionId section) const;
     LineId NextLine(LineId line) const {
         const std::uint32_t section = m_lines[line].section;
@@ -104,8 +109,8 @@ public:
     LineId LineAt(std::size_t offset) const;
     std::size_t OffsetOf(LineId line) const { return m_lines[line].bytes.begin; }
 
-    // The whole line's text between its outer blanks.
-    std::string LineText(LineId line) const;
+    // The line's whole text between its outer blanks; of prose, those of its lines that have one.
+    std::vector<std::string> LineTexts(LineId line) const;
 
     // Sets the value of the key's first line, so that it is read as `value` without outer blanks
     // and one pair of outer quotes; a new key goes behind the section's last key line, a new
@@ -130,8 +135,6 @@ private:
     friend class IniParser;
 
     struct Section {
-        TextSpan name;
-        bool isDecoded = false;
         LineId header = kNone;
         LineId lastKey = kNone;   // the header while there is none; kNone: to be looked for
         LineId lastLine = kNone;  // the header while there is none
@@ -171,6 +174,11 @@ private:
     void IndexKeys(SectionId section) const;
     void IndexKey(NameTable& table, LineId id) const;
 
+    LineId NextOfSameName(LineId line) const {
+        return line < m_nextOfSameName.size() ? m_nextOfSameName[line] : kNone;
+    }
+
+    bool IsText() const;
     LineId AppendLine(std::string_view bytes, SectionId section);
     void LinkBehind(LineId previous, LineId line);
     void SetLineBytes(LineId id, std::string_view bytes);
@@ -190,6 +198,7 @@ private:
     bool RemoveKeyLine(SectionId section, std::string_view key);
 
     CodePage m_codePage = 0;
+    mutable std::optional<bool> m_isText;
     FileMark m_mark = FileMark::None;
     std::string m_bytes;    // the file's bytes, then those of edited and new lines
     std::string m_tail;     // half a UTF-16 character at the file's end, where it stays
@@ -205,7 +214,8 @@ private:
     // up one after the other: its lines and its table are in the processor's nearest cache then.
     mutable NameTable m_sectionTable;
     mutable std::vector<NameTable> m_keyTables;
-    mutable std::unordered_map<LineId, LineId> m_nextOfSameName;  // of the few that are repeated
+    // By line; empty while no name is repeated, and shorter where those behind are not.
+    mutable std::vector<LineId> m_nextOfSameName;
 };
 
 }  // namespace tamarind

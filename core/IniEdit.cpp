@@ -42,6 +42,9 @@ IniEdit IniDocument::SetValue(std::string_view section, std::string_view key,
     if (!IsKeyName(key) || (!sectionId && !IsSectionName(section))) {
         return IniEdit::TextNotStorable;
     }
+    if (!IsText()) {
+        return IniEdit::FileNotText;
+    }
     if (!EncodeName(key)) {
         return IniEdit::NameNotEncodable;
     }
@@ -49,6 +52,17 @@ IniEdit IniDocument::SetValue(std::string_view section, std::string_view key,
         sectionId = AddSection(section);
     }
     return sectionId ? InsertKey(*sectionId, key, value) : IniEdit::NameNotEncodable;
+}
+
+// Text holds no NULs but for the halves of UTF-16 characters. UTF-16 with the other order of bytes
+// nearly always has them; an empty file of it has its mark alone.
+bool IniDocument::IsText() const {
+    if (!m_isText) {
+        const bool hasOtherOrder = m_bytes.compare(0, 2, "\xFE\xFF") == 0;
+        m_isText = m_mark == FileMark::Utf16Le ||
+                   (!hasOtherOrder && m_bytes.find('\0') == std::string::npos);
+    }
+    return *m_isText;
 }
 
 IniEdit IniDocument::DeleteValue(std::string_view section, std::string_view key) {
@@ -163,13 +177,13 @@ void IniDocument::AddToIndex(LineId line) {
 void IniDocument::RemoveFromIndex(LineId line) {
     const SectionId section = m_lines[line].section;
     NameTable& table = KeysOf(section);
-    const auto repeated = m_nextOfSameName.find(line);
-    if (repeated == m_nextOfSameName.end()) {
+    const LineId next = NextOfSameName(line);
+    if (next == kNone) {
         table.Erase(KeyNames{this}, line);
     } else {
-        m_lines[repeated->second].repeatsName = false;
-        table.Put(KeyNames{this}, repeated->second);
-        m_nextOfSameName.erase(repeated);
+        m_lines[next].repeatsName = false;
+        table.Put(KeyNames{this}, next);
+        m_nextOfSameName[line] = kNone;
     }
     if (m_sections[section].lastKey == line) {
         m_sections[section].lastKey = kNone;
@@ -204,11 +218,7 @@ std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view n
     const auto section = static_cast<SectionId>(m_sections.size());
     const LineId header =
         AppendLine(EncodeAscii("[") + *encoded + EncodeAscii("]") + lineEnd, section);
-    m_sections.push_back({.name = m_lines[header].name,
-                          .isDecoded = m_lines[header].isDecoded,
-                          .header = header,
-                          .lastKey = header,
-                          .lastLine = header});
+    m_sections.push_back({.header = header, .lastKey = header, .lastLine = header});
     LinkBehind(previous, header);
     if (m_sectionTable.IsCrowded()) {
         IndexSections();

@@ -150,6 +150,16 @@ void IniParser::ParseFile() {
     }
 }
 
+inline IniLine& IniParser::NewLine(std::size_t offset) {
+    std::vector<IniLine>& lines = m_document.m_lines;
+    if (lines.size() == lines.capacity()) {
+        MakeRoom(offset);
+    }
+    IniLine& line = lines.emplace_back();
+    line.bytes.begin = Offset(offset);
+    return line;
+}
+
 void IniParser::ParseByteLines() {
     const std::string& bytes = m_document.m_bytes;
     const char* const start = bytes.data();
@@ -158,8 +168,7 @@ void IniParser::ParseByteLines() {
     LineScanner scanner(at, limit);
     while (at < limit) {
         const Scan scan = scanner.ScanLine(at);
-        IniLine& line = m_document.m_lines.emplace_back();
-        line.bytes.begin = Offset(static_cast<std::size_t>(at - start));
+        IniLine& line = NewLine(static_cast<std::size_t>(at - start));
         at = scan.end;
         if (at < limit) {
             line.lineEndLength = at[0] == '\r' && at + 1 < limit && at[1] == '\n' ? 2 : 1;
@@ -179,8 +188,7 @@ void IniParser::ParseUtf16Lines() {
     };
     std::size_t at = kUtf16LeMarkBytes.size();
     while (at < bytes.size()) {
-        IniLine& line = m_document.m_lines.emplace_back();
-        line.bytes.begin = Offset(at);
+        IniLine& line = NewLine(at);
         for (; at < bytes.size(); at += 2) {
             const int unit = unitAt(at);
             if (unit == '\r' || unit == '\n') {
@@ -196,16 +204,35 @@ void IniParser::ParseUtf16Lines() {
     }
 }
 
-// Gives the last line its place in the file and in its section.
+// By what there was since the last time: the lines of a file of short ones take many times its
+// size, and twice that where their room is doubled each time.
+void IniParser::MakeRoom(std::size_t offset) {
+    std::vector<IniLine>& lines = m_document.m_lines;
+    const std::size_t left = m_document.m_bytes.size() - offset;
+    const double linesPerByte = static_cast<double>(lines.size() - m_countedLines) /
+                                static_cast<double>(offset - m_countedBytes);
+    const auto expected = static_cast<std::size_t>(1.02 * linesPerByte * static_cast<double>(left));
+    lines.reserve(lines.size() + std::min(left, std::max(expected, lines.size() / 4)) + 1);
+    m_countedLines = lines.size();
+    m_countedBytes = offset;
+}
+
+// Gives the last line its place in the file and in its section. Prose in a row becomes one; but the
+// file's first line stays alone, for new lines end as it does.
 void IniParser::LinkLine(IniLine& line) {
     IniDocument& document = m_document;
+    if (line.kind == IniLineKind::Prose && document.m_lines.size() > 2) {
+        IniLine& previous = document.m_lines.end()[-2];
+        if (previous.kind == IniLineKind::Prose) {
+            previous.bytes.end = line.bytes.end;
+            previous.lineEndLength = line.lineEndLength;
+            document.m_lines.pop_back();
+            return;
+        }
+    }
     const std::uint32_t id = Offset(document.m_lines.size()) - 1;
     if (line.kind == IniLineKind::Section) {
-        document.m_sections.push_back({.name = line.name,
-                                       .isDecoded = line.isDecoded,
-                                       .header = id,
-                                       .lastKey = id,
-                                       .lastLine = id});
+        document.m_sections.push_back({.header = id, .lastKey = id, .lastLine = id});
     }
     line.section = Offset(document.m_sections.size()) - 1;
     if (!document.m_sections.empty()) {
@@ -248,7 +275,7 @@ void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
 std::string_view IniParser::ReadKind(IniLine& line, std::string_view text, const char* equals) {
     const std::string_view trimmed = TrimIniBlanks(text);
     const std::string_view none = text.substr(0, 0);
-    line.kind = IniLineKind::Other;
+    line.kind = IniLineKind::Prose;
     if (trimmed.empty()) {
         return none;
     }
@@ -256,12 +283,10 @@ std::string_view IniParser::ReadKind(IniLine& line, std::string_view text, const
         line.kind = IniLineKind::Section;
         return SectionNameIn(trimmed.substr(1));
     }
-    const bool isComment = trimmed.front() == ';';
     if (equals == nullptr) {
-        line.kind = isComment ? IniLineKind::Comment : IniLineKind::Other;
         return none;
     }
-    line.kind = isComment ? IniLineKind::CommentedKey : IniLineKind::Key;
+    line.kind = trimmed.front() == ';' ? IniLineKind::CommentedKey : IniLineKind::Key;
     return TrimIniBlanks(trimmed.substr(0, static_cast<std::size_t>(equals - trimmed.data())));
 }
 
@@ -299,8 +324,10 @@ void IniParser::ReadUtf16Line(IniLine& line) {
     const std::size_t at = text.find('=');
     const char* const equals = at == std::string::npos ? nullptr : text.data() + at;
     const std::string_view name = ReadKind(line, text, equals);
-    AppendDecoded(line, name,
-                  IsIniKey(line.kind) ? IniValueBehind(equals, text) : std::string_view());
+    if (line.kind != IniLineKind::Prose) {
+        AppendDecoded(line, name,
+                      IsIniKey(line.kind) ? IniValueBehind(equals, text) : std::string_view());
+    }
     SetNameHash(line);
 }
 

@@ -45,6 +45,8 @@ private:
 
     void ParseByteLines();
     void ParseUtf16Lines();
+    inline IniLine& NewLine(std::size_t offset);
+    [[gnu::noinline]] void MakeRoom(std::size_t offset);
     void LinkLine(IniLine& line);
     void ReadByteLine(IniLine& line, const Scan& scan);
     static std::string_view ReadKind(IniLine& line, std::string_view text, const char* equals);
@@ -55,6 +57,8 @@ private:
     void AppendDecoded(IniLine& line, std::string_view name, std::string_view value);
 
     IniDocument& m_document;
+    std::size_t m_countedLines = 0;  // when there was room made for lines
+    std::size_t m_countedBytes = 0;
 };
 
 }  // namespace tamarind

@@ -128,14 +128,12 @@ void cProfile::ReadSectionKeysNameAndValue(std::string_view lpSectionName,
     std::vector<std::string> lines;
     if (const auto section = document.FindSection(lpSectionName)) {
         ListBuffer buffer(lpMaxBufferSize);
-        for (auto line = document.FirstLine(*section);
-             line != IniDocument::kNone && !buffer.IsFull(); line = document.NextLine(line)) {
-            const IniLineKind kind = document.Kind(line);
-            const std::string text = document.LineText(line);
-            const bool isComment =
-                kind == IniLineKind::Comment || kind == IniLineKind::CommentedKey;
-            if (!isComment && !text.empty()) {
-                lines.emplace_back(buffer.Take(text, Utf16Length(text)));
+        for (auto id = document.FirstLine(*section); id != IniDocument::kNone && !buffer.IsFull();
+             id = document.NextLine(id)) {
+            for (const std::string& line : document.LineTexts(id)) {
+                if (line.front() != ';' && !buffer.IsFull()) {
+                    lines.emplace_back(buffer.Take(line, Utf16Length(line)));
+                }
             }
         }
     }
@@ -168,7 +166,8 @@ const std::string& cProfile::SectionKeysNameOnlyList(std::int32_t Index) const {
 }
 
 void cProfile::SortKeysNameOnlyList() {
-    std::sort(m_keyNames.begin(), m_keyNames.begin() + SectionKeysNameOnlyCount + 1,
+    const std::ptrdiff_t count = SectionKeysNameOnlyCount + std::ptrdiff_t{1};
+    std::sort(m_keyNames.begin(), m_keyNames.begin() + count,
               [](const std::string& left, const std::string& right) {
                   return Utf16FromUtf8(left) < Utf16FromUtf8(right);
               });

@@ -216,6 +216,8 @@ std::string EditorSession::Reason(const ProfileResult& result) const {
             return Text(text::kNameNotEncodable);
         case IniEdit::TextNotStorable:
             return Text(text::kTextNotStorable);
+        case IniEdit::FileNotText:
+            return Text(text::kFileNotText);
         default:
             break;
     }

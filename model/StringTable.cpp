@@ -163,6 +163,7 @@ constexpr TextRow kTexts[] = {
     {4042, "Settings of this program:"},
     {4043, "What was written could not be read back."},
     {4044, "Key"},
+    {4045, "Nothing can be added to it: it is binary, or in an encoding that is not known."},
     {4046, "Total Commander was not started, because this path contains a quotation mark:"},
     {4047,
      "The favorites were not changed. The names of their keys can have at most 4,094 characters "

@@ -53,6 +53,7 @@ inline constexpr std::uint16_t kTotalCommanderStillRuns = 4039;
 inline constexpr std::uint16_t kCannotSaveFiles = 4040;
 inline constexpr std::uint16_t kRedirectionLoop = 4041;
 inline constexpr std::uint16_t kReasonNotVerified = 4043;
+inline constexpr std::uint16_t kFileNotText = 4045;
 inline constexpr std::uint16_t kQuoteInPath = 4046;
 inline constexpr std::uint16_t kFavoritesTooLong = 4047;
 inline constexpr std::uint16_t kReasonUnreachable = 4050;

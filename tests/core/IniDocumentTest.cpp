@@ -290,6 +290,24 @@ TEST(IniDocumentEdit, RefusesWhatCannotBeReadBack) {
         EXPECT_EQ(document.SetValue(c.section, c.key, c.value), c.expected);
         EXPECT_EQ(document.Bytes(), before);
     }
+    // No lines are added to what is no text.
+    for (const std::string& file : {"\xFE\xFF\0[\0A\0]"s, "\xFE\xFF"s, "[A]\nx=0\n\0"s}) {
+        SCOPED_TRACE(testing::PrintToString(file));
+        IniDocument document = IniDocument::Parse(file, 1252);
+        EXPECT_EQ(document.SetValue("A", "y", "1"), IniEdit::FileNotText);
+        EXPECT_EQ(document.Bytes(), file);
+        const bool hasKey = document.FindValue("A", "x").has_value();
+        EXPECT_EQ(document.SetValue("A", "x", "1"),
+                  hasKey ? IniEdit::Changed : IniEdit::FileNotText);
+    }
+}
+
+// A large file of nothing costs little more than its bytes.
+TEST(IniDocument, ProseInARowIsOneLine) {
+    const std::string file = "[A]\n" + std::string(1000, '\n') + "x=1\n\n;a\nb\r\n\r[B]\n";
+    const IniDocument document = IniDocument::Parse(file, 1252);
+    EXPECT_EQ(document.LineCount(), 5U);
+    EXPECT_EQ(document.Bytes(), file);
 }
 
 // Files of one line and edits by all ways there are, others with each --gtest_repeat that comes

@@ -26,6 +26,7 @@ protected:
 
 TEST_F(ProfileTest, ListsAreReadAndSorted) {
     Put("\xEF\xBB\xBF[A]\nz = \"1\" \n;y=2\nprose\n\uFF21=\n\U0001F600=\nZ=\nz=3\n[a]\nq=1\n");
+    m_profile.SortKeysNameOnlyList();  // empty
     m_profile.ReadFileSectionsName(kPath);
     m_profile.ReadSectionKeysNameOnly("A", kPath);
     m_profile.ReadSectionKeysNameAndValue("A", kPath, 14);
