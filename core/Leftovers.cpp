@@ -85,7 +85,8 @@ CallError Leftovers::Find(std::vector<std::string>& paths) {
         {beside, m_path + std::string(kStart)}, {m_backups.Folder(), m_backups.NameStart()}};
     for (const auto& [folder, start] : places) {
         std::vector<FolderEntry> files;
-        const CallError error = m_steps.Retry([&] { return m_steps.Calls().List(start, files); });
+        const CallError error =
+            m_steps.Retry([&, &start = start] { return m_steps.Calls().List(start, files); });
         if (error != CallError::None && !IsMissing(error)) {
             return error;
         }
