@@ -136,7 +136,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     return TRUE;
 }
 
-// Returns whether Windows is to set the focus; a dialog that is made hidden takes none.
+// Returns whether Windows is to set the focus: not where the dialog did so; one that is made hidden
+// takes none.
 bool Dialog::Initialize(HWND window, Dialog& dialog) {
     dialog.m_window = window;
     dialog.Bind(window);
@@ -151,7 +152,7 @@ bool Dialog::Initialize(HWND window, Dialog& dialog) {
     } else if (!isReady) {
         DestroyWindow(window);
     }
-    return isReady && dialog.m_isModal;
+    return isReady && dialog.m_isModal && !IsChild(window, GetFocus());
 }
 
 std::optional<LRESULT> Dialog::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
