@@ -1,5 +1,6 @@
 #include "ui/toolkit/Dialog.h"
 
+#include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Control.h"
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Handles.h"
@@ -9,8 +10,6 @@
 
 namespace tamarind {
 namespace {
-
-constexpr COLORREF kBackColor = RGB(0, 255, 255);
 
 // A dialog procedure returns the answers to these; all others it leaves in the window.
 bool IsAnsweredDirectly(UINT message) {
@@ -188,8 +187,8 @@ std::optional<LRESULT> Dialog::OnColors(HDC dc, HWND control) const {
         case ControlKind::CheckBox:
         case ControlKind::OptionButton:
         case ControlKind::TextBox:
-            SetBkColor(dc, kBackColor);
-            SetDCBrushColor(dc, kBackColor);
+            SetBkColor(dc, kControlsBackColor);
+            SetDCBrushColor(dc, kControlsBackColor);
             return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
         default:
             return std::nullopt;
