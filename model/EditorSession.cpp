@@ -288,6 +288,7 @@ void EditorSession::GoToKey(RowKey key) {
     const std::size_t row = m_keys.RowOf(key);
     if (row < m_keys.Size()) {
         ShowKeyDetails(row);
+        m_listener->OnWentToKey();
     }
 }
 

@@ -42,6 +42,7 @@ public:
     virtual void OnCategorySelected() {}   // another node is the selected one
     virtual void OnKeyListChanged() {}     // the list holds other rows
     virtual void OnKeyShown() {}           // another row is current, or none: details, target
+    virtual void OnWentToKey() {}          // a search or a favorite led to the current row
     virtual void OnTargetShown() {}        // the file of the current key's section
     virtual void OnKeyChanged(RowKey) {}   // its row, if shown, looks different now
     virtual void OnBeforeChange() {}       // the edit box closes without storing anything

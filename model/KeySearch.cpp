@@ -1,6 +1,7 @@
 #include "model/KeySearch.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/AsciiSearch.h"
 #include "core/Unicode.h"
@@ -163,14 +164,17 @@ void KeySearch::SetText(std::string text) {
     Restart();
 }
 
+// Windows reports a click also where an option only gets the focus: that changes nothing.
 void KeySearch::SetSearchesNames(bool searchesNames) {
-    m_searchesNames = searchesNames;
-    Restart();
+    if (std::exchange(m_searchesNames, searchesNames) != searchesNames) {
+        Restart();
+    }
 }
 
 void KeySearch::SetMatchesWholeWord(bool matchesWholeWord) {
-    m_matchesWholeWord = matchesWholeWord;
-    Restart();
+    if (std::exchange(m_matchesWholeWord, matchesWholeWord) != matchesWholeWord) {
+        Restart();
+    }
 }
 
 std::optional<SearchHit> KeySearch::FindNext(const KeyStore& store) {

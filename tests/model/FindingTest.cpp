@@ -86,6 +86,14 @@ TEST_F(FindingTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
             EXPECT_EQ(hits.front(), testCase.firstHit);
         }
     }
+    // A setting that stays as it is does not start the search again.
+    Session().SetSearchText("color");
+    for (const auto& [wholeWord, key] : {std::pair(true, 0U), {false, 1U}, {false, 4U}}) {
+        Session().SetSearchesNames(true);
+        Session().SetMatchesWholeWord(wholeWord);
+        Session().FindNextString();
+        EXPECT_TRUE(key == 0 || Session().CurrentKey() == key) << key;
+    }
     Session().SetSearchText("");
     Session().FindNextString();
     EXPECT_EQ(world.prompts.beeps, 1);

@@ -111,6 +111,24 @@ TEST_F(FindingWindowsTest, TheSearchWindowKeepsItsSettings) {
     EXPECT_EQ(Search(), nullptr);
 }
 
+TEST_F(FindingWindowsTest, AHitIsNotTheLastRowInSight) {
+    std::string keys = "[Panels]\r\nCategoryTargetSection=Configuration\r\n";
+    for (int key = 0; key < 100; ++key) {
+        keys += "K" + std::to_string(key) + "=1///\r\n";
+    }
+    world.disk.Put(SessionWorld::kWincmdData, keys);
+    world.disk.Wait(10);
+    Start();
+    for (const auto& [name, lowest] : {std::pair("K50", 53), {"K98", 99}, {"K40", 43}, {"K1", 4}}) {
+        world.session->SetSearchText(name);
+        world.session->FindNextString();
+        EXPECT_EQ(Rows()[static_cast<std::size_t>(SelectedRow())], name);
+        const LRESULT top = Send(kIdListView1, LVM_GETTOPINDEX);
+        EXPECT_LE(top, SelectedRow()) << name;
+        EXPECT_GE(top + Send(kIdListView1, LVM_GETCOUNTPERPAGE), lowest + 1) << name;
+    }
+}
+
 TEST_F(FindingWindowsTest, FavoritesAreAddedUnderACaption) {
     Start();
     Organize();

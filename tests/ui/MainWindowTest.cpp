@@ -154,6 +154,19 @@ TEST_F(MainWindowTest, BarsAreDragged) {
     ReleaseCapture();
 }
 
+TEST_F(MainWindowTest, TheDescriptionShowsItsRoomToTranslators) {
+    for (const auto& [flag, color] : {std::pair("1", RGB(0, 255, 255)), {"0", RGB(1, 2, 3)}}) {
+        PutOwnSettings(std::string("BackgroundColor=197121\r\n[Common]\r\n") +
+                       "ShowControlsBackColor=" + flag + "\r\n");
+        Start();
+        const HWND box = Find(kIdTxtDescriptionBox);
+        const ScreenDC dc(box);
+        SendMessageW(GetParent(box), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc.Get()),
+                     reinterpret_cast<LPARAM>(box));
+        EXPECT_EQ(GetBkColor(dc.Get()), color);
+    }
+}
+
 TEST_F(MainWindowTest, ATypedDescriptionOffersToBeSaved) {
     Start();
     SetSize(700, 500);

@@ -185,7 +185,10 @@ TEST_F(TrustWindowsTest, BackupsShowWhatDiffersAndComeBack) {
                        Backup::Yes);
     ShowBackups([&] {
         EXPECT_FALSE(IsWindowEnabled(window->Handle()));
-        EXPECT_FALSE(IsOn(IDOK));
+        EXPECT_EQ(GetFocus(), In(kBackupList));
+        EXPECT_EQ(SelectedIn(In(kBackupList)), 0);
+        EXPECT_EQ(CellRows(kDifferenceList).size(), 2U);
+        EXPECT_TRUE(IsOn(IDOK));
         const Strings backups = CellRows(kBackupList);
         ASSERT_EQ(backups.size(), 2U);
         EXPECT_NE(backups[0].find("26"), std::string::npos);  // of the date, however it is written
@@ -206,7 +209,7 @@ TEST_F(TrustWindowsTest, BackupsShowWhatDiffersAndComeBack) {
         EXPECT_FALSE(IsOn(IDOK));
         SelectFile(0, SessionWorld::kWincmd);
         EXPECT_FALSE(IsWindowVisible(In(IDC_RESTORE_LBLNOBACKUPS)));
-        SelectRow(kBackupList, 0);
+        EXPECT_EQ(SelectedIn(In(kBackupList)), 0);
         world.disk.FailReplaces(SessionWorld::kWincmd, FileError::InUse);
         Click(IDOK);
         EXPECT_TRUE(IsWindowVisible(dialog));

@@ -4,6 +4,7 @@
 
 #include "core/WideText_win32.h"
 #include "ui/main/ControlIds.h"
+#include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Lengths.h"
 
 namespace tamarind {
@@ -38,7 +39,9 @@ bool DescriptionPane::Create(HWND parent, const MainLook& look) {
 
 void DescriptionPane::ApplyLook(const MainLook& look) {
     m_dpi = look.dpi;
-    txtDescriptionBox.SetColors(look.foreground, look.background);
+    const bool showsBackColor = m_session.ProgramSettings().Values().showControlsBackColor != 0;
+    txtDescriptionBox.SetColors(look.foreground,
+                                showsBackColor ? kControlsBackColor : look.background);
     txtDescriptionBox.SetBorder(look.border);
     ApplyUserFont(txtDescriptionBox, look.font, true, 0, look.dpi);
     txtDescriptionBox.SetMargins(ScaledPixels(kTextMargin, look.dpi));

@@ -2,6 +2,8 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
+
 #include "core/WideText_win32.h"
 #include "model/StringTable.h"
 #include "ui/main/ControlIds.h"
@@ -13,6 +15,7 @@ namespace {
 constexpr Twips kColumnMargin{500};
 constexpr int kIconCount = 3;  // each stands in the picture list twice, the second time dimmed
 constexpr UINT kNextKeyMs = 50;
+constexpr std::size_t kRowsBelow = 3;
 
 // The sample fits beside the column.
 constexpr Twips kSampleMargin{90};
@@ -86,6 +89,14 @@ void KeyListView::ShowCurrentKey() {
         ListView1.EnsureVisible(static_cast<int>(row), true);
     }
     ShowColor();
+}
+
+// The row itself counts most where there is no room for all.
+void KeyListView::ShowRowsBelow() {
+    const std::size_t row = m_session.Keys().RowOf(m_session.CurrentKey());
+    const std::size_t last = std::min(row + kRowsBelow, m_session.Keys().Size() - 1);
+    ListView1.EnsureVisible(static_cast<int>(last));
+    ListView1.EnsureVisible(static_cast<int>(row));
 }
 
 void KeyListView::ShowKey(RowKey key) {

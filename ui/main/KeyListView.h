@@ -28,6 +28,8 @@ public:
     void Fill();
     // Selects the session's current key and brings it into view.
     void ShowCurrentKey();
+    // Brings some of the rows below the current one into view, too.
+    void ShowRowsBelow();
     // Draws a key's row again, if it is shown.
     void ShowKey(RowKey key);
 

@@ -372,6 +372,10 @@ void frmMain::OnKeyShown() {
     m_statusBar.ShowTarget();
 }
 
+void frmMain::OnWentToKey() {
+    m_panes.Keys().ShowRowsBelow();
+}
+
 void frmMain::OnTargetShown() {
     m_statusBar.ShowTarget();
 }

@@ -63,6 +63,7 @@ private:
     void OnCategorySelected() override;
     void OnKeyListChanged() override;
     void OnKeyShown() override;
+    void OnWentToKey() override;
     void OnTargetShown() override;
     void OnKeyChanged(RowKey key) override;
     void OnBeforeChange() override;

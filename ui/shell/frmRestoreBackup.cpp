@@ -81,6 +81,9 @@ void frmRestoreBackup::OnInit() {
     FillFiles();
     ShowBackups();
     CenterForm(Handle());
+    if (!m_backups.empty()) {
+        SetFocus(lstBackups.Handle());
+    }
 }
 
 void frmRestoreBackup::MakeLists() {
@@ -133,6 +136,7 @@ const std::string& frmRestoreBackup::File() const {
     return m_files.at(static_cast<std::size_t>(SendMessageW(cboFile.Handle(), CB_GETCURSEL, 0, 0)));
 }
 
+// The newest is the selected one.
 void frmRestoreBackup::ShowBackups() {
     txtPath.SetText(Widen(File()));
     lstBackups.SetRowCount(0);
@@ -141,6 +145,9 @@ void frmRestoreBackup::ShowBackups() {
     lstBackups.Show(!m_backups.empty());
     ShowWindow(lblNoBackups.Handle(), m_backups.empty() ? SW_SHOWNA : SW_HIDE);
     OnBackupSelected(ReportList::kNoRow);
+    if (!m_backups.empty()) {
+        lstBackups.SelectRow(0);
+    }
 }
 
 void frmRestoreBackup::OnBackupSelected(int row) {

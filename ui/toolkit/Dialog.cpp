@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Control.h"
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Handles.h"
@@ -11,8 +12,6 @@
 
 namespace tamarind {
 namespace {
-
-constexpr COLORREF kBackColor = RGB(0, 255, 255);
 
 // A dialog procedure returns the answers to these; all others it leaves in the window.
 bool IsAnsweredDirectly(UINT message) {
@@ -165,7 +164,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     return TRUE;
 }
 
-// Returns whether Windows is to set the focus; a dialog that is made hidden takes none.
+// Returns whether Windows is to set the focus: not where the dialog did so; one that is made hidden
+// takes none.
 bool Dialog::Initialize(HWND window, Dialog& dialog) {
     dialog.m_window = window;
     dialog.Bind(window);
@@ -180,7 +180,7 @@ bool Dialog::Initialize(HWND window, Dialog& dialog) {
     } else if (!isReady) {
         DestroyWindow(window);
     }
-    return isReady && dialog.m_isModal;
+    return isReady && dialog.m_isModal && !IsChild(window, GetFocus());
 }
 
 std::optional<LRESULT> Dialog::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -216,8 +216,8 @@ std::optional<LRESULT> Dialog::OnColors(HDC dc, HWND control) const {
         case ControlKind::CheckBox:
         case ControlKind::OptionButton:
         case ControlKind::TextBox:
-            SetBkColor(dc, kBackColor);
-            SetDCBrushColor(dc, kBackColor);
+            SetBkColor(dc, kControlsBackColor);
+            SetDCBrushColor(dc, kControlsBackColor);
             return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
         default:
             return std::nullopt;

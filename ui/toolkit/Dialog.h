@@ -57,7 +57,8 @@ protected:
     INT_PTR ShowModal(HWND owner);
     void EndModal(INT_PTR result) { EndDialog(m_window, result); }
 
-    // The dialog has its texts and is not visible yet.
+    // The dialog has its texts and is not visible yet. It may set the focus, which is on the first
+    // control otherwise.
     virtual void OnInit() = 0;
 
     // A key that was pressed in the dialog while it is modal, before anything else looks at it.
