@@ -221,7 +221,7 @@ void IniParser::MakeRoom(std::size_t offset) {
 // file's first line stays alone, for new lines end as it does.
 void IniParser::LinkLine(IniLine& line) {
     IniDocument& document = m_document;
-    if (line.kind == IniLineKind::Prose && document.m_lines.size() > 1) {
+    if (line.kind == IniLineKind::Prose && document.m_lines.size() > 2) {
         IniLine& previous = document.m_lines.end()[-2];
         if (previous.kind == IniLineKind::Prose) {
             previous.bytes.end = line.bytes.end;

@@ -181,6 +181,9 @@ TEST(IniDocumentEdit, AddsKeysAndSections) {
         {"x=5", {kSetX}, "x=5\r\n[a]\r\nX=1\r\n"},
         // The line end of the section's last line, which is not that of the file.
         {"[B]\n[A]\r\ny=2\r\n[C]\n", {kSetX}, "[B]\n[A]\r\ny=2\r\nX=1\r\n[C]\n"},
+        // Lines of prose in a row, and a file that begins with some.
+        {"[A]\ny=2\n\n;c\n;d\r\n", {kSetX}, "[A]\ny=2\nX=1\r\n\n;c\n;d\r\n"},
+        {"\n;c\r\n\r\n[A]", {kSetX}, "\n;c\r\n\r\n[A]\nX=1\n"},
         {"[A]\ny=2\nz=3",
          {kSetX, Set("A", ";w", "0"), Set("a", "q", "\"4\"")},
          "[A]\ny=2\nz=3\nX=1\n;w=0\nq=\"4\"\n"},
