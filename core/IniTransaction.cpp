@@ -151,7 +151,7 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
     }
     if (written.result.Succeeded()) {
         written.result.aside.clear();
-        m_unmerged.erase(path);
+        DeleteFormer(path);
         entry.error = FileError::None;
         entry.document = std::make_shared<const IniDocument>(std::move(document));
         entry.onDisk = std::move(bytes);
@@ -159,19 +159,35 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
     return written;
 }
 
-// Of several texts of another program the last one stays among the backups; those before it are in
-// what is edited next.
+// What they hold is in the file by now.
+void IniTransaction::DeleteFormer(const std::string& path) {
+    const auto unmerged = m_unmerged.find(path);
+    if (unmerged != m_unmerged.end()) {
+        for (const std::string& backup : unmerged->second.former) {
+            m_files.Files().DeleteBackup(backup);
+        }
+        m_unmerged.erase(unmerged);
+    }
+}
+
+// Of several texts of another program the last one stays among the backups. Those before it are in
+// what was written this time; where nothing was, they wait.
 void IniTransaction::Remember(const std::string& path, const Entry& entry, const FileState& written,
                               ReplaceResult&& replaced) {
     // What is just the file as it was read is a backup like any other.
     const bool isTheirs = replaced.foreign != entry.onDisk;
-    Unmerged next = {*replaced.foreign, written, isTheirs ? replaced.aside : std::string()};
+    Unmerged next = {*replaced.foreign, written, isTheirs ? replaced.aside : std::string(), {}};
     const auto former = m_unmerged.find(path);
     if (former != m_unmerged.end()) {
-        next.base = Merged({entry.document->Bytes(), entry.onDisk, {}}, replaced.foreign).Bytes();
-        if (!former->second.aside.empty() && isTheirs) {
-            m_files.Files().DeleteBackup(former->second.aside);
+        next.base =
+            Merged({entry.document->Bytes(), entry.onDisk, {}, {}}, replaced.foreign).Bytes();
+        if (!former->second.aside.empty()) {
+            former->second.former.push_back(former->second.aside);
         }
+        if (!written) {
+            next.former = std::move(former->second.former);
+        }
+        DeleteFormer(path);
     }
     m_unmerged[path] = std::move(next);
 }

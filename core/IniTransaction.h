@@ -65,10 +65,12 @@ private:
         std::string base;
         FileState written;
         std::string aside;
+        std::vector<std::string> former;  // backups whose texts are in `base`
     };
 
     Entry& EntryOf(const std::string& path);
     IniDocument Merged(const Unmerged& unmerged, const FileState& onDisk) const;
+    void DeleteFormer(const std::string& path);
     void Remember(const std::string& path, const Entry& entry, const FileState& written,
                   ReplaceResult&& replaced);
 

@@ -1,7 +1,6 @@
 #include "core/ShownValue.h"
 
 #include "core/IniParser.h"
-#include "core/cProfile.h"
 
 namespace tamarind {
 namespace {
@@ -39,7 +38,7 @@ IniEdit WriteShownValue(IniDocument& document, std::string_view section, std::st
         }
     }
     const auto present = document.FindValue(section, name);
-    if (!present || CutToBuffer(*present) != shown) {
+    if (present != shown) {
         const IniEdit edit = document.SetValue(section, name, WithSafeQuotes(StoredValue(shown)));
         if (IsRefused(edit)) {
             return edit;

@@ -16,8 +16,8 @@ IniEdit WriteExactValue(IniDocument& document, std::string_view section, std::st
                         std::string_view value);
 
 // Writes a value as the user sees it, so that reading gives it back: a text that reading would
-// strip of its outer quotes gets one more pair. A line that reads as this value already, through
-// the reader's buffer, keeps its bytes. With `replacesOtherForm` the key has this form only
+// strip of its outer quotes gets one more pair. `shown` is the whole value, however long: a line
+// that reads as it already keeps its bytes. With `replacesOtherForm` the key has this form only
 // afterwards: a line of this form is used if there is one, else the first line of the other form
 // becomes it where it stands.
 IniEdit WriteShownValue(IniDocument& document, std::string_view section, std::string_view key,

@@ -44,6 +44,28 @@ TEST(Unicode, NamesThatAreEqualHaveEqualHashes) {
     }
 }
 
+TEST(Unicode, EveryByteOfATextCounts) {
+    for (std::size_t size = 1; size < 40; ++size) {
+        const std::string text(size, 'a');
+        EXPECT_TRUE(IsAscii(text));
+        for (std::size_t at = 0; at < size; ++at) {
+            std::string other = text;
+            other[at] = '\xC3';
+            EXPECT_FALSE(IsAscii(other)) << size << ' ' << at;
+            other[at] = 'b';
+            EXPECT_FALSE(EqualsIgnoreCase(text, other)) << size << ' ' << at;
+        }
+    }
+    EXPECT_FALSE(IsValidUtf8("\xC3\xC3"));
+    EXPECT_EQ(Utf16FromUtf8("\xC3\xC3\xA4"), u"\uFFFD\u00E4");
+    // All mappings at once.
+    std::string upper;
+    for (char32_t c = 1; c < 0x10000; ++c) {
+        AppendUtf8(upper, SimpleUpperCase(c));
+    }
+    EXPECT_EQ(HashBytes(upper), 15222155732971743629U);
+}
+
 // Other copies of the program know locks and files by these hashes: older and newer ones, too.
 TEST(Unicode, HashesThatLeaveTheProcessStayTheSame) {
     EXPECT_EQ(HashIgnoreCase("C:\\Total Commander\\wincmd.ini"), 0x3FB5719BFF857918U);

@@ -107,6 +107,7 @@ TEST_F(FindingTest, TheFastSearchFindsWhatThePlainOneFinds) {
         "[A]\nCategoryTargetSection=T\nB=1///color\n[B]\nCategoryTargetSection=T\nC=1///b\n[A]\n"
         "CategoryTargetSection=T\nD=3///color\n",
         "[A]\nCategoryTargetSection=T\nB=1///color\nb=2///k\nC=\"q///color\"\n",
+        "[A]\nCategoryTargetSection=T\nB=1///k\nC=1///color",
     };
     for (const std::string& bytes : files) {
         KeyStore store;

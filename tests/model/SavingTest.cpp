@@ -264,6 +264,7 @@ TEST_F(SavingTest, ColorKeysShowAndChooseColors) {
     EXPECT_TRUE(Session().BrowseValue());
     EXPECT_EQ(Session().CurrentColor()->color, 65280U);
     EXPECT_EQ(ColorOfValue("16777216").color, 0U);
+    EXPECT_EQ(ColorOfValue("$0000FF").color, 255U) << "as $BBGGRR";
     EXPECT_TRUE(ColorOfValue("-1").isSystemColor);
 }
 
