@@ -135,7 +135,7 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
         ReplaceResult replaced =
             m_files.Files().Exchange(path, bytes, entry.onDisk, isFirst ? m_backup : Backup::No);
         written.result.error = replaced.error;
-        const bool mayPass = replaced.error == FileError::InUse && m_unmerged.count(path) != 0;
+        const bool mayPass = replaced.error == FileError::InUse && m_unmerged.contains(path);
         written.isAgain = replaced.foreign || replaced.error == FileError::Changed || mayPass;
         if (replaced.error != FileError::None && !replaced.foreign) {
             m_isBackedUp[path] = !isFirst;

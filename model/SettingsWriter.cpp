@@ -105,7 +105,7 @@ SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now)
     for (std::size_t at = 0; at < pending.size(); ++at) {
         const SettingsFiles::File& file = now.Files()[at];
         if (pending[at].empty() || !file.isKept || !IsMissing(file.error) ||
-            m_made.count(file.path) != 0) {
+            m_made.contains(file.path)) {
             continue;
         }
         m_transaction.Pause();
@@ -138,11 +138,11 @@ SettingsWriter::Step SettingsWriter::WriteFiles() {
     bool isAgain = false;
     for (std::size_t at = 0; at < pending.size() && !isAgain; ++at) {
         const std::string path = m_settings.Files()[at].path;
-        if (pending[at].empty() || m_failed.count(path) != 0) {
+        if (pending[at].empty() || m_failed.contains(path)) {
             continue;
         }
         isAgain = WriteFile(path, pending[at]);
-        if (!isAgain && m_failed.count(path) == 0) {
+        if (!isAgain && !m_failed.contains(path)) {
             for (const RowKey key : pending[at]) {
                 m_store.ForEachTwin(key, [&](RowKey twin) {
                     m_store.SetSaved(twin);
@@ -186,7 +186,7 @@ void SettingsWriter::TakeRecords(SettingsFiles now, const std::set<RowKey>& save
     }
     OutsideChanges changes = TakeOutsideChanges(m_store, m_settings, now);
     m_settings = std::move(now);
-    std::erase_if(changes.changed, [&](RowKey key) { return saved.count(key) != 0; });
+    std::erase_if(changes.changed, [&](RowKey key) { return saved.contains(key); });
     m_questions.OnRecordsChanged(changes, {saved.begin(), saved.end()});
 }
 
