@@ -106,7 +106,7 @@ ProfileResult OptionsEditor::Apply() {
     if (!m_choices.languageFile.empty() || settings.languageFile != MissingValueMarker) {
         m_settings.SetLanguageFile(m_choices.languageFile);
     }
-    const ProfileResult saved = m_settings.SaveSettings();
+    ProfileResult saved = m_settings.SaveSettings();
     m_isChanged = !saved.Succeeded();
     return saved;
 }

@@ -157,7 +157,7 @@ bool EditorSession::Save(bool restarts) {
     const auto whileBusy = [this](const auto& act) {
         m_isBusy = true;
         m_listener->OnCommandsChanged();
-        const RestartResult result = act();
+        RestartResult result = act();
         m_isBusy = false;
         return result;
     };
@@ -189,7 +189,7 @@ bool EditorSession::Save(bool restarts) {
 
 SaveResult EditorSession::WriteSettings() {
     m_isBusy = true;
-    const SaveResult result =
+    SaveResult result =
         SettingsWriter(m_store, m_services.files, m_services.environment, m_settingsFiles, *this)
             .Save();
     m_isBusy = false;

@@ -266,7 +266,7 @@ ProfileResult SettingsStore::WriteChanged(IsWritten isWritten) {
             texts[row] = std::move(text);
         }
     }
-    const ProfileResult saved = transaction.IsEmpty() ? ProfileResult() : transaction.Commit();
+    ProfileResult saved = transaction.IsEmpty() ? ProfileResult() : transaction.Commit();
     if (saved.Succeeded()) {
         m_stored = std::move(texts);
     }
