@@ -25,7 +25,7 @@ SOURCE_FOLDERS = ("app", "core", "model", "ui")
 # that the name is a whole path.
 LOAD_CALL = re.compile(r"\bLoad(?:Packaged)?Library(?:Ex)?[AW]?\s*\([^;]*")
 SAFE_LOADS = ("LOAD_LIBRARY_SEARCH_SYSTEM32", "LOAD_WITH_ALTERED_SEARCH_PATH")
-MAX_BYTES = 800 * 1024
+MAX_BYTES = 1_000_000
 WINDOWS_7 = (6, 1)
 
 MACHINES = {0x014C: "x86", 0x8664: "x64"}

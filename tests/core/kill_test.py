@@ -30,10 +30,10 @@ def state_of(folder: pathlib.Path) -> str:
     names = {path.name for path in folder.glob("**/settings.ini.~*")}
     path = folder / "settings.ini"
     if not path.exists():
-        path = folder / "settings.ini backups/settings.ini.~old"
+        path = next(folder.glob("settings.ini backups/settings.ini.~old-*"))
     assert is_whole(path.read_bytes()), f"{path.name} is not whole"
     kinds = sorted({name.split(".~")[1][:3] for name in names})
-    return f"{path.name} whole, beside it {' and '.join(kinds) or 'nothing'}"
+    return f"{path.name.split('-')[0]} whole, beside it {' and '.join(kinds) or 'nothing'}"
 
 
 def stamp_of(path: pathlib.Path) -> int | None:
