@@ -135,7 +135,9 @@ protected:
                     isPicture);
         ExpectCaption(shown);
         ExpectItems(shown, name);
-        ExpectScrollBar(shown, isMirrored);
+        if (name == WC_TREEVIEWA) {
+            ExpectScrollBar(shown, isMirrored);
+        }
         for (const HWND child : ChildrenOf(shown)) {
             ExpectWindow(child);
         }
