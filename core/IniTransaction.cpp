@@ -14,18 +14,25 @@ constexpr unsigned kPauseMs = 20;
 
 }  // namespace
 
-void MergeChanges(IniDocument& base, const IniDocument& from, const IniDocument& to) {
+IniEdit MergeChanges(IniDocument& base, const IniDocument& from, const IniDocument& to) {
+    IniEdit merged = IniEdit::Unchanged;
+    const auto note = [&merged](IniEdit edit) {
+        if (!IsRefused(merged) && edit != IniEdit::Unchanged) {
+            merged = edit;
+        }
+    };
     ForEachEntry(to, [&](std::string_view section, IniDocument::LineId line) {
         const std::string_view value = to.Value(line);
         if (from.FindValue(section, to.KeyName(line)) != value) {
-            WriteExactValue(base, section, to.KeyName(line), value);
+            note(WriteExactValue(base, section, to.KeyName(line), value));
         }
     });
     ForEachEntry(from, [&](std::string_view section, IniDocument::LineId line) {
         if (!to.FindValue(section, from.KeyName(line))) {
-            base.DeleteKey(section, from.KeyName(line));
+            note(base.DeleteKey(section, from.KeyName(line)));
         }
     });
+    return merged;
 }
 
 FileError IniTransaction::Begin(const std::vector<std::string>& paths) {
@@ -91,8 +98,10 @@ IniTransaction::Entry& IniTransaction::EntryOf(const std::string& path) {
     const CodePage codePage = m_files.SystemCodePage();
     if (isOwed && (entry.onDisk || isMissing)) {
         entry.error = FileError::None;
-        entry.document =
-            std::make_shared<const IniDocument>(Merged(unmerged->second, entry.onDisk));
+        IniDocument base = IniDocument::Parse(unmerged->second.base, codePage);
+        const IniEdit merged = Merge(base, unmerged->second.written, entry.onDisk);
+        entry.refused = IsRefused(unmerged->second.refused) ? unmerged->second.refused : merged;
+        entry.document = std::make_shared<const IniDocument>(std::move(base));
     } else {
         const bool isMade = isMissing && madeFrom != m_madeFrom.end();
         entry.error = isMade ? FileError::None : entry.error;
@@ -102,16 +111,12 @@ IniTransaction::Entry& IniTransaction::EntryOf(const std::string& path) {
     return m_entries[path] = std::move(entry);
 }
 
-// What has been written into the file since, on top of what is to be edited.
-IniDocument IniTransaction::Merged(const Unmerged& unmerged, const FileState& onDisk) const {
+// Brings what differs between two states of the file into `base`.
+IniEdit IniTransaction::Merge(IniDocument& base, const FileState& from, const FileState& to) const {
     const auto parsed = [this](const FileState& state) {
         return IniDocument::Parse(state.value_or(std::string()), m_files.SystemCodePage());
     };
-    IniDocument base = parsed(unmerged.base);
-    if (unmerged.written != onDisk) {
-        MergeChanges(base, parsed(unmerged.written), parsed(onDisk));
-    }
-    return base;
+    return from == to ? IniEdit::Unchanged : MergeChanges(base, parsed(from), parsed(to));
 }
 
 IniTransaction::Written IniTransaction::Edit(const std::string& path,
@@ -124,7 +129,7 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
         return written;
     }
     IniDocument document = *entry.document;
-    const IniEdit edited = edit(document);
+    const IniEdit edited = IsRefused(entry.refused) ? entry.refused : edit(document);
     if (IsRefused(edited)) {
         written.result.refused = edited;
         return written;
@@ -176,11 +181,15 @@ void IniTransaction::Remember(const std::string& path, const Entry& entry, const
                               ReplaceResult&& replaced) {
     // What is just the file as it was read is a backup like any other.
     const bool isTheirs = replaced.foreign != entry.onDisk;
-    Unmerged next = {*replaced.foreign, written, isTheirs ? replaced.aside : std::string(), {}};
+    Unmerged next;
+    next.base = *replaced.foreign;
+    next.written = written;
+    next.aside = isTheirs ? replaced.aside : std::string();
     const auto former = m_unmerged.find(path);
     if (former != m_unmerged.end()) {
-        next.base =
-            Merged({entry.document->Bytes(), entry.onDisk, {}, {}}, replaced.foreign).Bytes();
+        IniDocument base = *entry.document;
+        next.refused = Merge(base, entry.onDisk, replaced.foreign);
+        next.base = base.Bytes();
         if (!former->second.aside.empty()) {
             former->second.former.push_back(former->second.aside);
         }
@@ -194,7 +203,14 @@ void IniTransaction::Remember(const std::string& path, const Entry& entry, const
 
 std::string IniTransaction::AsideOf(const std::string& path) const {
     const auto unmerged = m_unmerged.find(path);
-    return unmerged == m_unmerged.end() ? std::string() : unmerged->second.aside;
+    if (unmerged == m_unmerged.end()) {
+        return {};
+    }
+    std::string backups = unmerged->second.aside;
+    for (const std::string& former : unmerged->second.former) {
+        backups += (backups.empty() ? "" : ", ") + former;
+    }
+    return backups;
 }
 
 ProfileResult EditIniFile(IniFiles& files, const std::string& path,

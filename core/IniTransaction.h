@@ -44,8 +44,8 @@ public:
     };
     Written Edit(const std::string& path, const std::function<IniEdit(IniDocument&)>& edit);
 
-    // The backup with a text of another program that has not been brought together with ours yet;
-    // empty for none.
+    // The backups with texts of another program that have not been brought together with ours yet,
+    // with commas between them; empty for none.
     std::string AsideOf(const std::string& path) const;
 
     // Gives the files back before a question is asked; rounds are counted anew from here.
@@ -55,6 +55,7 @@ private:
     // A file in this round.
     struct Entry {
         FileError error = FileError::None;
+        IniEdit refused = IniEdit::Unchanged;  // why two texts could not be brought together
         FileState onDisk;
         std::shared_ptr<const IniDocument> document;  // what is edited
         bool isSettled = true;
@@ -65,11 +66,12 @@ private:
         std::string base;
         FileState written;
         std::string aside;
-        std::vector<std::string> former;  // backups whose texts are in `base`
+        std::vector<std::string> former;       // backups whose texts are in `base`
+        IniEdit refused = IniEdit::Unchanged;  // why `base` lacks something
     };
 
     Entry& EntryOf(const std::string& path);
-    IniDocument Merged(const Unmerged& unmerged, const FileState& onDisk) const;
+    IniEdit Merge(IniDocument& base, const FileState& from, const FileState& to) const;
     void DeleteFormer(const std::string& path);
     void Remember(const std::string& path, const Entry& entry, const FileState& written,
                   ReplaceResult&& replaced);
@@ -87,7 +89,7 @@ private:
 
 // Brings what differs between two states of a file into a third: keys that `to` has and `from` has
 // not, or has with another value, are set, and keys that `to` has no more are deleted. Comments and
-// order stay those of `base`.
-void MergeChanges(IniDocument& base, const IniDocument& from, const IniDocument& to);
+// order stay those of `base`. Refused where `base` cannot take one of them; it then has the others.
+IniEdit MergeChanges(IniDocument& base, const IniDocument& from, const IniDocument& to);
 
 }  // namespace tamarind

@@ -246,21 +246,17 @@ public:
     bool SelectNextKey();
 
     // The other commands on the current key; each does nothing where it is not enabled. SetValue,
-    // BrowseValue and ChooseValue return whether a value was stored. ChooseValue has the colour
-    // dialog start at the key's colour.
+    // BrowseValue return whether a value was stored. The colour dialog starts at the key's colour.
     bool SetValue(const std::string& value);
     bool BrowseValue();
-    bool ChooseValue();
     void CommentKey();
     void DeleteKey();
     void Undo() { Replay(true); }
     void Redo() { Replay(false); }
 
-    // What the current key's value is as a colour; nothing for a key without one.
+    // What the current key's value is as a colour; nothing for a key that is none. One that is
+    // absent or to be deleted has the system's.
     std::optional<ColorSample> CurrentColor() const;
-    // The same as the sample beside the list shows it: a key that is to be deleted has no colour
-    // of its own, as one that is absent.
-    std::optional<ColorSample> ShownColor() const;
 
     // Whether a key waits to be saved: one whose state is pending, whatever it comes to.
     bool IsModified() const { return m_store.HasPending(); }

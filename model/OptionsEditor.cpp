@@ -74,6 +74,7 @@ bool OptionsEditor::SelectColor(Color color) {
         return false;
     }
     m_settings.Values().*SettingOf(color) = LeadingInteger(chosen);
+    m_settings.SetLookApplied(false);
     m_isChanged = true;
     return true;
 }
@@ -89,6 +90,7 @@ bool OptionsEditor::SelectFont() {
     settings.fontSize = font.points;
     settings.fontStyle = font.style;
     settings.fontScript = font.charset;
+    m_settings.SetLookApplied(false);
     m_isChanged = true;
     return true;
 }
@@ -106,6 +108,7 @@ ProfileResult OptionsEditor::Apply() {
     if (!m_choices.languageFile.empty() || settings.languageFile != MissingValueMarker) {
         m_settings.SetLanguageFile(m_choices.languageFile);
     }
+    m_settings.SetLookApplied(true);
     ProfileResult saved = m_settings.SaveSettings();
     m_isChanged = !saved.Succeeded();
     return saved;

@@ -7,6 +7,20 @@
 #include "model/StringTable.h"
 
 namespace tamarind {
+namespace {
+
+std::uint16_t ReasonOf(IniEdit refused) {
+    switch (refused) {
+        case IniEdit::NameNotEncodable:
+            return text::kNameNotEncodable;
+        case IniEdit::TextNotStorable:
+            return text::kTextNotStorable;
+        default:
+            return text::kFileNotText;
+    }
+}
+
+}  // namespace
 
 bool EditorSession::CanEditKey() const {
     return m_currentKey != 0 && !ShowsHeading();
@@ -71,8 +85,12 @@ bool EditorSession::BrowseValue() {
     if (!CanEditValue()) {
         return false;
     }
-    const std::string value = HasColor(Record(m_currentKey)) ? m_services.prompts.ColorSelect()
-                                                             : m_services.prompts.BrowseForOpen({});
+    const auto sample = CurrentColor();
+    if (sample && !sample->isSystemColor) {
+        m_services.prompts.StartColorAt(static_cast<std::int32_t>(sample->color));
+    }
+    const std::string value =
+        sample ? m_services.prompts.ColorSelect() : m_services.prompts.BrowseForOpen({});
     return value != MissingValueMarker && SetValue(value);
 }
 
@@ -131,7 +149,9 @@ std::optional<ColorSample> EditorSession::CurrentColor() const {
     if (!CanEditKey() || !HasColor(Record(m_currentKey))) {
         return std::nullopt;
     }
-    return ColorOfValue(m_store.CurrentValue(m_currentKey));
+    ColorSample sample = ColorOfValue(m_store.CurrentValue(m_currentKey));
+    sample.isSystemColor |= Record(m_currentKey).Looks().isGhosted;
+    return sample;
 }
 
 bool EditorSession::AskSaveSettings() {
@@ -211,17 +231,8 @@ void EditorSession::ReportUnsaved(const SaveResult& result) {
 }
 
 std::string EditorSession::Reason(const ProfileResult& result) const {
-    switch (result.refused) {
-        case IniEdit::NameNotEncodable:
-            return Text(text::kNameNotEncodable);
-        case IniEdit::TextNotStorable:
-            return Text(text::kTextNotStorable);
-        case IniEdit::FileNotText:
-            return Text(text::kFileNotText);
-        default:
-            break;
-    }
-    const std::string reason = m_language.Reason(result.error);
+    const std::string reason = IsRefused(result.refused) ? Text(ReasonOf(result.refused))
+                                                         : m_language.Reason(result.error);
     return result.aside.empty() ? reason
                                 : reason + " " + Text(text::kTextKeptIn) + " " + result.aside;
 }

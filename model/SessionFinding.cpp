@@ -15,22 +15,6 @@ constexpr std::string_view kRecentPrefix = "RecentFiles";
 
 }  // namespace
 
-std::optional<ColorSample> EditorSession::ShownColor() const {
-    auto sample = CurrentColor();
-    if (sample && Record(m_currentKey).Looks().isGhosted) {
-        sample->isSystemColor = true;
-    }
-    return sample;
-}
-
-bool EditorSession::ChooseValue() {
-    const auto sample = ShownColor();
-    if (sample && !sample->isSystemColor) {
-        m_services.prompts.StartColorAt(static_cast<std::int32_t>(sample->color));
-    }
-    return BrowseValue();
-}
-
 void EditorSession::SetSearchText(const std::string& text) {
     m_search.SetText(text);
     m_listener->OnCommandsChanged();

@@ -101,6 +101,14 @@ bool IsMember(const SettingRow& row, const Member& member) {
     return row.member == member;
 }
 
+bool IsLook(const SettingRow& row) {
+    const Member look[] = {&Settings::foregroundColor,    &Settings::backgroundColor,
+                           &Settings::activeKeyForeColor, &Settings::fontName,
+                           &Settings::fontScript,         &Settings::fontSize,
+                           &Settings::fontStyle};
+    return std::find(std::begin(look), std::end(look), row.member) != std::end(look);
+}
+
 std::size_t RowOf(const Member& member) {
     const auto* const row =
         std::find_if(std::begin(kRows), std::end(kRows),
@@ -245,6 +253,7 @@ void SettingsStore::ReloadOptions() {
         ReadRow(*snapshot.document, row);
         m_stored[row] = TextOf(row);
     }
+    m_isLookApplied = true;
     Derive();
 }
 
@@ -261,7 +270,9 @@ ProfileResult SettingsStore::WriteChanged(IsWritten isWritten) {
     std::vector<std::string> texts = m_stored;
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
         std::string text(TrimIniSpaces(TextOf(row)));
-        if (isWritten(kRows[row].written) && text != m_stored[row] && text != MissingValueMarker) {
+        const bool isHeldBack = !m_isLookApplied && IsLook(kRows[row]);
+        if (isWritten(kRows[row].written) && !isHeldBack && text != m_stored[row] &&
+            text != MissingValueMarker) {
             transaction.SetValue(kRows[row].section, kRows[row].key, text);
             texts[row] = std::move(text);
         }

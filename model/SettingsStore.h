@@ -38,6 +38,10 @@ public:
     // Reads the settings that the options dialog edits again.
     void ReloadOptions();
 
+    // Whether colours and font are written: not while they were chosen but not applied. Read again
+    // they are those of the file.
+    void SetLookApplied(bool isApplied) { m_isLookApplied = isApplied; }
+
     // Takes a path as it is to be written.
     void SetLanguageFile(const std::string& path);
 
@@ -74,6 +78,7 @@ private:
     ScreenSize m_screen;
     std::string m_path;
     Settings m_values;
+    bool m_isLookApplied = true;
     std::vector<std::string> m_stored;  // each setting's text as read or last written
 };
 

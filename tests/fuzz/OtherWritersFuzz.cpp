@@ -133,9 +133,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string input = FuzzedFile(data, size);
     const std::size_t turns = input.empty() ? 0 : static_cast<unsigned char>(input[0]) % 32U;
     const std::string file = input.substr(std::min(input.size(), turns + 1));
-    if (file.find('\0') != std::string::npos) {
-        return 0;  // no text: no lines are added to it, so nothing can be brought together there
-    }
     SessionWorld world;
     world.PutUsualFiles(file + "\n[Configuration]\n");
     world.disk.Put(

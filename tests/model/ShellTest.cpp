@@ -149,6 +149,7 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     Session().EndOptions();
     EXPECT_EQ(Session().ProgramSettings().Values().foregroundColor, 255);
     EXPECT_FALSE(Session().SelectsNextKey());
+    Session().ProgramSettings().SaveSettings();  // as the program's end does it
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
     Session().BeginOptions();
     EXPECT_FALSE(options.IsChanged());

@@ -246,6 +246,9 @@ TEST_F(FindingWindowsTest, TheOrganizerKeepsItsPlace) {
     EXPECT_EQ(
         OwnSettings({"FavoritesOroganizeVisible", "FavoriteWindowLeft", "FavoriteWindowHeight"}),
         (Strings{"1", "1500", std::to_string(ToTwips(Pixels{500}, SystemDpi()).value)}));
+    Start();
+    EXPECT_TRUE(Organizer() != nullptr && IsWindowVisible(Organizer()));
+    EXPECT_EQ(GetFocus(), Find(kIdTreeView1));
 }
 
 }  // namespace

@@ -61,7 +61,7 @@ frmOrganizeFavorites::~frmOrganizeFavorites() {
     }
 }
 
-void frmOrganizeFavorites::Open(HWND owner) {
+void frmOrganizeFavorites::Open(HWND owner, int showCommand) {
     if (Handle() == nullptr) {
         m_session.SetOrganizerOpen(true);
         if (!Create(owner)) {
@@ -69,8 +69,10 @@ void frmOrganizeFavorites::Open(HWND owner) {
             return;
         }
     }
-    ShowWindow(Handle(), SW_SHOW);
-    SetActiveWindow(Handle());
+    ShowWindow(Handle(), showCommand);
+    if (showCommand != SW_SHOWNA) {
+        SetActiveWindow(Handle());
+    }
 }
 
 void frmOrganizeFavorites::Close() {

@@ -27,8 +27,8 @@ public:
     ~frmOrganizeFavorites() override;
 
     // Fills the organizer and shows it where the window was last; one that is open already comes to
-    // the front as it is.
-    void Open(HWND owner);
+    // the front as it is. With SW_SHOWNA the focus stays where it is.
+    void Open(HWND owner, int showCommand = SW_SHOW);
     // As the user does it, dropping what he did not apply.
     void Close();
 

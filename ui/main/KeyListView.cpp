@@ -111,7 +111,7 @@ void KeyListView::ShowKey(RowKey key) {
 
 // Without a key of its own colour there is no sample.
 void KeyListView::ShowColor() {
-    const auto sample = m_session.ShownColor();
+    const auto sample = m_session.CurrentColor();
     if (sample && cmdColorSample.Handle() == nullptr) {
         cmdColorSample.Create(Handle(), kIdCmdColorSample);
     }

@@ -8,13 +8,13 @@
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Pictures.h"
 #include "ui/toolkit/RedrawLock.h"
 #include "ui/toolkit/ScopeExit.h"
 
 namespace tamarind {
 namespace {
 
-constexpr int kProgramIcon = 1;  // its number among the resources
 constexpr int kToolbarMargin = 2;
 constexpr const wchar_t* kClassName = L"frmMain";
 constexpr UINT kCheckFiles = WM_APP + 1;
@@ -30,12 +30,6 @@ UINT BringForwardMessage() {
 // The same in the program for 32-bit systems and in that for 64-bit ones.
 WPARAM MessageHash(const std::string& path) {
     return static_cast<std::uint32_t>(HashIgnoreCase(path));
-}
-
-HICON LoadProgramIcon(int widthMetric, int heightMetric) {
-    return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kProgramIcon),
-                                         IMAGE_ICON, GetSystemMetrics(widthMetric),
-                                         GetSystemMetrics(heightMetric), LR_SHARED));
 }
 
 ListLook ListLookOf(const MainLook& look) {
@@ -82,8 +76,8 @@ bool frmMain::Create() {
     params.text = caption.c_str();
     params.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     params.bounds = place.bounds;
-    params.icon = LoadProgramIcon(SM_CXICON, SM_CYICON);
-    params.smallIcon = LoadProgramIcon(SM_CXSMICON, SM_CYSMICON);
+    params.icon = ProgramIcon(ICON_BIG);
+    params.smallIcon = ProgramIcon(ICON_SMALL);
     if (!CreateHandle(params)) {
         return false;
     }
@@ -105,8 +99,7 @@ void frmMain::ShowFirst(int showCommand) {
     UpdateWindow(Handle());
     m_followsFiles = true;
     if (m_session.ProgramSettings().Values().favoritesOrganizeVisible != 0) {
-        m_organizeFavorites.Open(Handle());
-        SetActiveWindow(Handle());
+        m_organizeFavorites.Open(Handle(), SW_SHOWNA);
     }
 }
 

@@ -109,7 +109,7 @@ void frmMain::Execute(Command command) {
             OnValueCommand(m_session.SetValue("0"));
             break;
         case Command::EditBrowseValue:
-            OnValueCommand(m_session.ChooseValue());
+            OnValueCommand(m_session.BrowseValue());
             break;
         case Command::EditComment:
             m_session.CommentKey();

@@ -8,11 +8,11 @@
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Pictures.h"
 
 namespace tamarind {
 namespace {
 
-constexpr int kProgramIcon = 1;               // its number among the resources
 constexpr int kIconSize = 48;                 // pixels at 96 DPI
 constexpr std::uint16_t kVersionText = 1503;  // the number of its text
 

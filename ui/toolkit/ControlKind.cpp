@@ -55,6 +55,9 @@ ControlKind KindOf(HWND control) {
     if (isClass(WC_BUTTONW)) {
         return KindOfButton(style);
     }
+    if (isClass(WC_LISTVIEWW)) {
+        return ControlKind::List;
+    }
     return isClass(WC_EDITW) ? ControlKind::TextBox : ControlKind::Other;
 }
 

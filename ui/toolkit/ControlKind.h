@@ -13,6 +13,7 @@ enum class ControlKind {
     Frame,
     DrawnButton,  // its owner draws something else than its text
     TextBox,
+    List,
     Other,
 };
 
@@ -20,7 +21,7 @@ ControlKind KindOf(HWND control);
 
 // Whether controls of that kind have a text of their own. Their template has its number.
 constexpr bool HasCaption(ControlKind kind) {
-    return kind != ControlKind::TextBox && kind != ControlKind::Other;
+    return kind != ControlKind::TextBox && kind != ControlKind::List && kind != ControlKind::Other;
 }
 
 }  // namespace tamarind

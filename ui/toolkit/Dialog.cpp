@@ -7,6 +7,7 @@
 #include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/ModalLock.h"
+#include "ui/toolkit/Pictures.h"
 #include "ui/toolkit/RedrawLock.h"
 #include "ui/toolkit/Unexpected.h"
 
@@ -169,10 +170,14 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 bool Dialog::Initialize(HWND window, Dialog& dialog) {
     dialog.m_window = window;
     dialog.Bind(window);
+    for (const WPARAM size : {ICON_SMALL, ICON_BIG}) {
+        SendMessageW(window, WM_SETICON, size, reinterpret_cast<LPARAM>(ProgramIcon(size)));
+    }
     const bool isReady = Guarded(false, [&] {
         dialog.m_texts.Read(window);
         dialog.ApplyLanguage();
         dialog.OnInit();
+        dialog.SetDirection(dialog.m_language.isRightToLeft);  // of what was made just now, too
         return true;
     });
     if (!isReady && dialog.m_isModal) {
@@ -242,12 +247,17 @@ void Dialog::ApplyLanguage() {
 void Dialog::SetDirection(bool isRightToLeft) const {
     SetMirrored(m_window, isRightToLeft);
     for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        SetMirrored(child, isRightToLeft && IsMirrored(child));
+        const bool isMirrored = isRightToLeft && IsMirrored(child);
+        SetMirrored(child, isMirrored);
+        if (KindOf(child) == ControlKind::List) {
+            SetMirrored(ListView_GetHeader(child), isMirrored);
+        }
     }
 }
 
 bool Dialog::IsMirrored(HWND control) const {
-    return HasCaption(KindOf(control));
+    const ControlKind kind = KindOf(control);
+    return HasCaption(kind) || kind == ControlKind::List;
 }
 
 void Dialog::OnStretched(int clientWidth) {

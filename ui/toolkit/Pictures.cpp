@@ -121,6 +121,14 @@ UniqueBitmap MakeBitmap(const Strip& strip, PictureLook look) {
 
 }  // namespace
 
+HICON ProgramIcon(WPARAM size) {
+    const bool isSmall = size == ICON_SMALL;
+    return static_cast<HICON>(
+        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kProgramIcon), IMAGE_ICON,
+                   GetSystemMetrics(isSmall ? SM_CXSMICON : SM_CXICON),
+                   GetSystemMetrics(isSmall ? SM_CYSMICON : SM_CYICON), LR_SHARED));
+}
+
 UniqueImageList LoadPictures(const wchar_t* list, int dpi,
                              std::initializer_list<PictureLook> looks) {
     const auto strip = LoadStrip(list, dpi);

@@ -6,6 +6,12 @@
 
 namespace tamarind {
 
+// The number of the program's icon among its resources.
+constexpr int kProgramIcon = 1;
+
+// The program's icon in a size that windows have: ICON_SMALL, ICON_BIG. It stays the system's.
+HICON ProgramIcon(WPARAM size);
+
 enum class PictureLook {
     Normal,
     Disabled,  // gray and half transparent

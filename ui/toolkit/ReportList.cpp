@@ -14,7 +14,10 @@ namespace {
 constexpr UINT kMeasureTexts = WM_APP;
 
 constexpr UINT kSelectedState = LVIS_SELECTED | LVIS_FOCUSED;
-constexpr int kCellMargins = 24;    // pixels at 96 DPI, beside the longest text of a column
+constexpr int kCellMargins = 24;  // pixels at 96 DPI, beside the longest text of a column
+// Names, values, numbers and paths run from left to right, also in a list that does not.
+constexpr wchar_t kLeftToRight = L'\u202A';
+constexpr wchar_t kEndOfDirection = L'\u202C';
 constexpr int kMeasuredRows = 200;  // more would be a wait
 
 // Columns that want no more than an even share of the width get that, the others share the rest.
@@ -150,6 +153,9 @@ void ReportList::OnGetDisplayInfo(LVITEMW& item) {
     if ((item.mask & LVIF_TEXT) != 0) {
         std::wstring& text = m_texts[m_nextText++ % m_texts.size()];
         text = m_rows.text(item.iItem, item.iSubItem);
+        if ((GetWindowLongPtrW(Handle(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0) {
+            text = kLeftToRight + text + kEndOfDirection;
+        }
         item.pszText = text.data();
     }
 }

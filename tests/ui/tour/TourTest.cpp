@@ -125,19 +125,19 @@ protected:
     }
     void ExpectWindow(HWND shown) const {
         static const std::set<std::string> kLeftToRight = {
-            WC_EDITA,   WC_COMBOBOXA,          WC_LISTVIEWA,
-            WC_HEADERA, "TamarindKeyListPane", "TamarindDescriptionPane"};
+            WC_EDITA, WC_COMBOBOXA, "TamarindKeyListPane", "TamarindDescriptionPane"};
         const std::string name = ClassOf(shown);
         SCOPED_TRACE(name + " " + TextOf(shown));
         const bool isMirrored = (GetWindowLongPtrW(shown, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
         const bool isPicture = name == WC_STATICA && TextOf(shown).empty();
-        EXPECT_TRUE(isMirrored == (language->isRightToLeft && !kLeftToRight.contains(name)) ||
+        const bool isInKeyList = ClassOf(GetParent(shown)) == "TamarindKeyListPane" ||
+                                 GetParent(shown) == Find(kIdListView1);
+        EXPECT_TRUE(isMirrored ==
+                        (language->isRightToLeft && !kLeftToRight.contains(name) && !isInKeyList) ||
                     isPicture);
         ExpectCaption(shown);
         ExpectItems(shown, name);
-        if (name == WC_TREEVIEWA) {
-            ExpectScrollBar(shown, isMirrored);
-        }
+        ExpectScrollBar(shown, isMirrored);
         for (const HWND child : ChildrenOf(shown)) {
             ExpectWindow(child);
         }
