@@ -85,6 +85,7 @@ void frmOrganizeFavorites::Close() {
 void frmOrganizeFavorites::OnInit() {
     ListView1.Create(Handle(), IDC_ORGANIZE_LISTVIEW1, {}, *this,
                      LVS_EDITLABELS | LVS_NOCOLUMNHEADER);
+    SetDirectionOf(ListView1.Handle());
     // The first one that the Tab key comes to.
     SetWindowPos(ListView1.Handle(), HWND_TOP, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);

@@ -177,7 +177,6 @@ bool Dialog::Initialize(HWND window, Dialog& dialog) {
         dialog.m_texts.Read(window);
         dialog.ApplyLanguage();
         dialog.OnInit();
-        dialog.SetDirection(dialog.m_language.isRightToLeft);  // of what was made just now, too
         return true;
     });
     if (!isReady && dialog.m_isModal) {
@@ -247,11 +246,15 @@ void Dialog::ApplyLanguage() {
 void Dialog::SetDirection(bool isRightToLeft) const {
     SetMirrored(m_window, isRightToLeft);
     for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        const bool isMirrored = isRightToLeft && IsMirrored(child);
-        SetMirrored(child, isMirrored);
-        if (KindOf(child) == ControlKind::List) {
-            SetMirrored(ListView_GetHeader(child), isMirrored);
-        }
+        SetDirectionOf(child, isRightToLeft);
+    }
+}
+
+void Dialog::SetDirectionOf(HWND control, bool isRightToLeft) const {
+    const bool isMirrored = isRightToLeft && IsMirrored(control);
+    SetMirrored(control, isMirrored);
+    if (KindOf(control) == ControlKind::List) {
+        SetMirrored(ListView_GetHeader(control), isMirrored);
     }
 }
 

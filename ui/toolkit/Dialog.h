@@ -68,9 +68,12 @@ protected:
     // One switch over the messages; nothing leaves one to Windows.
     virtual std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
-    // Whether a control is mirrored with the dialog in right-to-left languages, as those with a
-    // caption are. In lists and boxes stand keys and paths, which are written from left to right.
+    // Whether a control is mirrored with the dialog in right-to-left languages, as lists and those
+    // with a caption are. In boxes stand keys and paths, which are written from left to right.
     virtual bool IsMirrored(HWND control) const;
+
+    // Gives a control that the dialog has made by itself the direction of its language.
+    void SetDirectionOf(HWND control) const { SetDirectionOf(control, m_language.isRightToLeft); }
 
     // The controls were stretched for their texts, to a client area of that width in pixels. Gives
     // the dialog that width.
@@ -90,6 +93,7 @@ private:
     bool Register() const;
     void RefreshLanguage() const;
     void SetDirection(bool isRightToLeft) const;
+    void SetDirectionOf(HWND control, bool isRightToLeft) const;
 
     int m_templateId;
     const wchar_t* m_className;
