@@ -7,18 +7,18 @@
 #include <string_view>
 
 #include "app/Version.h"
-#include "core/Environment.h"
-#include "core/Paths.h"
-#include "core/WideText_win32.h"
-#include "model/FileAssociation.h"
+#include "core/files/Paths.h"
+#include "core/system/Environment.h"
+#include "core/text/WideText_win32.h"
+#include "model/program/FileAssociation.h"
+#include "ui/main/WindowPrompts.h"
 #include "ui/main/frmMain.h"
 #include "ui/shell/RealOtherPrograms.h"
-#include "ui/shell/WindowPrompts.h"
+#include "ui/toolkit/CallbackGuard.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/Timer.h"
-#include "ui/toolkit/Unexpected.h"
 
 namespace tamarind {
 namespace {

@@ -9,7 +9,7 @@
 #include <random>
 #include <string>
 
-#include "core/IniDocument.h"
+#include "core/ini/IniDocument.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "core/FileSystem.h"
+#include "core/files/FileSystem.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "model/DataFile.h"
-#include "model/KeySearch.h"
+#include "model/files/DataFile.h"
+#include "model/keys/KeySearch.h"
 
 namespace {
 

@@ -159,7 +159,7 @@ def check_titles(pages: dict[str, Page]) -> Iterator[Fault]:
 
 
 def program_texts(root: Path) -> dict[int, str]:
-    source = (root / "model/StringTable.cpp").read_text(encoding="utf-8")
+    source = (root / "model/program/StringTable.cpp").read_text(encoding="utf-8")
     rows = re.findall(r'\{(\d+),\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\}', source)
     return {int(number): "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', parts)).replace('\\"', '"')
             for number, parts in rows}
@@ -189,9 +189,9 @@ def check_program(pages: dict[str, Page], root: Path) -> Iterator[Fault]:
         if texts.get(number) != listed.get(number):
             yield name, f"text {number} is '{texts.get(number)}', not '{listed.get(number)}'"
 
-    source = (root / "model/Commands.cpp").read_text(encoding="utf-8")
+    source = (root / "model/program/Commands.cpp").read_text(encoding="utf-8")
     shortcuts = re.findall(r'(?:true|false|\'\w\'), "([^"]+)"[)}]', source)
-    source = (root / "model/SettingsStore.cpp").read_text(encoding="utf-8")
+    source = (root / "model/program/SettingsStore.cpp").read_text(encoding="utf-8")
     settings = re.findall(r'\{"(\w+)", k(?:Editor|Common),', source)
     for name, kind, wanted in (("keyboard.html", "kbd", shortcuts),
                                ("own-settings.html", "code", settings)):

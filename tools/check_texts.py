@@ -26,12 +26,12 @@ def read(path: str) -> str:
 
 
 def built_in_texts() -> dict[int, str]:
-    rows = re.findall(r'\{(\d+),\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\}', read("model/StringTable.cpp"))
+    rows = re.findall(r'\{(\d+),\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\}', read("model/program/StringTable.cpp"))
     return {int(number): "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', text)) for number, text in rows}
 
 
 def menus() -> dict[str, list[int]]:
-    source = read("model/Commands.cpp")
+    source = read("model/program/Commands.cpp")
     numbers = dict(re.findall(r"\{Command::(\w+),\s*(\d+),", source))
     found = {"menu bar": []}
     for name, body in re.findall(r"constexpr Command (k\w+Menu)\[\] = \{(.*?)\};", source, re.S):
@@ -56,13 +56,13 @@ def dialogs() -> dict[str, list[int]]:
 
 def used_numbers(groups: dict[str, list[int]]) -> set[int]:
     used = {number for numbers in groups.values() for number in numbers}
-    used.update(int(n) for n in re.findall(r"\{Command::\w+,\s*(\d+),", read("model/Commands.cpp")))
-    used.update(int(n) for n in re.search(r'kToolbarIds = "([\d,]+)"', read("model/Toolbar.h")).group(1).split(","))
+    used.update(int(n) for n in re.findall(r"\{Command::\w+,\s*(\d+),", read("model/program/Commands.cpp")))
+    used.update(int(n) for n in re.search(r'kToolbarIds = "([\d,]+)"', read("model/program/ToolbarSpec.h")).group(1).split(","))
     for script in ROOT.glob("ui/*/*.rc"):
         used.update(int(n) for n in re.findall(r'CAPTION "(\d+)"', script.read_text()))
     sources = "".join(path.read_text(encoding="utf-8") for folder in ("model", "ui", "app")
                       for path in (ROOT / folder).rglob("*.cpp"))
-    for name, number in re.findall(r"(k\w+) = (\d+);", read("model/StringTable.h")):
+    for name, number in re.findall(r"(k\w+) = (\d+);", read("model/program/StringTable.h")):
         if re.search(rf"\b{name}\b", sources):
             used.add(int(number))
     # Windows name what they put together themselves in constants or lists of their own.

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Writes the simple case mappings of the Basic Multilingual Plane.
 
-    make_case_table.py upper core/UnicodeUpperCase.inc
-    make_case_table.py lower core/UnicodeLowerCase.inc
+    make_case_table.py upper core/text/UnicodeUpperCase.inc
+    make_case_table.py lower core/text/UnicodeLowerCase.inc
 
 The mappings come from the Unicode data that ships with Python. Neighbouring mappings with the same
 distance (and a stride of one or two code points) share one row, which keeps the table short.

@@ -1,10 +1,10 @@
 // Loading a data file and deriving every key's state: ours against the same work with the profile
 // functions of the system, and against bare reading of both files.
 #include "bench/windows/Harness.h"
-#include "core/IniFiles.h"
-#include "core/WideText_win32.h"
-#include "model/DataFile.h"
-#include "model/KeyStates.h"
+#include "core/ini/IniFiles.h"
+#include "core/text/WideText_win32.h"
+#include "model/files/DataFile.h"
+#include "model/files/KeyStates.h"
 
 namespace tamarind::bench {
 namespace {

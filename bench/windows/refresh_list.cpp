@@ -2,11 +2,11 @@
 // everything is painted: no command at 32,000 keys may take longer than one and a half times as
 // long as at 700 and one repaint of the whole window.
 #include "bench/windows/Harness.h"
-#include "core/Environment.h"
-#include "core/WideText_win32.h"
+#include "core/system/Environment.h"
+#include "core/text/WideText_win32.h"
+#include "ui/main/WindowPrompts.h"
 #include "ui/main/frmMain.h"
 #include "ui/shell/RealOtherPrograms.h"
-#include "ui/shell/WindowPrompts.h"
 
 namespace tamarind::bench {
 namespace {

@@ -1,9 +1,9 @@
 // What safety costs: replacing a file of 100 KB, with a backup of the old content, against
 // overwriting it in place and waiting for the disk.
 #include "bench/windows/Harness.h"
-#include "core/FileSystem.h"
-#include "core/UniqueHandle_win32.h"
-#include "core/WideText_win32.h"
+#include "core/files/FileSystem.h"
+#include "core/system/UniqueHandle_win32.h"
+#include "core/text/WideText_win32.h"
 
 namespace tamarind::bench {
 namespace {

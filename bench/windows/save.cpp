@@ -1,11 +1,11 @@
 // Saving 500 changes into a file of 16,000 keys: ours, which replaces the file once and safely,
 // against one call of the system's profile function for each.
 #include "bench/windows/Harness.h"
-#include "core/WideText_win32.h"
-#include "model/DataFile.h"
-#include "model/KeyEditor.h"
-#include "model/KeyStates.h"
-#include "model/SettingsWriter.h"
+#include "core/text/WideText_win32.h"
+#include "model/files/DataFile.h"
+#include "model/files/KeyStates.h"
+#include "model/files/SettingsWriter.h"
+#include "model/keys/KeyEditor.h"
 
 namespace tamarind::bench {
 namespace {

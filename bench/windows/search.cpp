@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "bench/windows/Harness.h"
-#include "model/DataFile.h"
-#include "model/KeySearch.h"
+#include "model/files/DataFile.h"
+#include "model/keys/KeySearch.h"
 
 namespace tamarind::bench {
 namespace {

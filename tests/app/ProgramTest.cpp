@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "tests/app/ProgramFixture.h"
 #include "ui/main/ControlIds.h"
 

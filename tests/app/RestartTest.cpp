@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "core/WideText_win32.h"
-#include "model/Commands.h"
+#include "core/text/WideText_win32.h"
+#include "model/program/Commands.h"
 #include "tests/app/ProgramFixture.h"
 #include "ui/main/ControlIds.h"
 

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <type_traits>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 
 namespace tamarind {

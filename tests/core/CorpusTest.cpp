@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "core/IniDocument.h"
+#include "core/ini/IniDocument.h"
 
 namespace tamarind {
 namespace {

@@ -1,5 +1,5 @@
 // The real disk, in a temporary folder.
-#include "core/FileSystem.h"
+#include "core/files/FileSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@
 #include <random>
 #include <thread>
 
-#include "core/IniFiles.h"
-#include "core/Leftovers.h"
-#include "core/PathRules.h"
+#include "core/files/Leftovers.h"
+#include "core/files/PathRules.h"
+#include "core/ini/IniFiles.h"
 
 namespace tamarind {
 namespace {

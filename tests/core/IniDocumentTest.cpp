@@ -1,4 +1,4 @@
-#include "core/IniDocument.h"
+#include "core/ini/IniDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,10 @@
 #include <map>
 #include <random>
 
-#include "core/IniParser.h"
-#include "core/RandomSeed.h"
-#include "core/ShownValue.h"
-#include "core/Unicode.h"
+#include "core/ini/IniParser.h"
+#include "core/ini/ShownValue.h"
+#include "core/text/RandomSeed.h"
+#include "core/text/Unicode.h"
 
 namespace tamarind {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <thread>
 
-#include "core/FileSystem.h"
+#include "core/files/FileSystem.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "core/LongPath_win32.h"
+#include "core/system/LongPath_win32.h"
 
 #include <gtest/gtest.h>
 

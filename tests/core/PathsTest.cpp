@@ -1,4 +1,4 @@
-#include "core/Paths.h"
+#include "core/files/Paths.h"
 
 #include <gtest/gtest.h>
 

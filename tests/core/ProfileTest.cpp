@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "core/LeadingNumber.h"
-#include "core/MissingValueMarker.h"
-#include "core/cProfile.h"
+#include "core/ini/cProfile.h"
+#include "core/text/LeadingNumber.h"
+#include "core/text/MissingValueMarker.h"
 #include "tests/core/fakes/MemoryFileSystem.h"
 
 namespace tamarind {
@@ -139,7 +139,7 @@ TEST_F(ProfileTest, AFailedTransactionLeavesTheFile) {
         ProfileTransaction transaction(m_files, kPath);
         transaction.SetValue("A", "x", "1");
         transaction.SetValue("A", c.key, c.value);
-        const ProfileResult result = transaction.Commit();
+        const WriteResult result = transaction.Commit();
         EXPECT_FALSE(result.Succeeded());
         EXPECT_EQ(result.refused, c.refused);
         EXPECT_EQ(result.error, c.read == FileError::None ? c.replace : c.read);

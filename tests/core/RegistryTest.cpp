@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "core/MissingValueMarker.h"
-#include "core/TextEncoding.h"
-#include "core/cRegistry.h"
+#include "core/system/cRegistry.h"
+#include "core/text/MissingValueMarker.h"
+#include "core/text/TextEncoding.h"
 #include "tests/core/fakes/MemoryRegistry.h"
 
 #if defined(_WIN32)

@@ -1,12 +1,12 @@
 // Replacements and backups over a disk in memory that fails and stops where it is told to.
-#include "core/SafeReplace.h"
+#include "core/files/SafeReplace.h"
 
 #include <gtest/gtest.h>
 
 #include <iostream>
 
-#include "core/IniTransaction.h"
-#include "core/Leftovers.h"
+#include "core/files/Leftovers.h"
+#include "core/ini/IniTransaction.h"
 #include "tests/core/fakes/FaultyDisk.h"
 
 namespace tamarind {

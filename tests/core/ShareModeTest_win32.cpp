@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <thread>
 
-#include "core/FileSystem.h"
-#include "core/UniqueHandle_win32.h"
+#include "core/files/FileSystem.h"
+#include "core/system/UniqueHandle_win32.h"
 
 namespace tamarind {
 namespace {

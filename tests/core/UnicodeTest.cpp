@@ -1,12 +1,12 @@
-#include "core/Unicode.h"
+#include "core/text/Unicode.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 
-#include "core/RandomSeed.h"
-#include "core/TextEncoding.h"
+#include "core/text/RandomSeed.h"
+#include "core/text/TextEncoding.h"
 
 namespace tamarind {
 namespace {

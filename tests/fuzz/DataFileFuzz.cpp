@@ -1,7 +1,7 @@
 // The input is a data file: whatever it holds, every key can be shown, found, edited and saved, and
 // a description that is written is the one that is read.
-#include "core/Unicode.h"
-#include "model/DescriptionWriter.h"
+#include "core/text/Unicode.h"
+#include "model/files/DescriptionWriter.h"
 #include "tests/fuzz/FuzzWorld.h"
 
 namespace tamarind {

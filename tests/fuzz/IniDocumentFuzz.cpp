@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "core/IniDocument.h"
-#include "core/IniParser.h"
-#include "core/Unicode.h"
+#include "core/ini/IniDocument.h"
+#include "core/ini/IniParser.h"
+#include "core/text/Unicode.h"
 
 namespace tamarind {
 namespace {

@@ -1,6 +1,6 @@
 // The input's last byte chooses the character set; before it is a language file.
-#include "core/Unicode.h"
-#include "model/StringTable.h"
+#include "core/text/Unicode.h"
+#include "model/program/StringTable.h"
 #include "tests/fuzz/FuzzWorld.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <map>
 
-#include "core/IniEntries.h"
-#include "core/Unicode.h"
+#include "core/ini/IniEntries.h"
+#include "core/text/Unicode.h"
 #include "tests/fuzz/FuzzWorld.h"
 
 namespace tamarind {

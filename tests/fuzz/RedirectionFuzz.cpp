@@ -1,8 +1,8 @@
 // The input is a settings file with redirections; up to the first NUL it is the settings file, from
 // there on the file that some of them name. What is saved can be read again, and nothing else
 // moves.
-#include "model/KeyStates.h"
-#include "model/SettingsWriter.h"
+#include "model/files/KeyStates.h"
+#include "model/files/SettingsWriter.h"
 #include "tests/fuzz/FuzzWorld.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "model/StringTable.h"
+#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "model/Commands.h"
-#include "model/DataFile.h"
-#include "model/KeyList.h"
-#include "model/KeyStates.h"
-#include "model/Toolbar.h"
+#include "model/files/DataFile.h"
+#include "model/files/KeyStates.h"
+#include "model/keys/KeyList.h"
+#include "model/program/Commands.h"
+#include "model/program/ToolbarSpec.h"
 #include "tests/core/fakes/FakeEnvironment.h"
 #include "tests/core/fakes/MemoryFileSystem.h"
 

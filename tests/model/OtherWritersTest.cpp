@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "model/StringTable.h"
+#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {

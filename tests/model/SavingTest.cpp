@@ -5,7 +5,7 @@
 #include <map>
 #include <random>
 
-#include "model/StringTable.h"
+#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {

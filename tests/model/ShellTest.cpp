@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/MissingValueMarker.h"
-#include "model/FileAssociation.h"
-#include "model/StringTable.h"
+#include "core/text/MissingValueMarker.h"
+#include "model/program/FileAssociation.h"
+#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {

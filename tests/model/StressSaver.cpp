@@ -6,7 +6,7 @@
 #include <iostream>
 #include <random>
 
-#include "model/EditorSession.h"
+#include "model/session/EditorSession.h"
 #include "tests/core/fakes/FakeEnvironment.h"
 #include "tests/core/fakes/MemoryRegistry.h"
 #include "tests/model/fakes/FakePrograms.h"

@@ -4,8 +4,8 @@
 #include <fstream>
 #include <random>
 
-#include "core/FileSystem.h"
-#include "core/UniqueHandle_win32.h"
+#include "core/files/FileSystem.h"
+#include "core/system/UniqueHandle_win32.h"
 
 namespace tamarind {
 namespace {

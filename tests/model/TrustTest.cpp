@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "model/StringTable.h"
+#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {
@@ -234,7 +234,7 @@ TEST_F(TrustTest, OwnSettingsGoWhereTheyCanBeWritten) {
     EXPECT_EQ(Session().ProgramSettings().Values().mainWindowWidth, 9000);
 }
 
-TEST(BackupBrowserTest, DiffersInKeysAndNotInTheirPlaces) {
+TEST(BackupDifferencesTest, DiffersInKeysAndNotInTheirPlaces) {
     const auto parsed = [](const char* bytes) { return IniDocument::Parse(bytes, 1252); };
     const auto differences =
         CompareBackup(parsed("[S]\nGone=1\nK=old\nK=twice\n;C=1\n[Q]\nSame=\"1\"\n"),

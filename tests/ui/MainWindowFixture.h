@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "tests/model/fakes/SessionWorld.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/frmMain.h"

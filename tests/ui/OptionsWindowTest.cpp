@@ -3,8 +3,8 @@
 #include <functional>
 
 #include "tests/ui/MainWindowFixture.h"
+#include "ui/main/WindowPrompts.h"
 #include "ui/shell/ShellIds.h"
-#include "ui/shell/WindowPrompts.h"
 #include "ui/shell/frmAbout.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/ScopeExit.h"
@@ -237,7 +237,7 @@ TEST_F(OptionsWindowTest, ModalDialogsAreCancelledFromOutside) {
 TEST_F(OptionsWindowTest, TheAboutWindowTellsTheVersionAndOpensTheHelp) {
     Start();
     int helps = 0;
-    DialogLanguage language;
+    DialogStyle language;
     language.text = [&](std::uint16_t number) { return Widen(world.session->Text(number)); };
     frmAbout about(language, {"A program", "5.01 beta", "D:\\Own.ini"}, [&] { ++helps; });
     Show(

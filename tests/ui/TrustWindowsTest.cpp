@@ -3,9 +3,9 @@
 #include <functional>
 
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/shell/ShellIds.h"
-#include "ui/shell/WindowPrompts.h"
-#include "ui/shell/frmRestoreBackup.h"
+#include "ui/changes/ChangesIds.h"
+#include "ui/changes/frmRestoreBackup.h"
+#include "ui/main/WindowPrompts.h"
 
 namespace tamarind {
 namespace {

@@ -1,9 +1,9 @@
 #include "ui/favorites/frmFavoriteAdd.h"
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/Dpi.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {

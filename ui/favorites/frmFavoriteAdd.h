@@ -11,7 +11,7 @@ namespace tamarind {
 // Asks under which caption a key becomes a favorite.
 class frmFavoriteAdd final : public Dialog {
 public:
-    explicit frmFavoriteAdd(const DialogLanguage& language)
+    explicit frmFavoriteAdd(const DialogStyle& language)
         : Dialog(IDD_FRMFAVORITEADD, L"frmFavoriteAdd", language) {}
 
     // Shows the window near the owner's upper left corner. Returns the caption, which is not empty,

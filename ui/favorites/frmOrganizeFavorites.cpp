@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/Dpi.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/StoredPlace.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -48,7 +48,7 @@ StoredPlace PlaceIn(const Settings& settings) {
 
 }  // namespace
 
-frmOrganizeFavorites::frmOrganizeFavorites(EditorSession& session, const DialogLanguage& language,
+frmOrganizeFavorites::frmOrganizeFavorites(EditorSession& session, const DialogStyle& language,
                                            FavoritesHost& host)
     : Dialog(IDD_FRMORGANIZEFAVORITES, L"frmOrganizeFavorites", language),
       m_session(session),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/EditorSession.h"
+#include "model/session/EditorSession.h"
 #include "ui/favorites/FavoritesIds.h"
 #include "ui/toolkit/DialogControl.h"
 #include "ui/toolkit/ListLook.h"
@@ -22,8 +22,7 @@ protected:
 // organizer, whose rows become the favorites when he applies them.
 class frmOrganizeFavorites final : public Dialog, private VirtualListSource {
 public:
-    frmOrganizeFavorites(EditorSession& session, const DialogLanguage& language,
-                         FavoritesHost& host);
+    frmOrganizeFavorites(EditorSession& session, const DialogStyle& language, FavoritesHost& host);
     ~frmOrganizeFavorites() override;
 
     // Fills the organizer and shows it where the window was last; one that is open already comes to

@@ -1,6 +1,6 @@
 #include "ui/main/CategoryTree.h"
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/RedrawLock.h"
 

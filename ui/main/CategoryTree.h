@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "model/EditorSession.h"
+#include "model/session/EditorSession.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/TreeView.h"

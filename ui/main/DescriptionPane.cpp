@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Lengths.h"
@@ -39,9 +39,10 @@ bool DescriptionPane::Create(HWND parent, const MainLook& look) {
 
 void DescriptionPane::ApplyLook(const MainLook& look) {
     m_dpi = look.dpi;
-    const bool showsBackColor = m_session.ProgramSettings().Values().showControlsBackColor != 0;
+    const bool showsControlsBackColor =
+        m_session.ProgramSettings().Values().showControlsBackColor != 0;
     txtDescriptionBox.SetColors(look.foreground,
-                                showsBackColor ? kControlsBackColor : look.background);
+                                showsControlsBackColor ? kControlsBackColor : look.background);
     txtDescriptionBox.SetBorder(look.border);
     ApplyUserFont(txtDescriptionBox, look.font, true, 0, look.dpi);
     txtDescriptionBox.SetMargins(ScaledPixels(kTextMargin, look.dpi));

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/ScopeExit.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {

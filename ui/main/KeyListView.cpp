@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "core/WideText_win32.h"
-#include "model/StringTable.h"
+#include "core/text/WideText_win32.h"
+#include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Lengths.h"
 

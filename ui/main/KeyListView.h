@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/EditorSession.h"
+#include "model/session/EditorSession.h"
 #include "ui/main/InplaceEdit.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"

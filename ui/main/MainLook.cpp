@@ -1,6 +1,6 @@
 #include "ui/main/MainLook.h"
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Pictures.h"
 

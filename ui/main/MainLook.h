@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Settings.h"
+#include "model/program/Settings.h"
 #include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Handles.h"
 

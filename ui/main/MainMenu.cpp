@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 
 namespace tamarind {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "core/WideText_win32.h"
-#include "model/Toolbar.h"
+#include "core/text/WideText_win32.h"
+#include "model/program/ToolbarSpec.h"
 #include "ui/main/ControlIds.h"
 
 namespace tamarind {

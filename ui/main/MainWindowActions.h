@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "model/Commands.h"
+#include "model/program/Commands.h"
 
 namespace tamarind {
 

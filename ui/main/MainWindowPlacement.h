@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "model/Settings.h"
+#include "model/program/Settings.h"
 
 namespace tamarind {
 

@@ -1,16 +1,16 @@
 #include "ui/main/frmMain.h"
 
-#include "core/Unicode.h"
-#include "core/WideText_win32.h"
-#include "model/StringTable.h"
+#include "core/text/Unicode.h"
+#include "core/text/WideText_win32.h"
+#include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/MainWindowPlacement.h"
 #include "ui/toolkit/Dpi.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/Pictures.h"
 #include "ui/toolkit/RedrawLock.h"
 #include "ui/toolkit/ScopeExit.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -55,10 +55,10 @@ frmMain::frmMain(EditorSession& session)
       m_toolbar(session, *this),
       m_panes(session, *this),
       m_statusBar(session, *this),
-      m_searchFor(session, m_dialogLanguage),
-      m_organizeFavorites(session, m_dialogLanguage, *this) {
-    m_dialogLanguage.text = [this](std::uint16_t number) { return Widen(m_session.Text(number)); };
-    m_dialogLanguage.refresh = [this] { m_session.RefreshLanguage(); };
+      m_searchFor(session, m_dialogStyle),
+      m_organizeFavorites(session, m_dialogStyle, *this) {
+    m_dialogStyle.text = [this](std::uint16_t number) { return Widen(m_session.Text(number)); };
+    m_dialogStyle.refresh = [this] { m_session.RefreshLanguage(); };
 }
 
 frmMain::~frmMain() {
@@ -83,7 +83,7 @@ bool frmMain::Create() {
     }
     m_session.SetListener(this);
     OnCommandsChanged();
-    if (m_dialogLanguage.isRightToLeft) {
+    if (m_dialogStyle.isRightToLeft) {
         ApplyDirection();
     }
     Layout();
@@ -290,7 +290,7 @@ void frmMain::OnSize(UINT kind) {
         return;
     }
     Layout();
-    if (m_dialogLanguage.isRightToLeft) {
+    if (m_dialogStyle.isRightToLeft) {
         // Not every system finds out what of a mirrored window is new.
         RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     }
@@ -393,8 +393,8 @@ void frmMain::OnCommandsChanged() {
 }
 
 void frmMain::ReadLanguage() {
-    m_dialogLanguage.isRightToLeft = m_session.Texts().IsRightToLeft();
-    m_dialogLanguage.showsBackColor =
+    m_dialogStyle.isRightToLeft = m_session.Texts().IsRightToLeft();
+    m_dialogStyle.showsControlsBackColor =
         m_session.ProgramSettings().Values().showControlsBackColor != 0;
 }
 
@@ -416,7 +416,7 @@ void frmMain::OnLanguageChanged() {
 
 // Names and values of keys, descriptions and paths are written from left to right in all languages.
 void frmMain::ApplyDirection() {
-    const bool isRightToLeft = m_dialogLanguage.isRightToLeft;
+    const bool isRightToLeft = m_dialogStyle.isRightToLeft;
     SetMirrored(Handle(), isRightToLeft);
     for (const int id : {kIdToolbar1, kIdToolbar2, kIdStatusBar1, kIdPicture1,
                          kIdPicSpliterContainer, kIdFrame1, kIdFrame2, kIdTreeView1}) {

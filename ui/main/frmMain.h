@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/EditorSession.h"
+#include "model/session/EditorSession.h"
 #include "ui/favorites/frmOrganizeFavorites.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainMenu.h"
@@ -32,7 +32,7 @@ public:
     static bool BringForward(const std::string& dataFile);
 
     // Of the dialogs beside the window; it follows the settings.
-    const DialogLanguage& Language() const { return m_dialogLanguage; }
+    const DialogStyle& Language() const { return m_dialogStyle; }
 
     // Whether the message was one of the keys of this window or of a dialog beside it and is done
     // with.
@@ -95,7 +95,7 @@ private:
     MainToolbar m_toolbar;
     MainPanes m_panes;
     MainStatusBar m_statusBar;
-    DialogLanguage m_dialogLanguage;
+    DialogStyle m_dialogStyle;
     frmSearchFor m_searchFor;
     frmOrganizeFavorites m_organizeFavorites;
     bool m_isToolbarShown = false;

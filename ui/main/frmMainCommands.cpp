@@ -1,10 +1,10 @@
 // The part of frmMain that does what menus, keys and the toolbar ask for.
+#include "ui/changes/frmRestoreBackup.h"
 #include "ui/favorites/frmFavoriteAdd.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/frmMain.h"
 #include "ui/shell/frmAbout.h"
 #include "ui/shell/frmOptions.h"
-#include "ui/shell/frmRestoreBackup.h"
 
 namespace tamarind {
 
@@ -50,7 +50,7 @@ void frmMain::ShowFavorite() {
 
 void frmMain::OnAddFavorite() {
     if (const auto name = m_session.BeginAddFavorite()) {
-        if (const auto caption = frmFavoriteAdd(m_dialogLanguage).Ask(Handle(), *name)) {
+        if (const auto caption = frmFavoriteAdd(m_dialogStyle).Ask(Handle(), *name)) {
             m_session.AddFavorite(*name, *caption);
         }
     }
@@ -85,7 +85,7 @@ void frmMain::Execute(Command command) {
             m_session.ImportKeys();
             break;
         case Command::FileRestoreBackup:
-            frmRestoreBackup(m_session, m_dialogLanguage).Show(Handle());
+            frmRestoreBackup(m_session, m_dialogStyle).Show(Handle());
             break;
         case Command::FileSaveAndRestart:
             m_session.SaveAndRestart();
@@ -133,7 +133,7 @@ void frmMain::Execute(Command command) {
             m_session.SetKeyFilter(KeyFilter::ShowInactive);
             break;
         case Command::ViewOptions:
-            frmOptions(m_session, m_dialogLanguage).Show(Handle());
+            frmOptions(m_session, m_dialogStyle).Show(Handle());
             break;
         case Command::HelpTopics:
             m_session.ShowHelpTopics();
@@ -186,7 +186,7 @@ void frmMain::ShowDropDown(Command command, const RECT& button) {
 
 void frmMain::ShowAbout() {
     frmAbout(
-        m_dialogLanguage,
+        m_dialogStyle,
         {EditorSession::kProgramName, m_session.VersionText(), m_session.ProgramSettings().Path()},
         [this] { m_session.ShowHelpTopics(); })
         .Show(Handle());

@@ -1,7 +1,7 @@
 #include "ui/search/frmSearchFor.h"
 
-#include "core/WideText_win32.h"
-#include "ui/toolkit/Forms.h"
+#include "core/text/WideText_win32.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 

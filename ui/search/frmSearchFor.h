@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/EditorSession.h"
+#include "model/session/EditorSession.h"
 #include "ui/search/SearchIds.h"
 #include "ui/toolkit/DialogControl.h"
 
@@ -10,7 +10,7 @@ namespace tamarind {
 // owner; closing it only hides it.
 class frmSearchFor final : public Dialog {
 public:
-    frmSearchFor(EditorSession& session, const DialogLanguage& language)
+    frmSearchFor(EditorSession& session, const DialogStyle& language)
         : Dialog(IDD_FRMSEARCHFOR, L"frmSearchFor", language), m_session(session) {}
 
     // Brings the window up for a search that starts at the first key.

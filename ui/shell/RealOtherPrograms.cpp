@@ -7,7 +7,7 @@
 #include <chrono>
 #include <optional>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/LateFunction.h"
 
 namespace tamarind {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/TotalCommander.h"
+#include "model/program/TotalCommander.h"
 #include "ui/toolkit/Handles.h"
 
 namespace tamarind {

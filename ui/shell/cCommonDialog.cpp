@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/MissingValueMarker.h"
-#include "core/Paths.h"
-#include "core/WideText_win32.h"
+#include "core/files/Paths.h"
+#include "core/text/MissingValueMarker.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/ScopeExit.h"
 

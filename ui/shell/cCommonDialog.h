@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "model/UserPrompts.h"
+#include "model/program/UserPrompts.h"
 
 namespace tamarind {
 

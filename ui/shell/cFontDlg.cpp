@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Lengths.h"

@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <utility>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/Dpi.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/LateFunction.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/Pictures.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -18,7 +18,7 @@ constexpr std::uint16_t kVersionText = 1503;  // the number of its text
 
 }  // namespace
 
-frmAbout::frmAbout(const DialogLanguage& language, Program program, std::function<void()> showHelp)
+frmAbout::frmAbout(const DialogStyle& language, Program program, std::function<void()> showHelp)
     : Dialog(IDD_FRMABOUT, L"frmAbout", language),
       m_language(language),
       m_program(std::move(program)),

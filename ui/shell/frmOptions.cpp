@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/WideText_win32.h"
+#include "core/text/WideText_win32.h"
 #include "ui/toolkit/Colors.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -38,7 +38,7 @@ const frmOptions::FlagBox frmOptions::kFlagBoxes[] = {
     {IDC_OPTIONS_CHKAUTOSELECTNEXTKEY, &frmOptions::chkAutoSelectnextkey, &Choices::selectsNextKey},
 };
 
-frmOptions::frmOptions(EditorSession& session, const DialogLanguage& language)
+frmOptions::frmOptions(EditorSession& session, const DialogStyle& language)
     : Dialog(IDD_FRMOPTIONS, L"frmOptions", language),
       m_session(session),
       m_language(language),

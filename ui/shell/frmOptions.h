@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "model/EditorSession.h"
+#include "model/session/EditorSession.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/toolkit/ColorButton.h"
 #include "ui/toolkit/DialogControl.h"
@@ -16,7 +16,7 @@ namespace tamarind {
 class frmOptions final : public Dialog, private TabStripListener {
 public:
     // Both arguments outlive the window.
-    frmOptions(EditorSession& session, const DialogLanguage& language);
+    frmOptions(EditorSession& session, const DialogStyle& language);
 
     // Lets the user change the settings until he closes the window.
     void Show(HWND owner);
@@ -49,7 +49,7 @@ private:
     void ShowStates();
 
     EditorSession& m_session;
-    const DialogLanguage& m_language;
+    const DialogStyle& m_language;
     TabStrip tbsOptions;
     std::array<DialogPanel, 3> picOptions;
     DialogControl chkShowgridlines{picOptions[kLayout], IDC_OPTIONS_CHKSHOWGRIDLINES};

@@ -2,8 +2,8 @@
 
 #include <windowsx.h>
 
-#include "ui/toolkit/Forms.h"
-#include "ui/toolkit/Unexpected.h"
+#include "ui/toolkit/CallbackGuard.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 

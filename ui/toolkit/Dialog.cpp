@@ -2,14 +2,14 @@
 
 #include <string_view>
 
+#include "ui/toolkit/CallbackGuard.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Control.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/ModalLock.h"
 #include "ui/toolkit/Pictures.h"
 #include "ui/toolkit/RedrawLock.h"
-#include "ui/toolkit/Unexpected.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -212,7 +212,7 @@ std::optional<LRESULT> Dialog::HandleMessage(UINT, WPARAM, LPARAM) {
 }
 
 std::optional<LRESULT> Dialog::OnColors(HDC dc, HWND control) const {
-    if (!m_language.showsBackColor) {
+    if (!m_language.showsControlsBackColor) {
         return std::nullopt;
     }
     switch (KindOf(control)) {

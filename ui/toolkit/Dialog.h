@@ -10,10 +10,10 @@
 namespace tamarind {
 
 // What dialogs need of the user's language.
-struct DialogLanguage {
+struct DialogStyle {
     TextByNumber text;
     bool isRightToLeft = false;
-    bool showsBackColor = false;  // texts and text boxes on cyan, to see where they are
+    bool showsControlsBackColor = false;  // texts and text boxes on cyan, to see where they are
     // Called before a dialog is made, which then takes the rest. May be left out.
     std::function<void()> refresh = nullptr;
 };
@@ -45,7 +45,7 @@ public:
 
 protected:
     // Both arguments outlive the dialog.
-    Dialog(int templateId, const wchar_t* className, const DialogLanguage& language)
+    Dialog(int templateId, const wchar_t* className, const DialogStyle& language)
         : m_templateId(templateId), m_className(className), m_language(language) {}
     virtual ~Dialog();
 
@@ -97,7 +97,7 @@ private:
 
     int m_templateId;
     const wchar_t* m_className;
-    const DialogLanguage& m_language;
+    const DialogStyle& m_language;
     HWND m_window = nullptr;
     bool m_isModal = false;
     DialogTexts m_texts;

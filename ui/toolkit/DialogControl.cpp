@@ -1,6 +1,6 @@
 #include "ui/toolkit/DialogControl.h"
 
-#include "ui/toolkit/Forms.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 

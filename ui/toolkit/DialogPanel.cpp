@@ -1,8 +1,8 @@
 #include "ui/toolkit/DialogPanel.h"
 
 #include "ui/toolkit/ControlKind.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/LateFunction.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {

@@ -9,7 +9,7 @@ namespace tamarind {
 class DialogPanel final : public Dialog {
 public:
     // All arguments outlive the panel.
-    DialogPanel(int templateId, const wchar_t* className, const DialogLanguage& language)
+    DialogPanel(int templateId, const wchar_t* className, const DialogStyle& language)
         : Dialog(templateId, className, language) {}
 
     // Makes it out of sight; false when it can not be made.

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "ui/toolkit/Dpi.h"
-#include "ui/toolkit/Forms.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {

@@ -1,6 +1,6 @@
 #include "ui/toolkit/EditBox.h"
 
-#include "ui/toolkit/Forms.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 

@@ -4,7 +4,7 @@
 
 #include <commctrl.h>
 
-#include "core/UniqueHandle_win32.h"
+#include "core/system/UniqueHandle_win32.h"
 
 namespace tamarind {
 

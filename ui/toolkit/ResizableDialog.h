@@ -21,7 +21,7 @@ struct Anchor {
 class ResizableDialog : public Dialog {
 protected:
     // All arguments outlive the dialog.
-    ResizableDialog(int templateId, const wchar_t* className, const DialogLanguage& language,
+    ResizableDialog(int templateId, const wchar_t* className, const DialogStyle& language,
                     std::span<const Anchor> anchors)
         : Dialog(templateId, className, language), m_anchors(anchors) {}
 

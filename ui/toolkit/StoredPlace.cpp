@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "ui/toolkit/Dpi.h"
-#include "ui/toolkit/Forms.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {

@@ -1,6 +1,6 @@
 #include "ui/toolkit/Timer.h"
 
-#include "ui/toolkit/Unexpected.h"
+#include "ui/toolkit/CallbackGuard.h"
 
 namespace tamarind {
 

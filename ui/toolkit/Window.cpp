@@ -1,7 +1,7 @@
 #include "ui/toolkit/Window.h"
 
+#include "ui/toolkit/CallbackGuard.h"
 #include "ui/toolkit/Control.h"
-#include "ui/toolkit/Unexpected.h"
 
 namespace tamarind {
 

@@ -3,8 +3,8 @@
 #include <map>
 #include <string>
 
-#include "core/Environment.h"
-#include "core/Paths.h"
+#include "core/files/Paths.h"
+#include "core/system/Environment.h"
 
 namespace tamarind {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "core/FileCalls.h"
+#include "core/files/FileCalls.h"
 
 namespace tamarind {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/FileSystem.h"
+#include "core/files/FileSystem.h"
 
 namespace tamarind {
 

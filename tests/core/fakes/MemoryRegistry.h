@@ -5,7 +5,7 @@
 #include <string>
 #include <tuple>
 
-#include "core/Registry.h"
+#include "core/system/Registry.h"
 
 namespace tamarind {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "model/TotalCommander.h"
+#include "model/program/TotalCommander.h"
 
 namespace tamarind {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/MissingValueMarker.h"
-#include "model/UserPrompts.h"
+#include "core/text/MissingValueMarker.h"
+#include "model/program/UserPrompts.h"
 
 namespace tamarind {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "core/TextEncoding.h"
-#include "core/cRegistry.h"
-#include "model/EditorSession.h"
+#include "core/system/cRegistry.h"
+#include "core/text/TextEncoding.h"
+#include "model/session/EditorSession.h"
 #include "tests/core/fakes/FakeEnvironment.h"
 #include "tests/core/fakes/MemoryFileSystem.h"
 #include "tests/core/fakes/MemoryRegistry.h"

@@ -7,10 +7,11 @@
 #include <map>
 #include <set>
 
-#include "model/StringTable.h"
+#include "model/program/StringTable.h"
 #include "tests/ui/MainWindowFixture.h"
+#include "ui/changes/ChangesIds.h"
+#include "ui/main/WindowPrompts.h"
 #include "ui/shell/ShellIds.h"
-#include "ui/shell/WindowPrompts.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/Lengths.h"

@@ -1,0 +1,217 @@
+#include "core/files/Backups.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <tuple>
+
+#include "core/files/Leftovers.h"
+#include "core/text/Unicode.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::size_t kBackupsKept = 10;  // besides the first
+constexpr int kLargestNumber = 9999;      // in names; larger ones are not from here
+constexpr std::string_view kFirstMark = "first, ";
+constexpr std::string_view kDatePattern = "dddd-dd-dd dd.dd.dd";
+constexpr std::uint64_t kTicksPerDay = 864'000'000'000U;
+
+std::string DateText(const CivilTime& time) {
+    char text[80];
+    std::snprintf(text, sizeof(text), "%04d-%02d-%02d %02d.%02d.%02d", time.year, time.month,
+                  time.day, time.hour, time.minute, time.second);
+    return text;
+}
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool IsDate(std::string_view text) {
+    return std::equal(text.begin(), text.end(), kDatePattern.begin(), kDatePattern.end(),
+                      [](char c, char form) { return form == 'd' ? IsDigit(c) : c == form; });
+}
+
+// Takes `start` away from the text if it begins with it, in whatever letter case.
+bool Skip(std::string_view& text, std::string_view start) {
+    const bool isThere = EqualsIgnoreCase(text.substr(0, start.size()), start);
+    text.remove_prefix(isThere ? start.size() : 0);
+    return isThere;
+}
+
+// What the name of a backup says.
+struct ParsedName {
+    std::string date;
+    int number = 1;
+    bool isFirst = false;
+};
+
+std::optional<ParsedName> Parse(std::string_view name, std::string_view stem,
+                                std::string_view extension) {
+    ParsedName parsed;
+    if (!Skip(name, stem) || !Skip(name, " (")) {
+        return std::nullopt;
+    }
+    parsed.isFirst = Skip(name, kFirstMark);
+    parsed.date = std::string(name.substr(0, kDatePattern.size()));
+    if (!IsDate(parsed.date) || !Skip(name, parsed.date) || !Skip(name, ")")) {
+        return std::nullopt;
+    }
+    if (Skip(name, " ")) {
+        const auto [end, error] =
+            std::from_chars(name.data(), name.data() + name.size(), parsed.number);
+        if (error != std::errc() || parsed.number < 1 || parsed.number > kLargestNumber) {
+            return std::nullopt;
+        }
+        name.remove_prefix(static_cast<std::size_t>(end - name.data()));
+    }
+    return EqualsIgnoreCase(name, extension) ? std::optional(parsed) : std::nullopt;
+}
+
+}  // namespace
+
+Backups::Backups(FileSteps& steps, const std::string& path) : m_steps(steps), m_path(path) {
+    const std::string besides = FolderWithSeparator(path);
+    const std::string name = path.substr(besides.size());
+    const std::size_t dot = name.find_last_of('.');
+    m_folder = path + " backups" + (besides.empty() ? '\\' : besides.back());
+    m_stem = name.substr(0, dot);
+    m_extension = dot == std::string::npos ? std::string() : name.substr(dot);
+}
+
+CallError Backups::ListFiles(std::vector<FolderEntry>& files) {
+    return m_steps.Retry([&] { return m_steps.Calls().List(m_folder + m_stem, files); });
+}
+
+std::vector<BackupFile> Backups::List() {
+    std::vector<FolderEntry> files;
+    std::vector<BackupFile> backups;
+    if (ListFiles(files) == CallError::None) {
+        for (Entry& entry : Sort(files)) {
+            backups.push_back(std::move(entry.file));
+        }
+    }
+    return backups;
+}
+
+std::vector<Backups::Entry> Backups::Sort(const std::vector<FolderEntry>& files) {
+    FileCalls& calls = m_steps.Calls();
+    const std::string tomorrow = DateText(calls.LocalTime(calls.NowTicks() + kTicksPerDay));
+    std::vector<Entry> entries;
+    entries.reserve(files.size());
+    for (const FolderEntry& file : files) {
+        if (const auto name = Parse(file.name, m_stem, m_extension)) {
+            entries.push_back({{m_folder + file.name, name->date, file.stamp.size, name->isFirst},
+                               file.stamp,
+                               name->number,
+                               name->date <= tomorrow});
+        }
+    }
+    std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+        const auto order = [](const Entry& entry) {
+            return std::tuple(entry.isBelieved, std::string_view(entry.file.date),
+                              !entry.file.isFirst, entry.number);
+        };
+        return order(right) < order(left);
+    });
+    return entries;
+}
+
+bool Backups::IsNewest(const std::string& bytes) {
+    if (m_earlier.empty() || m_earlier.front().file.size != bytes.size()) {
+        return false;
+    }
+    const FileBytes newest = m_steps.Read(m_earlier.front().file.path);
+    return newest.error == CallError::None && newest.bytes == bytes;
+}
+
+bool Backups::Has(const std::string& bytes) {
+    std::vector<FolderEntry> files;
+    if (ListFiles(files) != CallError::None) {
+        return false;
+    }
+    const std::vector<Entry> entries = Sort(files);
+    return std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
+        return entry.file.size == bytes.size() && m_steps.Read(entry.file.path).bytes == bytes;
+    });
+}
+
+// Reads the folder, unless it is known already, and makes it if need be.
+CallError Backups::Load() {
+    if (m_isLoaded) {
+        return CallError::None;
+    }
+    std::vector<FolderEntry> files;
+    CallError error = ListFiles(files);
+    if (error == CallError::FolderMissing) {
+        error = m_steps.Calls().MakeFolder(m_folder);
+    }
+    m_earlier = Sort(files);
+    m_isLoaded = error == CallError::None;
+    return error;
+}
+
+std::string Backups::NewName() {
+    FileCalls& calls = m_steps.Calls();
+    const std::string date = DateText(calls.LocalTime(calls.NowTicks()));
+    int number = 1;
+    for (const Entry& entry : m_earlier) {
+        if (entry.file.date == date && !entry.file.isFirst) {
+            number = std::max(number, entry.number + 1);
+        }
+    }
+    return m_folder + m_stem + " (" +
+           std::string(m_earlier.empty() ? kFirstMark : std::string_view()) + date + ")" +
+           (number > 1 ? " " + std::to_string(number) : std::string()) + m_extension;
+}
+
+CallError Backups::Keep(const std::string& bytes) {
+    CallError error = Load();
+    if (error != CallError::None || IsNewest(bytes)) {
+        return error;
+    }
+    error = m_steps.WriteAndMove(NewName(), bytes, MoveMode::KeepExisting);
+    if (error == CallError::None) {
+        Trim();
+    }
+    return error;
+}
+
+CallError Backups::Prepare(const std::string& bytes, bool& isNeeded) {
+    const CallError error = Load();
+    // Only a copy of the backup that somebody has put back is likely to be the same, and it bears
+    // the backup's time. To read the newest one each time makes a save longer.
+    isNeeded = error != CallError::None || m_earlier.empty() ||
+               m_steps.Calls().Stamp(m_path) != m_earlier.front().stamp || !IsNewest(bytes);
+    return error;
+}
+
+std::string Backups::OldPath(const std::string& bytes) const {
+    return LeftoverPath(m_folder + m_stem + m_extension, LeftoverKind::Old, bytes);
+}
+
+CallError Backups::Adopt(const std::string& path, std::string& name) {
+    CallError error = Load();
+    if (error == CallError::None) {
+        name = NewName();
+        error = m_steps.Move(path, name, MoveMode::KeepExisting);
+    }
+    if (error == CallError::None) {
+        Trim();
+    }
+    return error;
+}
+
+// After a new one was added.
+void Backups::Trim() {
+    m_isLoaded = false;
+    std::size_t kept = 1;  // the new one, whatever the clock has said before
+    for (const Entry& backup : m_earlier) {
+        if (!backup.file.isFirst && ++kept > kBackupsKept) {
+            m_steps.Delete(backup.file.path);
+        }
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,223 @@
+#include "core/files/Leftovers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <utility>
+
+#include "core/files/Backups.h"
+#include "core/files/FileSteps.h"
+#include "core/text/Unicode.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::string_view kStart = ".~";
+constexpr std::pair<LeftoverKind, std::string_view> kMarks[] = {{LeftoverKind::New, ".~new-"},
+                                                                {LeftoverKind::Old, ".~old-"},
+                                                                {LeftoverKind::Whole, ".~whole-"}};
+constexpr std::size_t kHashDigits = 16;
+
+// Overwriting a file takes no longer than this after the copy beside it was made.
+constexpr std::uint64_t kOverwritingTicks = 20'000'000;  // 2 s
+
+struct LeftoverName {
+    LeftoverKind kind = LeftoverKind::New;
+    std::uint64_t size = 0;
+    std::uint64_t hash = 0;
+};
+
+// What the name says; nothing for a file of another kind.
+std::optional<LeftoverName> ParseName(std::string_view path) {
+    const std::size_t start = path.rfind(kStart);
+    const std::string_view text = start == std::string_view::npos ? "" : path.substr(start);
+    for (const auto& [kind, mark] : kMarks) {
+        if (text.substr(0, mark.size()) != mark) {
+            continue;
+        }
+        LeftoverName name = {kind, 0, 0};
+        const char* const end = text.data() + text.size();
+        const auto size = std::from_chars(text.data() + mark.size(), end, name.size);
+        if (size.ec != std::errc() || size.ptr == end || *size.ptr != '-') {
+            return std::nullopt;
+        }
+        const auto hash = std::from_chars(size.ptr + 1, end, name.hash, 16);
+        const bool isWhole = hash.ptr == size.ptr + 1 + kHashDigits;
+        const bool isEnd = hash.ptr == end || *hash.ptr == '-';
+        return isWhole && isEnd ? std::optional(name) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+bool IsMissing(CallError error) {
+    return error == CallError::NotFound || error == CallError::FolderMissing;
+}
+
+bool IsHeld(CallError error) {
+    return error == CallError::Shared || error == CallError::Locked;
+}
+
+// Whether `present` is what overwriting `old` with `planned` leaves when it stops in the middle.
+bool IsBetween(std::string_view present, std::string_view old, std::string_view planned) {
+    const auto differ =
+        std::mismatch(present.begin(), present.end(), planned.begin(), planned.end());
+    const auto written = static_cast<std::size_t>(differ.first - present.begin());
+    return present.substr(written) == old.substr(std::min(written, old.size()));
+}
+
+}  // namespace
+
+std::string LeftoverPath(const std::string& path, LeftoverKind kind, std::string_view bytes,
+                         int number) {
+    const auto mark = std::find_if(std::begin(kMarks), std::end(kMarks),
+                                   [&](const auto& row) { return row.first == kind; });
+    char text[48];
+    std::snprintf(text, sizeof(text), "%llu-%016llx", static_cast<unsigned long long>(bytes.size()),
+                  static_cast<unsigned long long>(HashBytes(bytes)));
+    return path + std::string(mark->second) + text +
+           (number > 1 ? "-" + std::to_string(number) : std::string());
+}
+
+// Beside the file, and in the folder of its backups.
+CallError Leftovers::Find(std::vector<std::string>& paths) {
+    const std::string beside = FolderWithSeparator(m_path);
+    const std::pair<std::string, std::string> places[] = {
+        {beside, m_path + std::string(kStart)}, {m_backups.Folder(), m_backups.NameStart()}};
+    for (const auto& [folder, start] : places) {
+        std::vector<FolderEntry> files;
+        const CallError error =
+            m_steps.Retry([&, &start = start] { return m_steps.Calls().List(start, files); });
+        if (error != CallError::None && !IsMissing(error)) {
+            return error;
+        }
+        for (const FolderEntry& file : files) {
+            if (ParseName(file.name)) {
+                paths.push_back(folder + file.name);
+            }
+        }
+    }
+    return CallError::None;
+}
+
+bool Leftovers::MayExist() {
+    std::vector<std::string> paths;
+    const CallError error = Find(paths);
+    // Beside a server that does not answer nothing can be put back; each question takes seconds.
+    return !paths.empty() || (error != CallError::None && error != CallError::Unreachable);
+}
+
+CallError Leftovers::Finish(bool isMissing) {
+    List list;
+    CallError error = Read(isMissing, list);
+    if (error != CallError::None || list.empty()) {
+        return error;
+    }
+    FileBytes present;
+    error = isMissing ? PutBack(list, present) : Mend(list, present);
+    if (error == CallError::None) {
+        ClearAway(list, present.bytes);
+    }
+    return error;
+}
+
+// One that cannot be read may be the file itself, as long as that is missing. Beside the file one
+// that is held is being written by somebody.
+CallError Leftovers::Read(bool isMissing, List& list) {
+    std::vector<std::string> paths;
+    const CallError error = Find(paths);
+    for (const std::string& path : paths) {
+        const LeftoverName name = *ParseName(path);
+        Leftover leftover = {path, name.kind, false, false, m_steps.Read(path)};
+        const CallError read = leftover.content.error;
+        if (read == CallError::None) {
+            const std::string& bytes = leftover.content.bytes;
+            leftover.agrees = bytes.size() == name.size && HashBytes(bytes) == name.hash;
+            leftover.isPlanned =
+                name.kind == LeftoverKind::New && path.compare(0, path.rfind(kStart), m_path) == 0;
+            list.push_back(std::move(leftover));
+        } else if (isMissing && !IsMissing(read) &&
+                   !(name.kind == LeftoverKind::New && IsHeld(read))) {
+            return read;
+        }
+    }
+    return error;
+}
+
+// The old content rather than the new one, which nobody has been told of yet.
+CallError Leftovers::PutBack(List& list, FileBytes& present) {
+    for (const LeftoverKind kind : {LeftoverKind::Old, LeftoverKind::Whole, LeftoverKind::New}) {
+        const auto found = std::find_if(list.begin(), list.end(), [&](const Leftover& leftover) {
+            return leftover.kind == kind && leftover.agrees &&
+                   (leftover.isPlanned || kind != LeftoverKind::New);
+        });
+        if (found == list.end()) {
+            continue;
+        }
+        const CallError error = m_steps.Move(found->path, m_path, MoveMode::KeepExisting);
+        if (error == CallError::None) {
+            present = std::move(found->content);
+            list.erase(found);
+        } else if (error == CallError::Exists) {
+            present = m_steps.Read(m_path);  // somebody has made a new one
+            return present.error;
+        }
+        return error;
+    }
+    return CallError::None;
+}
+
+// Ends the overwriting of a file with several hard links by giving it its old content again.
+CallError Leftovers::Mend(const List& list, FileBytes& present) {
+    present = m_steps.Read(m_path);
+    const auto whole = std::find_if(list.begin(), list.end(), [&](const Leftover& leftover) {
+        return leftover.kind == LeftoverKind::Whole && leftover.agrees;
+    });
+    if (present.error != CallError::None || whole == list.end() || !IsTorn(list, *whole, present)) {
+        return present.error;
+    }
+    // Another program may have written it since then, so it is not lost either.
+    CallError error = m_backups.Keep(present.bytes);
+    if (error == CallError::None) {
+        bool isWhole = true;
+        error = m_steps.WriteInPlace(m_path, whole->content.bytes, present.bytes, isWhole);
+    }
+    present.bytes = whole->content.bytes;
+    return error;
+}
+
+// What another program has written since is no torn file. Beside the copy of the old content there
+// is one of the new: between the two lies whatever a program that was killed leaves. A machine that
+// stopped may leave anything, but not later than the overwriting would have ended.
+bool Leftovers::IsTorn(const List& list, const Leftover& whole, const FileBytes& present) const {
+    const std::string& old = whole.content.bytes;
+    for (const Leftover& planned : list) {
+        if (planned.isPlanned && planned.agrees) {
+            const std::string& bytes = planned.content.bytes;
+            if (present.bytes == bytes || present.bytes == old) {
+                return false;
+            }
+            if (IsBetween(present.bytes, old, bytes)) {
+                return true;
+            }
+        }
+    }
+    const std::uint64_t begun = whole.content.stamp.modifiedTicks;
+    const std::uint64_t changed = present.stamp.modifiedTicks;
+    return present.bytes != old && changed >= begun && changed - begun <= kOverwritingTicks;
+}
+
+// A new content that does not agree with its name is one that was never finished.
+void Leftovers::ClearAway(const List& list, const std::string& present) {
+    for (const Leftover& leftover : list) {
+        const std::string& bytes = leftover.content.bytes;
+        const bool isUnfinished = leftover.kind == LeftoverKind::New && !leftover.agrees;
+        std::string kept;
+        if (isUnfinished || bytes == present || m_backups.Has(bytes)) {
+            m_steps.Delete(leftover.path);
+        } else {
+            m_backups.Adopt(leftover.path, kept);  // if that fails, the next one tries again
+        }
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,192 @@
+#include "core/ini/IniDocument.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "core/ini/IniParser.h"
+#include "core/text/Unicode.h"
+
+namespace tamarind {
+IniDocument IniDocument::Parse(std::string bytes, CodePage codePage) {
+    IniDocument document;
+    document.m_codePage = codePage;
+    document.m_bytes = std::move(bytes);
+    IniParser(document).ParseFile();
+    return document;
+}
+
+std::string IniDocument::Bytes() const {
+    std::string result(MarkBytes(m_mark));
+    result.reserve(m_bytes.size() + m_tail.size());
+    TextSpan run;
+    for (LineId id = m_firstLine; id != kNone; id = LineBehind(id)) {
+        const IniLine& line = m_lines[id];
+        if (line.kind == IniLineKind::Deleted) {
+            continue;
+        }
+        if (line.bytes.begin == run.end) {
+            run.end = line.bytes.end;
+            continue;
+        }
+        result.append(m_bytes, run.begin, run.end - run.begin);
+        run = line.bytes;
+    }
+    return result.append(m_bytes, run.begin, run.end - run.begin).append(m_tail);
+}
+
+std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view name) const {
+    if (!m_sectionTable.IsMade()) {
+        IndexSections();
+    }
+    name = TrimIniSpaces(name);
+    const SectionId id = m_sectionTable.Find(SectionNames{this}, NameHash(name), name);
+    return id == kNone ? std::nullopt : std::optional(id);
+}
+
+std::optional<IniDocument::LineId> IniDocument::FindKey(SectionId section,
+                                                        std::string_view name) const {
+    name = TrimIniSpaces(name);
+    const LineId line = KeysOf(section).Find(KeyNames{this}, NameHash(name), name);
+    return line == kNone ? std::nullopt : std::optional(line);
+}
+
+IniDocument::KeyLines IniDocument::FindKeyForms(SectionId section, std::string_view name,
+                                                std::uint32_t hash) const {
+    NameTable& keys = KeysOf(section);
+    const auto find = [&](auto accepts) {
+        return keys.FindForm(KeyNames{this}, hash, name, [this, name, accepts](LineId id) {
+            const bool isActive = m_lines[id].kind == IniLineKind::Key;
+            return accepts(isActive) &&
+                   EqualsIgnoreCase(KeyName(id).substr(isActive ? 0 : 1), name);
+        });
+    };
+    const LineId first = find([](bool) { return true; });
+    if (first == kNone || m_lines[first].kind == IniLineKind::Key) {
+        return {first, kNone};
+    }
+    return {find([](bool isActive) { return isActive; }), first};
+}
+
+std::optional<std::string_view> IniDocument::FindValue(std::string_view section,
+                                                       std::string_view key) const {
+    const std::optional<SectionId> sectionId = FindSection(section);
+    const std::optional<LineId> line = sectionId ? FindKey(*sectionId, key) : std::nullopt;
+    return line ? std::optional(Value(*line)) : std::nullopt;
+}
+
+IniDocument::LineId IniDocument::FirstLine(SectionId section) const {
+    return NextLine(m_sections[section].header);
+}
+
+bool IniDocument::IsRepeated(LineId line) const {
+    KeysOf(m_lines[line].section);
+    return m_lines[line].repeatsName;
+}
+
+std::size_t IniDocument::KeyNameUnits(LineId line) const {
+    const std::string_view name = KeyName(line);
+    return m_lines[line].isAscii ? name.size() : Utf16Length(name);
+}
+
+std::string_view IniDocument::Value(LineId line) const {
+    const std::string_view value = QuotedValue(line);
+    return m_lines[line].hasInnerMark ? value : UnquoteIniValue(value);
+}
+
+std::string_view IniDocument::QuotedValue(LineId line) const {
+    const IniLine& record = m_lines[line];
+    if (!IsIniKey(record.kind)) {
+        return {};
+    }
+    if (record.isDecoded) {
+        std::uint32_t length = 0;
+        std::memcpy(&length, m_decoded.data() + record.name.begin - sizeof length, sizeof length);
+        return {m_decoded.data() + record.name.end, length};
+    }
+    const std::size_t end = record.bytes.end - record.lineEndLength;
+    const char* const equals = m_bytes.data() + m_bytes.find('=', record.name.end);
+    return IniValueBehind(equals, {m_bytes.data(), end});
+}
+
+std::string_view IniDocument::SearchableBytes() const {
+    return m_mark == FileMark::Utf16Le ? std::string_view() : std::string_view(m_bytes);
+}
+
+IniDocument::LineId IniDocument::LineAt(std::size_t offset) const {
+    const auto behind =
+        std::upper_bound(m_lines.begin(), m_lines.end(), offset,
+                         [](std::size_t at, const IniLine& line) { return at < line.bytes.begin; });
+    return static_cast<LineId>(behind - m_lines.begin()) - 1;
+}
+
+std::vector<std::string> IniDocument::LineTexts(LineId line) const {
+    const IniLine& record = m_lines[line];
+    if (IsIniKey(record.kind)) {
+        return {std::string(KeyName(line)) + "=" + std::string(QuotedValue(line))};
+    }
+    const bool isWide = m_mark == FileMark::Utf16Le;
+    const CodePage codePage = m_mark == FileMark::None ? m_codePage : kCodePageUtf8;
+    const std::string_view bytes = Text(record.bytes, false);
+    const std::string wide = isWide ? DecodeUtf16Le(bytes) : std::string();
+    std::string_view rest = isWide ? wide : bytes;
+    std::vector<std::string> texts;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+        const std::string_view text = TrimIniBlanks(rest.substr(0, end));
+        if (!text.empty()) {
+            texts.push_back(IsAscii(text) ? std::string(text) : DecodeCodePage(text, codePage));
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return texts;
+}
+
+// From the last one to the first, so that the first one of a name is the one that counts.
+void IniDocument::IndexSections() const {
+    m_sectionTable.Reset(m_sections.size());
+    for (auto id = static_cast<SectionId>(m_sections.size()); id > 0; --id) {
+        m_sectionTable.Put(SectionNames{this}, id - 1);
+    }
+}
+
+// Makes the section's table, or a larger one. The lines come from the last to the first, so that
+// each becomes the head of the lines of its name and the first one ends up as the one that counts,
+// in constant time however often a name is repeated.
+void IniDocument::IndexKeys(SectionId section) const {
+    std::uint32_t& number = m_sections[section].keyTable;
+    if (number == kNone) {
+        number = static_cast<std::uint32_t>(m_keyTables.size());
+        m_keyTables.emplace_back();
+    }
+    NameTable& table = m_keyTables[number];
+    const LineId header = m_sections[section].header;
+    if (m_nextLines.empty()) {
+        const LineId last = m_sections[section].lastLine;
+        table.Reset(last - header);
+        for (LineId id = last; id > header; --id) {
+            IndexKey(table, id);
+        }
+        return;
+    }
+    std::vector<LineId> lines;
+    for (LineId id = NextLine(header); id != kNone; id = NextLine(id)) {
+        lines.push_back(id);
+    }
+    table.Reset(lines.size());
+    std::for_each(lines.rbegin(), lines.rend(), [&](LineId id) { IndexKey(table, id); });
+}
+
+void IniDocument::IndexKey(NameTable& table, LineId id) const {
+    if (!IsIniKey(m_lines[id].kind)) {
+        return;
+    }
+    m_lines[id].repeatsName = false;
+    const LineId next = table.Put(KeyNames{this}, id);
+    if (next != kNone) {
+        m_lines[next].repeatsName = true;
+        m_nextOfSameName.resize(std::max(m_nextOfSameName.size(), m_lines.size()), kNone);
+        m_nextOfSameName[id] = next;
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/ini/IniDocument.h"
+
+namespace tamarind {
+
+// Visits each key of a file once, commented-out ones included: `visit(section, line)`. Of two
+// sections, or of two lines of a section, with one name the first counts.
+template <typename Visit>
+void ForEachEntry(const IniDocument& file, Visit visit) {
+    for (IniDocument::SectionId id = 0; id < file.SectionCount(); ++id) {
+        const std::string_view section = file.SectionName(id);
+        if (file.FindSection(section) != id) {
+            continue;
+        }
+        for (auto line = file.FirstLine(id); line != IniDocument::kNone;
+             line = file.NextLine(line)) {
+            if (IsIniKey(file.Kind(line)) && !file.IsRepeated(line)) {
+                visit(section, line);
+            }
+        }
+    }
+}
+
+}  // namespace tamarind

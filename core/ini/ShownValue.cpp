@@ -1,0 +1,50 @@
+#include "core/ini/ShownValue.h"
+
+#include "core/ini/IniParser.h"
+
+namespace tamarind {
+namespace {
+
+// Readers take away blanks first, and then one pair of quotes.
+std::string WithSafeQuotes(std::string_view value) {
+    const bool wouldBeStripped = TrimIniBlanks(value) != value || UnquoteIniValue(value) != value;
+    const std::string quote = wouldBeStripped ? "\"" : "";
+    return quote + std::string(value) + quote;
+}
+
+}  // namespace
+
+std::string_view StoredValue(std::string_view shown) {
+    return TrimIniSpaces(shown);
+}
+
+IniEdit WriteExactValue(IniDocument& document, std::string_view section, std::string_view key,
+                        std::string_view value) {
+    return document.FindValue(section, key) == value
+               ? IniEdit::Unchanged
+               : document.SetValue(section, key, WithSafeQuotes(value));
+}
+
+IniEdit WriteShownValue(IniDocument& document, std::string_view section, std::string_view key,
+                        KeyForm form, bool replacesOtherForm, std::string_view shown) {
+    const std::string commented = ";" + std::string(key);
+    const bool isCommented = form == KeyForm::Commented;
+    const std::string_view name = isCommented ? std::string_view(commented) : key;
+    const std::string_view otherName = isCommented ? key : std::string_view(commented);
+    if (replacesOtherForm && !document.FindValue(section, name)) {
+        const IniEdit edit = document.ToggleComment(section, key, isCommented);
+        if (IsRefused(edit)) {
+            return edit;
+        }
+    }
+    const auto present = document.FindValue(section, name);
+    if (present != shown) {
+        const IniEdit edit = document.SetValue(section, name, WithSafeQuotes(StoredValue(shown)));
+        if (IsRefused(edit)) {
+            return edit;
+        }
+    }
+    return replacesOtherForm ? document.DeleteKey(section, otherName) : IniEdit::Changed;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "core/text/WideText_win32.h"
+
+namespace tamarind {
+
+// The absolute form of a path, without "/", "." and "..".
+inline std::wstring FullPath(const std::string& path) {
+    const std::wstring wide = Widen(path);
+    std::wstring full(wide.size() + MAX_PATH, L'\0');
+    DWORD length = 0;
+    while ((length = GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(),
+                                      nullptr)) >= full.size()) {
+        full.resize(length + 1);
+    }
+    full.resize(length);
+    return length == 0 ? wide : full;
+}
+
+// The usual form of a path that the system gives back in the form for any length.
+inline std::wstring PlainPath(const std::wstring& path) {
+    if (path.compare(0, 8, L"\\\\?\\UNC\\") == 0) {
+        return L"\\\\" + path.substr(8);
+    }
+    const bool hasDrive = path.compare(0, 4, L"\\\\?\\") == 0 && path.size() > 5 && path[5] == L':';
+    return hasDrive ? path.substr(4) : path;
+}
+
+// The form in which the system takes a path of any length. Short paths stay as they are; the
+// limit for folders is twelve characters lower than that for files.
+inline std::wstring LongPath(const std::string& path) {
+    constexpr std::size_t kLongestShortPath = MAX_PATH - 13;
+    std::wstring full = FullPath(path);
+    if (full.size() <= kLongestShortPath || full.compare(0, 4, L"\\\\?\\") == 0) {
+        return full;
+    }
+    if (full.compare(0, 2, L"\\\\") == 0) {
+        return L"\\\\?\\UNC" + full.substr(1);
+    }
+    return L"\\\\?\\" + full;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,113 @@
+#include "core/text/AsciiSearch.h"
+
+#include <emmintrin.h>
+
+#include <bit>
+
+namespace tamarind {
+namespace {
+
+constexpr std::size_t kBlock = 16;
+
+bool IsLetter(char c) {
+    return c >= 'a' && c <= 'z';
+}
+
+// The bit that tells a letter's two cases apart; none for other characters.
+char CaseBit(char c) {
+    return IsLetter(c) ? 0x20 : 0;
+}
+
+bool MatchesAt(const char* text, std::string_view needle) {
+    for (std::size_t at = 0; at < needle.size(); ++at) {
+        if ((text[at] | CaseBit(needle[at])) != needle[at]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+__m128i Load(const char* text) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+}
+
+// Compares one character of the needle with sixteen of the text at once; all bits of a place that
+// has it are set.
+class WideCharacter {
+public:
+    explicit WideCharacter(char c)
+        : m_letter(_mm_set1_epi8(c)), m_case(_mm_set1_epi8(CaseBit(c))) {}
+
+    __m128i EqualAt(const char* text) const {
+        return _mm_cmpeq_epi8(_mm_or_si128(Load(text), m_case), m_letter);
+    }
+
+private:
+    __m128i m_letter;
+    __m128i m_case;
+};
+
+}  // namespace
+
+// Looks for the needle's first and last character at their distance: few places have both.
+std::size_t FindAsciiIgnoreCase(std::string_view text, std::string_view needle, std::size_t from) {
+    if (text.size() < needle.size()) {
+        return std::string_view::npos;
+    }
+    const std::size_t places = text.size() - needle.size() + 1;
+    const std::size_t toLast = needle.size() - 1;
+    const WideCharacter first(needle.front());
+    const WideCharacter last(needle.back());
+    const auto hitsAt = [&](const char* here) {
+        return _mm_and_si128(first.EqualAt(here), last.EqualAt(here + toLast));
+    };
+    std::size_t at = from;
+    while (at + kBlock <= places) {
+        // Four blocks without any are passed over with one look.
+        for (; at + 4 * kBlock <= places; at += 4 * kBlock) {
+            const char* const here = text.data() + at;
+            const __m128i any =
+                _mm_or_si128(_mm_or_si128(hitsAt(here), hitsAt(here + kBlock)),
+                             _mm_or_si128(hitsAt(here + 2 * kBlock), hitsAt(here + 3 * kBlock)));
+            if (_mm_movemask_epi8(any) != 0) {
+                break;
+            }
+        }
+        if (at + kBlock > places) {
+            break;
+        }
+        const char* const here = text.data() + at;
+        auto hits = static_cast<unsigned>(_mm_movemask_epi8(hitsAt(here)));
+        for (; hits != 0; hits &= hits - 1) {
+            const auto offset = static_cast<std::size_t>(std::countr_zero(hits));
+            if (MatchesAt(here + offset, needle)) {
+                return at + offset;
+            }
+        }
+        at += kBlock;
+    }
+    for (; at < places; ++at) {
+        if (MatchesAt(text.data() + at, needle)) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+std::size_t FindNonAscii(std::string_view text, std::size_t from) {
+    std::size_t at = from;
+    for (; at + kBlock <= text.size(); at += kBlock) {
+        const auto high = static_cast<unsigned>(_mm_movemask_epi8(Load(text.data() + at)));
+        if (high != 0) {
+            return at + static_cast<std::size_t>(std::countr_zero(high));
+        }
+    }
+    for (; at < text.size(); ++at) {
+        if (static_cast<unsigned char>(text[at]) >= 0x80) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+}  // namespace tamarind

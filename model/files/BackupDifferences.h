@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/ini/IniDocument.h"
+
+namespace tamarind {
+
+// A backup of a file beside what the file is now.
+struct BackupInfo {
+    std::string path;
+    std::string date;        // when it was made, in local time: "2026-11-21 06.45.12"
+    std::uint64_t size = 0;  // bytes
+    bool isFirst = false;    // the oldest, which is kept for good
+    std::size_t differingKeys = 0;
+};
+
+// A key that says something else in a backup: lines as an INI file has them, empty for none.
+struct BackupDifference {
+    std::string key;  // with its section
+    std::string inBackup;
+    std::string now;
+};
+
+// The keys that differ between two INI files, in the order of `now`, then those that only
+// `backup` has. Of a key that a section has twice the first line counts.
+std::vector<BackupDifference> CompareBackup(const IniDocument& backup, const IniDocument& now);
+
+}  // namespace tamarind

@@ -1,0 +1,93 @@
+#include "model/files/DescriptionWriter.h"
+
+#include "core/ini/IniTransaction.h"
+#include "core/ini/ShownValue.h"
+#include "core/ini/cProfile.h"
+#include "core/text/Unicode.h"
+
+namespace tamarind {
+namespace {
+
+IniEdit WriteEntry(const KeyRecord& record, IniDocument& file) {
+    std::string entry(record.defaultValue);
+    entry.append(kEntrySeparator).append(record.description);
+    return WriteExactValue(file, record.category, record.keyName, entry);
+}
+
+template <typename Visit>
+void ForEachPending(const KeyStore& store, Visit visit) {
+    for (const auto& own : store.OwnDescriptions()) {
+        if (store.IsDescriptionPending(own.first)) {
+            visit(own.first);
+        }
+    }
+}
+
+IniEdit WriteEntries(const KeyStore& store, IniDocument& file) {
+    IniEdit result = IniEdit::Changed;
+    ForEachPending(store, [&](RowKey key) {
+        if (!IsRefused(result)) {
+            result = WriteEntry(store.Record(key), file);
+        }
+    });
+    return result;
+}
+
+}  // namespace
+
+std::string StoredDescription(std::string_view text) {
+    std::string stored;
+    stored.reserve(text.size());
+    for (const char c : text) {
+        if (c != '\n') {
+            stored += c == '\r' ? '@' : c;
+        }
+    }
+    return stored;
+}
+
+std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key) {
+    const std::string_view value = store.Record(key).defaultValue;
+    // A slash at its end would be taken for the first of the three behind it.
+    const bool isClear = value.empty() || value.back() != '/';
+    const std::size_t used = Utf16Length(value) + kEntrySeparator.size() + 1;
+    return store.CanDescribe(key) && isClear && used < cProfile::kBufferSize
+               ? cProfile::kBufferSize - used
+               : 0;
+}
+
+DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path,
+                                    std::shared_ptr<const IniDocument>& known,
+                                    const std::function<bool()>& mayWrite) {
+    DescriptionResult result;
+    IniTransaction transaction(files, Backup::Yes);
+    bool isAgain = true;
+    while (isAgain) {
+        FileError error = transaction.Begin({path});
+        const IniSnapshot now = error == FileError::None ? transaction.Read(path) : IniSnapshot();
+        error = error == FileError::None ? now.error : error;
+        if (error != FileError::None) {
+            result.written = {error, IniEdit::Unchanged, transaction.AsideOf(path)};
+            return result;
+        }
+        if (now.document->Bytes() != known->Bytes()) {
+            transaction.Pause();
+            if (!mayWrite()) {
+                return {{}, true};
+            }
+            known = now.document;  // the answer is about this state
+            continue;
+        }
+        const IniTransaction::Written written = transaction.Edit(
+            path, [&](IniDocument& document) { return WriteEntries(store, document); });
+        result.written = written.result;
+        isAgain = written.isAgain;
+    }
+    if (result.written.Succeeded()) {
+        known = transaction.Read(path).document;
+        ForEachPending(store, [&](RowKey key) { store.SetDescriptionSaved(key); });
+    }
+    return result;
+}
+
+}  // namespace tamarind

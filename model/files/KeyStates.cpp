@@ -1,0 +1,170 @@
+#include "model/files/KeyStates.h"
+
+#include <optional>
+
+#include "core/ini/cProfile.h"
+
+namespace tamarind {
+namespace {
+
+// The names of a large data file are further away than the processor's near caches. When a name is
+// compared, it has been on its way for as long as the keys before it take.
+constexpr RowKey kKeysAhead = 8;
+
+void Prefetch(std::string_view text) {
+#if defined(__GNUC__)
+    __builtin_prefetch(text.data());
+#else
+    static_cast<void>(text);
+#endif
+}
+
+// Where a key stands in the settings.
+struct Place {
+    KeyState state = KeyState::Absent;
+    IniDocument::LineId line = IniDocument::kNone;
+    std::size_t file = 0;
+};
+
+// Looks keys up in the settings, section by section: neighbouring records nearly always share
+// their section.
+class SettingsReader {
+public:
+    explicit SettingsReader(const SettingsFiles& settings) : m_settings(settings) {}
+
+    Place Find(const KeyStore& store, RowKey key) {
+        SetSection(store.TargetSection(key));
+        const std::string_view name = store.KeyName(key);
+        // A section of the settings file itself needs no look at the name.
+        const bool isInMain = m_inFile.file == 0 || SettingsFiles::StaysInMainFile(name);
+        const Section& section = isInMain ? m_inMain : m_inFile;
+        if (!section.id) {
+            return {KeyState::Absent, IniDocument::kNone, section.file};
+        }
+        const IniDocument::KeyLines found =
+            Document(section.file).FindKeyForms(*section.id, name, store.NameHash(key));
+        if (found.active != IniDocument::kNone) {
+            return {KeyState::Active, found.active, section.file};
+        }
+        return {found.commented == IniDocument::kNone ? KeyState::Absent : KeyState::Commented,
+                found.commented, section.file};
+    }
+
+    std::optional<std::string_view> ValueAt(const Place& place) const {
+        return place.line == IniDocument::kNone
+                   ? std::nullopt
+                   : std::optional(CutToBuffer(Document(place.file).Value(place.line)));
+    }
+
+private:
+    struct Section {
+        std::size_t file = 0;
+        std::optional<IniDocument::SectionId> id;
+    };
+
+    const IniDocument& Document(std::size_t file) const {
+        return *m_settings.Files()[file].document;
+    }
+
+    void SetSection(std::string_view section) {
+        // The records of one category share the text itself.
+        if (!m_isSectionKnown || section.data() != m_sectionName.data() ||
+            section.size() != m_sectionName.size()) {
+            m_isSectionKnown = true;
+            m_sectionName = section;
+            m_inMain = {0, Document(0).FindSection(section)};
+            const std::size_t file = m_settings.FileOf(section);
+            m_inFile = file == 0 ? m_inMain : Section{file, Document(file).FindSection(section)};
+        }
+    }
+
+    const SettingsFiles& m_settings;
+    bool m_isSectionKnown = false;
+    std::string_view m_sectionName;
+    Section m_inMain;
+    Section m_inFile;
+};
+
+KeyStore::Documents DocumentsOf(const SettingsFiles& settings) {
+    KeyStore::Documents documents;
+    for (const SettingsFiles::File& file : settings.Files()) {
+        documents.push_back(file.document);
+    }
+    return documents;
+}
+
+// Whether a pending change comes to what the settings say already.
+bool IsAsPending(const KeyStore& store, RowKey key, const Place& place,
+                 std::optional<std::string_view> value) {
+    switch (store.CurrentState(key)) {
+        case KeyState::ToBeDeleted:
+            return place.state == KeyState::Absent;
+        case KeyState::ValueSet:
+            return place.state == KeyState::Active && value == store.CurrentValue(key);
+        default:
+            return place.state == KeyState::Commented && value == store.CurrentValue(key);
+    }
+}
+
+}  // namespace
+
+void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
+                     const std::function<void()>& advance) {
+    SettingsReader reader(settings);
+    store.SetSettings(DocumentsOf(settings));
+    for (RowKey key = 1; key <= store.Size(); ++key) {
+        advance();
+        if (key + kKeysAhead <= store.Size()) {
+            Prefetch(store.KeyName(key + kKeysAhead));
+        }
+        const Place place = reader.Find(store, key);
+        store.SetFromSettings(key, place.state, place.line, place.file);
+    }
+}
+
+OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
+                                  const SettingsFiles& now) {
+    SettingsReader former(before);
+    SettingsReader present(now);
+    store.SetSettingsBelowPending(DocumentsOf(now));
+    OutsideChanges changes;
+    for (RowKey key = 1; key <= store.Size(); ++key) {
+        const Place was = former.Find(store, key);
+        const Place is = present.Find(store, key);
+        const auto value = present.ValueAt(is);
+        const bool isChanged = was.state != is.state || former.ValueAt(was) != value;
+        if (!store.IsPending(key)) {
+            store.SetFromSettings(key, is.state, is.line, is.file);
+            if (isChanged) {
+                changes.changed.push_back(key);
+            }
+            continue;
+        }
+        store.SetInitialState(key, is.state);
+        if (isChanged && !IsAsPending(store, key, is, value) && store.FirstTwin(key) == key) {
+            changes.conflicts.push_back(key);
+        }
+    }
+    return changes;
+}
+
+void TakeFromSettings(KeyStore& store, RowKey key, const SettingsFiles& settings) {
+    const Place place = SettingsReader(settings).Find(store, key);
+    store.ForEachTwin(key, [&](RowKey twin) {
+        store.SetFromSettings(twin, place.state, place.line, place.file);
+    });
+}
+
+std::string LineInSettings(const KeyStore& store, RowKey key, const SettingsFiles& settings) {
+    SettingsReader reader(settings);
+    const Place place = reader.Find(store, key);
+    if (place.state == KeyState::Absent) {
+        return {};
+    }
+    std::string line(place.state == KeyState::Commented ? ";" : "");
+    line += store.KeyName(key);
+    line += '=';
+    return line += *reader.ValueAt(place);
+}
+
+}  // namespace tamarind

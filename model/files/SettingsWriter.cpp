@@ -1,0 +1,204 @@
+#include "model/files/SettingsWriter.h"
+
+namespace tamarind {
+namespace {
+
+IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& store, RowKey key) {
+    const std::string_view section = store.TargetSection(key);
+    const std::string_view name = store.KeyName(key);
+    if (action.writes) {
+        const bool replacesOther = action.deletesActive || action.deletesCommented;
+        return WriteShownValue(document, section, name, *action.writes, replacesOther,
+                               store.WholeValue(key).value_or(std::string_view()));
+    }
+    IniEdit edit = IniEdit::Unchanged;
+    if (action.deletesActive) {
+        edit = document.DeleteKey(section, name);
+    }
+    if (action.deletesCommented) {
+        edit = document.DeleteKey(section, ";" + std::string(name));
+    }
+    return edit;
+}
+
+}  // namespace
+
+std::optional<SaveAction> SaveActionOf(KeyState currentState, KeyState initialState) {
+    SaveAction action;
+    switch (currentState) {
+        case KeyState::ToBeDeleted:
+            action.deletesActive = initialState == KeyState::Active;
+            action.deletesCommented = initialState == KeyState::Commented;
+            return action;
+        case KeyState::ValueSet:
+            action.deletesCommented = initialState == KeyState::Commented;
+            action.writes = KeyForm::Active;
+            return action;
+        case KeyState::ToBeCommented:
+            action.deletesActive = initialState == KeyState::Active;
+            action.writes = KeyForm::Commented;
+            return action;
+        case KeyState::Absent:
+        case KeyState::Active:
+        case KeyState::Commented:
+            break;
+    }
+    return std::nullopt;
+}
+
+SaveResult SettingsWriter::Save() {
+    std::vector<std::string> paths = m_settings.Paths();
+    Step step = Step::BeginAgain;
+    while (step == Step::BeginAgain) {
+        const FileError error = m_transaction.Begin(paths);
+        if (error != FileError::None) {
+            FailAll(error);
+            break;
+        }
+        step = Prepare(paths);
+        if (step == Step::GoOn) {
+            step = WriteFiles();
+        }
+    }
+    return m_result;
+}
+
+SettingsFiles SettingsWriter::ReadAll() {
+    return SettingsFiles::ReadAgain(
+        [this](const std::string& path) { return m_transaction.Read(path); }, m_environment,
+        m_settings);
+}
+
+// Reads all files and brings the records up to date with them.
+SettingsWriter::Step SettingsWriter::Prepare(std::vector<std::string>& paths) {
+    constexpr int kMaxLockings = 5;
+    SettingsFiles now = ReadAll();
+    if (!m_transaction.Holds(now.Paths()) && m_lockings < kMaxLockings) {
+        ++m_lockings;  // redirections have changed
+        paths = now.Paths();
+        return Step::BeginAgain;
+    }
+    const SettingsFiles::File& main = now.Main();
+    if (main.error != FileError::None && !IsMissing(main.error)) {
+        FailAll(main.error);  // it says which keys are in which file
+        return Step::Stop;
+    }
+    const Step asked = AskAboutGoneFiles(now);
+    if (asked != Step::GoOn) {
+        return asked;
+    }
+    TakeRecords(std::move(now), {});
+    if (!m_questions.HasConflicts()) {
+        return Step::GoOn;
+    }
+    m_transaction.Pause();
+    if (m_questions.ResolveConflicts()) {
+        return Step::BeginAgain;
+    }
+    m_result.isCancelled = true;
+    return Step::Stop;
+}
+
+// Makes them of what they held, not of the pending changes alone.
+SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now) {
+    const auto pending = PendingKeys(now);
+    for (std::size_t at = 0; at < pending.size(); ++at) {
+        const SettingsFiles::File& file = now.Files()[at];
+        if (pending[at].empty() || !file.isKept || !IsMissing(file.error) ||
+            m_made.contains(file.path)) {
+            continue;
+        }
+        m_transaction.Pause();
+        if (!m_questions.MayMakeAnew(file.path)) {
+            m_result.isCancelled = true;
+            return Step::Stop;
+        }
+        m_made.insert(file.path);
+        m_transaction.MakeFrom(file.path, file.document->Bytes());
+        return Step::BeginAgain;
+    }
+    return Step::GoOn;
+}
+
+// Each key once, in the order of the data file.
+std::vector<std::vector<RowKey>> SettingsWriter::PendingKeys(const SettingsFiles& settings) const {
+    std::vector<std::vector<RowKey>> pending(settings.Files().size());
+    for (RowKey key = 1; key <= m_store.Size(); ++key) {
+        if (m_store.IsPending(key) && m_store.FirstTwin(key) == key) {
+            pending[settings.FileOf(m_store.TargetSection(key), m_store.KeyName(key))].push_back(
+                key);
+        }
+    }
+    return pending;
+}
+
+SettingsWriter::Step SettingsWriter::WriteFiles() {
+    const auto pending = PendingKeys(m_settings);
+    std::set<RowKey> saved;
+    bool isAgain = false;
+    for (std::size_t at = 0; at < pending.size() && !isAgain; ++at) {
+        const std::string path = m_settings.Files()[at].path;
+        if (pending[at].empty() || m_failed.contains(path)) {
+            continue;
+        }
+        isAgain = WriteFile(path, pending[at]);
+        if (!isAgain && !m_failed.contains(path)) {
+            for (const RowKey key : pending[at]) {
+                m_store.ForEachTwin(key, [&](RowKey twin) {
+                    m_store.SetSaved(twin);
+                    saved.insert(twin);
+                });
+            }
+        }
+    }
+    if (!saved.empty()) {
+        TakeRecords(ReadAll(), saved);
+    }
+    return isAgain ? Step::BeginAgain : Step::Stop;
+}
+
+// Returns whether another round is needed.
+bool SettingsWriter::WriteFile(const std::string& path, const std::vector<RowKey>& keys) {
+    RowKey present = 0;
+    const IniTransaction::Written written = m_transaction.Edit(path, [&](IniDocument& document) {
+        for (const RowKey key : keys) {
+            present = key;
+            const auto action = SaveActionOf(m_store.CurrentState(key), m_store.InitialState(key));
+            const IniEdit edit = Apply(document, *action, m_store, key);
+            if (IsRefused(edit)) {
+                return edit;
+            }
+        }
+        return IniEdit::Changed;
+    });
+    if (!written.isAgain && !written.result.Succeeded()) {
+        m_failed.insert(path);
+        m_result.failures.push_back(
+            {path, written.result, IsRefused(written.result.refused) ? present : 0});
+    }
+    return written.isAgain;
+}
+
+// What was read or written is what later changes are told by.
+void SettingsWriter::TakeRecords(SettingsFiles now, const std::set<RowKey>& saved) {
+    if (saved.empty() && now.IsSameAs(m_settings)) {
+        return;
+    }
+    OutsideChanges changes = TakeOutsideChanges(m_store, m_settings, now);
+    m_settings = std::move(now);
+    std::erase_if(changes.changed, [&](RowKey key) { return saved.contains(key); });
+    m_questions.OnRecordsChanged(changes, {saved.begin(), saved.end()});
+}
+
+void SettingsWriter::FailAll(FileError error) {
+    const auto pending = PendingKeys(m_settings);
+    for (std::size_t at = 0; at < pending.size(); ++at) {
+        const std::string& path = m_settings.Files()[at].path;
+        if (!pending[at].empty() && m_failed.insert(path).second) {
+            m_result.failures.push_back(
+                {path, {error, IniEdit::Unchanged, m_transaction.AsideOf(path)}, 0});
+        }
+    }
+}
+
+}  // namespace tamarind

@@ -1,0 +1,39 @@
+#include "model/keys/KeyList.h"
+
+#include <algorithm>
+
+namespace tamarind {
+
+std::string VisibleText(const KeyRecord& record) {
+    std::string text(record.keyName);
+    if (record.currentState != KeyState::Absent && record.currentState != KeyState::ToBeDeleted) {
+        text += '=';
+        text += record.currentValue.value_or(std::string_view());
+    }
+    return text;
+}
+
+std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view category,
+                          KeyFilter filter) {
+    m_rows.clear();
+    std::size_t found = 0;
+    for (RowKey key = 1; key <= store.Size(); ++key) {
+        if (!isRoot && store.Category(key) != category) {
+            continue;
+        }
+        ++found;
+        if (filter == KeyFilter::ShowAll ||
+            store.IsChecked(key) == (filter == KeyFilter::ShowActive)) {
+            m_rows.push_back(key);
+        }
+    }
+    return found;
+}
+
+std::size_t KeyList::RowOf(RowKey key) const {
+    const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), key);
+    return found != m_rows.end() && *found == key ? static_cast<std::size_t>(found - m_rows.begin())
+                                                  : m_rows.size();
+}
+
+}  // namespace tamarind

@@ -1,0 +1,245 @@
+#include "model/keys/KeyStore.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/ini/cProfile.h"
+#include "core/text/Unicode.h"
+
+namespace tamarind {
+KeyEntry SplitEntry(std::string_view value) {
+    const std::size_t separator = value.find(kEntrySeparator);
+    if (separator == std::string_view::npos) {
+        return {value, {}};
+    }
+    return {value.substr(0, separator), value.substr(separator + kEntrySeparator.size())};
+}
+
+void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string noDescription) {
+    m_keys.clear();
+    m_categories.clear();
+    m_oddNames.clear();
+    m_isInFileOrder = true;
+    m_ownValues.clear();
+    m_ownDescriptions.clear();
+    m_twins.clear();
+    m_twinsOf.clear();
+    m_areTwinsKnown = false;
+    m_settings.clear();
+    m_keys.reserve(std::min(dataFile->LineCount(), kMaxRecords));
+    m_dataFile = std::move(dataFile);
+    m_noDescription = std::move(noDescription);
+}
+
+void KeyStore::AddCategory(std::string_view name, std::string_view targetSection) {
+    m_categories.push_back({name, targetSection});
+}
+
+bool KeyStore::Add(LineId line) {
+    if (m_keys.size() >= kMaxRecords) {
+        return false;
+    }
+    m_isInFileOrder = m_isInFileOrder && (m_keys.empty() || m_keys.back().line < line);
+    StoredKey key;
+    key.line = line;
+    key.category = static_cast<std::uint16_t>(m_categories.size() - 1);
+    m_keys.push_back(key);
+    return true;
+}
+
+bool KeyStore::AddNamed(std::string_view name, std::optional<LineId> line) {
+    if (!Add(line.value_or(IniDocument::kNone))) {
+        return false;
+    }
+    m_keys.back().isNamed = true;
+    m_oddNames.push_back({static_cast<RowKey>(m_keys.size()), std::string(name)});
+    return true;
+}
+
+std::string_view KeyStore::KeyName(RowKey key) const {
+    if (!Stored(key).isNamed) {
+        return m_dataFile->KeyName(Stored(key).line);
+    }
+    return std::lower_bound(m_oddNames.begin(), m_oddNames.end(), key,
+                            [](const OddName& odd, RowKey wanted) { return odd.key < wanted; })
+        ->name;
+}
+
+std::uint32_t KeyStore::NameHash(RowKey key) const {
+    return Stored(key).isNamed ? IniDocument::NameHash(KeyName(key))
+                               : m_dataFile->NameHash(Stored(key).line);
+}
+
+KeyRecord KeyStore::Record(RowKey key) const {
+    const StoredKey& stored = Stored(key);
+    KeyRecord record;
+    record.keyName = KeyName(key);
+    record.category = Category(key);
+    record.targetSection = TargetSection(key);
+    if (stored.line != IniDocument::kNone) {
+        const KeyEntry entry = SplitEntry(CutToBuffer(m_dataFile->Value(stored.line)));
+        record.defaultValue = entry.defaultValue;
+        record.description = entry.description;
+    }
+    if (record.description.empty()) {
+        record.description = m_noDescription;
+    }
+    if (const auto own = m_ownDescriptions.find(key); own != m_ownDescriptions.end()) {
+        record.description = own->second;
+    }
+    record.currentValue = CurrentValue(key);
+    record.initialState = stored.initialState;
+    record.currentState = stored.currentState;
+    record.saveDescription = stored.saveDescription;
+    return record;
+}
+
+bool KeyStore::IsChecked(RowKey key) const {
+    return LooksOf(Stored(key).currentState, {}).isChecked;
+}
+
+void KeyStore::SetDescription(RowKey key, std::string description) {
+    m_ownDescriptions[key] = std::move(description);
+    m_keys[key - 1].saveDescription = true;
+}
+
+bool KeyStore::CanDescribe(RowKey key) const {
+    const LineId line = Stored(key).line;
+    return line != IniDocument::kNone &&
+           CutToBuffer(m_dataFile->Value(line)).size() == m_dataFile->Value(line).size();
+}
+
+RowKey KeyStore::KeyAtLine(LineId line) const {
+    const auto found =
+        std::lower_bound(m_keys.begin(), m_keys.end(), line,
+                         [](const StoredKey& key, LineId wanted) { return key.line < wanted; });
+    return static_cast<RowKey>(found - m_keys.begin()) + 1;
+}
+
+void KeyStore::SetSettings(Documents settings) {
+    m_ownValues.clear();
+    m_settings = std::move(settings);
+}
+
+void KeyStore::SetSettingsBelowPending(Documents settings) {
+    std::deque<std::string> kept;
+    for (RowKey key = 1; key <= m_keys.size(); ++key) {
+        StoredKey& stored = m_keys[key - 1];
+        const auto value = IsPending(key) ? WholeValue(key) : std::nullopt;
+        stored.hasOwnValue = value.has_value();
+        stored.value = IniDocument::kNone;
+        if (value) {
+            stored.value = static_cast<std::uint32_t>(kept.size());
+            kept.emplace_back(*value);
+        }
+    }
+    m_ownValues = std::move(kept);
+    m_settings = std::move(settings);
+}
+
+void KeyStore::SetFromSettings(RowKey key, KeyState state, LineId line, std::size_t file) {
+    StoredKey& stored = m_keys[key - 1];
+    stored.initialState = state;
+    stored.currentState = state;
+    stored.value = line;
+    stored.file = static_cast<std::uint8_t>(file);
+    stored.hasOwnValue = false;
+}
+
+bool KeyStore::HasPending() const {
+    return std::any_of(m_keys.begin(), m_keys.end(), [](const StoredKey& key) {
+        return key.currentState >= KeyState::ToBeDeleted;
+    });
+}
+
+// Only when a key is changed for the first time: it takes as long as a part of the loading.
+void KeyStore::FindTwins() {
+    if (std::exchange(m_areTwinsKnown, true)) {
+        return;
+    }
+    std::vector<std::uint64_t> sectionHashes;
+    for (const StoredCategory& category : m_categories) {
+        sectionHashes.push_back(std::uint64_t{IniDocument::NameHash(category.targetSection)} << 32);
+    }
+    std::vector<std::pair<std::uint64_t, RowKey>> byHash;
+    byHash.reserve(m_keys.size());
+    for (RowKey key = 1; key <= m_keys.size(); ++key) {
+        byHash.emplace_back(sectionHashes[Stored(key).category] | NameHash(key), key);
+    }
+    std::sort(byHash.begin(), byHash.end());
+    for (std::size_t at = 1; at < byHash.size(); ++at) {
+        for (std::size_t other = at; other-- > 0 && byHash[other].first == byHash[at].first;) {
+            if (AreTwins(byHash[other].second, byHash[at].second)) {
+                AddTwin(byHash[other].second, byHash[at].second);
+                break;
+            }
+        }
+    }
+}
+
+bool KeyStore::AreTwins(RowKey left, RowKey right) const {
+    return EqualsIgnoreCase(KeyName(left), KeyName(right)) &&
+           EqualsIgnoreCase(TargetSection(left), TargetSection(right));
+}
+
+void KeyStore::AddTwin(RowKey key, RowKey twin) {
+    const auto [known, isNew] = m_twinsOf.try_emplace(key, m_twins.size());
+    if (isNew) {
+        m_twins.push_back({key});
+    }
+    m_twins[known->second].push_back(twin);
+    m_twinsOf[twin] = m_twinsOf[key];
+}
+
+RowKey KeyStore::FirstTwin(RowKey key) {
+    FindTwins();
+    const auto twins = m_twinsOf.find(key);
+    return twins == m_twinsOf.end() ? key : m_twins[twins->second].front();
+}
+
+void KeyStore::SetOwnValue(RowKey key, const std::string& value) {
+    StoredKey& stored = m_keys[key - 1];
+    if (stored.hasOwnValue) {
+        m_ownValues[stored.value] = value;
+        return;
+    }
+    stored.hasOwnValue = true;
+    stored.value = static_cast<std::uint32_t>(m_ownValues.size());
+    m_ownValues.push_back(value);
+}
+
+void KeyStore::SetValue(RowKey key, const std::string& value, KeyState currentState) {
+    ForEachTwin(key, [&](RowKey twin) {
+        SetOwnValue(twin, value);
+        m_keys[twin - 1].currentState = currentState;
+    });
+}
+
+void KeyStore::SetState(RowKey key, KeyState currentState) {
+    ForEachTwin(key, [&](RowKey twin) { m_keys[twin - 1].currentState = currentState; });
+}
+
+void KeyStore::SetSaved(RowKey key) {
+    SetFromSettings(key, KeyState::Absent, IniDocument::kNone, 0);
+}
+
+std::optional<std::string_view> KeyStore::WholeValue(RowKey key) const {
+    const StoredKey& stored = Stored(key);
+    if (stored.value == IniDocument::kNone) {
+        return std::nullopt;
+    }
+    return stored.hasOwnValue ? std::string_view(m_ownValues[stored.value])
+                              : m_settings[stored.file]->Value(stored.value);
+}
+
+std::optional<std::string_view> KeyStore::CurrentValue(RowKey key) const {
+    const auto value = WholeValue(key);
+    return value ? std::optional(CutToBuffer(*value)) : std::nullopt;
+}
+
+bool KeyStore::CanEditValue(RowKey key) const {
+    const auto value = WholeValue(key);
+    return !value || CutToBuffer(*value).size() == value->size();
+}
+
+}  // namespace tamarind

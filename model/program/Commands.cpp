@@ -1,0 +1,174 @@
+#include "model/program/Commands.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tamarind {
+namespace {
+
+constexpr std::uint16_t kKeyReturn = 0x0D;
+constexpr std::uint16_t kKeyDelete = 0x2E;
+constexpr std::uint16_t kKeyF1 = 0x70;
+constexpr std::uint16_t kKeyF3 = 0x72;
+
+constexpr Shortcut kNoShortcut;
+
+constexpr Shortcut WithControl(char letter, std::string_view text) {
+    return {static_cast<std::uint16_t>(letter), true, false, false, text};
+}
+
+bool Always(const CommandState&) {
+    return true;
+}
+
+bool HasKey(const CommandState& state) {
+    return state.hasKey;
+}
+
+bool HasPresentKey(const CommandState& state) {
+    return state.hasKey && state.isKeyPresent;
+}
+
+bool HasActiveKey(const CommandState& state) {
+    return state.hasKey && state.isKeyActive;
+}
+
+bool IsModified(const CommandState& state) {
+    return state.isModified;
+}
+
+bool Never(const CommandState&) {
+    return false;
+}
+
+constexpr CommandInfo kCommands[] = {
+    {Command::FileOpen, 103, WithControl('O', "Ctrl+O"), "Open", Always, Never},
+    {Command::FileOpenDataFile, 114, kNoShortcut, "", Always, Never},
+    {Command::FileSave, 104, WithControl('S', "Ctrl+S"), "Save", IsModified, Never},
+    {Command::FileSaveDataFile, 115, kNoShortcut, "",
+     [](const CommandState& state) { return state.isDataFileModified; }, Never},
+    {Command::FileSaveAndRestart, 116, kNoShortcut, "",
+     [](const CommandState& state) { return state.isTotalCommanderRunning; }, Never},
+    {Command::FileExport, 112, kNoShortcut, "", HasKey, Never},
+    {Command::FileImport, 113, kNoShortcut, "", HasKey, Never},
+    {Command::FileRestoreBackup, 4021, kNoShortcut, "", Always, Never},
+    {Command::FileRecentFiles, 107, kNoShortcut, "", Always, Never},
+    {Command::FileExit, 110, kNoShortcut, "", Always, Never},
+    {Command::EditUndo, 190, WithControl('Z', "Ctrl+Z"), "Undo",
+     [](const CommandState& state) { return state.canUndo; }, Never},
+    {Command::EditRedo, 191, WithControl('Y', "Ctrl+Y"), "Redo",
+     [](const CommandState& state) { return state.canRedo; }, Never},
+    {Command::EditValue, 192, {kKeyReturn, false, false, true, "Enter"}, "Edit", HasKey, Never},
+    {Command::EditSetValue1, 193, kNoShortcut, "", HasKey, Never},
+    {Command::EditSetValue0, 194, kNoShortcut, "", HasKey, Never},
+    {Command::EditBrowseValue, 195, kNoShortcut, "", HasKey, Never},
+    {Command::EditComment,
+     140,
+     {kKeyDelete, false, true, true, "Shift+Del"},
+     "",
+     HasActiveKey,
+     Never},
+    {Command::EditDelete,
+     132,
+     {kKeyDelete, false, false, true, "Del"},
+     "Delete",
+     HasPresentKey,
+     Never},
+    {Command::ViewToolbar, 142, kNoShortcut, "", Always,
+     [](const CommandState& state) { return state.isToolbarVisible; }},
+    {Command::ViewDescription, 151, kNoShortcut, "", Always,
+     [](const CommandState& state) { return state.isDescriptionVisible; }},
+    {Command::ViewAllKeys, 152, kNoShortcut, "Show All Keys", Always,
+     [](const CommandState& state) { return state.showsAllKeys; }},
+    {Command::ViewActiveKeys, 153, kNoShortcut, "Show Active Keys", Always,
+     [](const CommandState& state) { return state.showsActiveKeys; }},
+    {Command::ViewInactiveKeys, 154, kNoShortcut, "Show Inactive Keys", Always,
+     [](const CommandState& state) { return state.showsInactiveKeys; }},
+    {Command::ViewOptions, 150, kNoShortcut, "Options", Always, Never},
+    {Command::SearchFind, 251, WithControl('F', "Ctrl+F"), "", Always, Never},
+    {Command::SearchFindNext,
+     252,
+     {kKeyF3, false, false, false, "F3"},
+     "",
+     [](const CommandState& state) { return state.canFind; },
+     Never},
+    {Command::FavoritesAdd, 201, kNoShortcut, "",
+     [](const CommandState& state) { return state.hasRow; }, Never},
+    {Command::FavoritesOrganize, 202, kNoShortcut, "", Always, Never},
+    {Command::HelpTopics, 162, {kKeyF1, false, false, false, "F1"}, "", Always, Never},
+    {Command::HelpAbout, 163, kNoShortcut, "", Always, Never},
+};
+
+constexpr Command kSeparator = Command::None;
+
+constexpr Command kFileMenu[] = {
+    Command::FileOpen,
+    Command::FileOpenDataFile,
+    kSeparator,
+    Command::FileSave,
+    Command::FileSaveDataFile,
+    Command::FileSaveAndRestart,
+    kSeparator,
+    Command::FileExport,
+    Command::FileImport,
+    Command::FileRestoreBackup,
+    kSeparator,
+    Command::FileRecentFiles,
+    kSeparator,
+    Command::FileExit,
+};
+constexpr Command kEditMenu[] = {
+    Command::EditUndo,
+    Command::EditRedo,
+    kSeparator,
+    Command::EditValue,
+    Command::EditSetValue1,
+    Command::EditSetValue0,
+    Command::EditBrowseValue,
+    kSeparator,
+    Command::EditComment,
+    Command::EditDelete,
+};
+constexpr Command kViewMenu[] = {
+    Command::ViewToolbar,    Command::ViewDescription,  kSeparator, Command::ViewAllKeys,
+    Command::ViewActiveKeys, Command::ViewInactiveKeys, kSeparator, Command::ViewOptions,
+};
+constexpr Command kSearchMenu[] = {Command::SearchFind, Command::SearchFindNext};
+constexpr Command kFavoritesMenu[] = {Command::FavoritesAdd, Command::FavoritesOrganize};
+constexpr Command kHelpMenu[] = {Command::HelpTopics, kSeparator, Command::HelpAbout};
+
+constexpr MenuInfo kMenuBar[] = {
+    {101, kFileMenu},   {121, kEditMenu},      {141, kViewMenu},
+    {250, kSearchMenu}, {200, kFavoritesMenu}, {161, kHelpMenu},
+};
+
+}  // namespace
+
+std::span<const CommandInfo> AllCommands() {
+    return kCommands;
+}
+
+const CommandInfo& InfoOf(Command command) {
+    return kCommands[static_cast<std::size_t>(command) -
+                     static_cast<std::size_t>(kCommands[0].command)];
+}
+
+const CommandInfo* FindCommand(std::uint32_t number) {
+    const auto first = static_cast<std::uint32_t>(kCommands[0].command);
+    return number >= first && number - first < std::size(kCommands) ? &kCommands[number - first]
+                                                                    : nullptr;
+}
+
+Command CommandOfButton(std::string_view toolbarName) {
+    const auto* const row =
+        std::find_if(std::begin(kCommands), std::end(kCommands), [&](const CommandInfo& info) {
+            return !toolbarName.empty() && info.toolbarName == toolbarName;
+        });
+    return row == std::end(kCommands) ? Command::None : row->command;
+}
+
+std::span<const MenuInfo> MenuBar() {
+    return kMenuBar;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,117 @@
+#include "model/program/OptionsEditor.h"
+
+#include <array>
+
+#include "core/text/LeadingNumber.h"
+#include "core/text/MissingValueMarker.h"
+
+namespace tamarind {
+namespace {
+
+struct FlagRow {
+    bool OptionsEditor::Choices::*choice;
+    std::int32_t Settings::*setting;
+};
+constexpr FlagRow kFlags[] = {
+    {&OptionsEditor::Choices::showsGridLines, &Settings::commandListShowLines},
+    {&OptionsEditor::Choices::isFlat, &Settings::flatUserInterface},
+    {&OptionsEditor::Choices::hasFixedBorders, &Settings::fixedBorders},
+    {&OptionsEditor::Choices::restartsTotalCommander, &Settings::alwaysRestartTC},
+    {&OptionsEditor::Choices::selectsNextKey, &Settings::autoSelectNextKey},
+    {&OptionsEditor::Choices::usesDefaultLanguage, &Settings::useDefaultLanguage},
+};
+
+constexpr std::array<std::int32_t Settings::*, 3> kColors = {
+    &Settings::foregroundColor, &Settings::backgroundColor, &Settings::activeKeyForeColor};
+
+std::int32_t Settings::*SettingOf(OptionsEditor::Color color) {
+    return kColors[static_cast<std::size_t>(color)];
+}
+
+}  // namespace
+
+OptionsEditor::OptionsEditor(SettingsStore& settings, UserPrompts& prompts,
+                             std::string languageFolder)
+    : m_settings(settings), m_prompts(prompts), m_languageFolder(std::move(languageFolder)) {}
+
+void OptionsEditor::Begin() {
+    m_settings.ReloadOptions();
+    const Settings& settings = m_settings.Values();
+    for (const FlagRow& row : kFlags) {
+        m_choices.*row.choice = settings.*row.setting != 0;
+    }
+    m_choices.languageFile =
+        settings.languageFile == MissingValueMarker ? std::string() : settings.languageFile;
+    m_isChanged = false;
+}
+
+void OptionsEditor::SetFlag(bool Choices::*flag, bool isOn) {
+    m_choices.*flag = isOn;
+    m_isChanged = true;
+}
+
+void OptionsEditor::SetLanguageFile(const std::string& path) {
+    m_choices.languageFile = path;
+    m_isChanged = true;
+}
+
+bool OptionsEditor::BrowseLanguageFile() {
+    FileQuestion question;
+    question.initialFolder = m_languageFolder;
+    question.filter = FileFilter::LanguageFile;
+    const std::string path = m_prompts.BrowseForOpen(question);
+    if (path == MissingValueMarker) {
+        return false;
+    }
+    SetLanguageFile(path);
+    return true;
+}
+
+bool OptionsEditor::SelectColor(Color color) {
+    m_prompts.StartColorAt(ColorSetting(color));
+    const std::string chosen = m_prompts.ColorSelect();
+    if (chosen == MissingValueMarker) {
+        return false;
+    }
+    m_settings.Values().*SettingOf(color) = LeadingInteger(chosen);
+    m_settings.SetLookApplied(false);
+    m_isChanged = true;
+    return true;
+}
+
+bool OptionsEditor::SelectFont() {
+    Settings& settings = m_settings.Values();
+    FontChoice font{settings.fontName, UsableFontSize(settings.fontSize), settings.fontStyle,
+                    settings.fontScript};
+    if (!m_prompts.FontSelect(font)) {
+        return false;
+    }
+    settings.fontName = font.name;
+    settings.fontSize = font.points;
+    settings.fontStyle = font.style;
+    settings.fontScript = font.charset;
+    m_settings.SetLookApplied(false);
+    m_isChanged = true;
+    return true;
+}
+
+std::int32_t OptionsEditor::ColorSetting(Color color) const {
+    return m_settings.Values().*SettingOf(color);
+}
+
+WriteResult OptionsEditor::Apply() {
+    Settings& settings = m_settings.Values();
+    for (const FlagRow& row : kFlags) {
+        settings.*row.setting = m_choices.*row.choice ? 1 : 0;
+    }
+    // A path that was never given stays so.
+    if (!m_choices.languageFile.empty() || settings.languageFile != MissingValueMarker) {
+        m_settings.SetLanguageFile(m_choices.languageFile);
+    }
+    m_settings.SetLookApplied(true);
+    WriteResult saved = m_settings.SaveSettings();
+    m_isChanged = !saved.Succeeded();
+    return saved;
+}
+
+}  // namespace tamarind

@@ -1,0 +1,150 @@
+#include "ui/changes/frmConflicts.h"
+
+#include <cstdint>
+
+#include "core/text/WideText_win32.h"
+#include "ui/toolkit/Fonts.h"
+#include "ui/toolkit/WindowCalls.h"
+
+namespace tamarind {
+namespace {
+
+constexpr std::uint16_t kColumnTexts[] = {4044, 4035, 4036};
+constexpr int kKeyColumn = 0;
+constexpr int kTheirColumn = 2;
+constexpr wchar_t kMark[] = L"\u2713 ";  // a check mark, in front of the value that stays
+constexpr wchar_t kPlainMark[] = L"\u221A ";
+
+constexpr Anchor kAnchors[] = {
+    {IDC_CONFLICTS_LBLEXPLANATION, 0, 0, 100, 0},
+    {IDC_CONFLICTS_LSTCONFLICTS, 0, 0, 100, 100},
+    {IDC_CONFLICTS_OPTMINE, 0, 100, 0, 100},
+    {IDC_CONFLICTS_OPTTHEIRS, 0, 100, 0, 100},
+    {IDC_CONFLICTS_CMDKEEPALL, 0, 100, 0, 100},
+    {IDC_CONFLICTS_CMDTAKEALL, 0, 100, 0, 100},
+    {IDOK, 100, 100, 100, 100},
+    {IDCANCEL, 100, 100, 100, 100},
+};
+
+// Windows takes the check mark from a font of symbols, which not every system has; all fonts have
+// the other mark.
+const wchar_t* MarkOfThisSystem() {
+    return HasFont(L"Segoe UI Symbol") ? kMark : kPlainMark;
+}
+
+}  // namespace
+
+frmConflicts::frmConflicts(const DialogStyle& language)
+    : ResizableDialog(IDD_FRMCONFLICTS, L"frmConflicts", language, kAnchors),
+      m_language(language) {}
+
+bool frmConflicts::Show(HWND owner, std::vector<ValueConflict>& conflicts) {
+    m_conflicts = conflicts;
+    for (ValueConflict& conflict : m_conflicts) {
+        conflict.takesTheirs = false;
+    }
+    if (ShowModal(owner) != IDOK) {
+        return false;
+    }
+    conflicts = m_conflicts;
+    return true;
+}
+
+void frmConflicts::OnInit() {
+    std::vector<ReportColumn> columns;
+    for (const std::uint16_t number : kColumnTexts) {
+        columns.push_back({m_language.text(number)});
+    }
+    m_mark = MarkOfThisSystem();
+    lstConflicts.Attach(Handle(), IDC_CONFLICTS_LSTCONFLICTS, columns,
+                        {[this](int row, int column) { return CellText(row, column); },
+                         [this](int row, int column) { return IsPale(row, column); },
+                         [this](int) { ShowChoices(); }, [this](int row) { OnToggled(row); }});
+    lstConflicts.SetRowCount(static_cast<int>(m_conflicts.size()));
+    lstConflicts.SelectRow(0);
+    CenterForm(Handle());
+}
+
+std::optional<LRESULT> frmConflicts::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+            if (HIWORD(wParam) == BN_CLICKED) {
+                OnCommand(LOWORD(wParam));
+            }
+            return 0;
+        default:
+            return ResizableDialog::HandleMessage(message, wParam, lParam);
+    }
+}
+
+void frmConflicts::OnCommand(int id) {
+    switch (id) {
+        case IDC_CONFLICTS_OPTMINE:
+        case IDC_CONFLICTS_OPTTHEIRS:
+            OnOption();
+            break;
+        case IDC_CONFLICTS_CMDKEEPALL:
+            ChooseForAll(false);
+            break;
+        case IDC_CONFLICTS_CMDTAKEALL:
+            ChooseForAll(true);
+            break;
+        case IDOK:
+        case IDCANCEL:
+            EndModal(id);
+            break;
+        default:
+            break;
+    }
+}
+
+// Windows reports a click also where an option only gets the focus.
+void frmConflicts::OnOption() {
+    if (lstConflicts.SelectedRow() != ReportList::kNoRow) {
+        Choose(lstConflicts.SelectedRow(), optTheirs.IsChecked());
+    }
+}
+
+void frmConflicts::OnToggled(int row) {
+    Choose(row, !m_conflicts[static_cast<std::size_t>(row)].takesTheirs);
+}
+
+void frmConflicts::Choose(int row, bool takesTheirs) {
+    m_conflicts[static_cast<std::size_t>(row)].takesTheirs = takesTheirs;
+    ShowChoices();
+}
+
+void frmConflicts::ChooseForAll(bool takesTheirs) {
+    for (ValueConflict& conflict : m_conflicts) {
+        conflict.takesTheirs = takesTheirs;
+    }
+    ShowChoices();
+}
+
+void frmConflicts::ShowChoices() {
+    lstConflicts.Redraw();
+    const int row = lstConflicts.SelectedRow();
+    const bool isSelected = row != ReportList::kNoRow;
+    const bool takesTheirs = isSelected && m_conflicts[static_cast<std::size_t>(row)].takesTheirs;
+    optMine.SetChecked(isSelected && !takesTheirs);
+    optTheirs.SetChecked(takesTheirs);
+    optMine.Enable(isSelected);
+    optTheirs.Enable(isSelected);
+}
+
+std::wstring frmConflicts::CellText(int row, int column) const {
+    const ValueConflict& conflict = m_conflicts[static_cast<std::size_t>(row)];
+    if (column == kKeyColumn) {
+        return Widen(conflict.key);
+    }
+    const std::string& line = column == kTheirColumn ? conflict.theirs : conflict.mine;
+    return (IsPale(row, column) ? L"" : m_mark) +
+           (line.empty() ? ReportList::kNothing : Widen(line));
+}
+
+bool frmConflicts::IsPale(int row, int column) const {
+    return column != kKeyColumn &&
+           (column == kTheirColumn) != m_conflicts[static_cast<std::size_t>(row)].takesTheirs;
+}
+
+}  // namespace tamarind

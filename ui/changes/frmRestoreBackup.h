@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/session/EditorSession.h"
+#include "ui/changes/ChangesIds.h"
+#include "ui/toolkit/DialogControl.h"
+#include "ui/toolkit/ReportList.h"
+#include "ui/toolkit/ResizableDialog.h"
+
+namespace tamarind {
+
+// Shows the backups of the session's files and what each says otherwise than its file does now, and
+// brings one of them back.
+class frmRestoreBackup final : public ResizableDialog {
+public:
+    // Both arguments outlive the window.
+    frmRestoreBackup(EditorSession& session, const DialogStyle& language);
+
+    // Shows the window until a backup is restored or the user closes it.
+    void Show(HWND owner) { ShowModal(owner); }
+
+private:
+    void OnInit() override;
+    std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnCommand(int id, int code);
+    void OnBackupSelected(int row);
+    void OnRestore();
+
+    void MakeLists();
+    void FillFiles();
+    void ShowBackups();
+    const std::string& File() const;
+    std::wstring BackupText(int row, int column) const;
+    std::wstring DifferenceText(int row, int column) const;
+
+    EditorSession& m_session;
+    const DialogStyle& m_language;
+    std::vector<std::string> m_files;
+    std::vector<BackupInfo> m_backups;  // of the chosen file
+    std::vector<BackupDifference> m_differences;
+    ReportList lstBackups;
+    ReportList lstDifferences;
+    DialogControl cboFile{*this, IDC_RESTORE_CBOFILE};
+    DialogControl txtPath{*this, IDC_RESTORE_TXTPATH};
+    DialogControl lblNoBackups{*this, IDC_RESTORE_LBLNOBACKUPS};
+    DialogControl cmdRestore{*this, IDOK};
+};
+
+}  // namespace tamarind

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ui/shell/cCommonDialog.h"
+#include "ui/toolkit/Dialog.h"
+
+namespace tamarind {
+
+// Asks and tells the user with the system's boxes and dialogs, in front of an owner window or the
+// dialog of it that the user is in. While it is hidden they stand alone and have a button in the
+// taskbar.
+class WindowPrompts final : public UserPrompts {
+public:
+    explicit WindowPrompts(std::wstring title) : m_title(std::move(title)) {}
+
+    void SetOwner(HWND owner) { m_owner = owner; }
+    // Of the program's own dialogs, which are not shown without it. It outlives the prompts.
+    void SetLanguage(const DialogStyle& language) { m_language = &language; }
+
+    void ShowMessage(MessageIcon icon, const std::string& text) override;
+    Answer Ask(const std::string& text) override;
+    bool AskWhetherSure(const std::string& text) override;
+    std::string BrowseForOpen(const FileQuestion& question) override;
+    std::string BrowseForSave(const FileQuestion& question) override;
+    bool FontSelect(FontChoice& font) override;
+    std::string ColorSelect() override;
+    void StartColorAt(std::int32_t color) override;
+    bool ResolveConflicts(std::vector<ValueConflict>& conflicts) override;
+    void Beep() override;
+
+private:
+    HWND PresentOwner() const;
+    cCommonDialog& FileDialog();
+    int ShowBox(const std::string& text, UINT flags) const;
+
+    std::wstring m_title;
+    HWND m_owner = nullptr;
+    const DialogStyle* m_language = nullptr;
+    cCommonDialog m_dialog;
+};
+
+}  // namespace tamarind

@@ -1,0 +1,67 @@
+#include "ui/toolkit/WindowCalls.h"
+
+#include <algorithm>
+
+namespace tamarind {
+namespace {
+
+BOOL CALLBACK SendTo(HWND window, LPARAM message) {
+    SendMessageW(window, static_cast<UINT>(message), 0, 0);
+    return TRUE;
+}
+
+}  // namespace
+
+void SetWindowBounds(HWND window, const RECT& bounds) {
+    SetWindowPos(window, nullptr, static_cast<int>(bounds.left), static_cast<int>(bounds.top),
+                 static_cast<int>(bounds.right - bounds.left),
+                 static_cast<int>(bounds.bottom - bounds.top), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void SendToDescendants(HWND window, UINT message) {
+    EnumChildWindows(window, SendTo, static_cast<LPARAM>(message));
+}
+
+void CenterForm(HWND window) {
+    RECT at{};
+    GetWindowRect(window, &at);
+    const int left = (GetSystemMetrics(SM_CXSCREEN) - (at.right - at.left)) / 2;
+    const int top = (GetSystemMetrics(SM_CYSCREEN) - (at.bottom - at.top)) / 2;
+    SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+RECT MovedOntoMonitor(const RECT& bounds) {
+    MONITORINFO info{};
+    info.cbSize = sizeof(info);
+    if (!GetMonitorInfoW(MonitorFromRect(&bounds, MONITOR_DEFAULTTONEAREST), &info)) {
+        return bounds;
+    }
+    const RECT& area = info.rcWork;
+    const LONG width = std::min(bounds.right - bounds.left, area.right - area.left);
+    const LONG height = std::min(bounds.bottom - bounds.top, area.bottom - area.top);
+    const LONG left = std::clamp(bounds.left, area.left, area.right - width);
+    const LONG top = std::clamp(bounds.top, area.top, area.bottom - height);
+    return {left, top, left + width, top + height};
+}
+
+void SetMirrored(HWND window, bool isMirrored) {
+    constexpr LONG_PTR kMirrored = WS_EX_LAYOUTRTL | WS_EX_NOINHERITLAYOUT;
+    const LONG_PTR style = GetWindowLongPtrW(window, GWL_EXSTYLE);
+    const LONG_PTR wanted = isMirrored ? style | kMirrored : style & ~kMirrored;
+    if (wanted != style) {
+        SetWindowLongPtrW(window, GWL_EXSTYLE, wanted);
+        // Its scroll bars stand on the other side now.
+        SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+        InvalidateRect(window, nullptr, TRUE);
+    }
+}
+
+std::wstring TextOfWindow(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+}  // namespace tamarind
