@@ -85,10 +85,11 @@ function(add_house_content_checks)
     add_test(NAME data_files.complete COMMAND ${dataFiles} coverage
         tests/data/facts/wincmd_configuration_keys.tsv tests/data/facts/wincmd_other_keys.tsv
         tests/data/facts/wcx_ftp_keys.tsv --corpus tests/data/corpus)
+    add_test(NAME data_files.types COMMAND ${dataFiles} types tests/data/corpus)
     add_test(NAME help COMMAND python3 tools/check_help.py help --program .)
     add_test(NAME texts COMMAND python3 tools/check_texts.py)
     add_test(NAME tools COMMAND python3 -m unittest discover -s tests/tools -p "*_test.py")
-    set_tests_properties(data_files.present data_files.complete help texts tools PROPERTIES
+    set_tests_properties(data_files.present data_files.complete data_files.types help texts tools PROPERTIES
         LABELS content TIMEOUT 120 WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 endfunction()
 

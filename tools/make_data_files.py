@@ -1,14 +1,18 @@
 #!/usr/bin/env python3
 """Makes the data files, which tell the editor what every settings key does, from knowledge/.
 
+Beside each it makes a file of types, which tells what the values of these keys may be.
+
 Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 
   check                   prints what is wrong in knowledge/, each with file and line
-  write [FOLDER]          writes the data files into FOLDER, by default "Data Files"
+  write [FOLDER]          writes these files into FOLDER, by default "Data Files"
   verify [FOLDER]         fails unless the files in FOLDER are what write would make
   coverage TABLE... [--corpus FOLDER]
                           fails unless the keys of these tables of known keys are described, and
                           95 % of the settings in the settings files of FOLDER
+  types CORPUS_FOLDER     fails unless every value in the settings files of CORPUS_FOLDER is of its
+                          type or stands with a reason in knowledge/outside_types.tsv
 
 Every command checks first and writes nothing when something is wrong. The exit code is then 1.
 
@@ -16,7 +20,8 @@ Each folder in knowledge/ makes one data file out of its *.tsv files in the orde
 A line there is a comment (#), a heading (/Heading), the beginning of a category
 ([Category name]<TAB>Section) or a key: name, default, type, description, values and notes between
 tabs. Values and notes are lists with " | " between; a value reads "value = meaning". The name of a
-numbered family holds a range, as in Filter{1..9}; {n} in the other fields is the number then.
+numbered family holds a range, as in Filter{1..9}; {n} in the other fields is the number then. What
+a type is stands in value_types.py and docs/data_files.md.
 """
 
 from __future__ import annotations
@@ -29,14 +34,17 @@ from itertools import groupby
 from pathlib import Path
 from typing import Iterator
 
+from value_types import BadType, IntType, KnownOutside, TypeTable, ValueType, parse_type
+
 ROOT = Path(__file__).resolve().parent.parent
 
-# The folders in knowledge/, the data file each makes and the settings file this is about.
+# The folders in knowledge/, the data file each makes, the settings file this is about, and the
+# file of types for that.
 DATA_FILES = {
-    "wincmd": ("tc all keys english.tmdf", "Wcx_ftp=0"),
-    "wcx_ftp": ("tc wcx_ftp keys english.tmdf", "Wcx_ftp=1"),
+    "wincmd": ("tc all keys english.tmdf", "Wcx_ftp=0", "Wincmd.types"),
+    "wcx_ftp": ("tc wcx_ftp keys english.tmdf", "Wcx_ftp=1", "Wcx_ftp.types"),
 }
-TYPES = ("bool", "int", "enum", "flags", "color", "path", "text", "list", "pattern")
+OUTSIDE_TYPES = "outside_types.tsv"
 TARGET_SECTION = "TargetIniFile"
 CATEGORY_TARGET = "CategoryTargetSection"
 
@@ -59,6 +67,12 @@ class Row:
     values: list[str]
     notes: list[str]
     numbers: range | None = None  # of a family
+    type: ValueType = field(default_factory=lambda: parse_type("string", {}))
+
+    @property
+    def pattern(self) -> str:
+        """The name, with # for the numbers of a family."""
+        return re.sub(r"\{.*\}", "#", self.name)
 
     def key(self, number: int | None) -> tuple[str, str]:
         """The name and the entry of the key, or of this member of the family."""
@@ -99,11 +113,21 @@ class Knowledge:
         for source in sources:
             self._read_file(source, f"{folder.name}/{source.name}")
         self._check_categories()
+        self._check_sections()
 
     def described(self) -> set[tuple[str, str]]:
         """Section and name of every key, in lower case."""
-        return {(category.section.lower(), name.lower())
-                for category in self.categories for _, name, _ in category.keys()}
+        return {(section.lower(), name.lower()) for section, name, _ in self.keys()}
+
+    def keys(self) -> Iterator[tuple[str, str, Row]]:
+        """Section, name and row of every key."""
+        for category in self.categories:
+            for row, name, _ in category.keys():
+                yield category.section, name, row
+
+    def types(self) -> TypeTable:
+        return TypeTable((section, name, row.pattern, row.type)
+                         for section, name, row in self.keys())
 
     def _fault(self, where: str, message: str) -> None:
         self.faults.append(f"{where}: {message}")
@@ -162,7 +186,7 @@ class Knowledge:
             self._fault(row.where, "{n} without a range in the name")
 
     def _check_row(self, row: Row, category: Category) -> None:
-        if not row.name or "=" in row.name or row.name.startswith(";"):
+        if not row.name or re.search("[=#]", row.name) or row.name.startswith(";"):
             self._fault(row.where, f"'{row.name}' cannot be the name of a key")
         if not row.description:
             self._fault(row.where, "no description")
@@ -175,21 +199,26 @@ class Knowledge:
         self._check_type(row, category)
 
     def _check_type(self, row: Row, category: Category) -> None:
-        if row.kind not in TYPES:
-            self._fault(row.where, f"unknown type '{row.kind}'")
-        if row.kind == "color" and "color" not in category.name.lower():
+        if row.kind.startswith("color") and "color" not in category.name.lower():
             self._fault(row.where, "color key in a category without Color in its name")
-        for value in row.values:
-            if not re.match(r".+ = .", value):
-                self._fault(row.where, f"'{value}' is not 'value = meaning'")
-        listed = [value.split(" = ")[0] for value in row.values]
-        if len(set(listed)) < len(listed):
-            self._fault(row.where, "a value stands twice")
-        if row.kind not in ("bool", "enum", "flags") or not row.default:
+        lines: dict[str, str] = {}
+        for text in row.values:
+            value, separator, meaning = text.partition(" = ")
+            if not value or not separator or not meaning:
+                self._fault(row.where, f"'{text}' is not 'value = meaning'")
+            if value in lines:
+                self._fault(row.where, "a value stands twice")
+            lines[value] = meaning
+        try:
+            row.type = parse_type(row.kind, lines)
+        except BadType as reason:
+            self._fault(row.where, f"type '{row.kind}': {reason}")
             return
-        bits = [int(value) for value in listed if re.fullmatch(r"\d+", value)]
-        if row.default not in listed and not (row.kind == "flags" and is_sum(row.default, bits)):
-            self._fault(row.where, f"the default {row.default} is not among the values")
+        for fault in row.type.faults():
+            self._fault(row.where, f"{fault}, type '{row.kind}'")
+        default = row.default.replace("{n}", str(row.numbers[0]) if row.numbers else "")
+        if default and not row.type.accepts(default):
+            self._fault(row.where, f"the default {default} is not of the type '{row.kind}'")
 
     def _check_categories(self) -> None:
         seen = {TARGET_SECTION.lower()}
@@ -214,19 +243,26 @@ class Knowledge:
             total += len(name) + 1
             if len(entry) > MAX_VALUE:
                 self._fault(row.where, f"entry of {name} has {len(entry)} characters")
+        if "#" in category.section:
+            self._fault(category.where, f"'{category.section}' cannot be the name of a section")
         if not category.rows:
             self._fault(category.where, "category without keys")
         if total > MAX_NAMES:
             self._fault(category.where, f"names of the keys have {total} characters together")
 
-
-def is_sum(number: str, bits: list[int]) -> bool:
-    """Whether some of the bits, each taken once, make the number; none of them make 0."""
-    sums = {0}
-    wanted = int(number) if re.fullmatch(r"\d+", number) else -1
-    for bit in bits:
-        sums |= {one + bit for one in sums if one + bit <= wanted}
-    return wanted in sums
+    def _check_sections(self) -> None:
+        sections: dict[str, dict[str, Row]] = {}
+        for section, name, row in self.keys():
+            rows = sections.setdefault(section.lower(), {})
+            other = rows.setdefault(name.lower(), row)
+            if other.kind != row.kind:
+                self._fault(row.where, f"{name} has the type '{other.kind}' at {other.where}")
+        for rows in sections.values():
+            for row in rows.values():
+                for companion in row.type.companions():
+                    other = rows.get(companion.lower(), row)
+                    if not isinstance(other.type, IntType):
+                        self._fault(row.where, f"{companion} is no number of this section")
 
 
 def quoted(entry: str) -> str:
@@ -320,17 +356,18 @@ def check_table(known: KnownKeys, described: set[tuple[str, str]]) -> bool:
     return not counts[True][0]
 
 
-def keys_of_file(path: Path) -> set[tuple[str, str]]:
-    """Section and key, in lower case, of every key in a settings file."""
+def settings_in(path: Path) -> Iterator[tuple[str, str, str]]:
+    """Section, key and value of every line in a settings file that has them."""
     data = path.read_bytes()
     encoding = {b"\xff\xfe": "utf-16", b"\xef\xbb": "utf-8-sig"}.get(data[:2], "latin-1")
-    section, found = "", set()
+    section = ""
     for line in map(str.strip, re.split("[\r\n]", data.decode(encoding))):
         if line.startswith("["):
-            section = line[1:].split("]")[0].strip().lower()
+            section = line[1:].split("]")[0].strip()
         elif "=" in line and not line.startswith(";"):
-            found.add((section, line.split("=")[0].strip().lower()))
-    return found
+            key, _, value = map(str.strip, line.partition("="))
+            quoted_value = len(value) > 1 and value[0] == value[-1] and value[0] in "\"'"
+            yield section, key, value[1:-1] if quoted_value else value
 
 
 def check_corpus(folder: Path, tables: list[KnownKeys],
@@ -345,7 +382,8 @@ def check_corpus(folder: Path, tables: list[KnownKeys],
     found: dict[tuple[str, str, str], int] = {}
     for path in sorted(folder.glob("*.ini")):
         settings = settings_of(path)
-        for section, key in keys_of_file(path):
+        keys = {(section.lower(), key.lower()) for section, key, _ in settings_in(path)}
+        for section, key in keys:
             if any(known.settings == settings and known.is_setting(section, key)
                    for known in tables):
                 found[settings, section, key] = found.get((settings, section, key), 0) + 1
@@ -356,6 +394,24 @@ def check_corpus(folder: Path, tables: list[KnownKeys],
     share = covered / len(found) if found else 0
     print(f"{folder.name}: {covered} of {len(found)} settings are described ({share:.1%})")
     return share >= CORPUS_GOAL
+
+
+def check_values(folder: Path, tables: dict[str, TypeTable], known: KnownOutside) -> bool:
+    """Prints the values of real files that are outside their type; an empty one is in all types."""
+    checked = outside = unknown = 0
+    for path in sorted(folder.glob("*.ini")):
+        settings = settings_of(path)
+        for section, key, value in settings_in(path):
+            wanted = tables[settings].find(section, key) if value else None
+            checked += wanted is not None
+            if wanted and not wanted.accepts(value):
+                is_known = (settings, section.lower(), key.lower(), value) in known.values
+                outside, unknown = outside + 1, unknown + (not is_known)
+                print(f"{path.name}: [{section}] {key}={value} is outside '{wanted.text}'"
+                      f"{', as is known' if is_known else ''}")
+    print(f"{folder.name}: {checked} values checked, {outside} outside their type, "
+          f"{unknown} of them unknown")
+    return checked > 0 and not unknown
 
 
 def parse_arguments(arguments: list[str]) -> argparse.Namespace:
@@ -369,32 +425,49 @@ def parse_arguments(arguments: list[str]) -> argparse.Namespace:
     coverage = commands.add_parser("coverage")
     coverage.add_argument("tables", type=Path, nargs="+", metavar="TABLE")
     coverage.add_argument("--corpus", type=Path, metavar="FOLDER")
+    commands.add_parser("types").add_argument("corpus", type=Path, metavar="CORPUS_FOLDER")
     return parser.parse_args(arguments)
+
+
+def check_coverage(knowledge: dict[str, Knowledge], tables: list[Path],
+                   corpus: Path | None) -> bool:
+    """Whether enough is described of what the tables know and, if there are any, of real files."""
+    described = {name: one.described() for name, one in knowledge.items()}
+    known = [KnownKeys(table) for table in tables]
+    succeeded = all([check_table(one, described[one.settings]) for one in known])
+    return (corpus is None or check_corpus(corpus, known, described)) and succeeded
+
+
+def write_files(knowledge: dict[str, Knowledge], types: dict[str, TypeTable],
+                folder: Path, only_verify: bool) -> bool:
+    """Writes the data files and the files of types, or tells which of them are stale."""
+    succeeded = True
+    for name, (file_name, target, types_name) in DATA_FILES.items():
+        for path, contents in ((folder / file_name, data_file(knowledge[name], target)),
+                               (folder / types_name, types[name].contents())):
+            if not only_verify:
+                folder.mkdir(parents=True, exist_ok=True)
+                path.write_bytes(contents)
+            elif not path.is_file() or path.read_bytes() != contents:
+                print(f"{path} is stale: run tools/make_data_files.py write", file=sys.stderr)
+                succeeded = False
+    return succeeded
 
 
 def main(arguments: list[str]) -> int:
     options = parse_arguments(arguments)
     knowledge = {name: Knowledge(options.knowledge / name) for name in DATA_FILES}
-    faults = [fault for one in knowledge.values() for fault in one.faults]
+    types = {name: one.types() for name, one in knowledge.items()}
+    outside = KnownOutside(options.knowledge / OUTSIDE_TYPES, types)
+    faults = [fault for one in (*knowledge.values(), outside) for fault in one.faults]
     print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
     succeeded = not faults
     if options.command == "coverage":
-        described = {name: one.described() for name, one in knowledge.items()}
-        tables = [KnownKeys(table) for table in options.tables]
-        for known in tables:
-            succeeded &= check_table(known, described[known.settings])
-        if options.corpus:
-            succeeded &= check_corpus(options.corpus, tables, described)
+        succeeded &= check_coverage(knowledge, options.tables, options.corpus)
+    elif options.command == "types":
+        succeeded &= check_values(options.corpus, types, outside)
     elif options.command != "check" and not faults:
-        for name, (file_name, target) in DATA_FILES.items():
-            contents = data_file(knowledge[name], target)
-            path = options.folder / file_name
-            if options.command == "write":
-                options.folder.mkdir(parents=True, exist_ok=True)
-                path.write_bytes(contents)
-            elif not path.is_file() or path.read_bytes() != contents:
-                print(f"{path} is stale: run tools/make_data_files.py write", file=sys.stderr)
-                succeeded = False
+        succeeded = write_files(knowledge, types, options.folder, options.command == "verify")
     return 0 if succeeded else 1
 
 

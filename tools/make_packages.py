@@ -23,7 +23,7 @@ PACKAGING = ROOT / "packaging"
 PROGRAM = "TamarindEditor.exe"
 UNINSTALLER = "Uninstall.exe"
 ARCHITECTURES = {"x64": "amd64-unicode", "x86": "x86-unicode"}  # and what NSIS calls them
-FOLDERS = {"Data Files": "*.tmdf", "Languages": "*.lng"}
+FOLDERS = {"Data Files": ("*.tmdf", "*.types"), "Languages": ("*.lng",)}
 WINDOWS_EPOCH = 11644473600  # seconds from 1601, where Windows begins to count, to 1970
 
 
@@ -42,10 +42,11 @@ def lay_out(folder, program, version, time):
     """Puts the files of a package into a new folder."""
     folder.mkdir()
     shutil.copyfile(program, folder / PROGRAM)
-    for name, pattern in FOLDERS.items():
+    for name, patterns in FOLDERS.items():
         (folder / name).mkdir()
-        for file in (ROOT / name).glob(pattern):
-            shutil.copyfile(file, folder / name / file.name)
+        for pattern in patterns:
+            for file in (ROOT / name).glob(pattern):
+                shutil.copyfile(file, folder / name / file.name)
     subprocess.run([ROOT / "tools" / "make_help.sh", folder], check=True,
                    env={**os.environ, "SOURCE_DATE_EPOCH": str(time)})
     write_windows_text(folder / "Licence.txt", (ROOT / "LICENSE").read_text(encoding="utf-8"))

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of tools/make_data_files.py; run from anywhere."""
+"""Tests of tools/make_data_files.py and tools/value_types.py; run from anywhere."""
 
 import contextlib
 import io
@@ -12,6 +12,7 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # the tools folder stays as it is
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "tools"))
 import make_data_files  # noqa: E402  (the folder of the tool is known only now)
+from value_types import parse_type  # noqa: E402
 
 CATEGORY = "[Panels]\tConfiguration\n"
 
@@ -34,39 +35,88 @@ FAULTS = (
     (CATEGORY + "Key\t1\tint\tMail me@home.\n", 2, "@ or ///"),
     (CATEGORY + "Key\t1\tint\tA.\t1 = see file:///c\n", 2, "@ or ///"),
     (CATEGORY + "Key\t1\tint\tA.\t\tA. | me@home.\n", 2, "@ or ///"),
-    (CATEGORY + "Key\tfile:///c\ttext\tA.\n", 2, "/// in the default"),
-    (CATEGORY + "Key\tc:/\tpath\tA.\n", 2, "slash at its end"),
+    (CATEGORY + "Key\tfile:///c\tstring\tA.\n", 2, "/// in the default"),
+    (CATEGORY + "Key\tc:/\tpath file\tA.\n", 2, "slash at its end"),
     (CATEGORY + f"Key\t1\tint\t{'x' * 4092}\n", 2, "4096 characters"),
     (CATEGORY + f"{'x' * 2034}{{10..11}}\t1\tint\tA.\n", 1, "4096 characters together"),
-    (CATEGORY + "Key\t2\tbool\tA.\t0 = no | 1 = yes\n", 2, "default 2 is not among"),
-    (CATEGORY + "Key\t1\tbool\tA.\n", 2, "default 1 is not among"),
-    (CATEGORY + "Key\t3\tenum\tA.\t1 = one | 2 = two\n", 2, "default 3 is not among"),
-    (CATEGORY + "Key\t7\tflags\tA.\t1 = one | 4 = two\n", 2, "default 7 is not among"),
-    (CATEGORY + "Key\t1\tenum\tA.\t1 = one | two\n", 2, "'two' is not"),
-    (CATEGORY + "Key\t1\tenum\tA.\t1 = one | 1 = two\n", 2, "stands twice"),
+    (CATEGORY + "Key\t1\tenum 1 2\tA.\t1 = one | two\n", 2, "'two' is not"),
+    (CATEGORY + "Key\t1\tenum 1\tA.\t1 = one | 1 = two\n", 2, "stands twice"),
     (CATEGORY + "Key\t1\tcolor\tA.\n", 2, "color key"),
     (CATEGORY + "a=b\t1\tint\tA.\n", 2, "cannot be the name"),
     (CATEGORY + ";Key\t1\tint\tA.\n", 2, "cannot be the name"),
     (CATEGORY + "Key\t1\tint\tCaf\u00e9.\n", 2, "outside ASCII"),
     (CATEGORY + "Key\t1\tint\tA.\r\n", 2, "CR line end"),
-    (CATEGORY + "Key\t1\tnumber\tA.\n", 2, "unknown type 'number'"),
+    (CATEGORY + "Key#\t1\tint\tA.\n", 2, "cannot be the name"),
+    ("[Panels]\tLayout#\nKey\t1\tint\tA.\n", 1, "cannot be the name of a section"),
+    (CATEGORY + "Key\t1\tint\tA.\n[More]\tconfiguration\nkey\t1\tstring\tA.\n", 4, "type 'int' at"),
+    (CATEGORY + "Key\t\tfont Size\tA.\nSize\t\tstring\tA.\n", 2, "Size is no number"),
+    (CATEGORY + "Key\t\tfont Size\tA.\n[More]\tMore\nSize\t\tint\tA.\n", 2, "Size is no number"),
     (CATEGORY + "Key{3..1}\t1\tint\tA.\n", 2, "range of Key{3..1}"),
     (CATEGORY + "Key{n}\t1\tint\tA.\n", 2, "range of Key{n}"),
     (CATEGORY + "Key\t1\tint\tNumber {n}.\n", 2, "without a range"),
     ("".join(f"[{'x' * 50}{n}]\tLayout\nKey\t1\tint\tA.\n" for n in range(90)), 155, "too many"),
 )
 
+# A type, the default and the values of a key that do not agree, and a part of the message.
+TYPE_FAULTS = (
+    ("number", "", "", "unknown type 'number'"),
+    ("history", "", "", "unknown type 'history'"),
+    ("string history more", "", "", "unknown word 'history'"),
+    ("bool", "", "0 = no", "a bool has a line"),
+    ("bool", "", "0 = no | 1 = yes | 2 = maybe", "a bool has a line"),
+    ("bool", "2", "0 = no | 1 = yes", "default 2 is not of"),
+    ("enum", "", "", "lists its values"),
+    ("enum 1 1", "", "1 = one", "each once"),
+    ("enum 1 2", "", "1 = one", "no line for 2"),
+    ("enum 1", "", "1 = one | 2 = two", "the line for 2"),
+    ("enum 1 3..", "2", "1 = one | 3.. = more", "default 2 is not of"),
+    ("enum 1 5..3", "", "1 = one | 5..3 = more", "'5..3' is no range"),
+    ("flags", "", "", "lists its bits"),
+    ("flags 1 3", "", "1 = one | 3 = two", "3 is more than one bit"),
+    ("flags 1|2 2", "", "1 = one | 2 = two", "a bit of 2 stands twice"),
+    ("flags 1 x", "", "1 = one", "'x' is no bit"),
+    ("flags 1 2", "", "1 = one", "no line for 2"),
+    ("flags 1", "", "0 = none | 1 = one | 2 = two", "the line for 2"),
+    ("flags 1 4", "7", "1 = one | 4 = two", "default 7 is not of"),
+    ("int 3..1", "", "", "'3..1' is no range"),
+    ("int ..", "", "", "'..' is no range"),
+    ("int miles", "", "", "unknown word 'miles'"),
+    ("int 1 1", "", "1 = one", "stands twice"),
+    ("int 0.. -1", "", "", "no line for -1"),
+    ("int 0.. s", "", "-1 = never", "the line for -1"),
+    ("int 0..9", "10", "", "default 10 is not of"),
+    ("font", "", "", "names the keys"),
+    ("path disk", "", "", "one of file, folder"),
+    ("path folder *.txt", "", "", "'*.txt' is no pattern"),
+    ("list dot", "", "", "one of blank, comma"),
+)
+
+# A type, the values of its key, and what it accepts and what not.
+ACCEPTED = (
+    ("bool", (), ("0", "1"), ("2", "-1", "yes", "01")),
+    ("enum I -1 3.. history", (), ("I", "-1", "3", "70"), ("i", "2", "-3", "3.0")),
+    ("flags 1|2|3 16 -1", ("32 = reserved",), ("0", "3", "17", "51", "-1"), ("4", "64", "-2", "x")),
+    ("flags 1|2 4", (), ("5", "6"), ("3", "7")),
+    ("int -5..9 px 20", (), ("-5", "9", "20"), ("-6", "10", "1.5", "$5")),
+    ("int ms", (), ("-100", "4244911203"), ("soon",)),
+    ("color -1", (), ("-1", "16777215", "$C04020", "#ff0000"), ("-2", "16777216", "$1C04020")),
+    ("path file *.dll;*.icl", (), ("c:\\x.dll -a",), ()),
+)
+
 WRITTEN_SOURCE = r"""# comment
 /Main
 
 [Panels]	Configuration
-Path	c:\	path	A folder.		First note. | Second note.
+Path	c:\	path folder	A folder.		First note. | Second note.
 Tab{8..9}	{n}	int	Tab {n}.	1 = one | 8 = {n} again
-Tab{8..9}Color		text	Color of tab {n}.
-Key	9	flags	Last.	1 = one | 8 = two
+Tab{8..9}Color		string	Color of tab {n}.
+Key	9	flags 1 8	Last.	1 = one | 8 = two
+Tab7Color		string history	Not of the family.
 [Menu]	DirMenu
-Editor	"a.exe" "%1"	text	Quotes at one end.
-Quoted	"	text	Quotes at both "ends"
+Editor	"a.exe" "%1"	string	Quotes at one end.
+Quoted	"	string	Quotes at both "ends"
+[Size]	configuration
+Size	9	int 1..	Points.
 """
 
 WRITTEN = rb'''[TargetIniFile]
@@ -86,12 +136,34 @@ Tab8Color=///Color of tab 8.
 Tab9=9///Tab 9.@1 = one@8 = 9 again
 Tab9Color=///Color of tab 9.
 Key=9///Last.@1 = one@8 = two
+Tab7Color=///Not of the family.
 
 [Menu]
 CategoryTargetSection=DirMenu
 Editor="a.exe" "%1"///Quotes at one end.
 Quoted=""///Quotes at both "ends""
+
+[Size]
+CategoryTargetSection=configuration
+Size=9///Points.
 '''.replace(b"\n", b"\r\n")
+
+WRITTEN_TYPES = b"""[Layout]
+Key=int
+
+[Configuration]
+Path=path folder
+Tab#=int
+Tab8Color=string
+Tab9Color=string
+Key=flags 1 8
+Tab7Color=string history
+Size=int 1..
+
+[DirMenu]
+Editor=string
+Quoted=string
+""".replace(b"\n", b"\r\n")
 
 TABLE = """section	key	type	seen	confidence
 Main	Key	int	2	high
@@ -104,7 +176,7 @@ Menu	RedirectSection	text	3	high
 <place>	Key	pattern	2	high
 """
 DESCRIBED = ("[Taken]\tMain\n", "Key\t1\tint\tA.\n", "Filter7\t1\tint\tA.\n",
-             "[Menu]\tMenu\nanything\t1\tint\tA.\n", "RedirectSection\t\ttext\tA.\n",
+             "[Menu]\tMenu\nanything\t1\tint\tA.\n", "RedirectSection\t\tstring\tA.\n",
              "[Screen]\t300x100 (8x18)\nx\t1\tint\tA.\n", "[Place]\tHome\nKey\t1\tint\tA.\n",
              "Other\t1\tint\tA.\n")
 # Three settings: Key, RedirectSection and Filters, which is in no table.
@@ -143,6 +215,45 @@ class MakeDataFilesTest(unittest.TestCase):
                     text, rf"(?m)^wincmd/2-second\.tsv:{line}: .*{re.escape(message)}")
                 self.assertFalse((self.folder / "out").exists())
 
+    def test_a_type_and_its_key_agree(self) -> None:
+        for kind, default, values, message in TYPE_FAULTS:
+            with self.subTest(f"{kind}, {default}, {values}"):
+                self.put("knowledge/wincmd/2-second.tsv",
+                         f"{CATEGORY}Key\t{default}\t{kind}\tA.\t{values}\n")
+                code, text = self.run_tool("check")
+                self.assertEqual(code, 1)
+                self.assertRegex(
+                    text, rf"(?m)^wincmd/2-second\.tsv:2: .*{re.escape(message)}")
+
+    def test_values_of_a_type(self) -> None:
+        for text, lines, good, bad in ACCEPTED:
+            one = parse_type(text, dict(line.split(" = ") for line in lines))
+            self.assertEqual([[value for value in values if one.accepts(value)]
+                              for values in (good, bad)], [list(good), []], text)
+
+    def test_values_of_real_files(self) -> None:
+        self.put("knowledge/wincmd/2-second.tsv", WRITTEN_SOURCE)
+        known = "# comment\nwincmd\tconfiguration\tsize\t0\tHistory.\n"
+        values = "[Configuration]\nKEY = 9\nTab700=7\nPath=\nSize=\"3\"\nOther=1\n"
+        for outside, message in (("", "3 values checked, 0 outside their type, 0 of them unknown"),
+                                 ("Size=0\n", "4 values checked, 1 outside their type, 0 of"),
+                                 ("size=-1\n", "[Configuration] size=-1 is outside 'int 1..'\n"),
+                                 ("tab8=0x\n", "tab8=0x is outside 'int'\n"),
+                                 ("Key=2\n", "Key=2 is outside 'flags 1 8'\n")):
+            self.put("files/wincmd_1.ini", values + outside, "utf-16")
+            self.put("knowledge/outside_types.tsv", known)
+            code, text = self.run_tool("types", str(self.folder / "files"))
+            self.assertIn(message, text)
+            self.assertEqual(code, 0 if "checked" in message else 1)
+        for row, message in (("wincmd\tLayout\tKey\tx", "a row has"),
+                             ("wincmd\tLayout\tKey2\tx\tWhy.", "Key2 has no type"),
+                             ("wincmd\tLayout\tKey\t5\tWhy.", "5 is of the type 'int'")):
+            self.put("knowledge/outside_types.tsv", known + row + "\n")
+            code, text = self.run_tool("check")
+            self.assertEqual((code, text.startswith("outside_types.tsv:3: ")), (1, True))
+            self.assertIn(message, text)
+        self.assertEqual(self.run_tool("types", str(self.folder / "none"))[0], 1)
+
     def test_written_bytes_and_their_verification(self) -> None:
         self.put("knowledge/wincmd/2-second.tsv", WRITTEN_SOURCE)
         out = str(self.folder / "out")
@@ -152,10 +263,16 @@ class MakeDataFilesTest(unittest.TestCase):
         self.assertEqual((self.folder / "out" / "tc wcx_ftp keys english.tmdf").read_bytes(),
                          b"[TargetIniFile]\r\nWcx_ftp=1\r\n\r\n[Ftp]\r\n"
                          b"CategoryTargetSection=General\r\nKey=1///A.\r\n")
+        types = self.folder / "out" / "Wincmd.types"
+        self.assertEqual(types.read_bytes(), WRITTEN_TYPES)
+        self.assertEqual((self.folder / "out" / "Wcx_ftp.types").read_bytes(),
+                         b"[General]\r\nKey=int\r\n")
         self.assertEqual(self.run_tool("verify", out), (0, ""))
-        written.write_bytes(WRITTEN + b"\r\n")
-        code, text = self.run_tool("verify", out)
-        self.assertEqual((code, "keys english.tmdf is stale" in text), (1, True))
+        for path in (written, types):
+            path.write_bytes(path.read_bytes() + b"\r\n")
+            code, text = self.run_tool("verify", out)
+            self.assertEqual((code, f"{path.name} is stale" in text), (1, True))
+            self.run_tool("write", out)
 
     def test_coverage_of_tables_and_of_real_files(self) -> None:
         self.put("wincmd_keys.tsv", TABLE)
