@@ -31,20 +31,13 @@ std::string ProgramPath() {
     return Narrow(path);
 }
 
-// What follows the program's name on the command line, between its outer blanks.
-std::string CommandLineRemainder() {
-    std::wstring_view line = GetCommandLineW();
-    const bool isQuoted = !line.empty() && line.front() == L'"';
-    const std::size_t end = isQuoted ? line.find(L'"', 1) : line.find_first_of(L" \t");
-    if (end == std::wstring_view::npos) {
-        return {};
-    }
-    line.remove_prefix(end + (isQuoted ? 1 : 0));
-    const std::size_t first = line.find_first_not_of(L" \t");
-    if (first == std::wstring_view::npos) {
-        return {};
-    }
-    return Narrow(line.substr(first, line.find_last_not_of(L" \t") - first + 1));
+// Without the blanks around it.
+std::string Trimmed(std::wstring_view line) {
+    constexpr wchar_t kBlanks[] = L" \t";
+    const std::size_t first = line.find_first_not_of(kBlanks);
+    return first == std::wstring_view::npos
+               ? std::string()
+               : Narrow(line.substr(first, line.find_last_not_of(kBlanks) - first + 1));
 }
 
 ScreenSize MeasureScreen() {
@@ -79,7 +72,8 @@ void RegisterFileType(Registry& registry) {
     }
 }
 
-int Run(int showCommand) {
+// `commandLine` is what follows the program's name.
+int Run(const std::string& commandLine, int showCommand) {
     SearchSystemFolderOnly();
     // A drive without a disk is a missing file, not a question of the system's.
     SetErrorMode(SEM_FAILCRITICALERRORS);
@@ -100,8 +94,7 @@ int Run(int showCommand) {
          VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
          MeasureScreen()});
     session.LoadSettings();
-    const std::string commandLine = CommandLineRemainder();
-    const std::string dataFile = session.StartUpDataFile(commandLine);
+    const std::string dataFile = session.DataFile().StartUpPath(commandLine);
     if (frmMain::BringForward(dataFile)) {
         return EXIT_SUCCESS;
     }
@@ -110,12 +103,12 @@ int Run(int showCommand) {
         return EXIT_FAILURE;
     }
     prompts.SetOwner(window.Handle());
-    prompts.SetLanguage(window.Language());
+    prompts.SetStyle(window.Style());
     if (!session.Activate(commandLine)) {
         return EXIT_SUCCESS;
     }
     // The user, or the settings file, may have chosen another one.
-    if (session.DataFilePath() != dataFile && frmMain::BringForward(session.DataFilePath())) {
+    if (session.DataFile().Path() != dataFile && frmMain::BringForward(session.DataFile().Path())) {
         return EXIT_SUCCESS;
     }
     window.ShowFirst(showCommand);
@@ -131,6 +124,7 @@ int Run(int showCommand) {
 }  // namespace
 }  // namespace tamarind
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int nShowCmd) {
-    return tamarind::Guarded(EXIT_FAILURE, [&] { return tamarind::Run(nShowCmd); });
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR lpCmdLine, int nShowCmd) {
+    return tamarind::Guarded(EXIT_FAILURE,
+                             [&] { return tamarind::Run(tamarind::Trimmed(lpCmdLine), nShowCmd); });
 }

@@ -60,25 +60,25 @@ std::vector<Timed> TimeCommands(EditorSession& session, const frmMain& window, i
     };
     int number = 0;
     time("category and all keys again", [&] {
-        session.SelectCategory(static_cast<NodeIndex>(++number % 5 + 1));
-        session.SelectCategory(kRootNode);
+        session.Selection().SelectCategory(static_cast<NodeIndex>(++number % 5 + 1));
+        session.Selection().SelectCategory(kRootNode);
     });
     time("filter active and all again", [&] {
-        session.SetKeyFilter(KeyFilter::ShowActive);
-        session.SetKeyFilter(KeyFilter::ShowAll);
+        session.Selection().SetKeyFilter(KeyFilter::ShowActive);
+        session.Selection().SetKeyFilter(KeyFilter::ShowAll);
     });
     // The last key but one is the only hit, so that each step goes through all keys.
-    session.SetSearchesNames(true);
-    session.SetSearchText("SomeSetting" + std::to_string(keys - 2));
+    session.Selection().Search().SetSearchesNames(true);
+    session.Selection().SetSearchText("SomeSetting" + std::to_string(keys - 2));
     time("search in names", [&] {
-        session.BeginSearch();
-        session.FindNextString();
-        session.ShowKeyDetails(0);
+        session.Selection().Search().Restart();
+        session.Selection().FindNextString();
+        session.Selection().ShowKeyDetails(0);
     });
-    time("change of a value", [&] { session.SetValue(std::to_string(++number)); });
+    time("change of a value", [&] { session.Commands().SetValue(std::to_string(++number)); });
     time("undo and redo", [&] {
-        session.Undo();
-        session.Redo();
+        session.Commands().Undo();
+        session.Commands().Redo();
     });
     time("repaint", [&] {
         RedrawWindow(window.Handle(), nullptr, nullptr,
@@ -105,7 +105,7 @@ std::vector<Timed> Measure(const std::wstring& folder, int keys) {
         return {};
     }
     window.ShowFirst(SW_SHOWNORMAL);
-    session.SelectCategory(kRootNode);
+    session.Selection().SelectCategory(kRootNode);
     return TimeCommands(session, window, keys);
 }
 

@@ -15,7 +15,7 @@ constexpr int kChanges = 500;
 
 class NoQuestions final : public SaveQuestions {
 public:
-    void OnRecordsChanged(const OutsideChanges&, const std::vector<RowKey>&) override {}
+    void OnRecordsChanged(const OutsideChanges&, const std::vector<KeyNumber>&) override {}
     bool HasConflicts() override { return false; }
     bool ResolveConflicts() override { return false; }
     bool MayMakeAnew(const std::string&) override { return false; }
@@ -40,7 +40,7 @@ double MeasureOurs(const std::wstring& path, const SampleFiles& sample) {
         KeyEditor editor(store);
         ++round;
         for (int change = 0; change < kChanges; ++change) {
-            editor.SetValue(static_cast<RowKey>(1 + change * (kKeys / kChanges)),
+            editor.SetValue(static_cast<KeyNumber>(1 + change * (kKeys / kChanges)),
                             "changed " + std::to_string(round));
         }
         const double start = NowMs();

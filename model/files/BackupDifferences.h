@@ -13,7 +13,6 @@ struct BackupInfo {
     std::string path;
     std::string date;        // when it was made, in local time: "2026-11-21 06.45.12"
     std::uint64_t size = 0;  // bytes
-    bool isFirst = false;    // the oldest, which is kept for good
     std::size_t differingKeys = 0;
 };
 

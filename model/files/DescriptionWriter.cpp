@@ -25,7 +25,7 @@ void ForEachPending(const KeyStore& store, Visit visit) {
 
 IniEdit WriteEntries(const KeyStore& store, IniDocument& file) {
     IniEdit result = IniEdit::Changed;
-    ForEachPending(store, [&](RowKey key) {
+    ForEachPending(store, [&](KeyNumber key) {
         if (!IsRefused(result)) {
             result = WriteEntry(store.Record(key), file);
         }
@@ -46,7 +46,7 @@ std::string StoredDescription(std::string_view text) {
     return stored;
 }
 
-std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key) {
+std::size_t MaxDescriptionUnits(const KeyStore& store, KeyNumber key) {
     const std::string_view value = store.Record(key).defaultValue;
     // A slash at its end would be taken for the first of the three behind it.
     const bool isClear = value.empty() || value.back() != '/';
@@ -85,7 +85,7 @@ DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std:
     }
     if (result.written.Succeeded()) {
         known = transaction.Read(path).document;
-        ForEachPending(store, [&](RowKey key) { store.SetDescriptionSaved(key); });
+        ForEachPending(store, [&](KeyNumber key) { store.SetDescriptionSaved(key); });
     }
     return result;
 }

@@ -15,7 +15,7 @@ std::string StoredDescription(std::string_view text);
 
 // How long a key's description may become for its entry to be read as a whole again, in UTF-16
 // units; 0 for a key whose entry can not be rewritten.
-std::size_t MaxDescriptionUnits(const KeyStore& store, RowKey key);
+std::size_t MaxDescriptionUnits(const KeyStore& store, KeyNumber key);
 
 // Writes every description that waits into the data file, each with the default value that its
 // entry was loaded with. On a failure the file stays as it was and they still wait. `known` is the

@@ -19,7 +19,7 @@ IniEdit WriteKey(const KeyRecord& record, std::string_view whole, IniDocument& f
 }
 
 // False for a key whose value, there or here, is longer than any reader's buffer.
-bool ReadKey(const IniDocument& file, RowKey key, KeyStore& store) {
+bool ReadKey(const IniDocument& file, KeyNumber key, KeyStore& store) {
     const std::string_view section = store.TargetSection(key);
     const std::string_view name = store.KeyName(key);
     const auto active = file.FindValue(section, name);
@@ -41,7 +41,7 @@ WriteResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniFil
                               const std::string& path) {
     return EditIniFile(files, path, [&](IniDocument& file) {
         for (std::size_t row = 0; row < keys.Size(); ++row) {
-            const RowKey key = keys.KeyAt(row);
+            const KeyNumber key = keys.KeyAt(row);
             const IniEdit edit = WriteKey(store.Record(key),
                                           store.WholeValue(key).value_or(std::string_view()), file);
             if (IsRefused(edit)) {
@@ -61,12 +61,12 @@ bool HasSetKey(const KeyList& keys, const KeyStore& store) {
     return false;
 }
 
-std::vector<RowKey> ReadExchangeFile(const IniDocument& file, const KeyList& keys,
+std::vector<KeyNumber> ReadExchangeFile(const IniDocument& file, const KeyList& keys,
                                      KeyStore& store) {
-    std::vector<RowKey> skipped;
-    std::unordered_set<RowKey> done;
+    std::vector<KeyNumber> skipped;
+    std::unordered_set<KeyNumber> done;
     for (std::size_t row = 0; row < keys.Size(); ++row) {
-        const RowKey key = keys.KeyAt(row);
+        const KeyNumber key = keys.KeyAt(row);
         if (done.insert(store.FirstTwin(key)).second && !ReadKey(file, key, store)) {
             skipped.push_back(key);
         }

@@ -9,7 +9,7 @@ namespace {
 
 // The names of a large data file are further away than the processor's near caches. When a name is
 // compared, it has been on its way for as long as the keys before it take.
-constexpr RowKey kKeysAhead = 8;
+constexpr KeyNumber kKeysAhead = 8;
 
 void Prefetch(std::string_view text) {
 #if defined(__GNUC__)
@@ -32,7 +32,7 @@ class SettingsReader {
 public:
     explicit SettingsReader(const SettingsFiles& settings) : m_settings(settings) {}
 
-    Place Find(const KeyStore& store, RowKey key) {
+    Place Find(const KeyStore& store, KeyNumber key) {
         SetSection(store.TargetSection(key));
         const std::string_view name = store.KeyName(key);
         // A section of the settings file itself needs no look at the name.
@@ -94,7 +94,7 @@ KeyStore::Documents DocumentsOf(const SettingsFiles& settings) {
 }
 
 // Whether a pending change comes to what the settings say already.
-bool IsAsPending(const KeyStore& store, RowKey key, const Place& place,
+bool IsAsPending(const KeyStore& store, KeyNumber key, const Place& place,
                  std::optional<std::string_view> value) {
     switch (store.CurrentState(key)) {
         case KeyState::ToBeDeleted:
@@ -112,7 +112,7 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
                      const std::function<void()>& advance) {
     SettingsReader reader(settings);
     store.SetSettings(DocumentsOf(settings));
-    for (RowKey key = 1; key <= store.Size(); ++key) {
+    for (KeyNumber key = 1; key <= store.Size(); ++key) {
         advance();
         if (key + kKeysAhead <= store.Size()) {
             Prefetch(store.KeyName(key + kKeysAhead));
@@ -128,7 +128,7 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
     SettingsReader present(now);
     store.SetSettingsBelowPending(DocumentsOf(now));
     OutsideChanges changes;
-    for (RowKey key = 1; key <= store.Size(); ++key) {
+    for (KeyNumber key = 1; key <= store.Size(); ++key) {
         const Place was = former.Find(store, key);
         const Place is = present.Find(store, key);
         const auto value = present.ValueAt(is);
@@ -148,14 +148,14 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
     return changes;
 }
 
-void TakeFromSettings(KeyStore& store, RowKey key, const SettingsFiles& settings) {
+void TakeFromSettings(KeyStore& store, KeyNumber key, const SettingsFiles& settings) {
     const Place place = SettingsReader(settings).Find(store, key);
-    store.ForEachTwin(key, [&](RowKey twin) {
+    store.ForEachTwin(key, [&](KeyNumber twin) {
         store.SetFromSettings(twin, place.state, place.line, place.file);
     });
 }
 
-std::string LineInSettings(const KeyStore& store, RowKey key, const SettingsFiles& settings) {
+std::string LineInSettings(const KeyStore& store, KeyNumber key, const SettingsFiles& settings) {
     SettingsReader reader(settings);
     const Place place = reader.Find(store, key);
     if (place.state == KeyState::Absent) {

@@ -16,8 +16,8 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
 
 // What another program's changes of the settings came to.
 struct OutsideChanges {
-    std::vector<RowKey> changed;    // their rows say something else now
-    std::vector<RowKey> conflicts;  // changed there, and pending here with something else: the
+    std::vector<KeyNumber> changed;    // their rows say something else now
+    std::vector<KeyNumber> conflicts;  // changed there, and pending here with something else: the
                                     // first of twins
 };
 
@@ -27,10 +27,10 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
                                   const SettingsFiles& now);
 
 // Drops the pending change of a record and its twins for what the settings say.
-void TakeFromSettings(KeyStore& store, RowKey key, const SettingsFiles& settings);
+void TakeFromSettings(KeyStore& store, KeyNumber key, const SettingsFiles& settings);
 
 // The line that a record's key has in the settings, as the key list would show it; empty without
 // one.
-std::string LineInSettings(const KeyStore& store, RowKey key, const SettingsFiles& settings);
+std::string LineInSettings(const KeyStore& store, KeyNumber key, const SettingsFiles& settings);
 
 }  // namespace tamarind

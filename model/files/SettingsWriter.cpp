@@ -3,7 +3,7 @@
 namespace tamarind {
 namespace {
 
-IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& store, RowKey key) {
+IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& store, KeyNumber key) {
     const std::string_view section = store.TargetSection(key);
     const std::string_view name = store.KeyName(key);
     if (action.writes) {
@@ -121,9 +121,9 @@ SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now)
 }
 
 // Each key once, in the order of the data file.
-std::vector<std::vector<RowKey>> SettingsWriter::PendingKeys(const SettingsFiles& settings) const {
-    std::vector<std::vector<RowKey>> pending(settings.Files().size());
-    for (RowKey key = 1; key <= m_store.Size(); ++key) {
+std::vector<std::vector<KeyNumber>> SettingsWriter::PendingKeys(const SettingsFiles& settings) const {
+    std::vector<std::vector<KeyNumber>> pending(settings.Files().size());
+    for (KeyNumber key = 1; key <= m_store.Size(); ++key) {
         if (m_store.IsPending(key) && m_store.FirstTwin(key) == key) {
             pending[settings.FileOf(m_store.TargetSection(key), m_store.KeyName(key))].push_back(
                 key);
@@ -134,7 +134,7 @@ std::vector<std::vector<RowKey>> SettingsWriter::PendingKeys(const SettingsFiles
 
 SettingsWriter::Step SettingsWriter::WriteFiles() {
     const auto pending = PendingKeys(m_settings);
-    std::set<RowKey> saved;
+    std::set<KeyNumber> saved;
     bool isAgain = false;
     for (std::size_t at = 0; at < pending.size() && !isAgain; ++at) {
         const std::string path = m_settings.Files()[at].path;
@@ -143,8 +143,8 @@ SettingsWriter::Step SettingsWriter::WriteFiles() {
         }
         isAgain = WriteFile(path, pending[at]);
         if (!isAgain && !m_failed.contains(path)) {
-            for (const RowKey key : pending[at]) {
-                m_store.ForEachTwin(key, [&](RowKey twin) {
+            for (const KeyNumber key : pending[at]) {
+                m_store.ForEachTwin(key, [&](KeyNumber twin) {
                     m_store.SetSaved(twin);
                     saved.insert(twin);
                 });
@@ -158,14 +158,14 @@ SettingsWriter::Step SettingsWriter::WriteFiles() {
 }
 
 // Returns whether another round is needed.
-bool SettingsWriter::WriteFile(const std::string& path, const std::vector<RowKey>& keys) {
-    RowKey present = 0;
+bool SettingsWriter::WriteFile(const std::string& path, const std::vector<KeyNumber>& keys) {
+    std::optional<KeyNumber> refused;
     const IniTransaction::Written written = m_transaction.Edit(path, [&](IniDocument& document) {
-        for (const RowKey key : keys) {
-            present = key;
+        for (const KeyNumber key : keys) {
             const auto action = SaveActionOf(m_store.CurrentState(key), m_store.InitialState(key));
             const IniEdit edit = Apply(document, *action, m_store, key);
             if (IsRefused(edit)) {
+                refused = key;
                 return edit;
             }
         }
@@ -173,20 +173,19 @@ bool SettingsWriter::WriteFile(const std::string& path, const std::vector<RowKey
     });
     if (!written.isAgain && !written.result.Succeeded()) {
         m_failed.insert(path);
-        m_result.failures.push_back(
-            {path, written.result, IsRefused(written.result.refused) ? present : 0});
+        m_result.failures.push_back({path, written.result, refused});
     }
     return written.isAgain;
 }
 
 // What was read or written is what later changes are told by.
-void SettingsWriter::TakeRecords(SettingsFiles now, const std::set<RowKey>& saved) {
+void SettingsWriter::TakeRecords(SettingsFiles now, const std::set<KeyNumber>& saved) {
     if (saved.empty() && now.IsSameAs(m_settings)) {
         return;
     }
     OutsideChanges changes = TakeOutsideChanges(m_store, m_settings, now);
     m_settings = std::move(now);
-    std::erase_if(changes.changed, [&](RowKey key) { return saved.contains(key); });
+    std::erase_if(changes.changed, [&](KeyNumber key) { return saved.contains(key); });
     m_questions.OnRecordsChanged(changes, {saved.begin(), saved.end()});
 }
 
@@ -196,7 +195,7 @@ void SettingsWriter::FailAll(FileError error) {
         const std::string& path = m_settings.Files()[at].path;
         if (!pending[at].empty() && m_failed.insert(path).second) {
             m_result.failures.push_back(
-                {path, {error, IniEdit::Unchanged, m_transaction.AsideOf(path)}, 0});
+                {path, {error, IniEdit::Unchanged, m_transaction.AsideOf(path)}, std::nullopt});
         }
     }
 }

@@ -27,7 +27,7 @@ struct SaveResult {
     struct Failure {
         std::string path;
         WriteResult result;
-        RowKey refusedKey = 0;  // the key whose edit was refused
+        std::optional<KeyNumber> refusedKey;  // the key whose edit was refused
     };
     std::vector<Failure> failures;
     bool isCancelled = false;  // by the user, in a question
@@ -42,7 +42,7 @@ public:
     // The records follow the settings as they are now: because of other programs, whose conflicts
     // are to be decided, and where something was `saved`.
     virtual void OnRecordsChanged(const OutsideChanges& changes,
-                                  const std::vector<RowKey>& saved) = 0;
+                                  const std::vector<KeyNumber>& saved) = 0;
 
     // Whether a key is to be decided about. ResolveConflicts: false where the user cancels.
     virtual bool HasConflicts() = 0;
@@ -75,9 +75,9 @@ private:
     Step Prepare(std::vector<std::string>& paths);
     Step AskAboutGoneFiles(const SettingsFiles& now);
     Step WriteFiles();
-    bool WriteFile(const std::string& path, const std::vector<RowKey>& keys);
-    void TakeRecords(SettingsFiles now, const std::set<RowKey>& saved);
-    std::vector<std::vector<RowKey>> PendingKeys(const SettingsFiles& settings) const;
+    bool WriteFile(const std::string& path, const std::vector<KeyNumber>& keys);
+    void TakeRecords(SettingsFiles now, const std::set<KeyNumber>& saved);
+    std::vector<std::vector<KeyNumber>> PendingKeys(const SettingsFiles& settings) const;
     void FailAll(FileError error);
     SettingsFiles ReadAll();
 

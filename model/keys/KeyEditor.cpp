@@ -2,17 +2,17 @@
 
 namespace tamarind {
 
-void KeyEditor::RecordValue(RowKey key) {
+void KeyEditor::RecordValue(KeyNumber key) {
     m_history.Record(
         {key, false, std::string(m_store.WholeValue(key).value_or(std::string_view()))});
 }
 
-void KeyEditor::SetValue(RowKey key, const std::string& value) {
+void KeyEditor::SetValue(KeyNumber key, const std::string& value) {
     RecordValue(key);
     m_store.SetValue(key, value, KeyState::ValueSet);
 }
 
-bool KeyEditor::Comment(RowKey key) {
+bool KeyEditor::Comment(KeyNumber key) {
     if (!m_store.IsChecked(key)) {
         return false;
     }
@@ -21,7 +21,7 @@ bool KeyEditor::Comment(RowKey key) {
     return true;
 }
 
-bool KeyEditor::Delete(RowKey key) {
+bool KeyEditor::Delete(KeyNumber key) {
     if (LooksOf(m_store.CurrentState(key), {}).isGhosted) {
         return false;
     }

@@ -15,7 +15,7 @@ void KeyHistory::Clear() {
     m_redo.clear();
 }
 
-void KeyHistory::Forget(const std::vector<RowKey>& keys) {
+void KeyHistory::Forget(const std::vector<KeyNumber>& keys) {
     for (Entries* const entries : {&m_undo, &m_redo}) {
         std::erase_if(*entries, [&](const HistoryEntry& entry) {
             return std::find(keys.begin(), keys.end(), entry.key) != keys.end();
@@ -23,9 +23,9 @@ void KeyHistory::Forget(const std::vector<RowKey>& keys) {
     }
 }
 
-RowKey KeyHistory::Replay(Entries& from, Entries& to, KeyStore& store) {
+std::optional<KeyNumber> KeyHistory::Replay(Entries& from, Entries& to, KeyStore& store) {
     if (from.empty()) {
-        return 0;
+        return std::nullopt;
     }
     HistoryEntry entry = std::move(from.back());
     from.pop_back();

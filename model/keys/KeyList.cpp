@@ -17,7 +17,7 @@ std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view c
                           KeyFilter filter) {
     m_rows.clear();
     std::size_t found = 0;
-    for (RowKey key = 1; key <= store.Size(); ++key) {
+    for (KeyNumber key = 1; key <= store.Size(); ++key) {
         if (!isRoot && store.Category(key) != category) {
             continue;
         }
@@ -30,7 +30,7 @@ std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view c
     return found;
 }
 
-std::size_t KeyList::RowOf(RowKey key) const {
+std::size_t KeyList::RowOf(KeyNumber key) const {
     const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), key);
     return found != m_rows.end() && *found == key ? static_cast<std::size_t>(found - m_rows.begin())
                                                   : m_rows.size();

@@ -25,12 +25,12 @@ public:
     void Clear() { m_rows.clear(); }
 
     std::size_t Size() const { return m_rows.size(); }
-    RowKey KeyAt(std::size_t row) const { return m_rows[row]; }
+    KeyNumber KeyAt(std::size_t row) const { return m_rows[row]; }
     // The row of a record, or Size() when it is not shown.
-    std::size_t RowOf(RowKey key) const;
+    std::size_t RowOf(KeyNumber key) const;
 
 private:
-    std::vector<RowKey> m_rows;  // ascending
+    std::vector<KeyNumber> m_rows;  // ascending
 };
 
 }  // namespace tamarind

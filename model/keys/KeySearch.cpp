@@ -73,7 +73,7 @@ std::u16string Candidate(std::string_view text, bool isWholeWord) {
     return candidate;
 }
 
-std::optional<SearchHit> FindInKey(const KeyStore& store, RowKey key, const Pattern& pattern) {
+std::optional<SearchHit> FindInKey(const KeyStore& store, KeyNumber key, const Pattern& pattern) {
     const std::string_view text =
         pattern.isOfNames ? store.KeyName(key) : store.Record(key).description;
     const std::size_t place = Candidate(text, pattern.isWholeWord).find(pattern.units);
@@ -85,8 +85,8 @@ std::optional<SearchHit> FindInKey(const KeyStore& store, RowKey key, const Patt
     return SearchHit{key, start, pattern.units.size() - (pattern.isWholeWord ? 2 : 0)};
 }
 
-std::optional<SearchHit> FindInEach(const KeyStore& store, RowKey from, const Pattern& pattern) {
-    for (RowKey key = from; key <= store.Size(); ++key) {
+std::optional<SearchHit> FindInEach(const KeyStore& store, KeyNumber from, const Pattern& pattern) {
+    for (KeyNumber key = from; key <= store.Size(); ++key) {
         if (const auto hit = FindInKey(store, key, pattern)) {
             return hit;
         }
@@ -110,10 +110,10 @@ bool CanScanFile(const KeyStore& store, const Pattern& pattern) {
 }
 
 // One pass over the file's bytes; only keys whose line holds the pattern's part are looked at.
-std::optional<SearchHit> FindInFile(const KeyStore& store, RowKey from, const Pattern& pattern) {
+std::optional<SearchHit> FindInFile(const KeyStore& store, KeyNumber from, const Pattern& pattern) {
     const IniDocument& file = store.DataFile();
     const std::string_view bytes = file.SearchableBytes();
-    RowKey key = from;
+    KeyNumber key = from;
     std::size_t at = file.OffsetOf(store.LineOf(key));
     while ((at = NextPlace(bytes, pattern, at)) != std::string_view::npos) {
         const IniDocument::LineId line = file.LineAt(at);
@@ -135,7 +135,7 @@ std::optional<SearchHit> FindInFile(const KeyStore& store, RowKey from, const Pa
     return std::nullopt;
 }
 
-std::optional<SearchHit> FindInOwnDescriptions(const KeyStore& store, RowKey from,
+std::optional<SearchHit> FindInOwnDescriptions(const KeyStore& store, KeyNumber from,
                                                const Pattern& pattern) {
     const auto& own = store.OwnDescriptions();
     for (auto entry = own.lower_bound(from); entry != own.end(); ++entry) {
@@ -146,7 +146,7 @@ std::optional<SearchHit> FindInOwnDescriptions(const KeyStore& store, RowKey fro
     return std::nullopt;
 }
 
-std::optional<SearchHit> FindFrom(const KeyStore& store, RowKey from, const Pattern& pattern) {
+std::optional<SearchHit> FindFrom(const KeyStore& store, KeyNumber from, const Pattern& pattern) {
     if (!CanScanFile(store, pattern)) {
         return FindInEach(store, from, pattern);
     }
@@ -180,7 +180,7 @@ void KeySearch::SetMatchesWholeWord(bool matchesWholeWord) {
 std::optional<SearchHit> KeySearch::FindNext(const KeyStore& store) {
     const auto count = static_cast<std::int32_t>(store.Size());
     const bool isWithin = m_searchStartPosition >= 1 && m_searchStartPosition <= count;
-    const RowKey from = isWithin ? static_cast<RowKey>(m_searchStartPosition) : 1;
+    const KeyNumber from = isWithin ? static_cast<KeyNumber>(m_searchStartPosition) : 1;
     const auto hit = count > 0 ? FindFrom(store, from, MakePattern(*this)) : std::nullopt;
     m_searchStartPosition = hit ? static_cast<std::int32_t>(hit->key) + 1 : -1;
     return hit;

@@ -12,7 +12,7 @@ namespace tamarind {
 // Where a search text was found: in a key's name or in its description as it is displayed, in
 // UTF-16 units.
 struct SearchHit {
-    RowKey key = 0;
+    KeyNumber key = 0;
     std::size_t start = 0;
     std::size_t length = 0;
 };

@@ -52,25 +52,25 @@ bool KeyStore::AddNamed(std::string_view name, std::optional<LineId> line) {
         return false;
     }
     m_keys.back().isNamed = true;
-    m_oddNames.push_back({static_cast<RowKey>(m_keys.size()), std::string(name)});
+    m_oddNames.push_back({static_cast<KeyNumber>(m_keys.size()), std::string(name)});
     return true;
 }
 
-std::string_view KeyStore::KeyName(RowKey key) const {
+std::string_view KeyStore::KeyName(KeyNumber key) const {
     if (!Stored(key).isNamed) {
         return m_dataFile->KeyName(Stored(key).line);
     }
     return std::lower_bound(m_oddNames.begin(), m_oddNames.end(), key,
-                            [](const OddName& odd, RowKey wanted) { return odd.key < wanted; })
+                            [](const OddName& odd, KeyNumber wanted) { return odd.key < wanted; })
         ->name;
 }
 
-std::uint32_t KeyStore::NameHash(RowKey key) const {
+std::uint32_t KeyStore::NameHash(KeyNumber key) const {
     return Stored(key).isNamed ? IniDocument::NameHash(KeyName(key))
                                : m_dataFile->NameHash(Stored(key).line);
 }
 
-KeyRecord KeyStore::Record(RowKey key) const {
+KeyRecord KeyStore::Record(KeyNumber key) const {
     const StoredKey& stored = Stored(key);
     KeyRecord record;
     record.keyName = KeyName(key);
@@ -94,26 +94,26 @@ KeyRecord KeyStore::Record(RowKey key) const {
     return record;
 }
 
-bool KeyStore::IsChecked(RowKey key) const {
+bool KeyStore::IsChecked(KeyNumber key) const {
     return LooksOf(Stored(key).currentState, {}).isChecked;
 }
 
-void KeyStore::SetDescription(RowKey key, std::string description) {
+void KeyStore::SetDescription(KeyNumber key, std::string description) {
     m_ownDescriptions[key] = std::move(description);
     m_keys[key - 1].saveDescription = true;
 }
 
-bool KeyStore::CanDescribe(RowKey key) const {
+bool KeyStore::CanDescribe(KeyNumber key) const {
     const LineId line = Stored(key).line;
     return line != IniDocument::kNone &&
            CutToBuffer(m_dataFile->Value(line)).size() == m_dataFile->Value(line).size();
 }
 
-RowKey KeyStore::KeyAtLine(LineId line) const {
+KeyNumber KeyStore::KeyAtLine(LineId line) const {
     const auto found =
         std::lower_bound(m_keys.begin(), m_keys.end(), line,
                          [](const StoredKey& key, LineId wanted) { return key.line < wanted; });
-    return static_cast<RowKey>(found - m_keys.begin()) + 1;
+    return static_cast<KeyNumber>(found - m_keys.begin()) + 1;
 }
 
 void KeyStore::SetSettings(Documents settings) {
@@ -123,7 +123,7 @@ void KeyStore::SetSettings(Documents settings) {
 
 void KeyStore::SetSettingsBelowPending(Documents settings) {
     std::deque<std::string> kept;
-    for (RowKey key = 1; key <= m_keys.size(); ++key) {
+    for (KeyNumber key = 1; key <= m_keys.size(); ++key) {
         StoredKey& stored = m_keys[key - 1];
         const auto value = IsPending(key) ? WholeValue(key) : std::nullopt;
         stored.hasOwnValue = value.has_value();
@@ -137,7 +137,7 @@ void KeyStore::SetSettingsBelowPending(Documents settings) {
     m_settings = std::move(settings);
 }
 
-void KeyStore::SetFromSettings(RowKey key, KeyState state, LineId line, std::size_t file) {
+void KeyStore::SetFromSettings(KeyNumber key, KeyState state, LineId line, std::size_t file) {
     StoredKey& stored = m_keys[key - 1];
     stored.initialState = state;
     stored.currentState = state;
@@ -161,9 +161,9 @@ void KeyStore::FindTwins() {
     for (const StoredCategory& category : m_categories) {
         sectionHashes.push_back(std::uint64_t{IniDocument::NameHash(category.targetSection)} << 32);
     }
-    std::vector<std::pair<std::uint64_t, RowKey>> byHash;
+    std::vector<std::pair<std::uint64_t, KeyNumber>> byHash;
     byHash.reserve(m_keys.size());
-    for (RowKey key = 1; key <= m_keys.size(); ++key) {
+    for (KeyNumber key = 1; key <= m_keys.size(); ++key) {
         byHash.emplace_back(sectionHashes[Stored(key).category] | NameHash(key), key);
     }
     std::sort(byHash.begin(), byHash.end());
@@ -177,12 +177,12 @@ void KeyStore::FindTwins() {
     }
 }
 
-bool KeyStore::AreTwins(RowKey left, RowKey right) const {
+bool KeyStore::AreTwins(KeyNumber left, KeyNumber right) const {
     return EqualsIgnoreCase(KeyName(left), KeyName(right)) &&
            EqualsIgnoreCase(TargetSection(left), TargetSection(right));
 }
 
-void KeyStore::AddTwin(RowKey key, RowKey twin) {
+void KeyStore::AddTwin(KeyNumber key, KeyNumber twin) {
     const auto [known, isNew] = m_twinsOf.try_emplace(key, m_twins.size());
     if (isNew) {
         m_twins.push_back({key});
@@ -191,13 +191,13 @@ void KeyStore::AddTwin(RowKey key, RowKey twin) {
     m_twinsOf[twin] = m_twinsOf[key];
 }
 
-RowKey KeyStore::FirstTwin(RowKey key) {
+KeyNumber KeyStore::FirstTwin(KeyNumber key) {
     FindTwins();
     const auto twins = m_twinsOf.find(key);
     return twins == m_twinsOf.end() ? key : m_twins[twins->second].front();
 }
 
-void KeyStore::SetOwnValue(RowKey key, const std::string& value) {
+void KeyStore::SetOwnValue(KeyNumber key, const std::string& value) {
     StoredKey& stored = m_keys[key - 1];
     if (stored.hasOwnValue) {
         m_ownValues[stored.value] = value;
@@ -208,22 +208,22 @@ void KeyStore::SetOwnValue(RowKey key, const std::string& value) {
     m_ownValues.push_back(value);
 }
 
-void KeyStore::SetValue(RowKey key, const std::string& value, KeyState currentState) {
-    ForEachTwin(key, [&](RowKey twin) {
+void KeyStore::SetValue(KeyNumber key, const std::string& value, KeyState currentState) {
+    ForEachTwin(key, [&](KeyNumber twin) {
         SetOwnValue(twin, value);
         m_keys[twin - 1].currentState = currentState;
     });
 }
 
-void KeyStore::SetState(RowKey key, KeyState currentState) {
-    ForEachTwin(key, [&](RowKey twin) { m_keys[twin - 1].currentState = currentState; });
+void KeyStore::SetState(KeyNumber key, KeyState currentState) {
+    ForEachTwin(key, [&](KeyNumber twin) { m_keys[twin - 1].currentState = currentState; });
 }
 
-void KeyStore::SetSaved(RowKey key) {
+void KeyStore::SetSaved(KeyNumber key) {
     SetFromSettings(key, KeyState::Absent, IniDocument::kNone, 0);
 }
 
-std::optional<std::string_view> KeyStore::WholeValue(RowKey key) const {
+std::optional<std::string_view> KeyStore::WholeValue(KeyNumber key) const {
     const StoredKey& stored = Stored(key);
     if (stored.value == IniDocument::kNone) {
         return std::nullopt;
@@ -232,12 +232,12 @@ std::optional<std::string_view> KeyStore::WholeValue(RowKey key) const {
                               : m_settings[stored.file]->Value(stored.value);
 }
 
-std::optional<std::string_view> KeyStore::CurrentValue(RowKey key) const {
+std::optional<std::string_view> KeyStore::CurrentValue(KeyNumber key) const {
     const auto value = WholeValue(key);
     return value ? std::optional(CutToBuffer(*value)) : std::nullopt;
 }
 
-bool KeyStore::CanEditValue(RowKey key) const {
+bool KeyStore::CanEditValue(KeyNumber key) const {
     const auto value = WholeValue(key);
     return !value || CutToBuffer(*value).size() == value->size();
 }

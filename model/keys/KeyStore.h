@@ -16,9 +16,8 @@
 
 namespace tamarind {
 
-// A key record's number, counted from 1 in the data file's order; "key" and the number make up the
-// row key. 0 is no record.
-using RowKey = std::uint32_t;
+// A key's place in the data file, counted from 1. None is a std::nullopt.
+using KeyNumber = std::uint32_t;
 
 // What a data file's entry says.
 struct KeyEntry {
@@ -60,31 +59,31 @@ public:
     std::size_t Size() const { return m_keys.size(); }
 
     // `key` is between 1 and Size().
-    KeyRecord Record(RowKey key) const;
-    std::string_view KeyName(RowKey key) const;
-    std::uint32_t NameHash(RowKey key) const;  // as IniDocument::NameHash
-    std::string_view Category(RowKey key) const { return CategoryOf(key).name; }
-    std::string_view TargetSection(RowKey key) const { return CategoryOf(key).targetSection; }
-    bool IsChecked(RowKey key) const;
+    KeyRecord Record(KeyNumber key) const;
+    std::string_view KeyName(KeyNumber key) const;
+    std::uint32_t NameHash(KeyNumber key) const;  // as IniDocument::NameHash
+    std::string_view Category(KeyNumber key) const { return CategoryOf(key).name; }
+    std::string_view TargetSection(KeyNumber key) const { return CategoryOf(key).targetSection; }
+    bool IsChecked(KeyNumber key) const;
 
     // Gives the key a description of the user's own, which waits to be written into the data file.
-    void SetDescription(RowKey key, std::string description);
-    void SetDescriptionSaved(RowKey key) { m_keys[key - 1].saveDescription = false; }
-    bool IsDescriptionPending(RowKey key) const { return Stored(key).saveDescription; }
+    void SetDescription(KeyNumber key, std::string description);
+    void SetDescriptionSaved(KeyNumber key) { m_keys[key - 1].saveDescription = false; }
+    bool IsDescriptionPending(KeyNumber key) const { return Stored(key).saveDescription; }
     // Whether the data file has room for another description: its entry has a line that was read
     // as a whole.
-    bool CanDescribe(RowKey key) const;
+    bool CanDescribe(KeyNumber key) const;
 
     // For searches: the file that the texts are in, and the records that differ from it.
     const IniDocument& DataFile() const { return *m_dataFile; }
-    LineId LineOf(RowKey key) const { return Stored(key).line; }
+    LineId LineOf(KeyNumber key) const { return Stored(key).line; }
     // Whether each record is a line of the file, further down than the record before.
     bool IsInFileOrder() const { return m_isInFileOrder && m_oddNames.empty(); }
     const std::string& NoDescription() const { return m_noDescription; }
-    const std::map<RowKey, std::string>& OwnDescriptions() const { return m_ownDescriptions; }
+    const std::map<KeyNumber, std::string>& OwnDescriptions() const { return m_ownDescriptions; }
     // The first record at or behind a line of the data file, or one more than there are. Only for
     // records in the file's order.
-    RowKey KeyAtLine(LineId line) const;
+    KeyNumber KeyAtLine(LineId line) const;
 
     // Takes the files that the settings are in now. Every record is to be set from them next.
     using Documents = std::vector<std::shared_ptr<const IniDocument>>;
@@ -94,33 +93,33 @@ public:
 
     // Sets both states as the settings have them, with the line that says so and the number of the
     // file that it is in.
-    void SetFromSettings(RowKey key, KeyState state, LineId line, std::size_t file);
+    void SetFromSettings(KeyNumber key, KeyState state, LineId line, std::size_t file);
     // The same for a record with a pending change, which stays.
-    void SetInitialState(RowKey key, KeyState state) { m_keys[key - 1].initialState = state; }
-    bool IsPending(RowKey key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
+    void SetInitialState(KeyNumber key, KeyState state) { m_keys[key - 1].initialState = state; }
+    bool IsPending(KeyNumber key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
     bool HasPending() const;
 
     // Records of one name and target section are about the same line of the settings: each pending
     // change is one of all of them. Visits them in order; most keys are alone.
     template <typename Visit>
-    void ForEachTwin(RowKey key, Visit visit);
-    RowKey FirstTwin(RowKey key);
+    void ForEachTwin(KeyNumber key, Visit visit);
+    KeyNumber FirstTwin(KeyNumber key);
 
     // A pending change: the value, which may be empty, and the state that goes with it.
-    void SetValue(RowKey key, const std::string& value, KeyState currentState);
-    void SetState(RowKey key, KeyState currentState);
+    void SetValue(KeyNumber key, const std::string& value, KeyState currentState);
+    void SetState(KeyNumber key, KeyState currentState);
 
     // The record is not pending any more; it is to be set from the settings next.
-    void SetSaved(RowKey key);
+    void SetSaved(KeyNumber key);
 
-    KeyState InitialState(RowKey key) const { return Stored(key).initialState; }
-    KeyState CurrentState(RowKey key) const { return Stored(key).currentState; }
+    KeyState InitialState(KeyNumber key) const { return Stored(key).initialState; }
+    KeyState CurrentState(KeyNumber key) const { return Stored(key).currentState; }
     // As far as a reader's buffer takes it, and all of it.
-    std::optional<std::string_view> CurrentValue(RowKey key) const;
-    std::optional<std::string_view> WholeValue(RowKey key) const;
+    std::optional<std::string_view> CurrentValue(KeyNumber key) const;
+    std::optional<std::string_view> WholeValue(KeyNumber key) const;
     // False for a value in the settings that is longer than any reader's buffer: who edits what is
     // shown of it would cut it.
-    bool CanEditValue(RowKey key) const;
+    bool CanEditValue(KeyNumber key) const;
 
 private:
     struct StoredCategory {
@@ -140,17 +139,17 @@ private:
         bool saveDescription = false;
     };
     struct OddName {
-        RowKey key;
+        KeyNumber key;
         std::string name;
     };
 
     void FindTwins();
-    bool AreTwins(RowKey left, RowKey right) const;
-    void AddTwin(RowKey key, RowKey twin);
-    void SetOwnValue(RowKey key, const std::string& value);
+    bool AreTwins(KeyNumber left, KeyNumber right) const;
+    void AddTwin(KeyNumber key, KeyNumber twin);
+    void SetOwnValue(KeyNumber key, const std::string& value);
 
-    const StoredKey& Stored(RowKey key) const { return m_keys[key - 1]; }
-    const StoredCategory& CategoryOf(RowKey key) const {
+    const StoredKey& Stored(KeyNumber key) const { return m_keys[key - 1]; }
+    const StoredCategory& CategoryOf(KeyNumber key) const {
         return m_categories[Stored(key).category];
     }
 
@@ -158,10 +157,10 @@ private:
     std::vector<StoredCategory> m_categories;
     std::vector<OddName> m_oddNames;      // ascending by key
     std::deque<std::string> m_ownValues;  // given by the user
-    std::map<RowKey, std::string> m_ownDescriptions;
+    std::map<KeyNumber, std::string> m_ownDescriptions;
     bool m_areTwinsKnown = false;
-    std::vector<std::vector<RowKey>> m_twins;
-    std::unordered_map<RowKey, std::size_t> m_twinsOf;  // place among them, of those that have any
+    std::vector<std::vector<KeyNumber>> m_twins;
+    std::unordered_map<KeyNumber, std::size_t> m_twinsOf;  // place among them, of those that have any
     std::string m_noDescription;
     bool m_isInFileOrder = true;
     std::shared_ptr<const IniDocument> m_dataFile;
@@ -169,14 +168,14 @@ private:
 };
 
 template <typename Visit>
-void KeyStore::ForEachTwin(RowKey key, Visit visit) {
+void KeyStore::ForEachTwin(KeyNumber key, Visit visit) {
     FindTwins();
     const auto twins = m_twinsOf.find(key);
     if (twins == m_twinsOf.end()) {
         visit(key);
         return;
     }
-    for (const RowKey twin : m_twins[twins->second]) {
+    for (const KeyNumber twin : m_twins[twins->second]) {
         visit(twin);
     }
 }

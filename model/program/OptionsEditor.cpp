@@ -31,8 +31,11 @@ std::int32_t Settings::*SettingOf(OptionsEditor::Color color) {
 }  // namespace
 
 OptionsEditor::OptionsEditor(SettingsStore& settings, UserPrompts& prompts,
-                             std::string languageFolder)
-    : m_settings(settings), m_prompts(prompts), m_languageFolder(std::move(languageFolder)) {}
+                             std::string languageFolder, OptionsListener& listener)
+    : m_settings(settings),
+      m_prompts(prompts),
+      m_languageFolder(std::move(languageFolder)),
+      m_listener(listener) {}
 
 void OptionsEditor::Begin() {
     m_settings.ReloadOptions();
@@ -43,6 +46,7 @@ void OptionsEditor::Begin() {
     m_choices.languageFile =
         settings.languageFile == MissingValueMarker ? std::string() : settings.languageFile;
     m_isChanged = false;
+    m_listener.OnOptionsRead();
 }
 
 void OptionsEditor::SetFlag(bool Choices::*flag, bool isOn) {
@@ -99,7 +103,7 @@ std::int32_t OptionsEditor::ColorSetting(Color color) const {
     return m_settings.Values().*SettingOf(color);
 }
 
-WriteResult OptionsEditor::Apply() {
+bool OptionsEditor::Apply() {
     Settings& settings = m_settings.Values();
     for (const FlagRow& row : kFlags) {
         settings.*row.setting = m_choices.*row.choice ? 1 : 0;
@@ -109,9 +113,10 @@ WriteResult OptionsEditor::Apply() {
         m_settings.SetLanguageFile(m_choices.languageFile);
     }
     m_settings.SetLookApplied(true);
-    WriteResult saved = m_settings.SaveSettings();
+    const WriteResult saved = m_settings.SaveSettings();
     m_isChanged = !saved.Succeeded();
-    return saved;
+    m_listener.OnOptionsApplied(saved);
+    return saved.Succeeded();
 }
 
 }  // namespace tamarind

@@ -7,6 +7,15 @@
 
 namespace tamarind {
 
+// Hears how the options dialog goes on.
+class OptionsListener {
+public:
+    virtual ~OptionsListener() = default;
+    virtual void OnOptionsRead() {}  // the own settings were read again; the dialog shows them next
+    virtual void OnOptionsApplied(const WriteResult& /*saved*/) {}
+    virtual void OnOptionsEnd() {}  // the dialog is gone
+};
+
 // What the options dialog is set to. Colours and the font become the program's at once, the rest
 // when it is applied; other windows show nothing of either before that.
 class OptionsEditor {
@@ -23,7 +32,8 @@ public:
     enum class Color { Text, Background, ActiveKey };
 
     // `languageFolder` is where language files are offered.
-    OptionsEditor(SettingsStore& settings, UserPrompts& prompts, std::string languageFolder);
+    OptionsEditor(SettingsStore& settings, UserPrompts& prompts, std::string languageFolder,
+                  OptionsListener& listener);
 
     // Reads the settings that the dialog edits from their file again.
     void Begin();
@@ -31,7 +41,7 @@ public:
     const Choices& Values() const { return m_choices; }
     void SetFlag(bool Choices::*flag, bool isOn);
     void SetLanguageFile(const std::string& path);
-    // Each asks the user and returns whether he chose something.
+    // Each asks the user and returns whether they chose something.
     bool BrowseLanguageFile();
     bool SelectColor(Color color);
     bool SelectFont();
@@ -40,13 +50,16 @@ public:
 
     // Whether there is something to apply.
     bool IsChanged() const { return m_isChanged; }
-    // Puts the choices into the settings and saves these.
-    WriteResult Apply();
+    // Puts the choices into the settings and saves these. False when they cannot be saved.
+    bool Apply();
+    // After the dialog is gone.
+    void End() { m_listener.OnOptionsEnd(); }
 
 private:
     SettingsStore& m_settings;
     UserPrompts& m_prompts;
     std::string m_languageFolder;
+    OptionsListener& m_listener;
     Choices m_choices;
     bool m_isChanged = false;
 };

@@ -9,19 +9,19 @@ namespace {
 
 void CheckDescriptions(SessionWorld& world) {
     EditorSession& session = *world.session;
-    for (std::size_t row = 0; row < session.Keys().Size(); row += 7) {
-        session.ShowKeyDetails(row);
-        const RowKey key = session.CurrentKey();
-        if (session.MaxDescriptionUnits() < 8) {
+    for (std::size_t row = 0; row < session.Selection().Keys().Size(); row += 7) {
+        session.Selection().ShowKeyDetails(row);
+        const KeyNumber key = *session.Selection().CurrentKey();
+        if (session.DataFile().MaxDescriptionUnits() < 8) {
             continue;
         }
-        session.ChangeDescription("new@ one\r\n");
+        session.DataFile().ChangeDescription("new@ one\r\n");
         const std::string before = world.disk.BytesOf(SessionWorld::kWincmdData);
-        if (!session.SaveDataFile()) {
+        if (!session.DataFile().SaveDataFile()) {
             Require(world.disk.BytesOf(SessionWorld::kWincmdData) == before);
             continue;
         }
-        const KeyRecord record = session.Record(key);
+        const KeyRecord record = session.Selection().Record(key);
         const IniDocument written = IniDocument::Parse(
             world.disk.BytesOf(SessionWorld::kWincmdData), world.files.SystemCodePage());
         const auto entry = written.FindValue(record.category, record.keyName);
@@ -42,16 +42,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world.disk.Wait(10);  // files that are young are read again for each text
     Require(world.Start());
     EditorSession& session = *world.session;
-    for (std::size_t node = 0; node < session.Categories().size(); ++node) {
-        session.SelectCategory(static_cast<NodeIndex>(node));
+    for (std::size_t node = 0; node < session.Selection().Categories().size(); ++node) {
+        session.Selection().SelectCategory(static_cast<NodeIndex>(node));
     }
-    session.SelectCategory(kRootNode);
-    Require(session.Keys().Size() == session.Store().Size());
+    session.Selection().SelectCategory(kRootNode);
+    Require(session.Selection().Keys().Size() == session.Selection().Store().Size());
     for (const char* const text : {"a", "\xC3\xA4", " ", "k"}) {
         for (const bool inNames : {true, false}) {
-            session.SetSearchText(text);
-            session.SetSearchesNames(inNames);
-            session.FindNextString();
+            session.Selection().SetSearchText(text);
+            session.Selection().Search().SetSearchesNames(inNames);
+            session.Selection().FindNextString();
         }
     }
     CheckDescriptions(world);

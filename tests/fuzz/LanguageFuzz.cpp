@@ -16,10 +16,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world.disk.Wait(10);
     Require(world.Start());
     for (std::uint16_t number = 100; number < 4050; ++number) {
-        const std::string text = world.session->Text(number);
+        const std::string text = world.session->Place().Text(number);
         Require(IsValidUtf8(text));
         Require(!text.empty() || BuiltInText(number).empty());
     }
-    world.session->Texts().IsRightToLeft();
+    world.session->Place().Texts().IsRightToLeft();
     return 0;
 }

@@ -11,23 +11,23 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;  // its data file is another one
     }
     EditorSession& session = *world.session;
-    for (const auto& entry : session.RecentFiles().Entries()) {
+    for (const auto& entry : session.Recent().Files().Entries()) {
         Require(!entry.caption.empty());
     }
     session.OpenRecentFile(1);
     session.OpenSettingsFile(SessionWorld::kWincmd, true);
-    Require(session.RecentFiles().ListItems(1) == SessionWorld::kWincmd);
-    session.SetOrganizerOpen(true);
-    FavoritesOrganizer& organizer = session.Organizer();
+    Require(session.Recent().Files().ListItems(1) == SessionWorld::kWincmd);
+    session.FavoriteKeys().SetOrganizerOpen(true);
+    FavoritesOrganizer& organizer = session.FavoriteKeys().Organizer();
     organizer.AddSeparator();
     organizer.MoveDown();
     organizer.Rename(0, "caption");
     const std::size_t rows = organizer.Rows().size();
-    if (session.ApplyOrganizer()) {
-        Require(session.FavoriteItems().size() <= rows);
+    if (session.FavoriteKeys().ApplyOrganizer()) {
+        Require(session.FavoriteKeys().Items().size() <= rows);
     }
-    session.BeginOptions();
-    session.ApplyOptions();
-    session.EndOptions();
+    session.Place().Options().Begin();
+    session.Place().Options().Apply();
+    session.Place().Options().End();
     return 0;
 }

@@ -119,7 +119,7 @@ void RequireUntouched(const IniDocument& before, const IniDocument& now) {
 
 void RequireRowsAsOnDisk(SessionWorld& world) {
     world.disk.Wait(10);
-    Require(world.session->CheckOutsideChanges() == OutsideCheck::Taken);
+    Require(world.session->TargetFile().CheckOutsideChanges() == OutsideCheck::Taken);
     const std::vector<std::string> rows = world.Rows();
     Require(world.Start());
     Require(rows == world.Rows());
@@ -148,10 +148,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     other.TakeTurns();
     for (std::size_t save = 0; save < 4; ++save) {
         const std::string value = "mine" + std::to_string(save);
-        world.session->ShowKeyDetails(save % 3);
-        Require(world.session->SetValue(value));
+        world.session->Selection().ShowKeyDetails(save % 3);
+        Require(world.session->Commands().SetValue(value));
         other.isAtWork = true;
-        const bool isSaved = world.session->SaveToSettingsFile();
+        const bool isSaved = world.session->TargetFile().SaveToSettingsFile();
         other.isAtWork = false;
         RequireTheirs(world, other, isSaved);
         if (!isSaved) {

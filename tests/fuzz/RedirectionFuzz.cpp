@@ -21,22 +21,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world.disk.Wait(10);  // files that are young are read again for each text
     Require(world.Start());
     EditorSession& session = *world.session;
-    const bool saved = session.SaveToSettingsFile();
-    for (RowKey key = 1; key <= session.Store().Size() && saved; ++key) {
+    const bool saved = session.TargetFile().SaveToSettingsFile();
+    for (KeyNumber key = 1; key <= session.Selection().Store().Size() && saved; ++key) {
         const std::string text = input.empty() || key % 2 == 0 ? "History.ini" : input.substr(0, 9);
-        session.ShowKeyDetails(session.Keys().RowOf(key));
-        if (!session.SetValue(text) || !session.SaveToSettingsFile()) {
-            session.Undo();
+        session.Selection().ShowKeyDetails(session.Selection().Keys().RowOf(key));
+        if (!session.Commands().SetValue(text) || !session.TargetFile().SaveToSettingsFile()) {
+            session.Commands().Undo();
             session.OpenSettingsFile(SessionWorld::kWincmd, false);
             continue;
         }
         const SettingsFiles now =
             SettingsFiles::Read(world.files, world.environment, SessionWorld::kWincmd);
-        const KeyRecord record = session.Record(key);
+        const KeyRecord record = session.Selection().Record(key);
         const auto& file = now.Files()[now.FileOf(record.targetSection, record.keyName)];
         const auto value = file.document->FindValue(record.targetSection, record.keyName);
         Require(!value || record.currentState != KeyState::Absent);
-        Require(session.CheckOutsideChanges() != OutsideCheck::PutOff);
+        Require(session.TargetFile().CheckOutsideChanges() != OutsideCheck::PutOff);
     }
     return 0;
 }

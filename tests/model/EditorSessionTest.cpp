@@ -29,43 +29,44 @@ TEST_F(EditorSessionTest, ShowsEveryDescribedKeyOfTheFileThatTheRegistryNames) {
     EXPECT_THAT(world.prompts.messages, IsEmpty());
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0", "BackColor"));
-    EXPECT_EQ(Session().DataFilePanel(), "Data File:  tc all keys english.tmdf");
-    EXPECT_EQ(Session().TargetPanel(), "Target Section:  [Configuration]");
-    EXPECT_EQ(Session().Description(), "Arrange panels.\r\n0 = side by side");
+    EXPECT_EQ(Session().DataFile().Panel(), "Data File:  tc all keys english.tmdf");
+    EXPECT_EQ(Session().TargetFile().TargetPanel(), "Target Section:  [Configuration]");
+    EXPECT_EQ(Session().Selection().Description(), "Arrange panels.\r\n0 = side by side");
 }
 
 TEST_F(EditorSessionTest, FiltersAndCategoriesDecideTheRows) {
     Start();
-    Session().SelectCategory(1);
+    Session().Selection().SelectCategory(1);
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0"));
-    Session().SetKeyFilter(KeyFilter::ShowActive);
+    Session().Selection().SetKeyFilter(KeyFilter::ShowActive);
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1"));
-    Session().SetKeyFilter(KeyFilter::ShowInactive);
+    Session().Selection().SetKeyFilter(KeyFilter::ShowInactive);
     EXPECT_THAT(world.Rows(), ElementsAre("ShowHidden=0"));
 
     // All its keys filtered away: an empty list without a message, and no current key.
-    Session().SelectCategory(2);
-    Session().SetKeyFilter(KeyFilter::ShowActive);
+    Session().Selection().SelectCategory(2);
+    Session().Selection().SetKeyFilter(KeyFilter::ShowActive);
     EXPECT_THAT(world.Rows(), IsEmpty());
-    EXPECT_EQ(Session().CurrentKey(), 0U);
-    EXPECT_EQ(Session().TargetPanel() + Session().Description() + Session().CounterPanel(),
+    EXPECT_EQ(Session().Selection().CurrentKey(), std::nullopt);
+    EXPECT_EQ(Session().TargetFile().TargetPanel() + Session().Selection().Description() +
+                  Session().Selection().CounterPanel(),
               "0  Key(s)");
     EXPECT_THAT(world.prompts.messages, IsEmpty());
 
-    Session().GoToKey(3);
-    EXPECT_EQ(Session().SelectedNode(), kRootNode);
-    EXPECT_EQ(Session().Filter(), KeyFilter::ShowAll);
-    EXPECT_EQ(Session().CurrentKey(), 3U);
+    Session().Selection().GoToKey(3);
+    EXPECT_EQ(Session().Selection().SelectedNode(), kRootNode);
+    EXPECT_EQ(Session().Selection().Filter(), KeyFilter::ShowAll);
+    EXPECT_EQ(Session().Selection().CurrentKey(), 3U);
 }
 
 TEST_F(EditorSessionTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
     Start();
-    Session().SelectCategory(0);
-    Session().SetKeyFilter(KeyFilter::ShowActive);
+    Session().Selection().SelectCategory(0);
+    Session().Selection().SetKeyFilter(KeyFilter::ShowActive);
     EXPECT_EQ(world.prompts.beeps, 1);
-    EXPECT_EQ(Session().Filter(), KeyFilter::ShowAll);
-    Session().SelectCategory(3);
-    Session().SelectCategory(3);  // a category that is shown is not filled again
+    EXPECT_EQ(Session().Selection().Filter(), KeyFilter::ShowAll);
+    Session().Selection().SelectCategory(3);
+    Session().Selection().SelectCategory(3);  // a category that is shown is not filled again
     EXPECT_THAT(world.prompts.messages,
                 ElementsAre("X" + std::string(BuiltInText(text::kCategoryWithoutKeys))));
 }
@@ -75,14 +76,14 @@ TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     world.prompts.filesToChoose = {SessionWorld::kWcxFtp};
     Session().AskOpenSettingsFile();
-    EXPECT_EQ(Session().DataFilePath(), SessionWorld::kWcxFtpData);
+    EXPECT_EQ(Session().DataFile().Path(), SessionWorld::kWcxFtpData);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wcxftp");
 
     ASSERT_TRUE(world.Start()) << "the next start";
-    EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWcxFtp);
+    EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWcxFtp);
     world.prompts.filesToChoose = {SessionWorld::kWincmdData};
     Session().AskOpenDataFile();
-    EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWincmd);
+    EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWincmd);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     EXPECT_EQ(world.Rows().size(), 3U);
 }
@@ -95,8 +96,8 @@ TEST_F(EditorSessionTest, WhatKindASettingsFileIs) {
         world.PutUsualFiles(content);
         world.disk.Remove(SessionWorld::kOwnSettings);
         ASSERT_TRUE(world.Start());
-        EXPECT_EQ(Session().DataFilePath(), dataFile) << content;
-        EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWincmd) << content;
+        EXPECT_EQ(Session().DataFile().Path(), dataFile) << content;
+        EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWincmd) << content;
     }
 }
 
@@ -113,7 +114,7 @@ TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
         world.environment.variables["TOOLS"] = "C:\\Tools";
         world.disk.Put(found, "[Own]\r\n");
         ASSERT_TRUE(world.Start("\"" + path + "\""));
-        EXPECT_EQ(Session().DataFilePath(), found);
+        EXPECT_EQ(Session().DataFile().Path(), found);
     }
 
     for (const std::string& wrong : {cyrillic, "\"" + cyrillic + "\" \"C:\\x.tmdf\"",
@@ -133,8 +134,8 @@ TEST_F(EditorSessionTest, SettingsFilesAreAskedForWhereTheyAre) {
         world.environment.variables["Commander_Path"] = variable;
         Session().OpenSettingsFile(settings, false);
         Session().AskOpenSettingsFile();
-        Session().ExportKeys();
-        Session().ImportKeys();
+        Session().Commands().ExportKeys();
+        Session().Commands().ImportKeys();
         for (int times = 0; times < 3; ++times) {
             ASSERT_FALSE(world.prompts.questions.empty());
             EXPECT_EQ(world.prompts.questions.back().initialFolder, folder);
@@ -169,7 +170,7 @@ TEST_F(EditorSessionTest, FilesThatCanNotBeReadEndInAMessageAndLoseNothing) {
     world.prompts.filesToChoose = {"D:\\locked.tmdf"};
     Session().AskOpenDataFile();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("D:\\locked.tmdf")));
-    EXPECT_EQ(Session().DataFilePath(), SessionWorld::kWincmdData);
+    EXPECT_EQ(Session().DataFile().Path(), SessionWorld::kWincmdData);
     EXPECT_EQ(world.Rows().size(), 3U);
 
     // A settings file that is locked: every key absent, and the reason said.
@@ -180,7 +181,7 @@ TEST_F(EditorSessionTest, FilesThatCanNotBeReadEndInAMessageAndLoseNothing) {
     Session().AskOpenSettingsFile();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("Another program is using it.")));
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
-    EXPECT_EQ(Session().DataFilePath(), SessionWorld::kWincmdData);
+    EXPECT_EQ(Session().DataFile().Path(), SessionWorld::kWincmdData);
 }
 
 TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
@@ -191,10 +192,10 @@ TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
                 ElementsAre("!" + std::string(BuiltInText(text::kCannotFindWincmdIni))));
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
-    Session().SetValue("2");
-    EXPECT_FALSE(Session().SaveToSettingsFile());
+    Session().Commands().SetValue("2");
+    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(world.prompts.messages.back(), "!" + std::string(BuiltInText(text::kNoSettingsFile)));
-    EXPECT_TRUE(Session().IsModified());
+    EXPECT_TRUE(Session().TargetFile().IsModified());
     ASSERT_TRUE(world.Start("\"" + std::string(SessionWorld::kWcxFtpData) + "\""));
     EXPECT_THAT(world.Rows(), ElementsAre("WaitDelay"));
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
@@ -211,7 +212,7 @@ TEST_F(EditorSessionTest, MoreKeysThanCanBeNumberedAreCutWithAMessage) {
     }
     world.disk.Put(SessionWorld::kWincmdData, content);
     ASSERT_TRUE(world.Start());
-    EXPECT_EQ(Session().Store().Size(), 32767U);
+    EXPECT_EQ(Session().Selection().Store().Size(), 32767U);
     EXPECT_THAT(world.prompts.messages,
                 ElementsAre("!" + std::string(BuiltInText(text::kTooManyKeys))));
 }

@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class FindingTest : public testing::Test, private SessionListener {
+class FindingTest : public testing::Test, private KeyListListener {
 protected:
     SessionWorld world;
     std::vector<std::pair<std::size_t, std::size_t>> hits;
@@ -26,15 +26,18 @@ protected:
                        "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys);
         world.disk.Wait(10);
         ASSERT_TRUE(world.Start());
-        Session().SetListener(this);
+        Session().Selection().KeyWatchers().Add(*this);
     }
     std::string CurrentName() {
-        return std::string(Session().Store().KeyName(Session().CurrentKey()));
+        return std::string(
+            Session().Selection().Store().KeyName(*Session().Selection().CurrentKey()));
     }
 
 private:
-    void OnDescriptionHit(std::size_t start, std::size_t length) override {
-        hits.emplace_back(start, length);
+    void OnWentToKey(const std::optional<DescriptionPart>& part) override {
+        if (part) {
+            hits.emplace_back(part->start, part->length);
+        }
     }
 };
 
@@ -49,7 +52,7 @@ TEST_F(FindingTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
         const char* text;
         bool inNames;
         bool wholeWord;
-        std::vector<RowKey> keys;
+        std::vector<KeyNumber> keys;
         std::pair<std::size_t, std::size_t> firstHit;  // in the description
     } cases[] = {
         {"cOLOR", true, false, {1, 4}, {}},
@@ -63,21 +66,21 @@ TEST_F(FindingTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
     };
     for (const auto& testCase : cases) {
         SCOPED_TRACE(testCase.text);
-        Session().SetSearchesNames(testCase.inNames);
-        Session().SetMatchesWholeWord(testCase.wholeWord);
-        Session().SetSearchText(testCase.text);
+        Session().Selection().Search().SetSearchesNames(testCase.inNames);
+        Session().Selection().Search().SetMatchesWholeWord(testCase.wholeWord);
+        Session().Selection().SetSearchText(testCase.text);
         hits.clear();
         // Twice: the end of a search starts it again.
         for (int round = 0; round < 2; ++round) {
             world.prompts.messages.clear();
-            for (const RowKey key : testCase.keys) {
+            for (const KeyNumber key : testCase.keys) {
                 EXPECT_THAT(world.prompts.messages, IsEmpty());
-                Session().FindNextString();
-                EXPECT_EQ(Session().CurrentKey(), key);
+                Session().Selection().FindNextString();
+                EXPECT_EQ(Session().Selection().CurrentKey(), key);
             }
             // A hit in the last key is the end as well.
             if (testCase.keys.empty() || testCase.keys.back() != 4) {
-                Session().FindNextString();
+                Session().Selection().FindNextString();
             }
             EXPECT_THAT(world.prompts.messages,
                         ElementsAre(std::string("iCannot find \"") + testCase.text + "\""));
@@ -87,15 +90,15 @@ TEST_F(FindingTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
         }
     }
     // A setting that stays as it is does not start the search again.
-    Session().SetSearchText("color");
+    Session().Selection().SetSearchText("color");
     for (const auto& [wholeWord, key] : {std::pair(true, 0U), {false, 1U}, {false, 4U}}) {
-        Session().SetSearchesNames(true);
-        Session().SetMatchesWholeWord(wholeWord);
-        Session().FindNextString();
-        EXPECT_TRUE(key == 0 || Session().CurrentKey() == key) << key;
+        Session().Selection().Search().SetSearchesNames(true);
+        Session().Selection().Search().SetMatchesWholeWord(wholeWord);
+        Session().Selection().FindNextString();
+        EXPECT_TRUE(key == 0 || Session().Selection().CurrentKey() == key) << key;
     }
-    Session().SetSearchText("");
-    Session().FindNextString();
+    Session().Selection().SetSearchText("");
+    Session().Selection().FindNextString();
     EXPECT_EQ(world.prompts.beeps, 1);
 }
 
@@ -120,15 +123,15 @@ TEST_F(FindingTest, TheFastSearchFindsWhatThePlainOneFinds) {
                 KeySearch search;
                 search.SetText(text);
                 search.SetSearchesNames(inNames);
-                std::vector<RowKey> found;
+                std::vector<KeyNumber> found;
                 while (const auto hit = search.FindNext(store)) {
                     found.push_back(hit->key);
                     if (hit->key == store.Size()) {
                         break;
                     }
                 }
-                std::vector<RowKey> expected;
-                for (RowKey key = 1; key <= store.Size(); ++key) {
+                std::vector<KeyNumber> expected;
+                for (KeyNumber key = 1; key <= store.Size(); ++key) {
                     std::string where(inNames ? store.KeyName(key) : store.Record(key).description);
                     std::transform(where.begin(), where.end(), where.begin(), ::tolower);
                     if (where.find(text) != std::string::npos) {
@@ -145,32 +148,33 @@ TEST_F(FindingTest, FavoritesAreReadAddedAndShown) {
     Start("ColorBack=1\r\nShowHiddenSystem=0\r\n",
           "[FavoritesList]\r\nColor=Prefix\r\nSp_1=-\r\nGone=\r\n"
           "ShowHiddenSystem=\xC3\x9C\r\nshowhiddensystem=again\r\n");
-    const auto& items = Session().FavoriteItems();
+    const auto& items = Session().FavoriteKeys().Items();
     ASSERT_EQ(items.size(), 5U);
-    EXPECT_TRUE(Session().NamesInList().HasNameFrom(items[0].name));  // begins a row's text
-    EXPECT_FALSE(Session().NamesInList().HasNameFrom(items[2].name));
+    EXPECT_TRUE(
+        Session().Selection().NamesInList().HasNameFrom(items[0].name));  // begins a row's text
+    EXPECT_FALSE(Session().Selection().NamesInList().HasNameFrom(items[2].name));
     EXPECT_EQ(items[4].caption, items[3].caption);  // of a repeated name the first line counts
 
-    Session().ShowKeyDetails(1);
-    EXPECT_EQ(Session().BeginAddFavorite(), std::nullopt);
+    Session().Selection().ShowKeyDetails(1);
+    EXPECT_EQ(Session().FavoriteKeys().BeginAddFavorite(), std::nullopt);
     EXPECT_EQ(world.prompts.messages.back(), "XThere is already a favorite with that key.");
-    Session().ShowKeyDetails(0);
-    ASSERT_EQ(Session().BeginAddFavorite(), "ColorBack");
-    Session().SetOrganizerOpen(true);
-    ASSERT_TRUE(Session().AddFavorite("ColorBack", "Background"));
+    Session().Selection().ShowKeyDetails(0);
+    ASSERT_EQ(Session().FavoriteKeys().BeginAddFavorite(), "ColorBack");
+    Session().FavoriteKeys().SetOrganizerOpen(true);
+    ASSERT_TRUE(Session().FavoriteKeys().AddFavorite("ColorBack", "Background"));
     EXPECT_EQ(world.OwnSetting("FavoritesList", "ColorBack"), "Background");
-    EXPECT_EQ(Session().Organizer().Rows().size(), 6U);
+    EXPECT_EQ(Session().FavoriteKeys().Organizer().Rows().size(), 6U);
 
-    Session().SetKeyFilter(KeyFilter::ShowActive);
-    EXPECT_TRUE(Session().FavoriteDefinition("SHOWHIDDENSYSTEM"));
+    Session().Selection().SetKeyFilter(KeyFilter::ShowActive);
+    EXPECT_TRUE(Session().FavoriteKeys().FavoriteDefinition("SHOWHIDDENSYSTEM"));
     EXPECT_EQ(CurrentName(), "ShowHiddenSystem");
-    EXPECT_EQ(Session().Filter(), KeyFilter::ShowAll);
-    EXPECT_FALSE(Session().FavoriteDefinition("Gone"));
+    EXPECT_EQ(Session().Selection().Filter(), KeyFilter::ShowAll);
+    EXPECT_FALSE(Session().FavoriteKeys().FavoriteDefinition("Gone"));
     EXPECT_EQ(world.prompts.messages.back(), "XCannot find this favorite key!");
 
     // Nothing is said to be kept that is not.
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
-    EXPECT_FALSE(Session().AddFavorite("New", "x"));
+    EXPECT_FALSE(Session().FavoriteKeys().AddFavorite("New", "x"));
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("read-only"));
     EXPECT_EQ(items.size(), 6U);
 }
@@ -182,7 +186,7 @@ TEST_F(FindingTest, TheMenuIsFullAtNinetySevenFavorites) {
             own += "Key" + std::to_string(number) + "=Caption\r\n";
         }
         Start("ColorBack=1\r\n", own);
-        EXPECT_EQ(Session().BeginAddFavorite().has_value(), count == 96) << count;
+        EXPECT_EQ(Session().FavoriteKeys().BeginAddFavorite().has_value(), count == 96) << count;
     }
     EXPECT_EQ(world.prompts.messages.back(), "iFavorites list cannot contain more than 99 items.");
 }
@@ -206,23 +210,23 @@ TEST_F(FindingTest, FavoritesThatWouldBeCutAreRefused) {
         SCOPED_TRACE(testCase.names.size());
         Start("ColorBack=1\r\n", "[FavoritesList]\r\n" + testCase.names + "=x\r\n");
         const std::string before = file();
-        Session().SetOrganizerOpen(true);
-        FavoritesOrganizer& organizer = Session().Organizer();
+        Session().FavoriteKeys().SetOrganizerOpen(true);
+        FavoritesOrganizer& organizer = Session().FavoriteKeys().Organizer();
         ASSERT_TRUE(organizer.AddSeparator());
         const std::size_t count = organizer.Rows().size();
-        EXPECT_EQ(Session().ApplyOrganizer(), testCase.takesSeparator);
+        EXPECT_EQ(Session().FavoriteKeys().ApplyOrganizer(), testCase.takesSeparator);
         EXPECT_EQ(organizer.IsChanged(), !testCase.takesSeparator);
         EXPECT_EQ(organizer.Rows().size(), count);
         EXPECT_EQ(file() == before, !testCase.takesSeparator);
 
         world.disk.Put(SessionWorld::kOwnSettings, before);
         world.prompts.messages.clear();
-        EXPECT_EQ(Session().AddFavorite("ColorBack", "Back"), testCase.takesAnother);
+        EXPECT_EQ(Session().FavoriteKeys().AddFavorite("ColorBack", "Back"), testCase.takesAnother);
         EXPECT_EQ(file() == before, !testCase.takesAnother);
         EXPECT_EQ(world.prompts.messages,
                   testCase.takesAnother
                       ? std::vector<std::string>()
-                      : std::vector{"!" + Session().Text(text::kFavoritesTooLong)});
+                      : std::vector{"!" + Session().Place().Text(text::kFavoritesTooLong)});
     }
 }
 
@@ -236,8 +240,8 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
         }
         return all;
     };
-    Session().SetOrganizerOpen(true);
-    FavoritesOrganizer& organizer = Session().Organizer();
+    Session().FavoriteKeys().SetOrganizerOpen(true);
+    FavoritesOrganizer& organizer = Session().FavoriteKeys().Organizer();
     EXPECT_FALSE(organizer.MoveUp());
     EXPECT_FALSE(organizer.IsChanged());
     organizer.MoveDown();
@@ -254,9 +258,9 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     EXPECT_EQ(organizer.Selected(), 3U);
     EXPECT_EQ(world.OwnSetting("FavoritesList", "C"), "Third");
 
-    ASSERT_TRUE(Session().ApplyOrganizer());
+    ASSERT_TRUE(Session().FavoriteKeys().ApplyOrganizer());
     EXPECT_FALSE(organizer.IsChanged());
-    EXPECT_EQ(names(Session().FavoriteItems()), "B Sp_2 Sp_1 A ");
+    EXPECT_EQ(names(Session().FavoriteKeys().Items()), "B Sp_2 Sp_1 A ");
     EXPECT_EQ(world.OwnSetting("FavoritesList", "C"), "(none)");
     EXPECT_EQ(world.OwnSetting("FavoritesList", "A"), "\xD0\x96");
     EXPECT_EQ(world.OwnSetting("Other", "x"), "1");
@@ -265,14 +269,14 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
     EXPECT_TRUE(organizer.Rename(0, "two\nlines"));
     EXPECT_TRUE(organizer.IsChanged());
-    EXPECT_FALSE(Session().ApplyOrganizer());
+    EXPECT_FALSE(Session().FavoriteKeys().ApplyOrganizer());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
     EXPECT_TRUE(organizer.Rename(0, "Second"));
-    ASSERT_TRUE(Session().AddFavorite("N", "New"));
+    ASSERT_TRUE(Session().FavoriteKeys().AddFavorite("N", "New"));
     const std::string path = SessionWorld::kOwnSettings;
     Favorites(world.files, path).Add("M", "Of another window");
     for (int round = 0; round < 2; ++round) {
-        ASSERT_TRUE(Session().ApplyOrganizer());
+        ASSERT_TRUE(Session().FavoriteKeys().ApplyOrganizer());
         EXPECT_EQ(names(organizer.Rows()), "B Sp_2 Sp_1 A N M ");
     }
 
@@ -281,14 +285,14 @@ TEST_F(FindingTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
         EXPECT_TRUE(organizer.IsChanged());
     }
     EXPECT_EQ(organizer.Selected(), std::nullopt);
-    ASSERT_TRUE(Session().ApplyOrganizer());
-    EXPECT_THAT(Session().FavoriteItems(), IsEmpty());
+    ASSERT_TRUE(Session().FavoriteKeys().ApplyOrganizer());
+    EXPECT_THAT(Session().FavoriteKeys().Items(), IsEmpty());
 
     // What was deleted once can come again.
-    Session().SetOrganizerOpen(true);
+    Session().FavoriteKeys().SetOrganizerOpen(true);
     Favorites(world.files, path).Add("A", "Again");
-    ASSERT_TRUE(Session().ApplyOrganizer());
-    EXPECT_EQ(names(Session().FavoriteItems()), "A ");
+    ASSERT_TRUE(Session().FavoriteKeys().ApplyOrganizer());
+    EXPECT_EQ(names(Session().FavoriteKeys().Items()), "A ");
 }
 
 TEST_F(FindingTest, LongPathsAreShortenedByTheirParts) {
@@ -317,7 +321,7 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
           "RecentFiles4=C:\\beyond.ini\r\n");
     const auto captions = [&] {
         std::vector<std::string> all;
-        for (const auto& entry : Session().RecentFiles().Entries()) {
+        for (const auto& entry : Session().Recent().Files().Entries()) {
             all.push_back(entry.caption);
         }
         return all;
@@ -328,7 +332,7 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     EXPECT_THAT(captions(), ElementsAre("&2 %Commander_Path%\\Wincmd.ini"));
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles3"), "(none)");
     Session().OpenRecentFile(2);
-    EXPECT_EQ(Session().SettingsPath(), SessionWorld::kWincmd);
+    EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWincmd);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), SessionWorld::kWincmd);
 
     for (const char* const name : {"C:\\a.ini", "C:\\R&D\\b.ini", "c:\\A.INI"}) {
@@ -340,19 +344,19 @@ TEST_F(FindingTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     }
     EXPECT_THAT(captions(),
                 ElementsAre("&1 c:\\A.INI", "&2 C:\\R&&D\\b.ini", "&3 C:\\TC\\Wincmd.ini"));
-    EXPECT_EQ(Session().RecentFiles().ListItems(0), MissingValueMarker);
-    EXPECT_EQ(Session().RecentFiles().ListItems(4), MissingValueMarker);
+    EXPECT_EQ(Session().Recent().Files().ListItems(0), MissingValueMarker);
+    EXPECT_EQ(Session().Recent().Files().ListItems(4), MissingValueMarker);
 
     // Pending changes are asked about; a file that is not opened is not the latest.
-    Session().SetValue("5");
+    Session().Commands().SetValue("5");
     world.prompts.answers = {Answer::Cancel};
     Session().OpenRecentFile(2);
-    EXPECT_EQ(Session().SettingsPath(), "c:\\A.INI");
+    EXPECT_EQ(Session().TargetFile().Path(), "c:\\A.INI");
 
     world.prompts.answers = {Answer::No, Answer::Yes};
-    Session().ClearRecentFiles();
+    Session().Recent().Clear();
     EXPECT_EQ(captions().size(), 3U);
-    Session().ClearRecentFiles();
+    Session().Recent().Clear();
     EXPECT_THAT(captions(), IsEmpty());
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), "(none)");
 }
@@ -361,50 +365,53 @@ TEST_F(FindingTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
     Start("ColorBack = 1///old ; text  \r\nB=\"q\"\r\nC\r\nD=\" x ///d\"\r\n;end\r\n");
     const auto data = [&] { return world.disk.BytesOf(SessionWorld::kWincmdData); };
     const std::string before = data();
-    Session().ChangeDescription("one\r\ntwo\rthree\nfour");
-    EXPECT_EQ(Session().Description(), "one\r\ntwo\r\nthreefour");
-    Session().ChangeDescription("one\r\ntwo \"x\"");
-    Session().ShowKeyDetails(1);
-    EXPECT_FALSE(Session().Store().IsDescriptionPending(2));
-    Session().ChangeDescription("say \"hi\"");  // quotes around the entry would be lost
-    Session().ShowKeyDetails(2);
-    Session().ChangeDescription("d2");  // with blanks around its default
-    EXPECT_TRUE(Session().IsEnabled(Command::FileSaveDataFile));
-    ASSERT_TRUE(Session().SaveDataFile());
+    Session().DataFile().ChangeDescription("one\r\ntwo\rthree\nfour");
+    EXPECT_EQ(Session().Selection().Description(), "one\r\ntwo\r\nthreefour");
+    Session().DataFile().ChangeDescription("one\r\ntwo \"x\"");
+    Session().Selection().ShowKeyDetails(1);
+    EXPECT_FALSE(Session().Selection().Store().IsDescriptionPending(2));
+    Session().DataFile().ChangeDescription("say \"hi\"");  // quotes around the entry would be lost
+    Session().Selection().ShowKeyDetails(2);
+    Session().DataFile().ChangeDescription("d2");  // with blanks around its default
+    EXPECT_TRUE(Session().States().IsEnabled(Command::FileSaveDataFile));
+    ASSERT_TRUE(Session().DataFile().SaveDataFile());
     std::string expected = before;
     expected.replace(expected.find("1///old ; text"), 14, "1///one@two \"x\"");
     expected.replace(expected.find("\"q\""), 3, "q///say \"hi\"");
     expected.replace(expected.find("///d\""), 5, "///d2\"");
     EXPECT_EQ(data(), expected);
-    EXPECT_FALSE(Session().IsEnabled(Command::FileSaveDataFile));
+    EXPECT_FALSE(Session().States().IsEnabled(Command::FileSaveDataFile));
 
     // Files that can not be written, or are another's by now: a message, and the text still waits.
-    Session().ShowKeyDetails(1);
-    Session().ChangeDescription("again");
+    Session().Selection().ShowKeyDetails(1);
+    Session().DataFile().ChangeDescription("again");
     world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::ReadOnly);
-    EXPECT_FALSE(Session().SaveDataFile());
+    EXPECT_FALSE(Session().DataFile().SaveDataFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("read-only"));
     world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::None);
     world.disk.Put(SessionWorld::kWincmdData, data() + "[New]\r\n");
     const std::string changed = data();
     world.prompts.answers = {Answer::No, Answer::Yes, Answer::Yes};
-    EXPECT_FALSE(Session().SaveDataFile());
+    EXPECT_FALSE(Session().DataFile().SaveDataFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program has changed"));
     EXPECT_EQ(data(), changed);
-    EXPECT_TRUE(Session().IsDataFileModified());
-    EXPECT_EQ(Session().Description(), "again");
-    ASSERT_TRUE(Session().AskSaveDataFile());  // asks whether to save, then whether over the change
+    EXPECT_TRUE(Session().DataFile().IsModified());
+    EXPECT_EQ(Session().Selection().Description(), "again");
+    ASSERT_TRUE(Session()
+                    .DataFile()
+                    .AskSaveDataFile());  // asks whether to save, then whether over the change
     EXPECT_THAT(data(), HasSubstr("q///again\r\n"));
     EXPECT_THAT(data(), HasSubstr("[New]\r\n"));
 }
 
 TEST_F(FindingTest, OnlyDescriptionsThatCanBeReadAgainAreTaken) {
     Start("ColorBack=1///" + std::string(5000, 'x') + "\r\nB=22\r\n");
-    EXPECT_EQ(Session().MaxDescriptionUnits(), 0U);  // its end was never read and would be lost
-    Session().ChangeDescription("short");
-    EXPECT_FALSE(Session().IsDataFileModified());
-    Session().ShowKeyDetails(1);
-    EXPECT_EQ(Session().MaxDescriptionUnits(), 4095U - 2 - 3);
+    EXPECT_EQ(Session().DataFile().MaxDescriptionUnits(),
+              0U);  // its end was never read and would be lost
+    Session().DataFile().ChangeDescription("short");
+    EXPECT_FALSE(Session().DataFile().IsModified());
+    Session().Selection().ShowKeyDetails(1);
+    EXPECT_EQ(Session().DataFile().MaxDescriptionUnits(), 4095U - 2 - 3);
 }
 
 TEST_F(FindingTest, KeysTravelInAnExportFile) {
@@ -415,10 +422,10 @@ TEST_F(FindingTest, KeysTravelInAnExportFile) {
                    "; mine\r\n[Configuration]\r\n;A=9\r\nB=9\r\nD=9\r\n;D=9\r\nOther=1\r\n");
     world.disk.Wait(10);
     ASSERT_TRUE(world.Start());
-    Session().ShowKeyDetails(4);
-    Session().SetValue("pending");
+    Session().Selection().ShowKeyDetails(4);
+    Session().Commands().SetValue("pending");
     world.prompts.filesToChoose = {"C:\\TC\\out.ini", "C:\\TC\\out.ini", "C:\\TC\\out.ini"};
-    Session().ExportKeys();
+    Session().Commands().ExportKeys();
     EXPECT_EQ(world.disk.BytesOf("C:\\TC\\out.ini"),
               "; mine\r\n[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nOther=1\r\n"
               "C=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
@@ -427,26 +434,26 @@ TEST_F(FindingTest, KeysTravelInAnExportFile) {
     world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nD=5\r\n");
     world.disk.Wait(10);
     ASSERT_TRUE(world.Start());
-    Session().ImportKeys();
+    Session().Commands().ImportKeys();
     EXPECT_THAT(world.Rows(), ElementsAre("A=1", "B=\"q\"", "C=\"x\" \"%1\"", "D", "E=pending"));
-    EXPECT_FALSE(Session().IsEnabled(Command::EditUndo));
-    ASSERT_TRUE(Session().SaveToSettingsFile());
+    EXPECT_FALSE(Session().States().IsEnabled(Command::EditUndo));
+    ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
               "[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
 
     // A file that can not be read says nothing of any key.
     world.disk.Put("C:\\TC\\out.ini", "changed");
     world.disk.FailReads("C:\\TC\\out.ini", FileError::InUse);
-    Session().ImportKeys();
+    Session().Commands().ImportKeys();
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program is using it."));
-    EXPECT_FALSE(Session().IsModified());
+    EXPECT_FALSE(Session().TargetFile().IsModified());
 
     // Without set keys there is no file, which is said.
-    Session().SetKeyFilter(KeyFilter::ShowInactive);
+    Session().Selection().SetKeyFilter(KeyFilter::ShowInactive);
     EXPECT_THAT(world.Rows(), ElementsAre("B=\"q\"", "D"));
-    Session().DeleteKey();
+    Session().Commands().DeleteKey();
     world.prompts.filesToChoose = {"C:\\TC\\none.ini"};
-    Session().ExportKeys();
+    Session().Commands().ExportKeys();
     EXPECT_FALSE(world.disk.Has("C:\\TC\\none.ini"));
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("No key was exported"));
 }

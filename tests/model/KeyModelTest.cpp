@@ -69,7 +69,7 @@ TEST(DataFileTest, BuffersBoundNamesAndValues) {
     // 22 characters go to the first name; 11 to each other one, of which the last is cut.
     EXPECT_EQ(store.Size(), (4094U - 22) / 11 + 1);
     EXPECT_EQ(store.Record(1).defaultValue.size(), 4095U);
-    const KeyRecord cut = store.Record(static_cast<RowKey>(store.Size()));
+    const KeyRecord cut = store.Record(static_cast<KeyNumber>(store.Size()));
     EXPECT_EQ(cut.keyName, "Ke");
     EXPECT_EQ(cut.description, "Description not available!");
 }

@@ -32,18 +32,18 @@ protected:
         world.disk.Put(SessionWorld::kWincmd, settings + kLastSection);
         world.disk.Wait(10);
         ASSERT_TRUE(world.Start());
-        Session().ShowKeyDetails(1);  // K
+        Session().Selection().ShowKeyDetails(1);  // K
     }
     // What a letter of a script does to the current key.
     void Play(char letter) {
         const std::map<char, std::function<void()>> moves = {
-            {'s', [this] { Session().SetValue("new"); }},
-            {'e', [this] { Session().SetValue(""); }},
-            {'c', [this] { Session().CommentKey(); }},
-            {'d', [this] { Session().DeleteKey(); }},
-            {'u', [this] { Session().Undo(); }},
-            {'r', [this] { Session().Redo(); }},
-            {'w', [this] { EXPECT_TRUE(Session().SaveToSettingsFile()); }}};
+            {'s', [this] { Session().Commands().SetValue("new"); }},
+            {'e', [this] { Session().Commands().SetValue(""); }},
+            {'c', [this] { Session().Commands().CommentKey(); }},
+            {'d', [this] { Session().Commands().DeleteKey(); }},
+            {'u', [this] { Session().Commands().Undo(); }},
+            {'r', [this] { Session().Commands().Redo(); }},
+            {'w', [this] { EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile()); }}};
         moves.at(letter)();
     }
     // What was saved, without the section by which the file is known for a Wincmd.ini.
@@ -102,15 +102,16 @@ TEST_F(SavingTest, EachPendingStateBecomesTheLinesThatItStandsFor) {
         for (const char letter : std::string(testCase.script)) {
             Play(letter);
         }
-        EXPECT_EQ(Session().Record(2).currentState, testCase.state);
-        EXPECT_EQ(VisibleText(Session().Record(2)), testCase.shown);
-        EXPECT_TRUE(Session().IsModified());
-        EXPECT_TRUE(Session().SaveToSettingsFile());
+        EXPECT_EQ(Session().Selection().Record(2).currentState, testCase.state);
+        EXPECT_EQ(VisibleText(Session().Selection().Record(2)), testCase.shown);
+        EXPECT_TRUE(Session().TargetFile().IsModified());
+        EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
         EXPECT_EQ(Saved(), testCase.after);
-        EXPECT_FALSE(Session().IsModified());
-        EXPECT_EQ(Session().Record(2).initialState, Session().Record(2).currentState);
+        EXPECT_FALSE(Session().TargetFile().IsModified());
+        EXPECT_EQ(Session().Selection().Record(2).initialState,
+                  Session().Selection().Record(2).currentState);
         const int replaces = world.disk.replaces;
-        Session().SaveToSettingsFile();
+        Session().TargetFile().SaveToSettingsFile();
         EXPECT_EQ(world.disk.replaces, replaces) << "nothing is left to save";
     }
 }
@@ -120,26 +121,27 @@ TEST_F(SavingTest, QuotesAndLongValuesSurvive) {
     const std::string command = "\"C:\\dir\\x.exe\" \"%1\"";
     const std::string tail(5000, 'v');
     Start("[T]\nK=" + tail + "\nA=\"" + command + "\"\nZ='single'\n");
-    EXPECT_EQ(Session().Record(1).currentValue, command);
+    EXPECT_EQ(Session().Selection().Record(1).currentValue, command);
 
-    Session().CommentKey();
-    EXPECT_TRUE(Session().SaveToSettingsFile());
+    Session().Commands().CommentKey();
+    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr(";K=" + tail + "\n")) << "the line's own text moves";
-    Session().Undo();
-    EXPECT_TRUE(Session().SaveToSettingsFile());
+    Session().Commands().Undo();
+    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr("\nK=" + tail.substr(1)));
     EXPECT_THAT(Saved(), HasSubstr(tail));
 
     // Taken back to what the file says: the line stays as it is, its own quotes included.
-    Session().ShowKeyDetails(2);
-    Session().SetValue("x");
-    Session().Undo();
-    Session().ShowKeyDetails(0);
-    Session().SetValue(command + " ");
-    EXPECT_TRUE(Session().SaveToSettingsFile());
+    Session().Selection().ShowKeyDetails(2);
+    Session().Commands().SetValue("x");
+    Session().Commands().Undo();
+    Session().Selection().ShowKeyDetails(0);
+    Session().Commands().SetValue(command + " ");
+    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr("\nZ='single'\n"));
     EXPECT_THAT(Saved(), HasSubstr("\nA=\"" + command + "\"\n"));
-    EXPECT_EQ(Session().Record(1).currentValue, command) << "the record holds what was stored";
+    EXPECT_EQ(Session().Selection().Record(1).currentValue, command)
+        << "the record holds what was stored";
 }
 
 TEST_F(SavingTest, AFailedSaveHasNotHappened) {
@@ -156,69 +158,71 @@ TEST_F(SavingTest, AFailedSaveHasNotHappened) {
     for (const auto& testCase : cases) {
         SCOPED_TRACE(testCase.reason);
         Start("[T]\nK=1\n");
-        Session().SetValue("2");
+        Session().Commands().SetValue("2");
         world.disk.FailReads(SessionWorld::kWincmd, testCase.read);
         world.disk.FailReplaces(SessionWorld::kWincmd, testCase.replace);
         world.prompts.messages.clear();
-        EXPECT_FALSE(Session().SaveToSettingsFile());
+        EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
         EXPECT_THAT(world.prompts.messages, ElementsAre(AllOf(HasSubstr(SessionWorld::kWincmd),
                                                               HasSubstr(testCase.reason))));
-        EXPECT_TRUE(Session().IsModified());
+        EXPECT_TRUE(Session().TargetFile().IsModified());
         world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
         world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
         EXPECT_EQ(Saved(), "[T]\nK=1\n");
-        EXPECT_TRUE(Session().SaveToSettingsFile());
+        EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
         EXPECT_EQ(Saved(), "[T]\nK=2\n");
     }
 }
 
 TEST_F(SavingTest, WhatTheFileCanNotHoldIsRefusedOrStoredInAFormThatItCan) {
     Start("[T]\r\nK=1\r\n");
-    Session().SetValue("\xE4\xB8\xAD");  // beyond every one-byte code page
-    EXPECT_TRUE(Session().SaveToSettingsFile());
+    Session().Commands().SetValue("\xE4\xB8\xAD");  // beyond every one-byte code page
+    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(Saved(), "[T]\r\nK=\xEF\xBB\xBF\xE4\xB8\xAD\r\n");
-    Session().SetValue("line\nbreak");
-    EXPECT_FALSE(Session().SaveToSettingsFile());
+    Session().Commands().SetValue("line\nbreak");
+    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("[T] K"));
-    EXPECT_TRUE(Session().IsModified());
+    EXPECT_TRUE(Session().TargetFile().IsModified());
 
     world.prompts.messages.clear();
-    EXPECT_FALSE(Session().StoreEditedValue("K=" + std::string(4096, 'x')));
+    EXPECT_FALSE(Session().Commands().StoreEditedValue("K=" + std::string(4096, 'x')));
     EXPECT_THAT(world.prompts.messages,
                 ElementsAre("!" + std::string(BuiltInText(text::kValueTooLong))));
-    EXPECT_FALSE(Session().SetValue(std::string(MissingValueMarker)));
+    EXPECT_FALSE(Session().Commands().SetValue(std::string(MissingValueMarker)));
     EXPECT_EQ(world.prompts.messages.back(), "!" + std::string(BuiltInText(text::kValueIsMarker)));
-    EXPECT_EQ(Session().Record(2).currentValue, "line\nbreak");
+    EXPECT_EQ(Session().Selection().Record(2).currentValue, "line\nbreak");
 
     world.disk.Put(SessionWorld::kWincmdData,
                    "\xEF\xBB\xBF[C]\nCategoryTargetSection=T\n\xE4\xB8\xAD=1\n");
     world.disk.Put(SessionWorld::kWincmd, "[T]\nA=1\n[Configuration]\r\n");
     ASSERT_TRUE(world.Start());
-    Session().SetValue("2");
-    EXPECT_FALSE(Session().SaveToSettingsFile());
+    Session().Commands().SetValue("2");
+    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(Saved(), "[T]\nA=1\n");
 }
 
 TEST_F(SavingTest, TheEditBoxOpensWithTheLineAndTakesWhatFollowsTheEqualsSign) {
     Start("[T]\nK=v=w\n");
-    EXPECT_EQ(Session().BeginInplaceEdit()->text, "K=v=w");
-    EXPECT_EQ(Session().BeginInplaceEdit()->selectionStart, 2U);
-    Session().ShowKeyDetails(0);
-    EXPECT_EQ(Session().BeginInplaceEdit()->text, "A=0") << "an absent key offers its default";
+    EXPECT_EQ(Session().Commands().BeginInplaceEdit()->text, "K=v=w");
+    EXPECT_EQ(Session().Commands().BeginInplaceEdit()->selectionStart, 2U);
+    Session().Selection().ShowKeyDetails(0);
+    EXPECT_EQ(Session().Commands().BeginInplaceEdit()->text, "A=0")
+        << "an absent key offers its default";
     for (const auto& [typed, shown] : {std::pair("other=12345", "A=12345"),
                                        {"77", "A=77"},
                                        {"=", "A="},
                                        {"A=a=b", "A=a=b"},
                                        {" x ", "A= x "}}) {
-        EXPECT_TRUE(Session().StoreEditedValue(typed));
-        EXPECT_EQ(VisibleText(Session().Record(1)), shown);
+        EXPECT_TRUE(Session().Commands().StoreEditedValue(typed));
+        EXPECT_EQ(VisibleText(Session().Selection().Record(1)), shown);
     }
-    Session().SelectCategory(1);  // the heading
-    EXPECT_FALSE(Session().BeginInplaceEdit());
-    EXPECT_FALSE(Session().SetValue("1"));
+    Session().Selection().SelectCategory(1);  // the heading
+    EXPECT_FALSE(Session().Commands().BeginInplaceEdit());
+    EXPECT_FALSE(Session().Commands().SetValue("1"));
     EXPECT_EQ(world.prompts.beeps, 2);
-    Session().Undo();
-    EXPECT_EQ(VisibleText(Session().Record(1)), "A= x ") << "no undo while a heading is shown";
+    Session().Commands().Undo();
+    EXPECT_EQ(VisibleText(Session().Selection().Record(1)), "A= x ")
+        << "no undo while a heading is shown";
 }
 
 TEST_F(SavingTest, CommandsFollowTheCurrentKeysState) {
@@ -227,42 +231,44 @@ TEST_F(SavingTest, CommandsFollowTheCurrentKeysState) {
         std::string flags;
         for (const Command command : {Command::EditValue, Command::EditComment, Command::EditDelete,
                                       Command::EditUndo, Command::EditRedo, Command::FileSave}) {
-            flags += Session().IsEnabled(command) ? '+' : '-';
+            flags += Session().States().IsEnabled(command) ? '+' : '-';
         }
         return flags;
     };
     EXPECT_EQ(enabled(), "+++---");
-    Session().ShowKeyDetails(0);
+    Session().Selection().ShowKeyDetails(0);
     EXPECT_EQ(enabled(), "+-----");
-    Session().CommentKey();
-    Session().DeleteKey();
-    EXPECT_FALSE(Session().IsModified()) << "an absent key is neither commented nor deleted";
-    Session().ShowKeyDetails(2);
-    Session().DeleteKey();
+    Session().Commands().CommentKey();
+    Session().Commands().DeleteKey();
+    EXPECT_FALSE(Session().TargetFile().IsModified())
+        << "an absent key is neither commented nor deleted";
+    Session().Selection().ShowKeyDetails(2);
+    Session().Commands().DeleteKey();
     EXPECT_EQ(enabled(), "+--+-+");
-    Session().Undo();
+    Session().Commands().Undo();
     EXPECT_EQ(enabled(), "+++-++");
-    Session().SelectCategory(1);
+    Session().Selection().SelectCategory(1);
     EXPECT_EQ(enabled(), "-----+");
-    Session().SelectCategory(kRootNode);
-    Session().ProgramSettings().Values().autoSelectNextKey = 1;
-    Session().ShowKeyDetails(1);
-    Session().CommentKey();
-    EXPECT_EQ(Session().CurrentKey(), 3U) << "the next key's turn";
+    Session().Selection().SelectCategory(kRootNode);
+    Session().Place().OwnSettings().Values().autoSelectNextKey = 1;
+    Session().Selection().ShowKeyDetails(1);
+    Session().Commands().CommentKey();
+    EXPECT_EQ(Session().Selection().CurrentKey(), 3U) << "the next key's turn";
 }
 
 TEST_F(SavingTest, ColorKeysShowAndChooseColors) {
     Start("[Colors]\nBackColor=255\n");
-    EXPECT_FALSE(Session().CurrentColor());
+    EXPECT_FALSE(Session().Commands().CurrentColor());
     world.prompts.filesToChoose = {"C:\\a=b.exe"};
-    EXPECT_TRUE(Session().BrowseValue());
-    EXPECT_EQ(Session().Record(2).currentValue, "C:\\a=b.exe") << "as the dialog gave it";
-    EXPECT_FALSE(Session().BrowseValue()) << "cancelled";
-    Session().ShowKeyDetails(3);
-    EXPECT_EQ(Session().CurrentColor()->color, 255U);
+    EXPECT_TRUE(Session().Commands().BrowseValue());
+    EXPECT_EQ(Session().Selection().Record(2).currentValue, "C:\\a=b.exe")
+        << "as the dialog gave it";
+    EXPECT_FALSE(Session().Commands().BrowseValue()) << "cancelled";
+    Session().Selection().ShowKeyDetails(3);
+    EXPECT_EQ(Session().Commands().CurrentColor()->color, 255U);
     world.prompts.colorsToChoose = {"65280"};
-    EXPECT_TRUE(Session().BrowseValue());
-    EXPECT_EQ(Session().CurrentColor()->color, 65280U);
+    EXPECT_TRUE(Session().Commands().BrowseValue());
+    EXPECT_EQ(Session().Commands().CurrentColor()->color, 65280U);
     EXPECT_EQ(ColorOfValue("16777216").color, 0U);
     EXPECT_EQ(ColorOfValue("$0000FF").color, 255U) << "as $BBGGRR";
     EXPECT_TRUE(ColorOfValue("-1").isSystemColor);
@@ -283,12 +289,12 @@ TEST_F(SavingTest, LeavingAsksFirst) {
     for (const auto& testCase : cases) {
         world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
         Start("[T]\nK=1\n");
-        EXPECT_TRUE(Session().AskSaveSettings()) << "nothing is pending";
-        Session().SetValue("2");
+        EXPECT_TRUE(Session().TargetFile().AskSaveSettings()) << "nothing is pending";
+        Session().Commands().SetValue("2");
         world.disk.FailReplaces(SessionWorld::kWincmd, testCase.error);
         world.prompts.answers = {testCase.answer};
         world.prompts.messages.clear();
-        EXPECT_EQ(Session().AskSaveSettings(), testCase.mayLeave);
+        EXPECT_EQ(Session().TargetFile().AskSaveSettings(), testCase.mayLeave);
         EXPECT_EQ(world.prompts.messages.at(0), "?Save changes to  C:\\TC\\Wincmd.ini\n");
         EXPECT_EQ(Saved() == "[T]\nK=2\n", testCase.isSaved);
     }
@@ -297,18 +303,18 @@ TEST_F(SavingTest, LeavingAsksFirst) {
 TEST_F(SavingTest, ARestartClosesBeforeTheSaveAndStartsAfterIt) {
     Start("[T]\nK=1\n");
     world.disk.Put("C:\\TC\\TOTALCMD64.EXE", "");
-    EXPECT_FALSE(Session().IsEnabled(Command::FileSaveAndRestart));
+    EXPECT_FALSE(Session().States().IsEnabled(Command::FileSaveAndRestart));
     world.programs.isRunning = true;
-    EXPECT_TRUE(Session().IsEnabled(Command::FileSaveAndRestart));
-    Session().SetValue("2");
+    EXPECT_TRUE(Session().States().IsEnabled(Command::FileSaveAndRestart));
+    Session().Commands().SetValue("2");
     std::vector<std::string> savedAtWait;
     world.programs.onWait = [&] {
         savedAtWait.push_back(Saved());
-        EXPECT_TRUE(Session().IsBusy());
-        EXPECT_FALSE(Session().SaveToSettingsFile());
-        EXPECT_FALSE(Session().IsEnabled(Command::EditDelete));
+        EXPECT_TRUE(Session().Place().IsBusy());
+        EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
+        EXPECT_FALSE(Session().States().IsEnabled(Command::EditDelete));
     };
-    EXPECT_TRUE(Session().SaveAndRestart());
+    EXPECT_TRUE(Session().TargetFile().SaveAndRestart());
     EXPECT_THAT(savedAtWait, ElementsAre("[T]\nK=1\n", "[T]\nK=2\n"));
     EXPECT_THAT(world.programs.calls,
                 ElementsAre("front", "close", "wait", "wait",
@@ -318,14 +324,14 @@ TEST_F(SavingTest, ARestartClosesBeforeTheSaveAndStartsAfterIt) {
     world.programs.calls.clear();
     world.programs.isRunning = true;
     world.programs.path = "D:\\Other\\TOTALCMD.EXE";
-    EXPECT_TRUE(Session().SaveAndRestart());
+    EXPECT_TRUE(Session().TargetFile().SaveAndRestart());
     EXPECT_THAT(world.programs.calls.back(), HasSubstr("start \"D:\\Other\\TOTALCMD.EXE\" /i="));
 
     // Nothing is touched where its folder is not known.
     world.programs.calls.clear();
     world.environment.variables.erase("Commander_Path");
-    Session().SetValue("3");
-    EXPECT_TRUE(Session().SaveAndRestart());
+    Session().Commands().SetValue("3");
+    EXPECT_TRUE(Session().TargetFile().SaveAndRestart());
     EXPECT_THAT(world.programs.calls, IsEmpty());
     EXPECT_EQ(Saved(), "[T]\nK=3\n");
 }
@@ -336,8 +342,8 @@ TEST_F(SavingTest, RandomSequencesKeepWhatTheyShow) {
     const char* const values[] = {"1", " blanks ", "\"quoted\"", "'a' 'b'", "a=b", "x///y"};
     const auto shown = [this](bool withStates = true) {
         std::string all;
-        for (RowKey key = 1; key <= 3; ++key) {
-            const KeyRecord record = Session().Record(key);
+        for (KeyNumber key = 1; key <= 3; ++key) {
+            const KeyRecord record = Session().Selection().Record(key);
             const std::string state = record.Looks().isChecked ? " " : ";";
             all += (withStates ? state : "") + VisibleText(record) + "|";
         }
@@ -346,26 +352,26 @@ TEST_F(SavingTest, RandomSequencesKeepWhatTheyShow) {
     Start("[T]\nA=1\n;K=2\n");
     std::mt19937 random(1);
     for (int step = 0; step < 3000; ++step) {
-        Session().SetKeyFilter(KeyFilter::ShowAll);
-        Session().ShowKeyDetails(random() % 3);
+        Session().Selection().SetKeyFilter(KeyFilter::ShowAll);
+        Session().Selection().ShowKeyDetails(random() % 3);
         const std::string before = shown();
         const std::string textsBefore = shown(false);
         const unsigned action = random() % 8;
         if (action < 3) {
-            Session().StoreEditedValue(values[random() % std::size(values)]);
+            Session().Commands().StoreEditedValue(values[random() % std::size(values)]);
         } else {
             Play("cdurw"[action - 3]);
         }
         const std::string after = shown();
-        Session().SetKeyFilter(static_cast<KeyFilter>(random() % 3));
+        Session().Selection().SetKeyFilter(static_cast<KeyFilter>(random() % 3));
         if (action < 5 && after != before) {
-            Session().Undo();
+            Session().Commands().Undo();
             ASSERT_EQ(shown(false), textsBefore) << step;
-            Session().Redo();
+            Session().Commands().Redo();
             ASSERT_EQ(shown(), after) << step;
         }
         if (step % 10 == 0) {
-            ASSERT_TRUE(Session().SaveToSettingsFile());
+            ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
             const std::string saved = shown();
             ASSERT_TRUE(world.Start());
             ASSERT_EQ(shown(), saved) << step;

@@ -56,7 +56,8 @@ TEST_F(SettingsTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
 TEST_F(SettingsTest, OnlySizesOfUseAreUsed) {
     for (const auto& [points, used] : {std::pair(3, 10), {4, 4}, {144, 144}, {145, 10}}) {
         SettingsStore store = Loaded("[ConfigurationEditor]\nFontSize=" + std::to_string(points));
-        OptionsEditor(store, world.prompts, "").SelectFont();
+        OptionsListener nobody;
+        OptionsEditor(store, world.prompts, "", nobody).SelectFont();
         EXPECT_EQ(world.prompts.fontsShown.back().points, used);
         EXPECT_EQ(store.Values().fontSize, points);  // the user chose none
     }

@@ -79,12 +79,12 @@ TEST_F(ShellTest, TextsComeFromTheLanguageFileInItsEncoding) {
         Start(std::string("[Common]\nLanguageFile=%TOOLS%\\Languages\\x.lng\n"
                           "[ConfigurationEditor]\nUseDefaultLanguage=0\nFontScript=") +
               testCase.fontScript);
-        EXPECT_EQ(Session().Text(1008), testCase.ok);
-        EXPECT_EQ(Session().Texts().IsRightToLeft(), testCase.isRightToLeft);
+        EXPECT_EQ(Session().Place().Text(1008), testCase.ok);
+        EXPECT_EQ(Session().Place().Texts().IsRightToLeft(), testCase.isRightToLeft);
     }
     Start("[Common]\nLanguageFile=C:\\gone.lng\n[ConfigurationEditor]\nUseDefaultLanguage=0\n");
     EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
-    EXPECT_EQ(Session().Text(1008), "OK");
+    EXPECT_EQ(Session().Place().Text(1008), "OK");
 }
 
 TEST_F(ShellTest, OneLanguageHoldsUntilAWindowOrTheOptionsTakeAnother) {
@@ -94,34 +94,34 @@ TEST_F(ShellTest, OneLanguageHoldsUntilAWindowOrTheOptionsTakeAnother) {
     world.disk.Put("C:\\a.lng", "[UserLanguage]\n1008=new\n");
     world.disk.stamps = world.disk.reads = 0;
     for (std::uint16_t number = 1000; number < 1100; ++number) {
-        EXPECT_NE(Session().Text(number), "new");
+        EXPECT_NE(Session().Place().Text(number), "new");
     }
     EXPECT_EQ(world.disk.stamps + world.disk.reads, 0);
-    Session().RefreshLanguage();
-    EXPECT_EQ(Session().Text(1008), "new");
+    Session().Place().RefreshLanguage();
+    EXPECT_EQ(Session().Place().Text(1008), "new");
 
     // Another copy of the program chooses another one: this one follows when the dialog is gone.
     world.disk.Put(SessionWorld::kOwnSettings,
                    "[Common]\nLanguageFile=C:\\b.lng\n[ConfigurationEditor]\n"
                    "UseDefaultLanguage=0\n");
-    Session().BeginOptions();
-    Session().RefreshLanguage();
-    EXPECT_EQ(Session().Text(1008), "new");
-    Session().EndOptions();
-    EXPECT_EQ(Session().Text(1008), "b");
+    Session().Place().Options().Begin();
+    Session().Place().RefreshLanguage();
+    EXPECT_EQ(Session().Place().Text(1008), "new");
+    Session().Place().Options().End();
+    EXPECT_EQ(Session().Place().Text(1008), "b");
 
     // A file that vanishes is said once, also by options that name it still.
     world.disk.Remove("C:\\b.lng");
     for (int time = 0; time < 2; ++time) {
-        Session().RefreshLanguage();
-        Session().BeginOptions();
-        Session().EndOptions();
-        EXPECT_EQ(Session().Text(1008), "OK");
+        Session().Place().RefreshLanguage();
+        Session().Place().Options().Begin();
+        Session().Place().Options().End();
+        EXPECT_EQ(Session().Place().Text(1008), "OK");
     }
     EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
-    Session().BeginOptions();
-    Session().ApplyOptions();
-    Session().EndOptions();
+    Session().Place().Options().Begin();
+    Session().Place().Options().Apply();
+    Session().Place().Options().End();
     EXPECT_EQ(world.prompts.messages.size(), 2U) << "who insists on it hears it again";
 }
 
@@ -129,32 +129,32 @@ TEST_F(ShellTest, OneLanguageHoldsUntilAWindowOrTheOptionsTakeAnother) {
 TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     world.disk.Put("C:\\my.lng", "[UserLanguage]\n3080=nichts\n3077=Stueck\n");
     Start("[ConfigurationEditor]\nForegroundColor=1\nAutoSelectNextKey=0\nFontName=Old\n");
-    OptionsEditor& options = Session().Options();
+    OptionsEditor& options = Session().Place().Options();
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
-    Session().BeginOptions();
+    Session().Place().Options().Begin();
     EXPECT_EQ(options.Values().languageFile, "");
-    Session().ApplyOptions();
-    Session().EndOptions();
+    Session().Place().Options().Apply();
+    Session().Place().Options().End();
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
 
     // Colours and the font count at once, and only until the window opens again.
     const FontChoice font = {"New", 12, 1, 204};
     world.prompts.colorsToChoose = {"255", "16711935"};
     world.prompts.fontsToChoose = {font, font};
-    Session().BeginOptions();
+    Session().Place().Options().Begin();
     options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
     EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
     EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{1});
     EXPECT_TRUE(options.SelectFont());
-    Session().EndOptions();
-    EXPECT_EQ(Session().ProgramSettings().Values().foregroundColor, 255);
-    EXPECT_FALSE(Session().SelectsNextKey());
-    Session().ProgramSettings().SaveSettings();  // as the program's end does it
+    Session().Place().Options().End();
+    EXPECT_EQ(Session().Place().OwnSettings().Values().foregroundColor, 255);
+    EXPECT_FALSE(Session().Commands().SelectsNextKey());
+    Session().Place().OwnSettings().SaveSettings();  // as the program's end does it
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
-    Session().BeginOptions();
+    Session().Place().Options().Begin();
     EXPECT_FALSE(options.IsChanged());
     EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 1);
-    EXPECT_EQ(Session().ProgramSettings().Values().fontName, "Old");
+    EXPECT_EQ(Session().Place().OwnSettings().Values().fontName, "Old");
 
     EXPECT_TRUE(options.SelectFont());
     EXPECT_TRUE(options.IsChanged());
@@ -162,9 +162,9 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, false);
     options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
     EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
-    EXPECT_TRUE(Session().ApplyOptions());
+    EXPECT_TRUE(Session().Place().Options().Apply());
     EXPECT_FALSE(options.IsChanged());
-    Session().EndOptions();
+    Session().Place().Options().End();
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ForegroundColor"), "16711935");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "New");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontSize"), "12");
@@ -172,35 +172,35 @@ TEST_F(ShellTest, OptionsAreStoredWhenTheyAreApplied) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontScript"), "204");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "AutoSelectNextKey"), "1");
     EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "C:\\my.lng");
-    EXPECT_EQ(Session().CounterPanel(), "3  Stueck");
-    Session().ShowKeyDetails(1);
-    EXPECT_EQ(Session().Description(), "nichts");
+    EXPECT_EQ(Session().Selection().CounterPanel(), "3  Stueck");
+    Session().Selection().ShowKeyDetails(1);
+    EXPECT_EQ(Session().Selection().Description(), "nichts");
 
     // A language that is gone by then is named once; a settings file that can not be written, too.
     // One that can not be read changes nothing.
     world.disk.FailReads(SessionWorld::kOwnSettings, FileError::InUse);
-    Session().BeginOptions();
+    Session().Place().Options().Begin();
     EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 16711935);
     EXPECT_EQ(options.Values().languageFile, "C:\\my.lng");
     world.disk.FailReads(SessionWorld::kOwnSettings, FileError::None);
     options.SetLanguageFile("C:\\gone.lng");
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
-    EXPECT_FALSE(Session().ApplyOptions());
+    EXPECT_FALSE(Session().Place().Options().Apply());
     EXPECT_TRUE(options.IsChanged());
-    Session().EndOptions();
+    Session().Place().Options().End();
     EXPECT_EQ(world.prompts.messages.back(), "XCannot find language file!");
     EXPECT_EQ(world.prompts.messages.size(), 2U);
-    EXPECT_EQ(Session().CounterPanel(), "3  Key(s)");
+    EXPECT_EQ(Session().Selection().CounterPanel(), "3  Key(s)");
 }
 
 TEST_F(ShellTest, HelpIsOpenedInTheFormThatIsThere) {
     Start("");
-    Session().ShowHelpTopics();
+    Session().Place().ShowHelpTopics();
     EXPECT_EQ(world.prompts.messages.back(), "XFile not found.");
     world.disk.Put("C:\\Tamarind\\help\\index.html", "");
-    Session().ShowHelpTopics();
+    Session().Place().ShowHelpTopics();
     world.disk.Put("C:\\Tamarind\\Readme.chm", "");
-    Session().ShowHelpTopics();
+    Session().Place().ShowHelpTopics();
     EXPECT_THAT(world.programs.calls, ElementsAre("open C:\\Tamarind\\help\\index.html",
                                                   "open C:\\Tamarind\\Readme.chm"));
 }
@@ -237,11 +237,11 @@ TEST_F(ShellTest, APathWithAQuotationMarkStartsNothing) {
         world.disk.Put(testCase.settings, "[Configuration]\r\n");
         Start("");
         Session().OpenSettingsFile(testCase.settings, false);
-        Session().SetValue("5");
-        EXPECT_TRUE(Session().SaveAndRestart());
+        Session().Commands().SetValue("5");
+        EXPECT_TRUE(Session().TargetFile().SaveAndRestart());
         EXPECT_THAT(world.programs.calls, ElementsAre("wait"));  // for the one that was to close
         EXPECT_EQ(world.prompts.messages.back(),
-                  "!" + Session().Text(text::kQuoteInPath) + " " + testCase.refused);
+                  "!" + Session().Place().Text(text::kQuoteInPath) + " " + testCase.refused);
         world.programs.calls.clear();
     }
 }

@@ -37,10 +37,10 @@ struct StressWorld {
         prompts.filesToChoose = {folder + "Wincmd.ini"};  // asked for at the first start
         session.LoadSettings();
         return session.Activate('"' + folder + "keys.tmdf\"") &&
-               session.SettingsPath() == folder + "Wincmd.ini";
+               session.TargetFile().Path() == folder + "Wincmd.ini";
     }
-    std::string Row(std::size_t row) const {
-        return VisibleText(session.Record(session.Keys().KeyAt(row)));
+    std::string Row(std::size_t row) {
+        return VisibleText(session.Selection().Record(session.Selection().Keys().KeyAt(row)));
     }
     void WaitFor(const char* name) {
         while (!disk.Stamp(name)) {
@@ -51,10 +51,10 @@ struct StressWorld {
 
 // A save that fails leaves its key pending, and is tried again.
 void SaveKey(StressWorld& world, const std::string& key, int value, std::ostream& log) {
-    world.session.SetValue(std::to_string(value));
+    world.session.Commands().SetValue(std::to_string(value));
     for (bool isSaved = false; !isSaved;) {
         const std::uint64_t start = world.disk.NowTicks();
-        isSaved = world.session.SaveToSettingsFile();
+        isSaved = world.session.TargetFile().SaveToSettingsFile();
         const std::uint64_t end = world.disk.NowTicks();
         std::string outcome = isSaved ? "saved" : "failed " + world.prompts.messages.back();
         std::replace(outcome.begin(), outcome.end(), '\n', ' ');
@@ -76,25 +76,27 @@ int RunSession(const std::string& side, int count) {
     world.WaitFor("go");
     for (int value = 1; value <= count; ++value, ++row) {
         const std::string key = side + std::to_string(value);
-        world.session.ShowKeyDetails(row);
-        if (world.session.Record(world.session.CurrentKey()).keyName != key) {
+        world.session.Selection().ShowKeyDetails(row);
+        if (world.session.Selection().Record(*world.session.Selection().CurrentKey()).keyName !=
+            key) {
             return kFailed;
         }
         SaveKey(world, key, value, log);
         if (random() % 3 == 0) {
-            world.session.CheckOutsideChanges();
+            world.session.TargetFile().CheckOutsideChanges();
         }
         world.disk.Sleep(static_cast<unsigned>(random() % kPauseMs));
     }
     world.WaitFor("stop");
-    while (world.session.CheckOutsideChanges() != OutsideCheck::Taken) {
+    while (world.session.TargetFile().CheckOutsideChanges() != OutsideCheck::Taken) {
         world.disk.Sleep(100);
     }
     StressWorld fresh;
-    if (!fresh.Start() || fresh.session.Keys().Size() != world.session.Keys().Size()) {
+    if (!fresh.Start() ||
+        fresh.session.Selection().Keys().Size() != world.session.Selection().Keys().Size()) {
         return kFailed;
     }
-    const std::size_t rows = fresh.session.Keys().Size();
+    const std::size_t rows = fresh.session.Selection().Keys().Size();
     std::size_t different = 0;
     for (row = 0; row < rows; ++row) {
         different += world.Row(row) != fresh.Row(row) ? 1 : 0;

@@ -39,8 +39,8 @@ protected:
         world.disk.Wait(10);
     }
     void Set(std::size_t row, const std::string& value) {
-        Session().ShowKeyDetails(row);
-        Session().SetValue(value);
+        Session().Selection().ShowKeyDetails(row);
+        Session().Commands().SetValue(value);
     }
     std::string Main() const { return world.disk.BytesOf(SessionWorld::kWincmd); }
     std::string Other() const { return world.disk.BytesOf(kOther); }
@@ -88,12 +88,12 @@ TEST_F(TrustTest, SectionsAreReadWhereTheirRedirectionLeads) {
 TEST_F(TrustTest, ASaveWritesEachFileThatASectionIsIn) {
     Start("[S]\nA=1\nRedirectSection=other.ini\n[T]\nRedirectSection=C:\\TC\\new.ini\n",
           "[S]\n; theirs\n;A=2\n");
-    EXPECT_EQ(Session().TargetPanel(), "Target Section:  [S]  other.ini");
-    Session().ShowKeyDetails(2);
-    EXPECT_EQ(Session().TargetPanel(), "Target Section:  [S]");  // of the key itself
+    EXPECT_EQ(Session().TargetFile().TargetPanel(), "Target Section:  [S]  other.ini");
+    Session().Selection().ShowKeyDetails(2);
+    EXPECT_EQ(Session().TargetFile().TargetPanel(), "Target Section:  [S]");  // of the key itself
     Set(0, "3");
     Set(3, "4");
-    ASSERT_TRUE(Session().SaveToSettingsFile());
+    ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(Other(), "[S]\n; theirs\nA=3\n");
     EXPECT_EQ(world.disk.BytesOf("C:\\TC\\new.ini"), "[T]\r\nC=4\r\n");
     EXPECT_THAT(Main(), HasSubstr("[S]\nA=1\nRedirectSection"));
@@ -102,18 +102,18 @@ TEST_F(TrustTest, ASaveWritesEachFileThatASectionIsIn) {
     Set(0, "5");
     Set(3, "6");
     world.disk.FailReplaces(kOther, FileError::ReadOnly);
-    EXPECT_FALSE(Session().SaveToSettingsFile());
+    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr(kOther));
     EXPECT_EQ(world.disk.BytesOf("C:\\TC\\new.ini"), "[T]\r\nC=6\r\n");
-    EXPECT_TRUE(Session().IsModified());
+    EXPECT_TRUE(Session().TargetFile().IsModified());
     world.disk.FailReplaces(kOther, FileError::None);
-    ASSERT_TRUE(Session().SaveToSettingsFile());
+    ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(Other(), "[S]\n; theirs\nA=5\n");
 
     // Without its redirection a section is read from the settings file again.
-    Session().ShowKeyDetails(2);
-    Session().DeleteKey();
-    ASSERT_TRUE(Session().SaveToSettingsFile());
+    Session().Selection().ShowKeyDetails(2);
+    Session().Commands().DeleteKey();
+    ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(world.Rows()[0], "A=1");
     EXPECT_THAT(Main(), HasSubstr("[S]\nA=1\n[T]"));
 }
@@ -122,33 +122,33 @@ TEST_F(TrustTest, WhatOtherProgramsChangeIsTakenOver) {
     Start("[S]\nA=1\nB=1\n[T]\nC=1\n");
     Set(1, "mine");
     Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
-    EXPECT_EQ(Session().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
     EXPECT_THAT(world.Rows(),
                 ElementsAre("A=2", "B=mine", "RedirectSection", "C=2", "AlternateUserIni"));
     EXPECT_THAT(world.prompts.asked, IsEmpty());
-    EXPECT_TRUE(Session().IsModified());
+    EXPECT_TRUE(Session().TargetFile().IsModified());
 
     // A time stamp alone is no change.
     Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
-    EXPECT_EQ(Session().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
 
     // The same key on both sides: asked again until it is decided.
     Write("[S]\n;B=theirs\n");
     world.prompts.cancelsConflicts = true;
-    EXPECT_EQ(Session().CheckOutsideChanges(), OutsideCheck::PutOff);
+    EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::PutOff);
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] B: B=mine | ;B=theirs"));
-    EXPECT_FALSE(Session().SaveToSettingsFile());
+    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(Main(), HasSubstr(";B=theirs"));
     world.prompts.cancelsConflicts = false;
-    ASSERT_TRUE(Session().SaveToSettingsFile());
+    ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_EQ(Main(), "[S]\nB=mine\n[Configuration]\n");
 
     Set(1, "mine");
-    Session().DeleteKey();
+    Session().Commands().DeleteKey();
     Write("[S]\nB=\"\"theirs\"\"\n");
     world.prompts.conflictsToTake = {true};
     world.prompts.asked.clear();
-    ASSERT_TRUE(Session().SaveToSettingsFile());
+    ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] B:  | B=\"theirs\""));
     EXPECT_EQ(world.Rows()[1], "B=\"theirs\"");
     EXPECT_EQ(Main(), "[S]\nB=\"\"theirs\"\"\n[Configuration]\n");
@@ -157,7 +157,7 @@ TEST_F(TrustTest, WhatOtherProgramsChangeIsTakenOver) {
     world.prompts.asked.clear();
     Set(1, "same");
     Write("[S]\nB=same\n");
-    ASSERT_TRUE(Session().SaveToSettingsFile());
+    ASSERT_TRUE(Session().TargetFile().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, IsEmpty());
 }
 
@@ -171,7 +171,7 @@ TEST_F(TrustTest, ItsLastWriteComesBeforeOurs) {
         Write("[S]\nA=1\nB=theirs\nNew=1\n");
         world.programs.isRunning = false;
     };
-    ASSERT_TRUE(Session().SaveAndRestart());
+    ASSERT_TRUE(Session().TargetFile().SaveAndRestart());
     EXPECT_EQ(Main(), "[S]\nA=mine\nB=theirs\nNew=1\n[Configuration]\n");
     EXPECT_EQ(world.Rows()[1], "B=theirs");
     EXPECT_THAT(world.prompts.messages, IsEmpty());
@@ -179,7 +179,7 @@ TEST_F(TrustTest, ItsLastWriteComesBeforeOurs) {
     world.programs.isRunning = true;
     world.programs.onEnding = [] {};
     Set(0, "again");
-    ASSERT_TRUE(Session().SaveAndRestart());
+    ASSERT_TRUE(Session().TargetFile().SaveAndRestart());
     EXPECT_THAT(Main(), HasSubstr("A=again"));
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("still running"));
 }
@@ -189,11 +189,11 @@ TEST_F(TrustTest, TwoWindowsKeepEachOthersLists) {
     EditorSession second(world.Services());
     second.LoadSettings();
     ASSERT_TRUE(second.Activate(""));
-    Session().SetOrganizerOpen(true);
-    ASSERT_TRUE(second.AddFavorite("A", "added there"));
-    ASSERT_TRUE(Session().AddFavorite("B", "added here"));
-    Session().Organizer().MoveUp();
-    ASSERT_TRUE(Session().ApplyOrganizer());
+    Session().FavoriteKeys().SetOrganizerOpen(true);
+    ASSERT_TRUE(second.FavoriteKeys().AddFavorite("A", "added there"));
+    ASSERT_TRUE(Session().FavoriteKeys().AddFavorite("B", "added here"));
+    Session().FavoriteKeys().Organizer().MoveUp();
+    ASSERT_TRUE(Session().FavoriteKeys().ApplyOrganizer());
     EXPECT_EQ(world.OwnSetting("FavoritesList", "A"), "added there");
     EXPECT_EQ(world.OwnSetting("FavoritesList", "B"), "added here");
 
@@ -202,9 +202,9 @@ TEST_F(TrustTest, TwoWindowsKeepEachOthersLists) {
     Session().OpenSettingsFile("C:\\b.ini", true);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), "C:\\b.ini");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles2"), SessionWorld::kWincmd);
-    second.ProgramSettings().Values().splitPosition = 1234;
-    second.ProgramSettings().SaveSettings();
-    Session().ProgramSettings().SaveSettings();
+    second.Place().OwnSettings().Values().splitPosition = 1234;
+    second.Place().OwnSettings().SaveSettings();
+    Session().Place().OwnSettings().SaveSettings();
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "SplitPosition"), "1234");
 }
 
@@ -213,25 +213,25 @@ TEST_F(TrustTest, OwnSettingsGoWhereTheyCanBeWritten) {
     const std::string user = "C:\\Users\\me\\Tamarind Editors\\tamarind editors.ini";
     world.environment.variables["APPDATA"] = "C:\\Users\\me";
     Start("");
-    EXPECT_EQ(Session().ProgramSettings().Path(), SessionWorld::kOwnSettings);
+    EXPECT_EQ(Session().Place().OwnSettings().Path(), SessionWorld::kOwnSettings);
     world.disk.Remove(SessionWorld::kOwnSettings);
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::AccessDenied);
     ASSERT_TRUE(world.Start());
-    EXPECT_EQ(Session().ProgramSettings().Path(), user);
+    EXPECT_EQ(Session().Place().OwnSettings().Path(), user);
     EXPECT_THAT(world.disk.folders, ElementsAre("C:\\Users\\me\\Tamarind Editors"));
-    ASSERT_TRUE(Session().AddFavorite("A", "kept"));
+    ASSERT_TRUE(Session().FavoriteKeys().AddFavorite("A", "kept"));
     ASSERT_TRUE(world.Start());
-    EXPECT_EQ(Session().FavoriteItems().size(), 1U);
+    EXPECT_EQ(Session().FavoriteKeys().Items().size(), 1U);
     // One beside the program wins, also if it can only be read.
     world.disk.Put(SessionWorld::kOwnSettings, "[FavoritesList]\nB=1\nC=2\n");
     ASSERT_TRUE(world.Start());
-    EXPECT_EQ(Session().FavoriteItems().size(), 2U);
-    EXPECT_FALSE(Session().AddFavorite("D", "not kept"));
+    EXPECT_EQ(Session().FavoriteKeys().Items().size(), 2U);
+    EXPECT_FALSE(Session().FavoriteKeys().AddFavorite("D", "not kept"));
     // Nowhere at all, which stops nothing.
     world.disk.Remove(SessionWorld::kOwnSettings);
     world.environment.variables.erase("APPDATA");
     ASSERT_TRUE(world.Start());
-    EXPECT_EQ(Session().ProgramSettings().Values().mainWindowWidth, 9000);
+    EXPECT_EQ(Session().Place().OwnSettings().Values().mainWindowWidth, 9000);
 }
 
 TEST(BackupDifferencesTest, DiffersInKeysAndNotInTheirPlaces) {

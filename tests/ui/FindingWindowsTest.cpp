@@ -84,7 +84,7 @@ TEST_F(FindingWindowsTest, TheSearchWindowKeepsItsSettings) {
     const HWND box = In(IDC_SEARCHFOR_TXTFIND);
     EXPECT_EQ(GetFocus(), box);
     EXPECT_FALSE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
-    EXPECT_FALSE(world.session->IsEnabled(tamarind::Command::SearchFindNext));
+    EXPECT_FALSE(world.session->States().IsEnabled(tamarind::Command::SearchFindNext));
     // A word of a description, which the box then shows.
     Type(IDC_SEARCHFOR_TXTFIND, "side");
     EXPECT_TRUE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
@@ -120,8 +120,8 @@ TEST_F(FindingWindowsTest, AHitIsNotTheLastRowInSight) {
     world.disk.Wait(10);
     Start();
     for (const auto& [name, lowest] : {std::pair("K50", 53), {"K98", 99}, {"K40", 43}, {"K1", 4}}) {
-        world.session->SetSearchText(name);
-        world.session->FindNextString();
+        world.session->Selection().SetSearchText(name);
+        world.session->Selection().FindNextString();
         EXPECT_EQ(Rows()[static_cast<std::size_t>(SelectedRow())], name);
         const LRESULT top = Send(kIdListView1, LVM_GETTOPINDEX);
         EXPECT_LE(top, SelectedRow()) << name;
@@ -155,9 +155,9 @@ TEST_F(FindingWindowsTest, TheOrganizerChangesTheFavorites) {
     EXPECT_EQ(GetFocus(), FavoriteList());
     EXPECT_FALSE(IsOn(IDC_ORGANIZE_CMDAPPLY));
     EXPECT_EQ(GreyFavorites(), "001");
-    world.session->SelectCategory(1);
+    world.session->Selection().SelectCategory(1);
     EXPECT_EQ(GreyFavorites(), "011");
-    world.session->SelectCategory(kRootNode);
+    world.session->Selection().SelectCategory(kRootNode);
     EXPECT_EQ(GreyFavorites(), "001");
     Click(IDC_ORGANIZE_CMDDOWN);
     EXPECT_TRUE(IsOn(IDC_ORGANIZE_CMDAPPLY));
@@ -193,7 +193,7 @@ TEST_F(FindingWindowsTest, TheOrganizerChangesTheFavorites) {
     }
     PressKey(VK_ESCAPE);
     EXPECT_FALSE(IsWindow(dialog));
-    EXPECT_FALSE(world.session->IsOrganizerOpen());
+    EXPECT_FALSE(world.session->FavoriteKeys().IsOrganizerOpen());
     Organize();
     EXPECT_EQ(Favorites().size(), 4U);
 }

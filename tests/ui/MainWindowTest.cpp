@@ -38,9 +38,9 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     Press(kIdTreeView1, VK_DOWN);
     EXPECT_TRUE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
     Press(kIdListView1, VK_DOWN);
-    EXPECT_EQ(world.session->CurrentKey(), 2U);
+    EXPECT_EQ(world.session->Selection().CurrentKey(), 2U);
     EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), "Description not available!");
-    world.session->GoToKey(3);
+    world.session->Selection().GoToKey(3);
     EXPECT_EQ(SelectedRow(), 2);
     EXPECT_EQ(Status(1), "Target Section:  [Colors]");
 }
@@ -74,7 +74,7 @@ TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
 
 TEST_F(MainWindowTest, TheFocusLeavesADescriptionThatIsDisabled) {
     Start();
-    world.session->SelectCategory(2);
+    world.session->Selection().SelectCategory(2);
     SetFocus(Find(kIdTxtDescriptionBox));
     Command(tamarind::Command::ViewActiveKeys);
     EXPECT_FALSE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
@@ -93,8 +93,8 @@ TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {
     for (const CommandInfo& info : AllCommands()) {
         SCOPED_TRACE(info.textNumber);
         const auto button = static_cast<UINT>(info.command);
-        const bool isEnabled = world.session->IsEnabled(info.command);
-        const bool isChecked = world.session->IsChecked(info.command);
+        const bool isEnabled = world.session->States().IsEnabled(info.command);
+        const bool isChecked = world.session->States().IsChecked(info.command);
         if (info.command != tamarind::Command::FileRecentFiles) {  // a menu of its own
             const UINT state = GetMenuState(bar, button, MF_BYCOMMAND);
             EXPECT_EQ((state & MF_GRAYED) == 0, isEnabled);

@@ -238,7 +238,9 @@ TEST_F(OptionsWindowTest, TheAboutWindowTellsTheVersionAndOpensTheHelp) {
     Start();
     int helps = 0;
     DialogStyle language;
-    language.text = [&](std::uint16_t number) { return Widen(world.session->Text(number)); };
+    language.text = [&](std::uint16_t number) {
+        return Widen(world.session->Place().Text(number));
+    };
     frmAbout about(language, {"A program", "5.01 beta", "D:\\Own.ini"}, [&] { ++helps; });
     Show(
         L"frmAbout",

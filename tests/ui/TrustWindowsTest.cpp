@@ -21,7 +21,7 @@ protected:
         MainWindowTest::SetUp();
         Start();
         prompts.SetOwner(window->Handle());
-        prompts.SetLanguage(window->Language());
+        prompts.SetStyle(window->Style());
     }
 
     bool Resolve(std::vector<ValueConflict>& conflicts, const std::function<void()>& actions) {
@@ -30,7 +30,7 @@ protected:
         return isResolved;
     }
     void ShowBackups(const std::function<void()>& actions) {
-        frmRestoreBackup restore(*world.session, window->Language());
+        frmRestoreBackup restore(world.session->TargetFile(), window->Style());
         Show(L"frmRestoreBackup", actions, [&] { restore.Show(window->Handle()); });
     }
 
@@ -112,8 +112,8 @@ TEST_F(TrustWindowsTest, ConflictsEndAsTheUserChooses) {
 // While the question is open the window is not closed; Windows may end, but not over what is
 // pending.
 TEST_F(TrustWindowsTest, NothingClosesBehindAnOpenQuestion) {
-    world.session->ShowKeyDetails(0);
-    world.session->SetValue("mine");
+    world.session->Selection().ShowKeyDetails(0);
+    world.session->Commands().SetValue("mine");
     world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nPanelsVertical=theirs\r\n");
     bool isEnded = false;
     world.prompts.onConflicts = [&] {
@@ -125,9 +125,9 @@ TEST_F(TrustWindowsTest, NothingClosesBehindAnOpenQuestion) {
         });
     };
     world.prompts.cancelsConflicts = true;
-    EXPECT_FALSE(world.session->SaveToSettingsFile());
+    EXPECT_FALSE(world.session->TargetFile().SaveToSettingsFile());
     EXPECT_TRUE(isEnded);
-    EXPECT_TRUE(world.session->IsModified());
+    EXPECT_TRUE(world.session->TargetFile().IsModified());
     SendMessageW(window->Handle(), WM_ENDSESSION, FALSE, 0);
     EXPECT_TRUE(IsWindow(window->Handle()));
 }

@@ -34,9 +34,8 @@ const wchar_t* MarkOfThisSystem() {
 
 }  // namespace
 
-frmConflicts::frmConflicts(const DialogStyle& language)
-    : ResizableDialog(IDD_FRMCONFLICTS, L"frmConflicts", language, kAnchors),
-      m_language(language) {}
+frmConflicts::frmConflicts(const DialogStyle& style)
+    : ResizableDialog(IDD_FRMCONFLICTS, L"frmConflicts", style, kAnchors), m_style(style) {}
 
 bool frmConflicts::Show(HWND owner, std::vector<ValueConflict>& conflicts) {
     m_conflicts = conflicts;
@@ -53,7 +52,7 @@ bool frmConflicts::Show(HWND owner, std::vector<ValueConflict>& conflicts) {
 void frmConflicts::OnInit() {
     std::vector<ReportColumn> columns;
     for (const std::uint16_t number : kColumnTexts) {
-        columns.push_back({m_language.text(number)});
+        columns.push_back({m_style.text(number)});
     }
     m_mark = MarkOfThisSystem();
     lstConflicts.Attach(Handle(), IDC_CONFLICTS_LSTCONFLICTS, columns,

@@ -16,7 +16,7 @@ namespace tamarind {
 class frmConflicts final : public ResizableDialog {
 public:
     // `language` outlives the window.
-    explicit frmConflicts(const DialogStyle& language);
+    explicit frmConflicts(const DialogStyle& style);
 
     // All keys start with the user's own value. False when he cancels: his choices are dropped.
     bool Show(HWND owner, std::vector<ValueConflict>& conflicts);
@@ -34,7 +34,7 @@ private:
     void ChooseForAll(bool takesTheirs);
     void ShowChoices();
 
-    const DialogStyle& m_language;
+    const DialogStyle& m_style;
     std::vector<ValueConflict> m_conflicts;
     std::wstring m_mark;  // in front of the values that stay
     ReportList lstConflicts;

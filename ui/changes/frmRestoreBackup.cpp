@@ -71,10 +71,10 @@ std::wstring NumberForUser(std::uint64_t number) {
 
 }  // namespace
 
-frmRestoreBackup::frmRestoreBackup(EditorSession& session, const DialogStyle& language)
-    : ResizableDialog(IDD_FRMRESTOREBACKUP, L"frmRestoreBackup", language, kAnchors),
-      m_session(session),
-      m_language(language) {}
+frmRestoreBackup::frmRestoreBackup(OpenSettings& settings, const DialogStyle& style)
+    : ResizableDialog(IDD_FRMRESTOREBACKUP, L"frmRestoreBackup", style, kAnchors),
+      m_settings(settings),
+      m_style(style) {}
 
 void frmRestoreBackup::OnInit() {
     MakeLists();
@@ -89,14 +89,14 @@ void frmRestoreBackup::OnInit() {
 void frmRestoreBackup::MakeLists() {
     std::vector<ReportColumn> columns;
     for (const std::uint16_t number : kBackupTexts) {
-        columns.push_back({m_language.text(number), true});
+        columns.push_back({m_style.text(number), true});
     }
     lstBackups.Attach(Handle(), IDC_RESTORE_LSTBACKUPS, columns,
                       {[this](int row, int column) { return BackupText(row, column); }, nullptr,
                        [this](int row) { OnBackupSelected(row); }, nullptr});
     columns.clear();
     for (const std::uint16_t number : kDifferenceTexts) {
-        columns.push_back({m_language.text(number)});
+        columns.push_back({m_style.text(number)});
     }
     lstDifferences.Attach(Handle(), IDC_RESTORE_LSTDIFFERENCES, columns,
                           {[this](int row, int column) { return DifferenceText(row, column); },
@@ -104,7 +104,7 @@ void frmRestoreBackup::MakeLists() {
 }
 
 void frmRestoreBackup::FillFiles() {
-    m_files = m_session.BackedUpFiles();
+    m_files = m_settings.BackedUpFiles();
     for (const std::string& file : m_files) {
         SendMessageW(cboFile.Handle(), CB_ADDSTRING, 0,
                      reinterpret_cast<LPARAM>(Widen(FileNameOfPath(file)).c_str()));
@@ -140,7 +140,7 @@ const std::string& frmRestoreBackup::File() const {
 void frmRestoreBackup::ShowBackups() {
     txtPath.SetText(Widen(File()));
     lstBackups.SetRowCount(0);
-    m_backups = m_session.Backups(File());
+    m_backups = m_settings.Backups(File());
     lstBackups.SetRowCount(static_cast<int>(m_backups.size()));
     lstBackups.Show(!m_backups.empty());
     ShowWindow(lblNoBackups.Handle(), m_backups.empty() ? SW_SHOWNA : SW_HIDE);
@@ -156,7 +156,7 @@ void frmRestoreBackup::OnBackupSelected(int row) {
     m_differences.clear();
     if (isSelected) {
         m_differences =
-            m_session.BackupDifferences(File(), m_backups[static_cast<std::size_t>(row)].path);
+            m_settings.BackupDifferences(File(), m_backups[static_cast<std::size_t>(row)].path);
     }
     lstDifferences.SetRowCount(static_cast<int>(m_differences.size()));
     cmdRestore.Enable(isSelected);
@@ -165,7 +165,7 @@ void frmRestoreBackup::OnBackupSelected(int row) {
 void frmRestoreBackup::OnRestore() {
     const int row = lstBackups.SelectedRow();
     if (row != ReportList::kNoRow &&
-        m_session.RestoreBackup(File(), m_backups[static_cast<std::size_t>(row)].path)) {
+        m_settings.RestoreBackup(File(), m_backups[static_cast<std::size_t>(row)].path)) {
         EndModal(IDOK);
     }
 }

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "model/session/EditorSession.h"
+#include "model/session/OpenSettings.h"
 #include "ui/changes/ChangesIds.h"
 #include "ui/toolkit/DialogControl.h"
 #include "ui/toolkit/ReportList.h"
@@ -11,12 +11,12 @@
 
 namespace tamarind {
 
-// Shows the backups of the session's files and what each says otherwise than its file does now, and
+// Shows the backups of the open files and what each says otherwise than its file does now, and
 // brings one of them back.
 class frmRestoreBackup final : public ResizableDialog {
 public:
     // Both arguments outlive the window.
-    frmRestoreBackup(EditorSession& session, const DialogStyle& language);
+    frmRestoreBackup(OpenSettings& settings, const DialogStyle& style);
 
     // Shows the window until a backup is restored or the user closes it.
     void Show(HWND owner) { ShowModal(owner); }
@@ -35,8 +35,8 @@ private:
     std::wstring BackupText(int row, int column) const;
     std::wstring DifferenceText(int row, int column) const;
 
-    EditorSession& m_session;
-    const DialogStyle& m_language;
+    OpenSettings& m_settings;
+    const DialogStyle& m_style;
     std::vector<std::string> m_files;
     std::vector<BackupInfo> m_backups;  // of the chosen file
     std::vector<BackupDifference> m_differences;

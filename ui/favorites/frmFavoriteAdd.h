@@ -11,8 +11,8 @@ namespace tamarind {
 // Asks under which caption a key becomes a favorite.
 class frmFavoriteAdd final : public Dialog {
 public:
-    explicit frmFavoriteAdd(const DialogStyle& language)
-        : Dialog(IDD_FRMFAVORITEADD, L"frmFavoriteAdd", language) {}
+    explicit frmFavoriteAdd(const DialogStyle& style)
+        : Dialog(IDD_FRMFAVORITEADD, L"frmFavoriteAdd", style) {}
 
     // Shows the window near the owner's upper left corner. Returns the caption, which is not empty,
     // or nothing when the user cancels.

@@ -48,14 +48,22 @@ StoredPlace PlaceIn(const Settings& settings) {
 
 }  // namespace
 
-frmOrganizeFavorites::frmOrganizeFavorites(EditorSession& session, const DialogStyle& language,
-                                           FavoritesHost& host)
-    : Dialog(IDD_FRMORGANIZEFAVORITES, L"frmOrganizeFavorites", language),
-      m_session(session),
-      m_host(host) {}
+frmOrganizeFavorites::frmOrganizeFavorites(Workplace& workplace, KeySelection& selection,
+                                           FavoritesBook& favorites, const DialogStyle& style,
+                                           std::function<void()> onDefinition)
+    : Dialog(IDD_FRMORGANIZEFAVORITES, L"frmOrganizeFavorites", style),
+      m_workplace(workplace),
+      m_selection(selection),
+      m_favorites(favorites),
+      m_onDefinition(std::move(onDefinition)) {
+    m_favorites.Watchers().Add(*this);
+    m_selection.KeyWatchers().Add(*this);
+}
 
 // As long as it still knows where its place is stored.
 frmOrganizeFavorites::~frmOrganizeFavorites() {
+    m_selection.KeyWatchers().Remove(*this);
+    m_favorites.Watchers().Remove(*this);
     if (Handle() != nullptr) {
         DestroyWindow(Handle());
     }
@@ -63,9 +71,9 @@ frmOrganizeFavorites::~frmOrganizeFavorites() {
 
 void frmOrganizeFavorites::Open(HWND owner, int showCommand) {
     if (Handle() == nullptr) {
-        m_session.SetOrganizerOpen(true);
+        m_favorites.SetOrganizerOpen(true);
         if (!Create(owner)) {
-            m_session.SetOrganizerOpen(false);
+            m_favorites.SetOrganizerOpen(false);
             return;
         }
     }
@@ -77,7 +85,7 @@ void frmOrganizeFavorites::Open(HWND owner, int showCommand) {
 
 void frmOrganizeFavorites::Close() {
     if (Handle() != nullptr) {
-        m_session.SetOrganizerOpen(false);
+        m_favorites.SetOrganizerOpen(false);
         DestroyWindow(Handle());
     }
 }
@@ -121,7 +129,7 @@ std::optional<LRESULT> frmOrganizeFavorites::HandleMessage(UINT message, WPARAM 
 }
 
 void frmOrganizeFavorites::OnCommand(int id) {
-    FavoritesOrganizer& organizer = m_session.Organizer();
+    FavoritesOrganizer& organizer = m_favorites.Organizer();
     // A key of a button does not take the focus from the row that is being renamed.
     ListView1.EndLabelEdit();
     switch (id) {
@@ -157,24 +165,26 @@ void frmOrganizeFavorites::OnCommand(int id) {
 }
 
 void frmOrganizeFavorites::OnDefinition(bool beeps) {
-    if (!m_session.IsBusy() && m_session.OrganizerDefinition(beeps)) {
-        m_host.ShowFavorite();
+    if (!m_workplace.IsBusy() && m_favorites.OrganizerDefinition(beeps)) {
+        m_onDefinition();
     }
 }
 
 void frmOrganizeFavorites::OnApply() {
-    if (m_session.IsBusy()) {
+    if (m_workplace.IsBusy()) {
         return;
     }
     // Otherwise the next button would get the focus, which closes the window.
-    if (m_session.ApplyOrganizer() && GetFocus() == cmdApply.Handle()) {
+    if (m_favorites.ApplyOrganizer() && GetFocus() == cmdApply.Handle()) {
         m_listControl.Focus();
     }
     ShowStates();
 }
 
-void frmOrganizeFavorites::OnFavoriteAppended() {
-    if (Handle() != nullptr) {
+// A favorite that was added elsewhere is a new row.
+void frmOrganizeFavorites::OnFavoritesChanged() {
+    const auto rows = static_cast<int>(m_favorites.Organizer().Rows().size());
+    if (Handle() != nullptr && rows != ListView1.RowCount()) {
         ListView1.EndLabelEdit();
         Refresh();
     }
@@ -182,7 +192,7 @@ void frmOrganizeFavorites::OnFavoriteAppended() {
 
 void frmOrganizeFavorites::OnKeyListChanged() {
     if (Handle() != nullptr) {
-        m_namesInList = m_session.NamesInList();
+        m_namesInList = m_selection.NamesInList();
         InvalidateRect(ListView1.Handle(), nullptr, FALSE);
     }
 }
@@ -191,7 +201,7 @@ void frmOrganizeFavorites::Refresh() {
     if (Handle() == nullptr) {
         return;
     }
-    const FavoritesOrganizer& organizer = m_session.Organizer();
+    const FavoritesOrganizer& organizer = m_favorites.Organizer();
     const int count = static_cast<int>(organizer.Rows().size());
     if (count != ListView1.RowCount()) {
         ListView1.SetRowCount(count);
@@ -204,7 +214,7 @@ void frmOrganizeFavorites::Refresh() {
 }
 
 void frmOrganizeFavorites::ShowStates() {
-    const FavoritesOrganizer& organizer = m_session.Organizer();
+    const FavoritesOrganizer& organizer = m_favorites.Organizer();
     cmdApply.Enable(organizer.IsChanged());
     for (const DialogControl* const control :
          {&m_listControl, &cmdUp, &cmdDown, &cmdDelete, &cmdDefinition, &cmdAddSeparator}) {
@@ -281,20 +291,24 @@ SIZE frmOrganizeFavorites::LeastSize() const {
 }
 
 void frmOrganizeFavorites::RestorePlace() {
-    const StoredPlace stored = PlaceIn(m_session.ProgramSettings().Values());
+    const StoredPlace stored = PlaceIn(m_workplace.OwnSettings().Values());
     SetWindowBounds(Handle(), BoundsOfPlace(stored, LeastSize()));
 }
 
 void frmOrganizeFavorites::StorePlace() {
-    const StoredPlace stored = PlaceIn(m_session.ProgramSettings().Values());
+    const StoredPlace stored = PlaceIn(m_workplace.OwnSettings().Values());
     const StoredPlace place = PlaceOfBounds(BoundsOf(Handle()), stored, LeastSize());
-    m_session.StoreFavoriteWindow(place.left.value, place.top.value, place.width.value,
-                                  place.height.value);
+    Settings& settings = m_workplace.OwnSettings().Values();
+    settings.favoriteWindowLeft = place.left.value;
+    settings.favoriteWindowTop = place.top.value;
+    settings.favoriteWindowWidth = place.width.value;
+    settings.favoriteWindowHeight = place.height.value;
+    m_workplace.OwnSettings().WriteFavoriteWindow();
 }
 
 // Null where the list asks for a row that is gone already.
 const Favorite* frmOrganizeFavorites::FavoriteOf(int row) const {
-    const auto& rows = m_session.Organizer().Rows();
+    const auto& rows = m_favorites.Organizer().Rows();
     const auto at = static_cast<std::size_t>(row);
     return at < rows.size() ? &rows[at] : nullptr;
 }
@@ -313,7 +327,7 @@ RowLook frmOrganizeFavorites::LookOfRow(int row) const {
 }
 
 void frmOrganizeFavorites::OnRowSelected(int row) {
-    m_session.Organizer().Select(static_cast<std::size_t>(row));
+    m_favorites.Organizer().Select(static_cast<std::size_t>(row));
 }
 
 bool frmOrganizeFavorites::OnListKey(WPARAM key) {
@@ -331,7 +345,7 @@ bool frmOrganizeFavorites::OnListKey(WPARAM key) {
 
 bool frmOrganizeFavorites::OnRenameRow(int row) {
     const bool isAllowed = FavoriteOf(row) != nullptr &&
-                           m_session.Organizer().CanRename(static_cast<std::size_t>(row));
+                           m_favorites.Organizer().CanRename(static_cast<std::size_t>(row));
     if (!isAllowed) {
         MessageBeep(MB_OK);
     }
@@ -339,7 +353,8 @@ bool frmOrganizeFavorites::OnRenameRow(int row) {
 }
 
 bool frmOrganizeFavorites::OnRowRenamed(int row, const std::wstring& text) {
-    const bool isTaken = m_session.Organizer().Rename(static_cast<std::size_t>(row), Narrow(text));
+    const bool isTaken =
+        m_favorites.Organizer().Rename(static_cast<std::size_t>(row), Narrow(text));
     ShowStates();
     return isTaken;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "model/session/EditorSession.h"
+#include <functional>
+
+#include "model/session/FavoritesBook.h"
 #include "ui/favorites/FavoritesIds.h"
 #include "ui/toolkit/DialogControl.h"
 #include "ui/toolkit/ListLook.h"
@@ -8,39 +10,31 @@
 
 namespace tamarind {
 
-// What the favorites need of the main window.
-class FavoritesHost {
-public:
-    // A favorite's key is the current one: the key list is to get the focus.
-    virtual void ShowFavorite() = 0;
-
-protected:
-    ~FavoritesHost() = default;
-};
-
 // The window in which the user orders, renames and deletes favorites. It shows the session's
-// organizer, whose rows become the favorites when he applies them.
-class frmOrganizeFavorites final : public Dialog, private VirtualListSource {
+// organizer, whose rows become the favorites when they are applied.
+class frmOrganizeFavorites final : public Dialog,
+                                   private VirtualListSource,
+                                   private FavoritesListener,
+                                   private KeyListListener {
 public:
-    frmOrganizeFavorites(EditorSession& session, const DialogStyle& language, FavoritesHost& host);
+    // `onDefinition` is called when a favorite's key is the current one. All arguments outlive the
+    // window.
+    frmOrganizeFavorites(Workplace& workplace, KeySelection& selection, FavoritesBook& favorites,
+                         const DialogStyle& style, std::function<void()> onDefinition);
     ~frmOrganizeFavorites() override;
 
     // Fills the organizer and shows it where the window was last; one that is open already comes to
     // the front as it is. With SW_SHOWNA the focus stays where it is.
     void Open(HWND owner, int showCommand = SW_SHOW);
-    // As the user does it, dropping what he did not apply.
+    // As the user does it, dropping what was not applied.
     void Close();
 
-    // For the session's listener: the organizer's last row is a new one.
-    void OnFavoriteAppended();
-    // Shows the organizer's rows and states as they are now.
-    void Refresh();
-    // For the session's listener: the key list holds other rows.
-    void OnKeyListChanged();
     // May be called before the window is made.
     void ApplyLook(const ListLook& look);
 
 private:
+    void OnFavoritesChanged() override;
+    void OnKeyListChanged() override;
     void OnInit() override;
     std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnStretched(int clientWidth) override;
@@ -60,6 +54,8 @@ private:
     bool OnRowRenamed(int row, const std::wstring& text) override;
 
     const Favorite* FavoriteOf(int row) const;
+    // Shows the organizer's rows and states as they are now.
+    void Refresh();
     void ShowStates();
     void ShowLook();
     void Layout();
@@ -68,8 +64,10 @@ private:
     void StorePlace();
     SIZE LeastSize() const;
 
-    EditorSession& m_session;
-    FavoritesHost& m_host;
+    Workplace& m_workplace;
+    KeySelection& m_selection;
+    FavoritesBook& m_favorites;
+    std::function<void()> m_onDefinition;
     ListLook m_look;
     ShownNames m_namesInList;
     int m_dpi = 0;  // of what is shown

@@ -30,11 +30,11 @@ void CategoryTree::Fill() {
     TreeView1.Clear();
     m_items.clear();
     TreeNode root;
-    root.text = Widen(m_session.RootText());
+    root.text = Widen(m_selection.RootText());
     root.picture = root.selectedPicture = kRootPicture;
     root.data = kRootNode;
     m_items.push_back(TreeView1.Add(TVI_ROOT, root));
-    for (const CategoryNode& category : m_session.Categories()) {
+    for (const CategoryNode& category : m_selection.Categories()) {
         TreeNode node;
         node.text = Widen(category.Text());
         node.data = static_cast<LPARAM>(m_items.size()) - 1;
@@ -50,14 +50,14 @@ void CategoryTree::Fill() {
 }
 
 void CategoryTree::ShowSelection() {
-    const auto at = static_cast<std::size_t>(m_session.SelectedNode()) + 1;
+    const auto at = static_cast<std::size_t>(m_selection.SelectedNode()) + 1;
     if (at < m_items.size()) {
         TreeView1.Select(m_items[at]);
     }
 }
 
 void CategoryTree::OnNodeSelected(LPARAM data) {
-    m_session.SelectCategory(static_cast<NodeIndex>(data));
+    m_selection.SelectCategory(static_cast<NodeIndex>(data));
 }
 
 void CategoryTree::OnTreeMenu(POINT at) {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "model/session/EditorSession.h"
+#include "model/session/KeySelection.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/TreeView.h"
@@ -10,23 +10,31 @@
 namespace tamarind {
 
 // The tree of the data file's categories.
-class CategoryTree final : private TreeViewListener {
+class CategoryTree final : private TreeViewListener, private CategoryListener {
 public:
-    CategoryTree(EditorSession& session, MainWindowActions& actions)
-        : m_session(session), m_actions(actions) {}
+    CategoryTree(KeySelection& selection, MainWindowActions& actions)
+        : m_selection(selection), m_actions(actions) {
+        m_selection.CategoryWatchers().Add(*this);
+    }
+    ~CategoryTree() override { m_selection.CategoryWatchers().Remove(*this); }
+    CategoryTree(const CategoryTree&) = delete;
+    CategoryTree& operator=(const CategoryTree&) = delete;
 
     bool Create(HWND parent);
     void ApplyLook(const MainLook& look);
     HWND Handle() const { return TreeView1.Handle(); }
 
+    // Shows all nodes again, in the present language.
     void Fill();
-    void ShowSelection();
 
 private:
+    void OnCategoriesChanged() override { Fill(); }
+    void OnCategorySelected() override { ShowSelection(); }
+    void ShowSelection();
     void OnNodeSelected(LPARAM data) override;
     void OnTreeMenu(POINT at) override;
 
-    EditorSession& m_session;
+    KeySelection& m_selection;
     MainWindowActions& m_actions;
     TreeView TreeView1;
     std::vector<HTREEITEM> m_items;  // the root, then the categories in their order

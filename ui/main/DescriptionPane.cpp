@@ -17,6 +17,23 @@ constexpr Twips kToolbarDistance{300};
 
 }  // namespace
 
+DescriptionPane::DescriptionPane(Workplace& workplace, KeySelection& selection,
+                                 OpenDataFile& dataFile, const CommandStates& states,
+                                 MainWindowActions& actions)
+    : m_workplace(workplace),
+      m_selection(selection),
+      m_dataFile(dataFile),
+      m_states(states),
+      m_actions(actions) {
+    m_selection.KeyWatchers().Add(*this);
+    m_workplace.Watchers().Add(*this);
+}
+
+DescriptionPane::~DescriptionPane() {
+    m_workplace.Watchers().Remove(*this);
+    m_selection.KeyWatchers().Remove(*this);
+}
+
 bool DescriptionPane::Create(HWND parent, const MainLook& look) {
     WindowParams params;
     params.className = L"TamarindDescriptionPane";
@@ -31,16 +48,16 @@ bool DescriptionPane::Create(HWND parent, const MainLook& look) {
     ToolButton save;
     save.id = static_cast<int>(Command::FileSaveDataFile);
     save.picture = kSavePicture;
-    save.text = Widen(m_session.Text(InfoOf(Command::FileSaveDataFile).textNumber));
+    save.text = Widen(m_workplace.Text(InfoOf(Command::FileSaveDataFile).textNumber));
     Toolbar2.AddButtons({&save, 1});
-    Refresh();
+    OnCommandsChanged();
     return true;
 }
 
 void DescriptionPane::ApplyLook(const MainLook& look) {
     m_dpi = look.dpi;
     const bool showsControlsBackColor =
-        m_session.ProgramSettings().Values().showControlsBackColor != 0;
+        m_workplace.OwnSettings().Values().showControlsBackColor != 0;
     txtDescriptionBox.SetColors(look.foreground,
                                 showsControlsBackColor ? kControlsBackColor : look.background);
     txtDescriptionBox.SetBorder(look.border);
@@ -52,28 +69,43 @@ void DescriptionPane::ApplyLook(const MainLook& look) {
 
 void DescriptionPane::ApplyLanguage() {
     Toolbar2.SetText(static_cast<int>(Command::FileSaveDataFile),
-                     Widen(m_session.Text(InfoOf(Command::FileSaveDataFile).textNumber)));
+                     Widen(m_workplace.Text(InfoOf(Command::FileSaveDataFile).textNumber)));
 }
 
 void DescriptionPane::ShowDescription() {
     m_isLoading = true;
-    txtDescriptionBox.SetText(Widen(m_session.Description()));
+    txtDescriptionBox.SetText(Widen(m_selection.Description()));
     m_isLoading = false;
-    txtDescriptionBox.SetMaxLength(m_session.MaxDescriptionUnits());
-    txtDescriptionBox.Enable(m_session.CurrentKey() != 0);
+    txtDescriptionBox.SetMaxLength(m_dataFile.MaxDescriptionUnits());
+    txtDescriptionBox.Enable(m_selection.CurrentKey().has_value());
+}
+
+// A box that cannot be edited any more does not keep the focus.
+void DescriptionPane::OnKeyShown() {
+    const bool hadFocus = GetFocus() == Box();
+    ShowDescription();
+    if (hadFocus && !IsWindowEnabled(Box())) {
+        m_actions.FocusKeyList();
+    }
+}
+
+void DescriptionPane::OnWentToKey(const std::optional<DescriptionPart>& part) {
+    if (part) {
+        txtDescriptionBox.Select(part->start, part->length);
+    }
 }
 
 // A text that is shown is not one that the user changed.
 void DescriptionPane::OnTextChanged() {
     if (!m_isLoading) {
-        m_session.ChangeDescription(Narrow(txtDescriptionBox.Text()));
+        m_dataFile.ChangeDescription(Narrow(txtDescriptionBox.Text()));
     }
 }
 
-void DescriptionPane::Refresh() {
-    Toolbar2.Show(m_session.IsDataFileModified());
+void DescriptionPane::OnCommandsChanged() {
+    Toolbar2.Show(m_dataFile.IsModified());
     Toolbar2.SetEnabled(static_cast<int>(Command::FileSaveDataFile),
-                        m_session.IsEnabled(Command::FileSaveDataFile));
+                        m_states.IsEnabled(Command::FileSaveDataFile));
 }
 
 LRESULT DescriptionPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

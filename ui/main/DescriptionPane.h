@@ -1,6 +1,8 @@
 #pragma once
 
-#include "model/session/EditorSession.h"
+#include "model/session/CommandStates.h"
+#include "model/session/KeySelection.h"
+#include "model/session/OpenDataFile.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/EditBox.h"
@@ -12,10 +14,15 @@ namespace tamarind {
 
 // The description of the current key. While changed descriptions wait to be saved, a small toolbar
 // in its corner offers that.
-class DescriptionPane final : public Window, private ToolbarListener, private EditBoxListener {
+class DescriptionPane final : public Window,
+                              private ToolbarListener,
+                              private EditBoxListener,
+                              private KeyListListener,
+                              private WorkplaceListener {
 public:
-    DescriptionPane(EditorSession& session, MainWindowActions& actions)
-        : m_session(session), m_actions(actions) {}
+    DescriptionPane(Workplace& workplace, KeySelection& selection, OpenDataFile& dataFile,
+                    const CommandStates& states, MainWindowActions& actions);
+    ~DescriptionPane() override;
 
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
@@ -24,13 +31,13 @@ public:
     void ApplyLanguage();
 
     HWND Box() const { return txtDescriptionBox.Handle(); }
+    // Shows the current key's text as it is stored.
     void ShowDescription();
-    // Selects a part of the text, in UTF-16 units.
-    void ShowHit(std::size_t start, std::size_t length) { txtDescriptionBox.Select(start, length); }
-    // Brings the toolbar's states up to date.
-    void Refresh();
 
 private:
+    void OnKeyShown() override;
+    void OnWentToKey(const std::optional<DescriptionPart>& part) override;
+    void OnCommandsChanged() override;
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnToolbarButton(int id) override;
     void OnToolbarDropDown(int, const RECT&) override {}
@@ -38,7 +45,10 @@ private:
     void Layout();
     void PlaceDescriptionToolbar(Twips height);
 
-    EditorSession& m_session;
+    Workplace& m_workplace;
+    KeySelection& m_selection;
+    OpenDataFile& m_dataFile;
+    const CommandStates& m_states;
     bool m_isLoading = false;
     int m_dpi = 0;
     MainWindowActions& m_actions;

@@ -27,6 +27,16 @@ bool IsDown(int key) {
 
 }  // namespace
 
+KeyListView::KeyListView(const Workplace& workplace, KeySelection& selection, KeyCommands& commands,
+                         MainWindowActions& actions)
+    : m_workplace(workplace), m_selection(selection), m_commands(commands), m_actions(actions) {
+    m_selection.KeyWatchers().Add(*this);
+}
+
+KeyListView::~KeyListView() {
+    m_selection.KeyWatchers().Remove(*this);
+}
+
 bool KeyListView::Create(HWND parent) {
     WindowParams params;
     params.className = L"TamarindKeyListPane";
@@ -34,11 +44,11 @@ bool KeyListView::Create(HWND parent) {
     params.parent = parent;
     params.id = kIdKeyListPane;
     return CreateHandle(params) &&
-           ListView1.Create(Handle(), kIdListView1, Widen(m_session.Text(text::kKey)), *this);
+           ListView1.Create(Handle(), kIdListView1, Widen(m_workplace.Text(text::kKey)), *this);
 }
 
 void KeyListView::ApplyLanguage() {
-    ListView1.SetColumnTitle(Widen(m_session.Text(text::kKey)));
+    ListView1.SetColumnTitle(Widen(m_workplace.Text(text::kKey)));
 }
 
 LRESULT KeyListView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -72,46 +82,49 @@ void KeyListView::ApplyLookToInplaceEdit() {
     }
 }
 
-void KeyListView::Fill() {
+void KeyListView::OnKeyListChanged() {
     CloseInplaceEdit();
-    ListView1.SetRowCount(static_cast<int>(m_session.Keys().Size()));
-    ShowCurrentKey();
+    ListView1.SetRowCount(static_cast<int>(m_selection.Keys().Size()));
+    OnKeyShown();
 }
 
-void KeyListView::ShowCurrentKey() {
-    const std::size_t row = m_session.Keys().RowOf(m_session.CurrentKey());
-    if (row < m_session.Keys().Size()) {
-        if (static_cast<int>(row) != ListView1.SelectedRow()) {
+// Selects the current key and brings it into view.
+void KeyListView::OnKeyShown() {
+    if (const auto current = m_selection.CurrentRow()) {
+        const int row = static_cast<int>(*current);
+        if (row != ListView1.SelectedRow()) {
             txtInplaceEdit.Close();
-            ListView1.SelectRow(static_cast<int>(row));
+            ListView1.SelectRow(row);
         }
         // The rows stay where they are between the two clicks on one that is cut off.
-        ListView1.EnsureVisible(static_cast<int>(row), true);
+        ListView1.EnsureVisible(row, true);
     }
     ShowColor();
 }
 
-// The row itself counts most where there is no room for all.
-void KeyListView::ShowRowsBelow() {
-    const std::size_t row = m_session.Keys().RowOf(m_session.CurrentKey());
-    const std::size_t last = std::min(row + kRowsBelow, m_session.Keys().Size() - 1);
-    ListView1.EnsureVisible(static_cast<int>(last));
-    ListView1.EnsureVisible(static_cast<int>(row));
+// Some of the rows below are brought into view, too. The row itself counts most where there is no
+// room for all.
+void KeyListView::OnWentToKey(const std::optional<DescriptionPart>&) {
+    if (const auto row = m_selection.CurrentRow()) {
+        const std::size_t last = std::min(*row + kRowsBelow, m_selection.Keys().Size() - 1);
+        ListView1.EnsureVisible(static_cast<int>(last));
+        ListView1.EnsureVisible(static_cast<int>(*row));
+    }
 }
 
-void KeyListView::ShowKey(RowKey key) {
-    const std::size_t row = m_session.Keys().RowOf(key);
-    if (row < m_session.Keys().Size()) {
+void KeyListView::OnKeyChanged(KeyNumber key) {
+    const std::size_t row = m_selection.Keys().RowOf(key);
+    if (row < m_selection.Keys().Size()) {
         ListView1.RedrawRow(static_cast<int>(row));
     }
-    if (key == m_session.CurrentKey()) {
+    if (key == m_selection.CurrentKey()) {
         ShowColor();
     }
 }
 
 // Without a key of its own colour there is no sample.
 void KeyListView::ShowColor() {
-    const auto sample = m_session.CurrentColor();
+    const auto sample = m_commands.CurrentColor();
     if (sample && cmdColorSample.Handle() == nullptr) {
         cmdColorSample.Create(Handle(), kIdCmdColorSample);
     }
@@ -154,14 +167,14 @@ bool KeyListView::IsPart(HWND window) const {
 }
 
 void KeyListView::BeginInplaceEdit() {
-    const std::size_t row = m_session.Keys().RowOf(m_session.CurrentKey());
     if (txtInplaceEdit.IsOpen()) {
         SetFocus(txtInplaceEdit.Handle());
     } else if (!CreateInplaceEdit()) {
         return;
-    } else if (const auto start = m_session.BeginInplaceEdit()) {
-        ListView1.EnsureVisible(static_cast<int>(row));
-        txtInplaceEdit.Open(static_cast<int>(row), Widen(start->text), start->selectionStart);
+    } else if (const auto start = m_commands.BeginInplaceEdit()) {
+        const int row = static_cast<int>(m_selection.CurrentRow().value_or(0));
+        ListView1.EnsureVisible(row);
+        txtInplaceEdit.Open(row, Widen(start->text), start->selectionStart);
     }
 }
 
@@ -182,7 +195,7 @@ void KeyListView::CloseInplaceEdit() {
 }
 
 bool KeyListView::OnTextEntered(const std::wstring& text) {
-    if (!m_session.StoreEditedValue(Narrow(text))) {
+    if (!m_commands.StoreEditedValue(Narrow(text))) {
         return false;
     }
     ContinueWithNextKey();
@@ -190,7 +203,7 @@ bool KeyListView::OnTextEntered(const std::wstring& text) {
 }
 
 void KeyListView::ContinueWithNextKey() {
-    if (m_session.SelectsNextKey()) {
+    if (m_commands.SelectsNextKey()) {
         Timer1.Start(ListView1.Handle(), kNextKeyMs);
     }
 }
@@ -199,8 +212,8 @@ void KeyListView::OnNextKey() {
     Timer1.Stop();
     // A dialog or a save that began meanwhile keeps the focus.
     const bool isFree =
-        IsWindowEnabled(GetAncestor(ListView1.Handle(), GA_ROOT)) && !m_session.IsBusy();
-    if (isFree && m_session.SelectNextKey()) {
+        IsWindowEnabled(GetAncestor(ListView1.Handle(), GA_ROOT)) && !m_workplace.IsBusy();
+    if (isFree && m_selection.SelectNextKey()) {
         BeginInplaceEdit();
     }
 }
@@ -208,10 +221,10 @@ void KeyListView::OnNextKey() {
 // Nothing where the list asks for a row that the session has dropped already.
 std::optional<KeyRecord> KeyListView::RecordOf(int row) const {
     const auto at = static_cast<std::size_t>(row);
-    if (at >= m_session.Keys().Size()) {
+    if (at >= m_selection.Keys().Size()) {
         return std::nullopt;
     }
-    return m_session.Record(m_session.Keys().KeyAt(at));
+    return m_selection.Record(m_selection.Keys().KeyAt(at));
 }
 
 std::wstring KeyListView::RowText(int row) const {
@@ -233,8 +246,9 @@ RowLook KeyListView::LookOfRow(int row) const {
 void KeyListView::OnRowSelected(int row) {
     const auto at = static_cast<std::size_t>(row);
     // The session tells of the key that it made the current one by itself.
-    if (at < m_session.Keys().Size() && m_session.Keys().KeyAt(at) != m_session.CurrentKey()) {
-        m_session.ShowKeyDetails(at);
+    if (at < m_selection.Keys().Size() &&
+        m_selection.Keys().KeyAt(at) != m_selection.CurrentKey()) {
+        m_selection.ShowKeyDetails(at);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "model/session/EditorSession.h"
+#include "model/session/KeyCommands.h"
+#include "model/session/KeySelection.h"
 #include "ui/main/InplaceEdit.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
@@ -14,24 +15,20 @@ namespace tamarind {
 // The visible key list: the rows of the session's list, each a line of the settings file, with the
 // box in which the current one is edited and the sample of its colour. All three are in a window of
 // their own, which is never mirrored, since the places of the two follow from the rows.
-class KeyListView final : public Window, private VirtualListSource, private InplaceEditListener {
+class KeyListView final : public Window,
+                          private VirtualListSource,
+                          private InplaceEditListener,
+                          private KeyListListener {
 public:
-    KeyListView(EditorSession& session, MainWindowActions& actions)
-        : m_session(session), m_actions(actions) {}
+    KeyListView(const Workplace& workplace, KeySelection& selection, KeyCommands& commands,
+                MainWindowActions& actions);
+    ~KeyListView() override;
 
     bool Create(HWND parent);
     void ApplyLook(const MainLook& look);
     // Shows the text of the present language.
     void ApplyLanguage();
     HWND List() const { return ListView1.Handle(); }
-
-    void Fill();
-    // Selects the session's current key and brings it into view.
-    void ShowCurrentKey();
-    // Brings some of the rows below the current one into view, too.
-    void ShowRowsBelow();
-    // Draws a key's row again, if it is shown.
-    void ShowKey(RowKey key);
 
     // Opens the box over the current row.
     void BeginInplaceEdit();
@@ -45,6 +42,10 @@ public:
 
 private:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnKeyListChanged() override;
+    void OnKeyShown() override;
+    void OnKeyChanged(KeyNumber key) override;
+    void OnWentToKey(const std::optional<DescriptionPart>&) override;
     std::wstring RowText(int row) const override;
     RowLook LookOfRow(int row) const override;
     void OnRowSelected(int row) override;
@@ -61,7 +62,9 @@ private:
     void PlaceColorSample();
     std::optional<KeyRecord> RecordOf(int row) const;
 
-    EditorSession& m_session;
+    const Workplace& m_workplace;
+    KeySelection& m_selection;
+    KeyCommands& m_commands;
     MainWindowActions& m_actions;
     COLORREF m_activeColor = 0;
     UserFont m_font;

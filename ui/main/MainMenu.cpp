@@ -28,12 +28,23 @@ UINT_PTR IdOf(Command command) {
 
 }  // namespace
 
+MainMenu::MainMenu(const Workplace& workplace, const KeySelection& selection,
+                   FavoritesBook& favorites, const RecentSettings& recent,
+                   const CommandStates& states)
+    : m_workplace(workplace),
+      m_selection(selection),
+      m_favorites(favorites),
+      m_recent(recent),
+      m_states(states) {
+    m_favorites.Watchers().Add(*this);
+}
+
 bool MainMenu::Create(HWND window) {
     UniqueMenu bar(CreateMenu());
     for (const MenuInfo& menu : MenuBar()) {
         UniqueMenu popup(CreatePopupMenu());
         Fill(popup.Get(), menu.entries);
-        const std::wstring title = Widen(m_session.Text(menu.textNumber));
+        const std::wstring title = Widen(m_workplace.Text(menu.textNumber));
         if (AppendMenuW(bar.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(popup.Get()),
                         title.c_str())) {
             popup.Release();  // the bar destroys it
@@ -49,7 +60,7 @@ bool MainMenu::Create(HWND window) {
     ModifyMenuW(fileMenu, static_cast<UINT>(IdOf(Command::FileRecentFiles)),
                 MF_BYCOMMAND | MF_POPUP, reinterpret_cast<UINT_PTR>(m_recentFiles),
                 EntryText(Command::FileRecentFiles).c_str());
-    ShowFavorites();
+    OnFavoritesChanged();
     m_accelerators = MakeAccelerators({});
     m_textAccelerators = MakeAccelerators(MenuBar()[MenuWith(Command::EditValue)].entries);
     return true;
@@ -57,7 +68,7 @@ bool MainMenu::Create(HWND window) {
 
 std::wstring MainMenu::EntryText(Command command) const {
     const CommandInfo& info = InfoOf(command);
-    std::string text = m_session.Text(info.textNumber);
+    std::string text = m_workplace.Text(info.textNumber);
     if (!info.shortcut.text.empty()) {
         text += '\t';
         text += info.shortcut.text;
@@ -79,7 +90,7 @@ void MainMenu::Fill(HMENU menu, std::span<const Command> entries) const {
 void MainMenu::FillRecentFiles(HMENU menu) const {
     while (DeleteMenu(menu, 0, MF_BYPOSITION)) {
     }
-    const cRecentFiles& files = m_session.RecentFiles();
+    const cRecentFiles& files = m_recent.Files();
     const auto entries = files.Entries();
     for (const auto& entry : entries) {
         AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(kIdRecentFirst + entry.index - 1),
@@ -93,13 +104,14 @@ void MainMenu::FillRecentFiles(HMENU menu) const {
     AppendMenuW(menu, MF_STRING | clearState, kIdClearRecent, Widen(files.ClearText()).c_str());
 }
 
-void MainMenu::ShowFavorites() const {
+// They stand after the fixed entries of their menu.
+void MainMenu::OnFavoritesChanged() {
     const HMENU menu = FavoritesMenu();
     while (DeleteMenu(menu, kFixedFavoriteEntries, MF_BYPOSITION)) {
     }
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     int id = kIdFavoriteFirst;
-    for (const Favorite& favorite : m_session.FavoriteItems()) {
+    for (const Favorite& favorite : m_favorites.Items()) {
         if (id > kIdFavoriteLast) {
             break;
         }
@@ -110,9 +122,9 @@ void MainMenu::ShowFavorites() const {
 
 // Only those can be chosen whose keys the list shows.
 void MainMenu::RefreshFavorites(HMENU menu) const {
-    const ShownNames names = m_session.NamesInList();
+    const ShownNames names = m_selection.NamesInList();
     UINT id = kIdFavoriteFirst;
-    for (const Favorite& favorite : m_session.FavoriteItems()) {
+    for (const Favorite& favorite : m_favorites.Items()) {
         EnableMenuItem(menu, id++, names.HasNameFrom(favorite.name) ? MF_ENABLED : MF_GRAYED);
     }
 }
@@ -133,8 +145,8 @@ void MainMenu::Refresh(HMENU menu) const {
         }
         const UINT id = GetMenuItemID(menu, at);
         if (const CommandInfo* const info = FindCommand(id)) {
-            const bool isEnabled = m_session.IsEnabled(info->command);
-            const bool isChecked = m_session.IsChecked(info->command);
+            const bool isEnabled = m_states.IsEnabled(info->command);
+            const bool isChecked = m_states.IsChecked(info->command);
             EnableMenuItem(menu, id, isEnabled ? MF_ENABLED : MF_GRAYED);
             CheckMenuItem(menu, id, isChecked ? MF_CHECKED : MF_UNCHECKED);
         }

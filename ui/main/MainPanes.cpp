@@ -23,10 +23,11 @@ void StorePosition(const cSplitter& splitter, std::int32_t& setting) {
 }  // namespace
 
 MainPanes::MainPanes(EditorSession& session, MainWindowActions& actions)
-    : m_session(session),
-      m_tree(session, actions),
-      m_keys(session, actions),
-      m_description(session, actions) {}
+    : m_ownSettings(session.Place().OwnSettings()),
+      m_tree(session.Selection(), actions),
+      m_keys(session.Place(), session.Selection(), session.Commands(), actions),
+      m_description(session.Place(), session.Selection(), session.DataFile(), session.States(),
+                    actions) {}
 
 bool MainPanes::Create(HWND parent, const MainLook& look) {
     if (!Picture1.Create(parent, kIdPicture1) ||
@@ -38,7 +39,7 @@ bool MainPanes::Create(HWND parent, const MainLook& look) {
         !Frame2.Create(Picture1.Handle(), kIdFrame2)) {
         return false;
     }
-    const Settings& settings = m_session.ProgramSettings().Values();
+    const Settings& settings = m_ownSettings.Values();
     SplitterOptions options;
     options.SplitterSize = kBarSize;
     options.Direction = SplitDirection::Vertical;

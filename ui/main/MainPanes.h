@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/session/EditorSession.h"
 #include "ui/main/CategoryTree.h"
 #include "ui/main/DescriptionPane.h"
 #include "ui/main/KeyListView.h"
@@ -12,6 +13,7 @@ namespace tamarind {
 // both above the description.
 class MainPanes {
 public:
+    // All arguments outlive the panes.
     MainPanes(EditorSession& session, MainWindowActions& actions);
 
     bool Create(HWND parent, const MainLook& look);
@@ -33,7 +35,7 @@ public:
     void FocusNext(bool isForward);
 
 private:
-    EditorSession& m_session;
+    const SettingsStore& m_ownSettings;
     Pane Picture1;
     Pane picSpliterContainer;
     SplitterBar Frame1;

@@ -16,6 +16,22 @@ constexpr int kPictureGap = 4;       // pixels between its picture and its text
 
 }  // namespace
 
+MainStatusBar::MainStatusBar(OpenDataFile& dataFile, OpenSettings& settings,
+                             KeySelection& selection, MainWindowActions& actions)
+    : m_dataFile(dataFile), m_settings(settings), m_selection(selection), m_actions(actions) {
+    m_dataFile.Watchers().Add(*this);
+    m_settings.Watchers().Add(*this);
+    m_selection.KeyWatchers().Add(*this);
+    m_settings.Progress().SetListener(this);
+}
+
+MainStatusBar::~MainStatusBar() {
+    m_settings.Progress().SetListener(nullptr);
+    m_selection.KeyWatchers().Remove(*this);
+    m_settings.Watchers().Remove(*this);
+    m_dataFile.Watchers().Remove(*this);
+}
+
 bool MainStatusBar::Create(HWND parent, const MainLook& look) {
     m_parent = parent;
     if (!StatusBar1.Create(parent, kIdStatusBar1, *this)) {
@@ -52,10 +68,10 @@ void MainStatusBar::UpdateParts() {
     int pictureWidth = 0;
     int pictureHeight = 0;
     ImageList_GetIconSize(m_pictures, &pictureWidth, &pictureHeight);
-    const int dataFile = contentWidth(m_session.DataFilePanel()) + pictureWidth +
+    const int dataFile = contentWidth(m_dataFile.Panel()) + pictureWidth +
                          ScaledPixels(kPictureGap, m_dpi) + ToPixels(kDataFileSpare, m_dpi).value;
     const int grip = SystemMetric(SM_CXVSCROLL, m_dpi);
-    const int counter = contentWidth(m_session.CounterPanel()) + grip;
+    const int counter = contentWidth(m_selection.CounterPanel()) + grip;
     // In a narrow window the panels in the middle and at the right stay in sight.
     const int first = std::min(dataFile, width / 2);
     const int edges[kPartCount] = {first, std::max(first, width - counter), -1};
@@ -63,22 +79,22 @@ void MainStatusBar::UpdateParts() {
 }
 
 void MainStatusBar::ShowDataFile() {
-    if (m_session.DataFilePath().empty()) {
+    if (m_dataFile.Path().empty()) {
         return;
     }
-    const int picture = m_session.DataFileTarget() == SettingsTarget::Wincmd ? 0 : 1;
+    const int picture = m_dataFile.Target() == SettingsTarget::Wincmd ? 0 : 1;
     StatusBar1.SetIcon(kDataFilePart,
                        UniqueIcon(ImageList_GetIcon(m_pictures, picture, ILD_TRANSPARENT)));
-    StatusBar1.SetText(kDataFilePart, Widen(m_session.DataFilePanel()));
+    StatusBar1.SetText(kDataFilePart, Widen(m_dataFile.Panel()));
     UpdateParts();
 }
 
 void MainStatusBar::ShowTarget() {
-    StatusBar1.SetText(kTargetPart, Widen(m_session.TargetPanel()));
+    StatusBar1.SetText(kTargetPart, Widen(m_settings.TargetPanel()));
 }
 
 void MainStatusBar::ShowCounter() {
-    StatusBar1.SetText(kCounterPart, Widen(m_session.CounterPanel()));
+    StatusBar1.SetText(kCounterPart, Widen(m_selection.CounterPanel()));
     UpdateParts();
 }
 
@@ -94,7 +110,8 @@ bool MainStatusBar::CreateProgress() {
             ProgressBar1.Create(picProgressBar.Handle(), kIdProgressBar1));
 }
 
-void MainStatusBar::ShowProgress(const ProgressMeter& progress) {
+// Paints at once and leaves all else alone.
+void MainStatusBar::OnProgress(const ProgressMeter& progress) {
     if (!IsWindowVisible(m_parent) || !CreateProgress()) {
         return;
     }
@@ -109,7 +126,7 @@ void MainStatusBar::ShowProgress(const ProgressMeter& progress) {
     ProgressBar1.ShowProgress(progress.Count(), progress.Maximum());
 }
 
-void MainStatusBar::HideProgress() {
+void MainStatusBar::OnProgressEnd() {
     if (picProgressBar.Handle() != nullptr && IsWindowVisible(picProgressBar.Handle())) {
         ShowWindow(picProgressBar.Handle(), SW_HIDE);
         SetCursor(LoadCursorW(nullptr, IDC_ARROW));

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "model/session/EditorSession.h"
+#include "model/session/KeySelection.h"
+#include "model/session/OpenDataFile.h"
+#include "model/session/OpenSettings.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/Pane.h"
@@ -10,10 +12,17 @@
 namespace tamarind {
 
 // The status bar with its three panels, and the progress of a load, which covers it.
-class MainStatusBar final : private StatusBarListener {
+class MainStatusBar final : private StatusBarListener,
+                            private DataFileListener,
+                            private SettingsListener,
+                            private KeyListListener,
+                            private ProgressListener {
 public:
-    MainStatusBar(const EditorSession& session, MainWindowActions& actions)
-        : m_session(session), m_actions(actions) {}
+    MainStatusBar(OpenDataFile& dataFile, OpenSettings& settings, KeySelection& selection,
+                  MainWindowActions& actions);
+    ~MainStatusBar() override;
+    MainStatusBar(const MainStatusBar&) = delete;
+    MainStatusBar& operator=(const MainStatusBar&) = delete;
 
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
@@ -22,23 +31,26 @@ public:
     void SetBounds(const RECT& bounds);
     int IdealHeight() const { return StatusBar1.IdealHeight(); }
 
-    void ShowDataFile();
-    void ShowTarget();
-    void ShowCounter();
-
-    // Paints at once and leaves all else alone.
-    void ShowProgress(const ProgressMeter& progress);
-    void HideProgress();
-
 private:
     // The panels in their order; the keys are "datafile", "target" and "counter".
     enum Part : int { kDataFilePart, kTargetPart, kCounterPart, kPartCount };
 
+    void OnDataFileChanged() override { ShowDataFile(); }
+    void OnSettingsRead() override { ShowTarget(); }
+    void OnKeyShown() override { ShowTarget(); }
+    void OnKeyListChanged() override { ShowCounter(); }
+    void OnProgress(const ProgressMeter& progress) override;
+    void OnProgressEnd() override;
     void OnStatusPartClicked(int part) override;
+    void ShowDataFile();
+    void ShowTarget();
+    void ShowCounter();
     void UpdateParts();
     bool CreateProgress();
 
-    const EditorSession& m_session;
+    OpenDataFile& m_dataFile;
+    OpenSettings& m_settings;
+    KeySelection& m_selection;
     MainWindowActions& m_actions;
     int m_dpi = 0;
     HWND m_parent = nullptr;

@@ -41,12 +41,12 @@ bool MainToolbar::Create(HWND parent, const MainLook& look) {
         button.picture = info.style == ButtonStyle::Placeholder ? info.width : info.picture;
         if (info.textNumber != 0) {
             button.id = static_cast<int>(CommandOfButton(info.name));
-            button.text = Widen(m_session.Text(info.textNumber));
+            button.text = Widen(m_workplace.Text(info.textNumber));
         }
         buttons.push_back(std::move(button));
     }
     Toolbar1.AddButtons(buttons);
-    Refresh();
+    OnCommandsChanged();
     return true;
 }
 
@@ -58,16 +58,16 @@ void MainToolbar::ApplyLanguage() {
     for (const CommandInfo& info : AllCommands()) {
         if (!info.toolbarName.empty()) {
             Toolbar1.SetText(static_cast<int>(info.command),
-                             Widen(m_session.Text(info.textNumber)));
+                             Widen(m_workplace.Text(info.textNumber)));
         }
     }
 }
 
-void MainToolbar::Refresh() {
+void MainToolbar::OnCommandsChanged() {
     for (const CommandInfo& info : AllCommands()) {
         if (!info.toolbarName.empty()) {
-            Toolbar1.SetEnabled(static_cast<int>(info.command), m_session.IsEnabled(info.command));
-            Toolbar1.SetPressed(static_cast<int>(info.command), m_session.IsChecked(info.command));
+            Toolbar1.SetEnabled(static_cast<int>(info.command), m_states.IsEnabled(info.command));
+            Toolbar1.SetPressed(static_cast<int>(info.command), m_states.IsChecked(info.command));
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "model/session/EditorSession.h"
+#include "model/session/CommandStates.h"
+#include "model/session/Workplace.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/Toolbar.h"
@@ -9,27 +10,31 @@ namespace tamarind {
 
 // The main toolbar: its buttons are those that its text form lists, and each does what the
 // command of its name does.
-class MainToolbar final : private ToolbarListener {
+class MainToolbar final : private ToolbarListener, private WorkplaceListener {
 public:
-    MainToolbar(const EditorSession& session, MainWindowActions& actions)
-        : m_session(session), m_actions(actions) {}
+    MainToolbar(Workplace& workplace, const CommandStates& states, MainWindowActions& actions)
+        : m_workplace(workplace), m_states(states), m_actions(actions) {
+        m_workplace.Watchers().Add(*this);
+    }
+    ~MainToolbar() override { m_workplace.Watchers().Remove(*this); }
+    MainToolbar(const MainToolbar&) = delete;
+    MainToolbar& operator=(const MainToolbar&) = delete;
 
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
     // Shows the texts of the present language.
     void ApplyLanguage();
-    // Brings the buttons' states up to date.
-    void Refresh();
-
     void Show(bool isVisible) { Toolbar1.Show(isVisible); }
     void SetBounds(const RECT& bounds) { Toolbar1.SetBounds(bounds); }
     int IdealHeight() const { return static_cast<int>(Toolbar1.IdealSize().cy); }
 
 private:
+    void OnCommandsChanged() override;
     void OnToolbarButton(int id) override;
     void OnToolbarDropDown(int id, const RECT& button) override;
 
-    const EditorSession& m_session;
+    Workplace& m_workplace;
+    const CommandStates& m_states;
     MainWindowActions& m_actions;
     Toolbar Toolbar1;
 };

@@ -38,7 +38,7 @@ cCommonDialog& WindowPrompts::FileDialog() {
 int WindowPrompts::ShowBox(const std::string& text, UINT flags) const {
     const HWND owner = PresentOwner();
     const ModalLock lock(owner);
-    const bool isRightToLeft = m_language != nullptr && m_language->isRightToLeft;
+    const bool isRightToLeft = m_style != nullptr && m_style->isRightToLeft;
     return MessageBoxW(IsWindowVisible(owner) ? owner : nullptr, Widen(text).c_str(),
                        m_title.c_str(), flags | (isRightToLeft ? MB_RTLREADING | MB_RIGHT : 0U));
 }
@@ -101,8 +101,8 @@ void WindowPrompts::StartColorAt(std::int32_t color) {
 
 bool WindowPrompts::ResolveConflicts(std::vector<ValueConflict>& conflicts) {
     const HWND owner = PresentOwner();
-    return m_language != nullptr &&
-           frmConflicts(*m_language).Show(IsWindowVisible(owner) ? owner : nullptr, conflicts);
+    return m_style != nullptr &&
+           frmConflicts(*m_style).Show(IsWindowVisible(owner) ? owner : nullptr, conflicts);
 }
 
 void WindowPrompts::Beep() {

@@ -14,7 +14,7 @@ public:
 
     void SetOwner(HWND owner) { m_owner = owner; }
     // Of the program's own dialogs, which are not shown without it. It outlives the prompts.
-    void SetLanguage(const DialogStyle& language) { m_language = &language; }
+    void SetStyle(const DialogStyle& style) { m_style = &style; }
 
     void ShowMessage(MessageIcon icon, const std::string& text) override;
     Answer Ask(const std::string& text) override;
@@ -34,7 +34,7 @@ private:
 
     std::wstring m_title;
     HWND m_owner = nullptr;
-    const DialogStyle* m_language = nullptr;
+    const DialogStyle* m_style = nullptr;
     cCommonDialog m_dialog;
 };
 

@@ -51,24 +51,27 @@ HWND FindChild(HWND parent, int id) {
 
 frmMain::frmMain(EditorSession& session)
     : m_session(session),
-      m_menu(session),
-      m_toolbar(session, *this),
+      m_menu(session.Place(), session.Selection(), session.FavoriteKeys(), session.Recent(),
+             session.States()),
+      m_toolbar(session.Place(), session.States(), *this),
       m_panes(session, *this),
-      m_statusBar(session, *this),
-      m_searchFor(session, m_dialogStyle),
-      m_organizeFavorites(session, m_dialogStyle, *this) {
-    m_dialogStyle.text = [this](std::uint16_t number) { return Widen(m_session.Text(number)); };
-    m_dialogStyle.refresh = [this] { m_session.RefreshLanguage(); };
+      m_statusBar(session.DataFile(), session.TargetFile(), session.Selection(), *this),
+      m_commands(session, m_panes, m_dialogStyle) {
+    m_dialogStyle.text = [this](std::uint16_t number) {
+        return Widen(m_session.Place().Text(number));
+    };
+    m_dialogStyle.refresh = [this] { m_session.Place().RefreshLanguage(); };
 }
 
 frmMain::~frmMain() {
-    m_session.SetListener(nullptr);
+    m_session.TargetFile().Watchers().Remove(*this);
+    m_session.Place().Watchers().Remove(*this);
 }
 
 bool frmMain::Create() {
-    m_session.LoadLanguage();
-    ReadLanguage();
-    const WindowPlace place = RestoreMainWindowPlacement(m_session.ProgramSettings().Values());
+    m_session.Place().LoadLanguage();
+    ReadStyle();
+    const WindowPlace place = RestoreMainWindowPlacement(m_session.Place().OwnSettings().Values());
     m_startsMaximized = place.isMaximized;
     const std::wstring caption = Widen(m_session.Caption());
     WindowParams params;
@@ -81,7 +84,9 @@ bool frmMain::Create() {
     if (!CreateHandle(params)) {
         return false;
     }
-    m_session.SetListener(this);
+    m_commands.SetOwner(Handle());
+    m_session.Place().Watchers().Add(*this);
+    m_session.TargetFile().Watchers().Add(*this);
     OnCommandsChanged();
     if (m_dialogStyle.isRightToLeft) {
         ApplyDirection();
@@ -98,8 +103,8 @@ void frmMain::ShowFirst(int showCommand) {
     }
     UpdateWindow(Handle());
     m_followsFiles = true;
-    if (m_session.ProgramSettings().Values().favoritesOrganizeVisible != 0) {
-        m_organizeFavorites.Open(Handle(), SW_SHOWNA);
+    if (m_session.Place().OwnSettings().Values().favoritesOrganizeVisible != 0) {
+        m_commands.Organizer().Open(Handle(), SW_SHOWNA);
     }
 }
 
@@ -140,7 +145,7 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_COMMAND:
-            OnCommand(LOWORD(wParam));
+            m_commands.OnCommand(LOWORD(wParam));
             return 0;
         case WM_INITMENUPOPUP:
             m_menu.Refresh(reinterpret_cast<HMENU>(wParam));
@@ -173,30 +178,32 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool frmMain::OnCreate() {
-    m_look = MakeMainLook(m_session.ProgramSettings().Values(), WindowDpi(Handle()));
-    m_organizeFavorites.ApplyLook(ListLookOf(m_look));
+    m_look = MakeMainLook(m_session.Place().OwnSettings().Values(), WindowDpi(Handle()));
+    m_commands.Organizer().ApplyLook(ListLookOf(m_look));
     return m_menu.Create(Handle()) && m_toolbar.Create(Handle(), m_look) &&
            m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
 }
 
 // Not while it is being asked, nor while a save waits for Total Commander.
 bool frmMain::AskWhetherToClose() {
-    if (m_isAskingToClose || m_session.IsBusy()) {
+    if (m_isAskingToClose || m_session.Place().IsBusy()) {
         return false;
     }
     m_isAskingToClose = true;
     const ScopeExit asked([this] { m_isAskingToClose = false; });
-    return m_session.AskSaveSettings() && m_session.AskSaveDataFile();
+    return m_session.MayLeaveFiles();
 }
 
 // Windows shows the reason to the user where this program keeps it from ending. A question that is
 // open is not answered by anybody any more: it ends as cancelled, and what it was about waits.
 bool frmMain::OnQueryEndSession() {
-    const bool hasPending = m_session.IsModified() || m_session.IsDataFileModified();
+    const bool hasPending =
+        m_session.TargetFile().IsModified() || m_session.DataFile().IsModified();
     if (hasPending) {
-        ShutdownBlockReasonCreate(Handle(), Widen(m_session.Text(text::kUnsavedChanges)).c_str());
+        ShutdownBlockReasonCreate(Handle(),
+                                  Widen(m_session.Place().Text(text::kUnsavedChanges)).c_str());
     }
-    const bool hasCancelled = m_session.IsBusy() && Dialog::CancelModalDialogs();
+    const bool hasCancelled = m_session.Place().IsBusy() && Dialog::CancelModalDialogs();
     return hasCancelled ? !hasPending : AskWhetherToClose();
 }
 
@@ -204,7 +211,7 @@ bool frmMain::OnQueryEndSession() {
 void frmMain::OnClose() {
     if (AskWhetherToClose()) {
         StoreLayout();
-        m_organizeFavorites.Close();
+        m_commands.Organizer().Close();
         DestroyWindow(Handle());
     }
 }
@@ -218,11 +225,11 @@ void frmMain::OnDestroy() {
 
 void frmMain::StoreLayout() {
     m_isLayoutStored = true;
-    Settings& settings = m_session.ProgramSettings().Values();
+    Settings& settings = m_session.Place().OwnSettings().Values();
     CaptureMainWindowPlacement(Handle(), settings);
     m_panes.StorePositions(settings);
-    settings.favoritesOrganizeVisible = m_session.IsOrganizerOpen() ? 1 : 0;
-    m_session.ProgramSettings().SaveSettings();
+    settings.favoritesOrganizeVisible = m_session.FavoriteKeys().IsOrganizerOpen() ? 1 : 0;
+    m_session.Place().OwnSettings().SaveSettings();
 }
 
 // Not while a value is being typed: the box is not to be disturbed. Another program that is still
@@ -230,7 +237,7 @@ void frmMain::StoreLayout() {
 void frmMain::OnCheckFiles() {
     m_lookAgain.Stop();
     if (IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing() &&
-        m_session.CheckOutsideChanges() == OutsideCheck::LookAgain) {
+        m_session.TargetFile().CheckOutsideChanges() == OutsideCheck::LookAgain) {
         m_lookAgain.Start(Handle(), kLookAgainMs);
     }
 }
@@ -255,7 +262,7 @@ bool frmMain::BringForward(const std::string& dataFile) {
 }
 
 LRESULT frmMain::OnBringForward(WPARAM dataFile) {
-    if (!m_followsFiles || dataFile != MessageHash(m_session.DataFilePath())) {
+    if (!m_followsFiles || dataFile != MessageHash(m_session.DataFile().Path())) {
         return 0;
     }
     if (IsIconic(Handle())) {
@@ -313,11 +320,11 @@ void frmMain::Layout() {
 
 void frmMain::ApplyLook(int dpi) {
     const RedrawLock lock(Handle());
-    MainLook look = MakeMainLook(m_session.ProgramSettings().Values(), dpi);
+    MainLook look = MakeMainLook(m_session.Place().OwnSettings().Values(), dpi);
     m_toolbar.ApplyLook(look);
     m_panes.ApplyLook(look);
     m_statusBar.ApplyLook(look);
-    m_organizeFavorites.ApplyLook(ListLookOf(look));
+    m_commands.Organizer().ApplyLook(ListLookOf(look));
     // Only now the former pictures are out of use.
     m_look = std::move(look);
     Layout();
@@ -336,80 +343,33 @@ void frmMain::OnTargetChanged() {
     SetWindowTextW(Handle(), Widen(m_session.Caption()).c_str());
 }
 
-void frmMain::OnDataFileChanged() {
-    m_statusBar.ShowDataFile();
-}
-
-void frmMain::OnCategoriesChanged() {
-    m_panes.Tree().Fill();
-}
-
-void frmMain::OnCategorySelected() {
-    m_panes.Tree().ShowSelection();
-}
-
-void frmMain::OnKeyListChanged() {
-    m_panes.Keys().Fill();
-    m_statusBar.ShowCounter();
-    m_organizeFavorites.OnKeyListChanged();
-}
-
-void frmMain::OnKeyShown() {
-    m_panes.Keys().ShowCurrentKey();
-    const HWND box = m_panes.Description().Box();
-    const bool hadFocus = GetFocus() == box;
-    m_panes.Description().ShowDescription();
-    if (hadFocus && !IsWindowEnabled(box)) {
-        SetFocus(m_panes.Keys().List());
-    }
-    m_statusBar.ShowTarget();
-}
-
-void frmMain::OnWentToKey() {
-    m_panes.Keys().ShowRowsBelow();
-}
-
-void frmMain::OnTargetShown() {
-    m_statusBar.ShowTarget();
-}
-
-void frmMain::OnKeyChanged(RowKey key) {
-    m_panes.Keys().ShowKey(key);
-}
-
-void frmMain::OnBeforeChange() {
-    m_panes.Keys().CloseInplaceEdit();
-}
-
 void frmMain::OnCommandsChanged() {
-    m_toolbar.Refresh();
-    m_panes.Description().Refresh();
-    m_panes.ShowDescriptionPane(m_session.IsDescriptionVisible());
-    if (m_isToolbarShown != m_session.IsToolbarVisible()) {
-        m_isToolbarShown = m_session.IsToolbarVisible();
+    const Workplace& workplace = m_session.Place();
+    m_panes.ShowDescriptionPane(workplace.IsDescriptionVisible());
+    if (m_isToolbarShown != workplace.IsToolbarVisible()) {
+        m_isToolbarShown = workplace.IsToolbarVisible();
         m_toolbar.Show(m_isToolbarShown);
         Layout();
     }
 }
 
-void frmMain::ReadLanguage() {
-    m_dialogStyle.isRightToLeft = m_session.Texts().IsRightToLeft();
+void frmMain::ReadStyle() {
+    m_dialogStyle.isRightToLeft = m_session.Place().Texts().IsRightToLeft();
     m_dialogStyle.showsControlsBackColor =
-        m_session.ProgramSettings().Values().showControlsBackColor != 0;
+        m_session.Place().OwnSettings().Values().showControlsBackColor != 0;
 }
 
 void frmMain::OnLanguageChanged() {
     const RedrawLock lock(Handle());
-    ReadLanguage();
+    ReadStyle();
     m_menu.Create(Handle());
     m_toolbar.ApplyLanguage();
     m_statusBar.ApplyLanguage();
     m_panes.Description().ApplyLanguage();
     m_panes.Keys().ApplyLanguage();
     m_panes.Tree().Fill();
-    OnKeyShown();
-    m_searchFor.ApplyLanguage();
-    m_organizeFavorites.ApplyLanguage();
+    m_panes.Description().ShowDescription();
+    m_commands.ApplyLanguage();
     ApplyDirection();
     Layout();
 }
@@ -424,24 +384,17 @@ void frmMain::ApplyDirection() {
     }
 }
 
-void frmMain::OnFavoritesChanged() {
-    m_menu.ShowFavorites();
+void frmMain::ExecuteButton(Command command) {
+    m_panes.Keys().CloseInplaceEdit();
+    m_commands.Execute(command);
 }
 
-void frmMain::OnFavoriteAppended() {
-    m_organizeFavorites.OnFavoriteAppended();
+void frmMain::ShowPopup(PopupMenu menu, POINT at) {
+    m_menu.ShowPopup(Handle(), menu, at);
 }
 
-void frmMain::OnDescriptionHit(std::size_t start, std::size_t length) {
-    m_panes.Description().ShowHit(start, length);
-}
-
-void frmMain::OnProgress(const ProgressMeter& progress) {
-    m_statusBar.ShowProgress(progress);
-}
-
-void frmMain::OnProgressEnd() {
-    m_statusBar.HideProgress();
+void frmMain::ShowDropDown(Command command, const RECT& button) {
+    m_menu.ShowDropDown(Handle(), command, button);
 }
 
 }  // namespace tamarind

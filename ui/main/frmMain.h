@@ -1,24 +1,23 @@
 #pragma once
 
 #include "model/session/EditorSession.h"
-#include "ui/favorites/frmOrganizeFavorites.h"
+#include "ui/main/MainCommands.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainMenu.h"
 #include "ui/main/MainPanes.h"
 #include "ui/main/MainStatusBar.h"
 #include "ui/main/MainToolbar.h"
 #include "ui/main/MainWindowActions.h"
-#include "ui/search/frmSearchFor.h"
 #include "ui/toolkit/Timer.h"
 #include "ui/toolkit/Window.h"
 
 namespace tamarind {
 
-// The main window: shows what the session holds and tells it what the user does.
+// The main window: makes its parts, places them, and sees to what concerns all of them.
 class frmMain final : public Window,
-                      public SessionListener,
-                      private MainWindowActions,
-                      private FavoritesHost {
+                      private WorkplaceListener,
+                      private SettingsListener,
+                      private MainWindowActions {
 public:
     explicit frmMain(EditorSession& session);
     ~frmMain() override;
@@ -32,7 +31,7 @@ public:
     static bool BringForward(const std::string& dataFile);
 
     // Of the dialogs beside the window; it follows the settings.
-    const DialogStyle& Language() const { return m_dialogStyle; }
+    const DialogStyle& Style() const { return m_dialogStyle; }
 
     // Whether the message was one of the keys of this window or of a dialog beside it and is done
     // with.
@@ -42,11 +41,6 @@ private:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool OnCreate();
     bool AskWhetherToClose();
-    void OnCommand(int id);
-    void OnEntry(int id);
-    void OnAddFavorite();
-    void OnValueCommand(bool isStored);
-    void OnDeleteCommand();
     void OnSize(UINT kind);
     void OnActivate(UINT state);
     void OnSetFocus();
@@ -57,37 +51,22 @@ private:
     bool OnQueryEndSession();
     void OnDestroy();
 
-    void OnTargetChanged() override;
-    void OnDataFileChanged() override;
-    void OnCategoriesChanged() override;
-    void OnCategorySelected() override;
-    void OnKeyListChanged() override;
-    void OnKeyShown() override;
-    void OnWentToKey() override;
-    void OnTargetShown() override;
-    void OnKeyChanged(RowKey key) override;
-    void OnBeforeChange() override;
     void OnCommandsChanged() override;
     void OnLookChanged() override;
     void OnLanguageChanged() override;
-    void OnFavoritesChanged() override;
-    void OnFavoriteAppended() override;
-    void OnDescriptionHit(std::size_t start, std::size_t length) override;
-    void OnProgress(const ProgressMeter& progress) override;
-    void OnProgressEnd() override;
+    void OnTargetChanged() override;
 
-    void Execute(Command command) override;
+    void Execute(Command command) override { m_commands.Execute(command); }
     void ExecuteButton(Command command) override;
-    void ShowFavorite() override;
+    void FocusKeyList() override { SetFocus(m_panes.Keys().List()); }
     void ShowPopup(PopupMenu menu, POINT at) override;
     void ShowDropDown(Command command, const RECT& button) override;
 
     void ApplyLook(int dpi);
     void Layout();
     void StoreLayout();
-    void ReadLanguage();
+    void ReadStyle();
     void ApplyDirection();
-    void ShowAbout();
 
     EditorSession& m_session;
     MainLook m_look;
@@ -96,8 +75,7 @@ private:
     MainPanes m_panes;
     MainStatusBar m_statusBar;
     DialogStyle m_dialogStyle;
-    frmSearchFor m_searchFor;
-    frmOrganizeFavorites m_organizeFavorites;
+    MainCommands m_commands;
     bool m_isToolbarShown = false;
     bool m_startsMaximized = false;
     bool m_isAskingToClose = false;

@@ -9,7 +9,7 @@ void frmSearchFor::Open(HWND owner) {
     if (Handle() == nullptr && !Create(owner)) {
         return;
     }
-    m_session.BeginSearch();
+    m_selection.Search().Restart();
     PreSelectText();
     ShowWindow(Handle(), SW_SHOW);
     SetActiveWindow(Handle());
@@ -17,12 +17,12 @@ void frmSearchFor::Open(HWND owner) {
 
 void frmSearchFor::FindNextString(HWND owner) {
     if (Handle() != nullptr || Create(owner)) {
-        m_session.FindNextString();
+        m_selection.FindNextString();
     }
 }
 
 void frmSearchFor::OnInit() {
-    const KeySearch& search = m_session.Search();
+    const KeySearch& search = m_selection.Search();
     txtFind.SetText(Widen(search.Text()));
     optKeyName.SetChecked(search.SearchesNames());
     optKeyDescription.SetChecked(!search.SearchesNames());
@@ -66,14 +66,14 @@ void frmSearchFor::OnCommand(int id, int code) {
             break;
         case IDC_SEARCHFOR_OPTKEYNAME:
         case IDC_SEARCHFOR_OPTKEYDESCRIPTION:
-            m_session.SetSearchesNames(optKeyName.IsChecked());
+            m_selection.Search().SetSearchesNames(optKeyName.IsChecked());
             break;
         case IDC_SEARCHFOR_CHKWHOLEWORD:
-            m_session.SetMatchesWholeWord(chkWholeWord.IsChecked());
+            m_selection.Search().SetMatchesWholeWord(chkWholeWord.IsChecked());
             break;
         case IDC_SEARCHFOR_CMDFINDNEXT:
-            if (!m_session.IsBusy()) {
-                m_session.FindNextString();
+            if (!m_workplace.IsBusy()) {
+                m_selection.FindNextString();
             }
             break;
         case IDCANCEL:
@@ -85,8 +85,8 @@ void frmSearchFor::OnCommand(int id, int code) {
 }
 
 void frmSearchFor::OnTextChanged() {
-    m_session.SetSearchText(Narrow(txtFind.Text()));
-    cmdFindNext.Enable(m_session.Search().CanFind());
+    m_selection.SetSearchText(Narrow(txtFind.Text()));
+    cmdFindNext.Enable(m_selection.Search().CanFind());
 }
 
 }  // namespace tamarind

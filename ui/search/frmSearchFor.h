@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/session/EditorSession.h"
+#include "model/session/KeySelection.h"
 #include "ui/search/SearchIds.h"
 #include "ui/toolkit/DialogControl.h"
 
@@ -10,8 +10,10 @@ namespace tamarind {
 // owner; closing it only hides it.
 class frmSearchFor final : public Dialog {
 public:
-    frmSearchFor(EditorSession& session, const DialogStyle& language)
-        : Dialog(IDD_FRMSEARCHFOR, L"frmSearchFor", language), m_session(session) {}
+    frmSearchFor(const Workplace& workplace, KeySelection& selection, const DialogStyle& style)
+        : Dialog(IDD_FRMSEARCHFOR, L"frmSearchFor", style),
+          m_workplace(workplace),
+          m_selection(selection) {}
 
     // Brings the window up for a search that starts at the first key.
     void Open(HWND owner);
@@ -29,7 +31,8 @@ private:
     void OnCommand(int id, int code);
     void OnTextChanged();
 
-    EditorSession& m_session;
+    const Workplace& m_workplace;
+    KeySelection& m_selection;
     DialogControl txtFind{*this, IDC_SEARCHFOR_TXTFIND};
     DialogControl optKeyName{*this, IDC_SEARCHFOR_OPTKEYNAME};
     DialogControl optKeyDescription{*this, IDC_SEARCHFOR_OPTKEYDESCRIPTION};

@@ -18,16 +18,16 @@ constexpr std::uint16_t kVersionText = 1503;  // the number of its text
 
 }  // namespace
 
-frmAbout::frmAbout(const DialogStyle& language, Program program, std::function<void()> showHelp)
-    : Dialog(IDD_FRMABOUT, L"frmAbout", language),
-      m_language(language),
+frmAbout::frmAbout(const DialogStyle& style, Program program, std::function<void()> showHelp)
+    : Dialog(IDD_FRMABOUT, L"frmAbout", style),
+      m_style(style),
       m_program(std::move(program)),
       m_showHelp(std::move(showHelp)) {}
 
 void frmAbout::OnInit() {
     ShowIcon();
     ShowName();
-    lblVersion.SetText(m_language.text(kVersionText) + L' ' + Widen(m_program.version));
+    lblVersion.SetText(m_style.text(kVersionText) + L' ' + Widen(m_program.version));
     txtSettings.SetText(Widen(m_program.settingsPath));
     CenterForm(Handle());
 }

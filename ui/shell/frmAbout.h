@@ -19,7 +19,7 @@ public:
     };
 
     // `language` outlives the window. `showHelp` opens the help.
-    frmAbout(const DialogStyle& language, Program program, std::function<void()> showHelp);
+    frmAbout(const DialogStyle& style, Program program, std::function<void()> showHelp);
 
     // Shows the window until the user closes it.
     void Show(HWND owner) { ShowModal(owner); }
@@ -31,7 +31,7 @@ private:
     void ShowIcon();
     void ShowName();
 
-    const DialogStyle& m_language;
+    const DialogStyle& m_style;
     Program m_program;
     std::function<void()> m_showHelp;
     UniqueIcon m_icon;

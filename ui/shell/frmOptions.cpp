@@ -38,22 +38,22 @@ const frmOptions::FlagBox frmOptions::kFlagBoxes[] = {
     {IDC_OPTIONS_CHKAUTOSELECTNEXTKEY, &frmOptions::chkAutoSelectnextkey, &Choices::selectsNextKey},
 };
 
-frmOptions::frmOptions(EditorSession& session, const DialogStyle& language)
-    : Dialog(IDD_FRMOPTIONS, L"frmOptions", language),
-      m_session(session),
-      m_language(language),
-      picOptions{{{IDD_OPTIONS_LAYOUT, L"picOptions", language},
-                  {IDD_OPTIONS_OPERATION, L"picOptions", language},
-                  {IDD_OPTIONS_LANGUAGE, L"picOptions", language}}} {}
+frmOptions::frmOptions(OptionsEditor& options, const DialogStyle& style)
+    : Dialog(IDD_FRMOPTIONS, L"frmOptions", style),
+      m_options(options),
+      m_style(style),
+      picOptions{{{IDD_OPTIONS_LAYOUT, L"picOptions", style},
+                  {IDD_OPTIONS_OPERATION, L"picOptions", style},
+                  {IDD_OPTIONS_LANGUAGE, L"picOptions", style}}} {}
 
 void frmOptions::Show(HWND owner) {
     if (ShowModal(owner) != -1) {
-        m_session.EndOptions();
+        m_options.End();
     }
 }
 
 void frmOptions::OnInit() {
-    m_session.BeginOptions();
+    m_options.Begin();
     MakePanels();
     FitPanels();
     ShowChoices();
@@ -64,7 +64,7 @@ void frmOptions::OnInit() {
 void frmOptions::MakePanels() {
     tbsOptions.Attach(Handle(), IDC_OPTIONS_TBSOPTIONS, *this);
     for (const std::uint16_t number : kTabTexts) {
-        tbsOptions.AddTab(m_language.text(number));
+        tbsOptions.AddTab(m_style.text(number));
     }
     for (DialogPanel& panel : picOptions) {
         panel.Create(Handle());
@@ -150,7 +150,6 @@ void frmOptions::OnCommand(int id, int code) {
 }
 
 void frmOptions::OnClick(int id) {
-    OptionsEditor& options = m_session.Options();
     switch (id) {
         case IDC_OPTIONS_LBLCOLORCHANGE0:
         case IDC_OPTIONS_LBLCOLORCHANGE1:
@@ -158,22 +157,22 @@ void frmOptions::OnClick(int id) {
             OnColor(kColors[id - IDC_OPTIONS_LBLCOLORCHANGE0]);
             break;
         case IDC_OPTIONS_CMDCHANGEFONT:
-            options.SelectFont();
+            m_options.SelectFont();
             break;
         case IDC_OPTIONS_OPTUSEDEFAULTLANGUAGE:
         case IDC_OPTIONS_OPTUSEOTHELANGUAGE:
             OnLanguageOption();
             break;
         case IDC_OPTIONS_CMDBROWSEFORLANGFILE:
-            if (options.BrowseLanguageFile()) {
-                txtLanguageFilePath.SetText(Widen(options.Values().languageFile));
+            if (m_options.BrowseLanguageFile()) {
+                txtLanguageFilePath.SetText(Widen(m_options.Values().languageFile));
             }
             break;
         case IDC_OPTIONS_CMDAPPLY:
-            m_session.ApplyOptions();
+            m_options.Apply();
             break;
         case IDOK:
-            if (m_session.ApplyOptions()) {
+            if (m_options.Apply()) {
                 EndModal(IDOK);
                 return;
             }
@@ -189,14 +188,13 @@ void frmOptions::OnClick(int id) {
 }
 
 void frmOptions::OnPathBox(int code) {
-    OptionsEditor& options = m_session.Options();
     if (code == EN_SETFOCUS) {
         txtLanguageFilePath.SelectText();
     } else if (code == EN_CHANGE) {
         // Not where the box shows only what the program put there.
         const std::string path = Narrow(txtLanguageFilePath.Text());
-        if (path != options.Values().languageFile) {
-            options.SetLanguageFile(path);
+        if (path != m_options.Values().languageFile) {
+            m_options.SetLanguageFile(path);
             ShowStates();
         }
     }
@@ -205,28 +203,27 @@ void frmOptions::OnPathBox(int code) {
 void frmOptions::OnFlagBox(int id) {
     for (const FlagBox& row : kFlagBoxes) {
         if (row.id == id) {
-            m_session.Options().SetFlag(row.flag, (this->*row.box).IsChecked());
+            m_options.SetFlag(row.flag, (this->*row.box).IsChecked());
         }
     }
 }
 
 // Windows reports a click also where an option only gets the focus.
 void frmOptions::OnLanguageOption() {
-    OptionsEditor& options = m_session.Options();
     const bool usesDefault = optUseDefaultLanguage.IsChecked();
-    if (usesDefault != options.Values().usesDefaultLanguage) {
-        options.SetFlag(&Choices::usesDefaultLanguage, usesDefault);
+    if (usesDefault != m_options.Values().usesDefaultLanguage) {
+        m_options.SetFlag(&Choices::usesDefaultLanguage, usesDefault);
     }
 }
 
 void frmOptions::OnColor(OptionsEditor::Color color) {
-    if (m_session.Options().SelectColor(color)) {
+    if (m_options.SelectColor(color)) {
         ShowColors();
     }
 }
 
 void frmOptions::ShowChoices() {
-    const Choices& choices = m_session.Options().Values();
+    const Choices& choices = m_options.Values();
     for (const FlagBox& row : kFlagBoxes) {
         (this->*row.box).SetChecked(choices.*row.flag);
     }
@@ -239,16 +236,15 @@ void frmOptions::ShowChoices() {
 
 void frmOptions::ShowColors() {
     for (const OptionsEditor::Color color : kColors) {
-        const std::int32_t setting = m_session.Options().ColorSetting(color);
+        const std::int32_t setting = m_options.ColorSetting(color);
         lblColorChange[static_cast<std::size_t>(color)].SetColor(ColorOfSetting(setting));
     }
 }
 
 void frmOptions::ShowStates() {
-    const OptionsEditor& options = m_session.Options();
-    cmdApply.Enable(options.IsChanged());
-    txtLanguageFilePath.Enable(!options.Values().usesDefaultLanguage);
-    cmdBrowseForLangFile.Enable(!options.Values().usesDefaultLanguage);
+    cmdApply.Enable(m_options.IsChanged());
+    txtLanguageFilePath.Enable(!m_options.Values().usesDefaultLanguage);
+    cmdBrowseForLangFile.Enable(!m_options.Values().usesDefaultLanguage);
 }
 
 }  // namespace tamarind

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "model/session/EditorSession.h"
+#include "model/program/OptionsEditor.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/toolkit/ColorButton.h"
 #include "ui/toolkit/DialogControl.h"
@@ -16,9 +16,9 @@ namespace tamarind {
 class frmOptions final : public Dialog, private TabStripListener {
 public:
     // Both arguments outlive the window.
-    frmOptions(EditorSession& session, const DialogStyle& language);
+    frmOptions(OptionsEditor& options, const DialogStyle& style);
 
-    // Lets the user change the settings until he closes the window.
+    // Lets the user change the settings until they close the window.
     void Show(HWND owner);
 
 private:
@@ -48,8 +48,8 @@ private:
     void ShowColors();
     void ShowStates();
 
-    EditorSession& m_session;
-    const DialogStyle& m_language;
+    OptionsEditor& m_options;
+    const DialogStyle& m_style;
     TabStrip tbsOptions;
     std::array<DialogPanel, 3> picOptions;
     DialogControl chkShowgridlines{picOptions[kLayout], IDC_OPTIONS_CHKSHOWGRIDLINES};

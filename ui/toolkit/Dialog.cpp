@@ -68,8 +68,8 @@ bool Dialog::Register() const {
 }
 
 void Dialog::RefreshLanguage() const {
-    if (m_language.refresh) {
-        m_language.refresh();
+    if (m_style.refresh) {
+        m_style.refresh();
     }
 }
 
@@ -212,7 +212,7 @@ std::optional<LRESULT> Dialog::HandleMessage(UINT, WPARAM, LPARAM) {
 }
 
 std::optional<LRESULT> Dialog::OnColors(HDC dc, HWND control) const {
-    if (!m_language.showsControlsBackColor) {
+    if (!m_style.showsControlsBackColor) {
         return std::nullopt;
     }
     switch (KindOf(control)) {
@@ -237,8 +237,8 @@ void Dialog::ApplyLanguage() {
         return;
     }
     const RedrawLock lock(m_window);
-    m_texts.Set(m_language.text);
-    SetDirection(m_language.isRightToLeft);
+    m_texts.Set(m_style.text);
+    SetDirection(m_style.isRightToLeft);
     StretchTo(0);
 }
 

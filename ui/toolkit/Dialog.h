@@ -45,8 +45,8 @@ public:
 
 protected:
     // Both arguments outlive the dialog.
-    Dialog(int templateId, const wchar_t* className, const DialogStyle& language)
-        : m_templateId(templateId), m_className(className), m_language(language) {}
+    Dialog(int templateId, const wchar_t* className, const DialogStyle& style)
+        : m_templateId(templateId), m_className(className), m_style(style) {}
     virtual ~Dialog();
 
     // Makes a modeless dialog, which is hidden. False when it can not be made.
@@ -73,7 +73,7 @@ protected:
     virtual bool IsMirrored(HWND control) const;
 
     // Gives a control that the dialog has made by itself the direction of its language.
-    void SetDirectionOf(HWND control) const { SetDirectionOf(control, m_language.isRightToLeft); }
+    void SetDirectionOf(HWND control) const { SetDirectionOf(control, m_style.isRightToLeft); }
 
     // The controls were stretched for their texts, to a client area of that width in pixels. Gives
     // the dialog that width.
@@ -97,7 +97,7 @@ private:
 
     int m_templateId;
     const wchar_t* m_className;
-    const DialogStyle& m_language;
+    const DialogStyle& m_style;
     HWND m_window = nullptr;
     bool m_isModal = false;
     DialogTexts m_texts;

@@ -9,8 +9,8 @@ namespace tamarind {
 class DialogPanel final : public Dialog {
 public:
     // All arguments outlive the panel.
-    DialogPanel(int templateId, const wchar_t* className, const DialogStyle& language)
-        : Dialog(templateId, className, language) {}
+    DialogPanel(int templateId, const wchar_t* className, const DialogStyle& style)
+        : Dialog(templateId, className, style) {}
 
     // Makes it out of sight; false when it can not be made.
     using Dialog::Create;

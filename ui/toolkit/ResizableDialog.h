@@ -21,9 +21,9 @@ struct Anchor {
 class ResizableDialog : public Dialog {
 protected:
     // All arguments outlive the dialog.
-    ResizableDialog(int templateId, const wchar_t* className, const DialogStyle& language,
+    ResizableDialog(int templateId, const wchar_t* className, const DialogStyle& style,
                     std::span<const Anchor> anchors)
-        : Dialog(templateId, className, language), m_anchors(anchors) {}
+        : Dialog(templateId, className, style), m_anchors(anchors) {}
 
     // For all messages that the dialog itself does not handle.
     std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -67,14 +67,15 @@ public:
     bool Start(const std::string& commandLine = "") {
         session = std::make_unique<EditorSession>(Services());
         session->LoadSettings();
-        session->LoadLanguage();
+        session->Place().LoadLanguage();
         return session->Activate(commandLine);
     }
 
     std::vector<std::string> Rows() const {
         std::vector<std::string> rows;
-        for (std::size_t row = 0; row < session->Keys().Size(); ++row) {
-            rows.push_back(VisibleText(session->Record(session->Keys().KeyAt(row))));
+        for (std::size_t row = 0; row < session->Selection().Keys().Size(); ++row) {
+            rows.push_back(
+                VisibleText(session->Selection().Record(session->Selection().Keys().KeyAt(row))));
         }
         return rows;
     }

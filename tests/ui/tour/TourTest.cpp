@@ -286,7 +286,7 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         Visit(L"frmOptions", "options", by(tamarind::Command::ViewOptions), 3);
         WindowPrompts prompts(L"Tour");
         prompts.SetOwner(window->Handle());
-        prompts.SetLanguage(window->Language());
+        prompts.SetStyle(window->Style());
         std::vector<ValueConflict> conflicts = {{"[Colors] BackColor", "BackColor=1", ""}};
         Visit(L"frmConflicts", "conflicts", [&] { prompts.ResolveConflicts(conflicts); });
     }
@@ -307,13 +307,13 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
     for (std::size_t at = 1; at <= languages.size(); ++at) {
         const TourLanguage& next = languages[at % languages.size()];
         SCOPED_TRACE(next.name);
-        world.session->GoToKey(2);  // which has no description
-        world.session->BeginOptions();
-        OptionsEditor& options = world.session->Options();
+        world.session->Selection().GoToKey(2);  // which has no description
+        world.session->Place().Options().Begin();
+        OptionsEditor& options = world.session->Place().Options();
         options.SetLanguageFile(PutFile(next));
         options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, PutFile(next).empty());
-        EXPECT_TRUE(world.session->ApplyOptions());
-        world.session->EndOptions();
+        EXPECT_TRUE(world.session->Place().Options().Apply());
+        world.session->Place().Options().End();
         Use(next);
         ExpectMain();
         EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), Text(3080));
@@ -321,7 +321,7 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
         ExpectDialog(L"frmOrganizeFavorites");
 
         // What belongs to a row stands where the row has it in all languages.
-        world.session->GoToKey(3);
+        world.session->Selection().GoToKey(3);
         Command(tamarind::Command::EditValue);
         const RECT list = BoundsOf(Find(kIdListView1));
         EXPECT_LT(BoundsOf(Find(kIdTxtInplaceEdit)).left - list.left, Scaled(30));

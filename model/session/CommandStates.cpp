@@ -1,0 +1,42 @@
+#include "model/session/CommandStates.h"
+
+namespace tamarind {
+
+CommandState CommandStates::State() const {
+    CommandState state;
+    state.isToolbarVisible = m_workplace.IsToolbarVisible();
+    state.isDescriptionVisible = m_workplace.IsDescriptionVisible();
+    if (const auto key = m_selection.EditableKey()) {
+        const KeyLooks looks = LooksOf(m_selection.Store().CurrentState(*key), {});
+        state.hasKey = true;
+        state.isKeyPresent = !looks.isGhosted;
+        state.isKeyActive = looks.isChecked;
+    }
+    state.hasRow = m_selection.CurrentKey().has_value();
+    state.isDataFileModified = m_dataFile.IsModified();
+    state.canFind = m_selection.Search().CanFind();
+    state.isModified = m_settings.IsModified();
+    state.canUndo = m_commands.CanUndo();
+    state.canRedo = m_commands.CanRedo();
+    state.showsAllKeys = m_selection.Filter() == KeyFilter::ShowAll;
+    state.showsActiveKeys = m_selection.Filter() == KeyFilter::ShowActive;
+    state.showsInactiveKeys = m_selection.Filter() == KeyFilter::ShowInactive;
+    return state;
+}
+
+bool CommandStates::IsEnabled(Command command) const {
+    if (m_workplace.IsBusy()) {
+        return false;
+    }
+    CommandState state = State();
+    // Looking for another program's window takes longer than all the rest.
+    state.isTotalCommanderRunning =
+        command == Command::FileSaveAndRestart && m_settings.IsTotalCommanderRunning();
+    return InfoOf(command).isEnabled(state);
+}
+
+bool CommandStates::IsChecked(Command command) const {
+    return InfoOf(command).isChecked(State());
+}
+
+}  // namespace tamarind

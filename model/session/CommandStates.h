@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/program/Commands.h"
+#include "model/session/KeyCommands.h"
+#include "model/session/KeySelection.h"
+#include "model/session/OpenDataFile.h"
+#include "model/session/OpenSettings.h"
+#include "model/session/Workplace.h"
+
+namespace tamarind {
+
+// Which commands are enabled and checked now.
+class CommandStates {
+public:
+    CommandStates(const Workplace& workplace, const KeySelection& selection,
+                  const KeyCommands& commands, const OpenDataFile& dataFile,
+                  const OpenSettings& settings)
+        : m_workplace(workplace),
+          m_selection(selection),
+          m_commands(commands),
+          m_dataFile(dataFile),
+          m_settings(settings) {}
+
+    bool IsEnabled(Command command) const;
+    bool IsChecked(Command command) const;
+
+private:
+    CommandState State() const;
+
+    const Workplace& m_workplace;
+    const KeySelection& m_selection;
+    const KeyCommands& m_commands;
+    const OpenDataFile& m_dataFile;
+    const OpenSettings& m_settings;
+};
+
+}  // namespace tamarind

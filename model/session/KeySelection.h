@@ -1,0 +1,127 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/files/DataFile.h"
+#include "model/keys/KeyList.h"
+#include "model/keys/KeySearch.h"
+#include "model/keys/KeyStore.h"
+#include "model/program/Favorites.h"
+#include "model/session/Workplace.h"
+
+namespace tamarind {
+
+// A node of the category tree: the root, or a category by its place in Categories().
+using NodeIndex = std::int32_t;
+inline constexpr NodeIndex kRootNode = -1;
+
+// Hears of the tree.
+class CategoryListener {
+public:
+    virtual ~CategoryListener() = default;
+    virtual void OnCategoriesChanged() {}  // the tree holds other nodes
+    virtual void OnCategorySelected() {}   // another node is the selected one
+};
+
+// A part of the current key's description, in UTF-16 units.
+struct DescriptionPart {
+    std::size_t start = 0;
+    std::size_t length = 0;
+};
+
+// Hears of the key list.
+class KeyListListener {
+public:
+    virtual ~KeyListListener() = default;
+    virtual void OnKeyListChanged() {}       // the list holds other rows
+    virtual void OnKeyShown() {}             // another row is current, or none
+    virtual void OnKeyChanged(KeyNumber) {}  // its row, if shown, looks different now
+    // A search or a favorite led to the current row, maybe to a part of its description.
+    virtual void OnWentToKey(const std::optional<DescriptionPart>&) {}
+};
+
+// What of the open files is shown: the selected node of the tree, the rows of the key list and the
+// current one among them. The search moves it.
+class KeySelection {
+public:
+    KeySelection(Workplace& workplace, const KeyStore& store)
+        : m_workplace(workplace), m_store(store) {}
+
+    Listeners<CategoryListener>& CategoryWatchers() { return m_categoryListeners; }
+    Listeners<KeyListListener>& KeyWatchers() { return m_keyListeners; }
+
+    std::string RootText() const;
+    const std::vector<CategoryNode>& Categories() const { return m_categories; }
+    NodeIndex SelectedNode() const { return m_selectedNode; }
+
+    // The tree's selection moved to a node: fills the key list with its keys, unless it shows them.
+    void SelectCategory(NodeIndex node);
+    // Whether the category shown is a heading, for which the commands on keys are off.
+    bool ShowsHeading() const;
+
+    KeyFilter Filter() const { return m_filter; }
+    void SetKeyFilter(KeyFilter filter);
+
+    const KeyStore& Store() const { return m_store; }
+    const KeyList& Keys() const { return m_keys; }
+    KeyRecord Record(KeyNumber key) const { return m_store.Record(key); }
+    // The names of the rows as they are now.
+    ShownNames NamesInList() const { return {m_keys, m_store}; }
+    // The status bar's text of how many rows there are.
+    std::string CounterPanel() const;
+
+    // Makes a row of the list the current one.
+    void ShowKeyDetails(std::size_t row);
+    // None while the list is empty.
+    std::optional<KeyNumber> CurrentKey() const { return m_currentKey; }
+    std::optional<std::size_t> CurrentRow() const;
+    // The current key, unless a heading is shown.
+    std::optional<KeyNumber> EditableKey() const;
+    // Makes the row after the current one the current one. False on the last row.
+    bool SelectNextKey();
+    // The current key's, with line breaks (CR LF); empty without a current row.
+    std::string Description() const;
+
+    // Shows every key and makes one of them the current one.
+    void GoToKey(KeyNumber key, const std::optional<DescriptionPart>& part = std::nullopt);
+
+    // The search. Steps show what they find; without a hit, or after the last one, a message says
+    // so.
+    KeySearch& Search() { return m_search; }
+    const KeySearch& Search() const { return m_search; }
+    void SetSearchText(const std::string& text);
+    void FindNextString();
+
+    // For the parts that change the records. Clear: the store is about to be filled, and has no row
+    // until then. SetCategories: none of their keys is shown yet. ShowAgain: which keys pass the
+    // filter may have changed.
+    void Clear();
+    void SetCategories(std::vector<CategoryNode> categories);
+    void ShowRoot();
+    void ShowAgain();
+    void TellChanged(KeyNumber key) const {
+        m_keyListeners.Tell(&KeyListListener::OnKeyChanged, key);
+    }
+    // A replayed change: its key, if it is in the list, becomes the current one.
+    void ShowReplayed(KeyNumber key);
+
+private:
+    void ShowCategory(NodeIndex node);
+
+    Workplace& m_workplace;
+    const KeyStore& m_store;
+    Listeners<CategoryListener> m_categoryListeners;
+    Listeners<KeyListListener> m_keyListeners;
+    std::vector<CategoryNode> m_categories;
+    NodeIndex m_selectedNode = kRootNode;
+    std::optional<NodeIndex> m_shownNode;
+    KeyFilter m_filter = KeyFilter::ShowAll;
+    KeyList m_keys;
+    std::optional<KeyNumber> m_currentKey;
+    KeySearch m_search;
+};
+
+}  // namespace tamarind

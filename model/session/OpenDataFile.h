@@ -1,0 +1,84 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "model/files/DataFile.h"
+#include "model/session/KeySelection.h"
+#include "model/session/Messages.h"
+#include "model/session/Workplace.h"
+
+namespace tamarind {
+
+class DataFileListener {
+public:
+    virtual ~DataFileListener() = default;
+    virtual void OnDataFileChanged() {}  // another one is open
+};
+
+// The open data file: where it is, which settings it describes, and the descriptions that the user
+// has changed in it.
+class OpenDataFile final : private WorkplaceListener {
+public:
+    OpenDataFile(Workplace& workplace, KeyStore& store, KeySelection& selection);
+    ~OpenDataFile() override { m_workplace.Watchers().Remove(*this); }
+    OpenDataFile(const OpenDataFile&) = delete;
+    OpenDataFile& operator=(const OpenDataFile&) = delete;
+
+    Listeners<DataFileListener>& Watchers() { return m_listeners; }
+
+    const std::string& Path() const { return m_path; }
+    SettingsTarget Target() const { return m_target; }
+    // The status bar's text.
+    std::string Panel() const;
+
+    // The data file that the program starts with: that of the command line, which is what follows
+    // the program's name on it, or else that of the own settings.
+    std::string StartUpPath(const std::string& commandLine) const;
+    // The data file that the own settings have for a kind of settings files.
+    std::string PathFor(SettingsTarget target) const;
+    // The user's choice, or the MissingValueMarker. `fileName` is proposed.
+    std::string AskForPath(const std::string& fileName) const;
+    // Puts a path into the own settings, as that for its kind.
+    void Remember(const std::string& path) const;
+
+    // Reads a data file, whose keys are taken by ReadKeys. False, after a message: it cannot be
+    // read, and all stays as it was.
+    bool LoadDataFile(const std::string& path);
+    bool AreKeysRead() const { return m_areKeysRead; }
+    // Fills the store and the tree; `advance` is called before each key. The states that the
+    // settings give the keys are to follow.
+    void ReadKeys(const std::function<void()>& advance);
+
+    // The text that the user typed in place of the current key's description, with any kind of
+    // line break. Every CR becomes a line break of the stored form, an LF nothing.
+    void ChangeDescription(std::string_view text);
+    // How long that text may be, in UTF-16 units; 0: it cannot be edited.
+    std::size_t MaxDescriptionUnits() const;
+
+    // Whether descriptions wait for SaveDataFile, which writes them into the data file. On a
+    // failure, which a message explains, they still wait.
+    bool IsModified() const { return m_isModified; }
+    bool SaveDataFile();
+    // Asks whether to save what waits, if anything does. False: the user cancelled, or the save
+    // failed; what was about to happen must not.
+    bool AskSaveDataFile();
+
+private:
+    void OnLanguageChanged() override;
+
+    Workplace& m_workplace;
+    KeyStore& m_store;
+    KeySelection& m_selection;
+    Listeners<DataFileListener> m_listeners;
+    std::string m_path;
+    SettingsTarget m_target = SettingsTarget::Wincmd;
+    std::shared_ptr<const IniDocument> m_document;
+    std::shared_ptr<const IniDocument> m_onDisk;  // as it was last read or written
+    bool m_areKeysRead = false;
+    bool m_isModified = false;
+};
+
+}  // namespace tamarind

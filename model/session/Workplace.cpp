@@ -1,0 +1,85 @@
+#include "model/session/Workplace.h"
+
+#include <utility>
+
+#include "core/files/Paths.h"
+#include "model/program/StringTable.h"
+#include "model/session/Messages.h"
+
+namespace tamarind {
+
+Workplace::Workplace(SessionServices services)
+    : m_services(std::move(services)),
+      m_settings(m_services.files, m_services.environment, m_services.programFolder,
+                 m_services.screen),
+      m_language(m_services.files, m_settings.Values()),
+      m_options(m_settings, m_services.prompts, m_services.programFolder + "Languages\\", *this) {}
+
+void Workplace::LoadLanguage() {
+    if (!m_language.Load()) {
+        UseBuiltInLanguage();
+    }
+}
+
+void Workplace::RefreshLanguage() {
+    if (!m_language.Refresh()) {
+        UseBuiltInLanguage();
+        m_listeners.Tell(&WorkplaceListener::OnLanguageChanged);
+    }
+}
+
+// Until another one is chosen, or the program ends.
+void Workplace::UseBuiltInLanguage() {
+    Settings& settings = m_settings.Values();
+    settings.useDefaultLanguage = 1;
+    m_missingLanguage = settings.languageFile;
+    m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kCannotFindLanguageFile));
+}
+
+// The file of the own settings still names the language that is missing, which was said already.
+void Workplace::OnOptionsRead() {
+    Settings& settings = m_settings.Values();
+    if (m_missingLanguage == settings.languageFile) {
+        settings.useDefaultLanguage = 1;
+    }
+}
+
+void Workplace::OnOptionsApplied(const WriteResult& saved) {
+    m_missingLanguage.reset();
+    m_listeners.Tell(&WorkplaceListener::OnLookChanged);
+    if (!saved.Succeeded()) {
+        Messages(*this).ReportFailure(text::kCannotSaveFile, m_settings.Path(), saved);
+    }
+}
+
+// The settings may name another language although nobody chose one here: the dialog has read them
+// again, and another copy of the program may have changed them.
+void Workplace::OnOptionsEnd() {
+    if (!m_language.IsThatOfSettings()) {
+        LoadLanguage();
+        m_listeners.Tell(&WorkplaceListener::OnLanguageChanged);
+    }
+}
+
+void Workplace::SetToolbarVisible(bool isVisible) {
+    m_settings.Values().toolbarVisible = isVisible ? 1 : 0;
+    TellCommandsChanged();
+}
+
+void Workplace::SetDescriptionVisible(bool isVisible) {
+    m_settings.Values().descriptionVisible = isVisible ? 1 : 0;
+    TellCommandsChanged();
+}
+
+void Workplace::ShowHelpTopics() {
+    for (const char* const name : {"Readme.chm", "help\\index.html"}) {
+        const std::string path = m_services.programFolder + name;
+        if (FileExists(path, Disk())) {
+            m_services.programs.OpenDocument(path);
+            return;
+        }
+    }
+    m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kFileNotFound));
+}
+
+}  // namespace tamarind

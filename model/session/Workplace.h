@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "core/ini/IniFiles.h"
+#include "core/system/Environment.h"
+#include "core/system/Registry.h"
+#include "model/program/Language.h"
+#include "model/program/OptionsEditor.h"
+#include "model/program/OtherPrograms.h"
+#include "model/program/SettingsStore.h"
+#include "model/program/UserPrompts.h"
+#include "model/session/Listeners.h"
+
+namespace tamarind {
+
+// What a session needs of the world outside.
+struct SessionServices {
+    IniFiles& files;
+    Registry& registry;
+    const Environment& environment;
+    UserPrompts& prompts;
+    OtherPrograms& programs;
+    std::string programFolder;  // with a closing backslash
+    std::string versionText;
+    ScreenSize screen;
+};
+
+class WorkplaceListener {
+public:
+    virtual ~WorkplaceListener() = default;
+    virtual void OnCommandsChanged() {}  // enabled or checked states
+    virtual void OnLookChanged() {}      // colours, fonts and borders of the own settings
+    virtual void OnLanguageChanged() {}  // all texts, and the direction of writing
+};
+
+// What all parts of a session share: the world outside, the program's own settings and language,
+// and whether the program is busy.
+class Workplace final : private OptionsListener {
+public:
+    explicit Workplace(SessionServices services);
+    Workplace(const Workplace&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+
+    Listeners<WorkplaceListener>& Watchers() { return m_listeners; }
+    void TellCommandsChanged() const { m_listeners.Tell(&WorkplaceListener::OnCommandsChanged); }
+
+    const SessionServices& Services() const { return m_services; }
+    IniFiles& Files() const { return m_services.files; }
+    FileSystem& Disk() const { return m_services.files.Files(); }
+    UserPrompts& Prompts() const { return m_services.prompts; }
+
+    SettingsStore& OwnSettings() { return m_settings; }
+    const SettingsStore& OwnSettings() const { return m_settings; }
+    OptionsEditor& Options() { return m_options; }
+
+    // The language that the settings name, before a text of it is asked for. The built-in one
+    // takes the place of one whose file is missing, after a message.
+    void LoadLanguage();
+    // The same for one whose file has vanished since; whenever a window is about to show its texts.
+    void RefreshLanguage();
+    const Language& Texts() const { return m_language; }
+    std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
+
+    // While a save waits for Total Commander or something is asked, windows refuse commands and
+    // closing.
+    bool IsBusy() const { return m_isBusy; }
+    class BusyTime {
+    public:
+        explicit BusyTime(Workplace& workplace)
+            : m_workplace(workplace), m_wasBusy(workplace.m_isBusy) {
+            m_workplace.m_isBusy = true;
+        }
+        ~BusyTime() { m_workplace.m_isBusy = m_wasBusy; }
+        BusyTime(const BusyTime&) = delete;
+        BusyTime& operator=(const BusyTime&) = delete;
+
+    private:
+        Workplace& m_workplace;
+        const bool m_wasBusy;
+    };
+
+    bool IsToolbarVisible() const { return m_settings.Values().toolbarVisible != 0; }
+    bool IsDescriptionVisible() const { return m_settings.Values().descriptionVisible != 0; }
+    void SetToolbarVisible(bool isVisible);
+    void SetDescriptionVisible(bool isVisible);
+
+    // Opens the help that stands beside the program: the compiled one or else its pages.
+    void ShowHelpTopics();
+
+private:
+    void OnOptionsRead() override;
+    void OnOptionsApplied(const WriteResult& saved) override;
+    void OnOptionsEnd() override;
+    void UseBuiltInLanguage();
+
+    SessionServices m_services;
+    SettingsStore m_settings;
+    Language m_language;
+    OptionsEditor m_options;
+    Listeners<WorkplaceListener> m_listeners;
+    std::optional<std::string> m_missingLanguage;  // that the built-in one took the place of
+    bool m_isBusy = false;
+};
+
+}  // namespace tamarind

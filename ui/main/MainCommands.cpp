@@ -1,0 +1,218 @@
+#include "ui/main/MainCommands.h"
+
+#include <algorithm>
+#include <string>
+
+#include "ui/changes/frmRestoreBackup.h"
+#include "ui/favorites/frmFavoriteAdd.h"
+#include "ui/main/ControlIds.h"
+#include "ui/shell/frmAbout.h"
+#include "ui/shell/frmOptions.h"
+
+namespace tamarind {
+namespace {
+
+// What is being typed in the edit box is dropped before these.
+constexpr Command kEndEditing[] = {
+    Command::FileOpen,       Command::FileOpenDataFile, Command::FileSave,
+    Command::FileExport,     Command::FileImport,       Command::FileSaveAndRestart,
+    Command::EditUndo,       Command::EditRedo,         Command::EditSetValue1,
+    Command::EditSetValue0,  Command::EditBrowseValue,  Command::EditComment,
+    Command::SearchFindNext,
+};
+
+}  // namespace
+
+MainCommands::MainCommands(EditorSession& session, MainPanes& panes, const DialogStyle& style)
+    : m_session(session),
+      m_panes(panes),
+      m_style(style),
+      m_searchFor(session.Place(), session.Selection(), style),
+      m_organizeFavorites(session.Place(), session.Selection(), session.FavoriteKeys(), style,
+                          [this] { FocusKeyList(); }) {}
+
+void MainCommands::ApplyLanguage() {
+    m_searchFor.ApplyLanguage();
+    m_organizeFavorites.ApplyLanguage();
+}
+
+void MainCommands::OnCommand(int id) {
+    switch (id) {
+        case kIdNextPane:
+            m_panes.FocusNext(true);
+            break;
+        case kIdPreviousPane:
+            m_panes.FocusNext(false);
+            break;
+        default:
+            if (FindCommand(static_cast<std::uint32_t>(id)) != nullptr) {
+                Execute(static_cast<Command>(id));
+            } else if (!m_session.Place().IsBusy()) {
+                OnEntry(id);
+            }
+            break;
+    }
+}
+
+void MainCommands::OnEntry(int id) {
+    if (id >= kIdRecentFirst && id < kIdClearRecent) {
+        m_panes.Keys().CloseInplaceEdit();
+        m_session.OpenRecentFile(static_cast<std::int16_t>(id - kIdRecentFirst + 1));
+    } else if (id == kIdClearRecent) {
+        m_session.Recent().Clear();
+    } else if (id >= kIdFavoriteFirst && id <= kIdFavoriteLast) {
+        ShowFavorite(id - kIdFavoriteFirst);
+    }
+}
+
+void MainCommands::ShowFavorite(int place) {
+    FavoritesBook& favorites = m_session.FavoriteKeys();
+    const auto at = static_cast<std::size_t>(place);
+    if (at < favorites.Items().size()) {
+        m_panes.Keys().CloseInplaceEdit();
+        // By value: showing it may make the list anew.
+        const std::string name = favorites.Items()[at].name;
+        if (favorites.FavoriteDefinition(name)) {
+            FocusKeyList();
+        }
+    }
+}
+
+void MainCommands::Execute(Command command) {
+    // The key list asks to edit under a heading, too, which is heard.
+    const bool isHeard = command == Command::EditValue && m_session.Selection().ShowsHeading() &&
+                         !m_session.Place().IsBusy();
+    if (!m_session.States().IsEnabled(command) && !isHeard) {
+        return;
+    }
+    if (std::ranges::find(kEndEditing, command) != std::end(kEndEditing)) {
+        m_panes.Keys().CloseInplaceEdit();
+    }
+    Do(command);
+}
+
+void MainCommands::Do(Command command) {
+    Workplace& workplace = m_session.Place();
+    KeySelection& selection = m_session.Selection();
+    KeyCommands& keys = m_session.Commands();
+    switch (command) {
+        case Command::FileOpen:
+            m_session.AskOpenSettingsFile();
+            break;
+        case Command::FileOpenDataFile:
+            m_session.AskOpenDataFile();
+            break;
+        case Command::FileSave:
+            m_session.TargetFile().SaveToSettingsFile();
+            break;
+        case Command::FileSaveDataFile:
+            m_session.DataFile().SaveDataFile();
+            break;
+        case Command::FileExport:
+            keys.ExportKeys();
+            break;
+        case Command::FileImport:
+            keys.ImportKeys();
+            break;
+        case Command::FileRestoreBackup:
+            frmRestoreBackup(m_session.TargetFile(), m_style).Show(m_owner);
+            break;
+        case Command::FileSaveAndRestart:
+            m_session.TargetFile().SaveAndRestart();
+            break;
+        case Command::FileExit:
+            PostMessageW(m_owner, WM_CLOSE, 0, 0);
+            break;
+        case Command::EditUndo:
+            keys.Undo();
+            break;
+        case Command::EditRedo:
+            keys.Redo();
+            break;
+        case Command::EditValue:
+            m_panes.Keys().BeginInplaceEdit();
+            break;
+        case Command::EditSetValue1:
+            ContinueAfter(keys.SetValue("1"));
+            break;
+        case Command::EditSetValue0:
+            ContinueAfter(keys.SetValue("0"));
+            break;
+        case Command::EditBrowseValue:
+            ContinueAfter(keys.BrowseValue());
+            break;
+        case Command::EditComment:
+            keys.CommentKey();
+            break;
+        case Command::EditDelete:
+            // A key whose value is being typed is not deleted.
+            if (!m_panes.Keys().IsEditing()) {
+                keys.DeleteKey();
+            }
+            break;
+        case Command::ViewToolbar:
+            workplace.SetToolbarVisible(!workplace.IsToolbarVisible());
+            break;
+        case Command::ViewDescription:
+            workplace.SetDescriptionVisible(!workplace.IsDescriptionVisible());
+            break;
+        case Command::ViewAllKeys:
+            selection.SetKeyFilter(KeyFilter::ShowAll);
+            break;
+        case Command::ViewActiveKeys:
+            selection.SetKeyFilter(KeyFilter::ShowActive);
+            break;
+        case Command::ViewInactiveKeys:
+            selection.SetKeyFilter(KeyFilter::ShowInactive);
+            break;
+        case Command::ViewOptions:
+            frmOptions(workplace.Options(), m_style).Show(m_owner);
+            break;
+        case Command::HelpTopics:
+            workplace.ShowHelpTopics();
+            break;
+        case Command::HelpAbout:
+            ShowAbout();
+            break;
+        case Command::SearchFind:
+            m_searchFor.Open(m_owner);
+            break;
+        case Command::SearchFindNext:
+            m_searchFor.FindNextString(m_owner);
+            break;
+        case Command::FavoritesAdd:
+            AddFavorite();
+            break;
+        case Command::FavoritesOrganize:
+            m_organizeFavorites.Open(m_owner);
+            break;
+        default:
+            break;
+    }
+}
+
+void MainCommands::AddFavorite() {
+    FavoritesBook& favorites = m_session.FavoriteKeys();
+    if (const auto name = favorites.BeginAddFavorite()) {
+        if (const auto caption = frmFavoriteAdd(m_style).Ask(m_owner, *name)) {
+            favorites.AddFavorite(*name, *caption);
+        }
+    }
+}
+
+void MainCommands::ContinueAfter(bool isStored) {
+    if (isStored) {
+        m_panes.Keys().ContinueWithNextKey();
+    }
+}
+
+void MainCommands::ShowAbout() {
+    Workplace& workplace = m_session.Place();
+    frmAbout(m_style,
+             {EditorSession::kProgramName, workplace.Services().versionText,
+              workplace.OwnSettings().Path()},
+             [&workplace] { workplace.ShowHelpTopics(); })
+        .Show(m_owner);
+}
+
+}  // namespace tamarind
