@@ -62,7 +62,7 @@ bool HasSetKey(const KeyList& keys, const KeyStore& store) {
 }
 
 std::vector<KeyNumber> ReadExchangeFile(const IniDocument& file, const KeyList& keys,
-                                     KeyStore& store) {
+                                        KeyStore& store) {
     std::vector<KeyNumber> skipped;
     std::unordered_set<KeyNumber> done;
     for (std::size_t row = 0; row < keys.Size(); ++row) {

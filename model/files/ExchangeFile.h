@@ -21,6 +21,7 @@ bool HasSetKey(const KeyList& keys, const KeyStore& store);
 // Makes what the file says of each shown key that key's pending change: its value, that it is
 // commented out, or, where the file has no line of it, that it is to be deleted. Gives the keys
 // that were left as they are, since a value is longer than any reader's buffer.
-std::vector<KeyNumber> ReadExchangeFile(const IniDocument& file, const KeyList& keys, KeyStore& store);
+std::vector<KeyNumber> ReadExchangeFile(const IniDocument& file, const KeyList& keys,
+                                        KeyStore& store);
 
 }  // namespace tamarind

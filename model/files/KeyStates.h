@@ -18,7 +18,7 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
 struct OutsideChanges {
     std::vector<KeyNumber> changed;    // their rows say something else now
     std::vector<KeyNumber> conflicts;  // changed there, and pending here with something else: the
-                                    // first of twins
+                                       // first of twins
 };
 
 // Brings the records from one state of the settings to another: those without a pending change take

@@ -3,7 +3,8 @@
 namespace tamarind {
 namespace {
 
-IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& store, KeyNumber key) {
+IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& store,
+              KeyNumber key) {
     const std::string_view section = store.TargetSection(key);
     const std::string_view name = store.KeyName(key);
     if (action.writes) {
@@ -121,7 +122,8 @@ SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now)
 }
 
 // Each key once, in the order of the data file.
-std::vector<std::vector<KeyNumber>> SettingsWriter::PendingKeys(const SettingsFiles& settings) const {
+std::vector<std::vector<KeyNumber>> SettingsWriter::PendingKeys(
+    const SettingsFiles& settings) const {
     std::vector<std::vector<KeyNumber>> pending(settings.Files().size());
     for (KeyNumber key = 1; key <= m_store.Size(); ++key) {
         if (m_store.IsPending(key) && m_store.FirstTwin(key) == key) {

@@ -160,7 +160,8 @@ private:
     std::map<KeyNumber, std::string> m_ownDescriptions;
     bool m_areTwinsKnown = false;
     std::vector<std::vector<KeyNumber>> m_twins;
-    std::unordered_map<KeyNumber, std::size_t> m_twinsOf;  // place among them, of those that have any
+    std::unordered_map<KeyNumber, std::size_t>
+        m_twinsOf;  // place among them, of those that have any
     std::string m_noDescription;
     bool m_isInFileOrder = true;
     std::shared_ptr<const IniDocument> m_dataFile;

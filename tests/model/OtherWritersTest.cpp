@@ -54,7 +54,8 @@ protected:
         ASSERT_TRUE(fresh.Activate(""));
         std::vector<std::string> read;
         for (std::size_t row = 0; row < fresh.Selection().Keys().Size(); ++row) {
-            read.push_back(VisibleText(fresh.Selection().Record(fresh.Selection().Keys().KeyAt(row))));
+            read.push_back(
+                VisibleText(fresh.Selection().Record(fresh.Selection().Keys().KeyAt(row))));
         }
         EXPECT_EQ(rows, read);
     }
