@@ -73,7 +73,8 @@ endfunction()
 function(add_house_style_checks)
     add_test(NAME format COMMAND "${CMAKE_SOURCE_DIR}/tools/check_format.sh")
     add_test(NAME tidy COMMAND "${CMAKE_SOURCE_DIR}/tools/check_tidy.sh")
-    set_tests_properties(format tidy PROPERTIES LABELS style TIMEOUT 900
+    add_test(NAME floors COMMAND python3 tools/check_floors.py)
+    set_tests_properties(floors format tidy PROPERTIES LABELS style TIMEOUT 900
         WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
 endfunction()
 

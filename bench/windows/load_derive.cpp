@@ -21,8 +21,9 @@ std::size_t LoadWithOurs(IniFiles& files, const Paths& paths) {
     KeyStore store;
     LoadDataFile(
         files.Read(Narrow(paths.dataFile)).document, "none", [] {}, store);
-    DeriveKeyStates(store, SettingsFiles::Read(files, ProcessEnvironment(), Narrow(paths.settings)),
-                    [] {});
+    const SettingsFiles settings =
+        SettingsFiles::Read(files, ProcessEnvironment(), Narrow(paths.settings));
+    DeriveKeyStates(store, settings, [] {});
     return store.Size();
 }
 

@@ -19,9 +19,10 @@ IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
     const auto key = std::pair(path, codePage);
     const auto found = m_entries.find(key);
     if (found != m_entries.end() && found->second.isTrusted) {
-        const std::optional<FileStamp> stamp = m_files.Stamp(path);
+        const auto document = found->second.document.lock();
+        const std::optional<FileStamp> stamp = document ? m_files.Stamp(path) : std::nullopt;
         if (stamp && *stamp == found->second.stamp) {
-            return {found->second.document, FileError::None};
+            return {document, FileError::None};
         }
     }
     const std::uint64_t now = m_files.NowTicks();
@@ -30,16 +31,14 @@ IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
         m_entries.erase(key);
         return {m_empty, content.error};
     }
-    Entry entry;
-    entry.stamp = content.stamp;
-    entry.isTrusted = content.stamp.modifiedTicks + kYouthTicks <= now;
-    entry.document =
+    auto document =
         std::make_shared<const IniDocument>(IniDocument::Parse(std::move(content.bytes), codePage));
-    m_entries[key] = entry;
+    const bool isTrusted = content.stamp.modifiedTicks + kYouthTicks <= now;
+    m_entries[key] = {document, content.stamp, isTrusted};
     // A time ahead of the clock is another machine's, and tells nothing.
     const bool isSettled =
         content.stamp.modifiedTicks > now || content.stamp.modifiedTicks + kSettledTicks <= now;
-    return {entry.document, FileError::None, isSettled};
+    return {std::move(document), FileError::None, isSettled};
 }
 
 ProfileTransaction::ProfileTransaction(IniFiles& files, std::string path)

@@ -24,7 +24,8 @@ struct IniSnapshot {
     bool isSettled = true;
 };
 
-// The INI files of the program, each parsed once and read again when it has changed.
+// The INI files of the program. What somebody holds is parsed once and read again only when the
+// file has changed; nothing is kept alive here.
 class IniFiles {
 public:
     explicit IniFiles(FileSystem& files);
@@ -34,8 +35,8 @@ public:
     void SetSystemCodePage(CodePage codePage) { m_systemCodePage = codePage; }
 
     // Checks size and time of the file and reads it only if they differ from those of the last
-    // read. A file that was younger than 2.1 seconds at that read is always read again, since its
-    // next change may leave both the same.
+    // read, or nobody holds what was read then. A file that was younger than 2.1 seconds at that
+    // read is always read again, since its next change may leave both the same.
     IniSnapshot Read(const std::string& path) { return Read(path, m_systemCodePage); }
     IniSnapshot Read(const std::string& path, CodePage codePage);
 
@@ -43,7 +44,7 @@ public:
 
 private:
     struct Entry {
-        std::shared_ptr<const IniDocument> document;
+        std::weak_ptr<const IniDocument> document;
         FileStamp stamp;
         bool isTrusted = false;
     };

@@ -88,7 +88,7 @@ private:
 KeyStore::Documents DocumentsOf(const SettingsFiles& settings) {
     KeyStore::Documents documents;
     for (const SettingsFiles::File& file : settings.Files()) {
-        documents.push_back(file.document);
+        documents.push_back(file.document.get());
     }
     return documents;
 }

@@ -9,10 +9,12 @@
 
 namespace tamarind {
 
-// Reads every record's current value and state from the settings and drops what was pending.
-// `advance` is called before each record.
+// Reads every record's current value and state from the settings, whose documents the store refers
+// to from then on, and drops what was pending. `advance` is called before each record.
 void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
                      const std::function<void()>& advance);
+void DeriveKeyStates(KeyStore& store, SettingsFiles&& settings,
+                     const std::function<void()>& advance) = delete;  // nobody would hold them
 
 // What another program's changes of the settings came to.
 struct OutsideChanges {

@@ -31,7 +31,7 @@ inline constexpr std::string_view kEntrySeparator = "///";
 KeyEntry SplitEntry(std::string_view value);
 
 // Every key of the open data file, in the file's order. A record costs 16 bytes: its texts stay in
-// the two documents, which the store keeps alive, and are put together when it is asked for.
+// the data file and in the settings, and are put together when it is asked for.
 class KeyStore {
 public:
     using LineId = IniDocument::LineId;
@@ -85,8 +85,9 @@ public:
     // records in the file's order.
     KeyNumber KeyAtLine(LineId line) const;
 
-    // Takes the files that the settings are in now. Every record is to be set from them next.
-    using Documents = std::vector<std::shared_ptr<const IniDocument>>;
+    // Takes the files that the settings are in now, which stay their owner's and have to live until
+    // the store gets others. Every record is to be set from them next.
+    using Documents = std::vector<const IniDocument*>;
     void SetSettings(Documents settings);
     // The same, but pending changes keep their values, and no record has a line of the files yet.
     void SetSettingsBelowPending(Documents settings);

@@ -222,9 +222,9 @@ void SettingsStore::LoadSettings() {
         RememberAll();
         return;
     }
-    const IniSnapshot snapshot = m_files.Read(m_path);
+    m_file = m_files.Read(m_path).document;
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
-        ReadRow(*snapshot.document, row);
+        ReadRow(*m_file, row);
     }
     Derive();
     RememberAll();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -77,6 +78,7 @@ private:
     std::string m_programFolder;
     ScreenSize m_screen;
     std::string m_path;
+    std::shared_ptr<const IniDocument> m_file;  // held for the other readers of the file at a start
     Settings m_values;
     bool m_isLookApplied = true;
     std::vector<std::string> m_stored;  // each setting's text as read or last written

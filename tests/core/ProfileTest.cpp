@@ -161,11 +161,16 @@ TEST_F(ProfileTest, ReadsAFileAgainOnlyWhenItMayHaveChanged) {
     // As young as it is, the file may change without a new stamp.
     m_disk.Put(kPath, "[A]\nx=2\n");
     EXPECT_EQ(x(), "2");
+    // Later it need not be read again, as long as somebody holds it.
     m_disk.Wait(2.1);
-    x();
+    auto held = m_files.Read(kPath).document;
     m_disk.reads = 0;
     EXPECT_EQ(x(), "2");
     EXPECT_EQ(m_disk.reads, 0);
+    held.reset();
+    EXPECT_EQ(x(), "2");
+    EXPECT_EQ(m_disk.reads, 1);
+    m_disk.reads = 0;
     // Same size, other time; other encoding; gone; back; with an error.
     m_disk.Put(kPath, "[A]\nx=3\n");
     m_disk.Wait(60);

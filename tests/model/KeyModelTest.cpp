@@ -90,7 +90,8 @@ TEST(KeyStatesTest, TheFileDecidesStateAndValue) {
         Loaded("[A]\nCategoryTargetSection=T\nK=1///\n[B]\nCategoryTargetSection=T\nK=x\n");
     for (const auto& testCase : cases) {
         disk.Put("C:\\s.ini", testCase.settings);
-        DeriveKeyStates(store, SettingsFiles::Read(files, FakeEnvironment(), "C:\\s.ini"), [] {});
+        const auto settings = SettingsFiles::Read(files, FakeEnvironment(), "C:\\s.ini");
+        DeriveKeyStates(store, settings, [] {});
         const KeyRecord record = store.Record(1);
         EXPECT_EQ(VisibleText(record), testCase.visible) << testCase.settings;
         EXPECT_EQ(record.initialState, testCase.state) << testCase.settings;

@@ -81,7 +81,8 @@ public:
     }
 
     std::string OwnSetting(const std::string& section, const std::string& key) {
-        const auto value = files.Read(kOwnSettings).document->FindValue(section, key);
+        const IniSnapshot file = files.Read(kOwnSettings);
+        const auto value = file.document->FindValue(section, key);
         return value ? std::string(*value) : "(none)";
     }
 };
