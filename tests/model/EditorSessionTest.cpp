@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "model/program/StringTable.h"
-#include "tests/model/fakes/SessionWorld.h"
+#include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
@@ -14,14 +14,9 @@ using testing::IsEmpty;
 constexpr const char* kSettingsText =
     "[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n";
 
-class EditorSessionTest : public testing::Test {
+class EditorSessionTest : public SessionTest {
 protected:
-    SessionWorld world;
-    EditorSession& Session() { return *world.session; }
-    void Start() {
-        world.PutUsualFiles(kSettingsText);
-        ASSERT_TRUE(world.Start());
-    }
+    void Start() { StartWith({kSettingsText, "", ""}); }
 };
 
 TEST_F(EditorSessionTest, ShowsEveryDescribedKeyOfTheFileThatTheRegistryNames) {
@@ -29,46 +24,9 @@ TEST_F(EditorSessionTest, ShowsEveryDescribedKeyOfTheFileThatTheRegistryNames) {
     EXPECT_THAT(world.prompts.messages, IsEmpty());
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0", "BackColor"));
-    EXPECT_EQ(Session().DataFile().Panel(), "Data File:  tc all keys english.tmdf");
-    EXPECT_EQ(Session().TargetFile().TargetPanel(), "Target Section:  [Configuration]");
-    EXPECT_EQ(Session().Selection().Description(), "Arrange panels.\r\n0 = side by side");
-}
-
-TEST_F(EditorSessionTest, FiltersAndCategoriesDecideTheRows) {
-    Start();
-    Session().Selection().SelectCategory(1);
-    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0"));
-    Session().Selection().SetKeyFilter(KeyFilter::ShowActive);
-    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1"));
-    Session().Selection().SetKeyFilter(KeyFilter::ShowInactive);
-    EXPECT_THAT(world.Rows(), ElementsAre("ShowHidden=0"));
-
-    // All its keys filtered away: an empty list without a message, and no current key.
-    Session().Selection().SelectCategory(2);
-    Session().Selection().SetKeyFilter(KeyFilter::ShowActive);
-    EXPECT_THAT(world.Rows(), IsEmpty());
-    EXPECT_EQ(Session().Selection().CurrentKey(), std::nullopt);
-    EXPECT_EQ(Session().TargetFile().TargetPanel() + Session().Selection().Description() +
-                  Session().Selection().CounterPanel(),
-              "0  Key(s)");
-    EXPECT_THAT(world.prompts.messages, IsEmpty());
-
-    Session().Selection().GoToKey(3);
-    EXPECT_EQ(Session().Selection().SelectedNode(), kRootNode);
-    EXPECT_EQ(Session().Selection().Filter(), KeyFilter::ShowAll);
-    EXPECT_EQ(Session().Selection().CurrentKey(), 3U);
-}
-
-TEST_F(EditorSessionTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
-    Start();
-    Session().Selection().SelectCategory(0);
-    Session().Selection().SetKeyFilter(KeyFilter::ShowActive);
-    EXPECT_EQ(world.prompts.beeps, 1);
-    EXPECT_EQ(Session().Selection().Filter(), KeyFilter::ShowAll);
-    Session().Selection().SelectCategory(3);
-    Session().Selection().SelectCategory(3);  // a category that is shown is not filled again
-    EXPECT_THAT(world.prompts.messages,
-                ElementsAre("X" + std::string(BuiltInText(text::kCategoryWithoutKeys))));
+    EXPECT_EQ(DataFile().Panel(), "Data File:  tc all keys english.tmdf");
+    EXPECT_EQ(TargetFile().TargetPanel(), "Target Section:  [Configuration]");
+    EXPECT_EQ(Selection().Description(), "Arrange panels.\r\n0 = side by side");
 }
 
 TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
@@ -76,14 +34,14 @@ TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     world.prompts.filesToChoose = {SessionWorld::kWcxFtp};
     Session().AskOpenSettingsFile();
-    EXPECT_EQ(Session().DataFile().Path(), SessionWorld::kWcxFtpData);
+    EXPECT_EQ(DataFile().Path(), SessionWorld::kWcxFtpData);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wcxftp");
 
     ASSERT_TRUE(world.Start()) << "the next start";
-    EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWcxFtp);
+    EXPECT_EQ(TargetFile().Path(), SessionWorld::kWcxFtp);
     world.prompts.filesToChoose = {SessionWorld::kWincmdData};
     Session().AskOpenDataFile();
-    EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWincmd);
+    EXPECT_EQ(TargetFile().Path(), SessionWorld::kWincmd);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     EXPECT_EQ(world.Rows().size(), 3U);
 }
@@ -96,8 +54,8 @@ TEST_F(EditorSessionTest, WhatKindASettingsFileIs) {
         world.PutUsualFiles(content);
         world.disk.Remove(SessionWorld::kOwnSettings);
         ASSERT_TRUE(world.Start());
-        EXPECT_EQ(Session().DataFile().Path(), dataFile) << content;
-        EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWincmd) << content;
+        EXPECT_EQ(DataFile().Path(), dataFile) << content;
+        EXPECT_EQ(TargetFile().Path(), SessionWorld::kWincmd) << content;
     }
 }
 
@@ -114,7 +72,7 @@ TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
         world.environment.variables["TOOLS"] = "C:\\Tools";
         world.disk.Put(found, "[Own]\r\n");
         ASSERT_TRUE(world.Start("\"" + path + "\""));
-        EXPECT_EQ(Session().DataFile().Path(), found);
+        EXPECT_EQ(DataFile().Path(), found);
     }
 
     for (const std::string& wrong : {cyrillic, "\"" + cyrillic + "\" \"C:\\x.tmdf\"",
@@ -134,8 +92,8 @@ TEST_F(EditorSessionTest, SettingsFilesAreAskedForWhereTheyAre) {
         world.environment.variables["Commander_Path"] = variable;
         Session().OpenSettingsFile(settings, false);
         Session().AskOpenSettingsFile();
-        Session().Commands().ExportKeys();
-        Session().Commands().ImportKeys();
+        Commands().ExportKeys();
+        Commands().ImportKeys();
         for (int times = 0; times < 3; ++times) {
             ASSERT_FALSE(world.prompts.questions.empty());
             EXPECT_EQ(world.prompts.questions.back().initialFolder, folder);
@@ -170,7 +128,7 @@ TEST_F(EditorSessionTest, FilesThatCanNotBeReadEndInAMessageAndLoseNothing) {
     world.prompts.filesToChoose = {"D:\\locked.tmdf"};
     Session().AskOpenDataFile();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("D:\\locked.tmdf")));
-    EXPECT_EQ(Session().DataFile().Path(), SessionWorld::kWincmdData);
+    EXPECT_EQ(DataFile().Path(), SessionWorld::kWincmdData);
     EXPECT_EQ(world.Rows().size(), 3U);
 
     // A settings file that is locked: every key absent, and the reason said.
@@ -181,7 +139,7 @@ TEST_F(EditorSessionTest, FilesThatCanNotBeReadEndInAMessageAndLoseNothing) {
     Session().AskOpenSettingsFile();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("Another program is using it.")));
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
-    EXPECT_EQ(Session().DataFile().Path(), SessionWorld::kWincmdData);
+    EXPECT_EQ(DataFile().Path(), SessionWorld::kWincmdData);
 }
 
 TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
@@ -192,29 +150,13 @@ TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
                 ElementsAre("!" + std::string(BuiltInText(text::kCannotFindWincmdIni))));
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
-    Session().Commands().SetValue("2");
-    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
+    Commands().SetValue("2");
+    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
     EXPECT_EQ(world.prompts.messages.back(), "!" + std::string(BuiltInText(text::kNoSettingsFile)));
-    EXPECT_TRUE(Session().TargetFile().IsModified());
+    EXPECT_TRUE(TargetFile().IsModified());
     ASSERT_TRUE(world.Start("\"" + std::string(SessionWorld::kWcxFtpData) + "\""));
     EXPECT_THAT(world.Rows(), ElementsAre("WaitDelay"));
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
-}
-
-TEST_F(EditorSessionTest, MoreKeysThanCanBeNumberedAreCutWithAMessage) {
-    world.PutUsualFiles(kSettingsText);
-    std::string content;
-    for (int category = 0; category < 132; ++category) {
-        content += "[C" + std::to_string(category) + "]\nCategoryTargetSection=Colors\n";
-        for (int key = 0; key < 250; ++key) {
-            content += "K" + std::to_string(key) + "=1\n";
-        }
-    }
-    world.disk.Put(SessionWorld::kWincmdData, content);
-    ASSERT_TRUE(world.Start());
-    EXPECT_EQ(Session().Selection().Store().Size(), 32767U);
-    EXPECT_THAT(world.prompts.messages,
-                ElementsAre("!" + std::string(BuiltInText(text::kTooManyKeys))));
 }
 
 }  // namespace

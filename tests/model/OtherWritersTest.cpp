@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "model/program/StringTable.h"
-#include "tests/model/fakes/SessionWorld.h"
+#include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
@@ -19,11 +19,8 @@ std::string BuiltIn(std::uint16_t number) {
 }
 
 // The keys A and B of section S, A once more in a category of its own, and C of section T.
-class OtherWritersTest : public testing::Test {
+class OtherWritersTest : public SessionTest {
 protected:
-    SessionWorld world;
-    EditorSession& Session() { return *world.session; }
-
     void Start(const std::string& settings) {
         world.PutUsualFiles("");
         world.disk.Put(SessionWorld::kWincmdData,
@@ -38,10 +35,6 @@ protected:
         world.disk.Put(SessionWorld::kWincmd, settings + "[Configuration]\n");
     }
     std::string File() const { return world.disk.BytesOf(SessionWorld::kWincmd); }
-    void Set(std::size_t row, const std::string& value) {
-        Session().Selection().ShowKeyDetails(row);
-        EXPECT_TRUE(Session().Commands().SetValue(value));
-    }
     std::size_t CountBackups(const char* path = SessionWorld::kWincmd) {
         return world.disk.ListBackups(path).size();
     }
@@ -108,12 +101,12 @@ TEST_F(OtherWritersTest, NothingOfAnybodyIsLostWheneverTheyWrite) {
         }
         world.prompts.asked.clear();
         const std::size_t backups = CountBackups();
-        EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
         world.disk.beforeRead = world.disk.beforeExchange = nullptr;
         world.prompts.onConflicts = nullptr;
         EXPECT_EQ(File(), c.after + end);
         EXPECT_EQ(world.prompts.asked, c.asked);
-        EXPECT_FALSE(Session().TargetFile().IsModified());
+        EXPECT_FALSE(TargetFile().IsModified());
         EXPECT_LE(CountBackups(), backups + 2U);
         ExpectRowsAsOnDisk();
     }
@@ -126,24 +119,24 @@ TEST_F(OtherWritersTest, AProgramThatKeepsWritingIsNotWaitedForForEver) {
     world.disk.beforeExchange = [&](const std::string&) {
         Write("[S]\nA=1\nB=" + std::to_string(++round) + "\n");
     };
-    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.messages,
                 ElementsAre(AllOf(HasSubstr(SessionWorld::kWincmd),
                                   HasSubstr(BuiltIn(text::kReasonKeepsChanging)))));
     EXPECT_EQ(round, IniTransaction::kMaxRounds);
-    EXPECT_TRUE(Session().TargetFile().IsModified());
+    EXPECT_TRUE(TargetFile().IsModified());
 
     // After an exchange the message names the backup with its text.
     const auto aside = [&](const std::string&) {
         return "[S]\nA=1\nB=" + std::to_string(++round) + "\n[Configuration]\n";
     };
     world.disk.beforeExchange = [&](const std::string&) { world.disk.whileAside = aside; };
-    EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
     world.disk.beforeExchange = nullptr;
     EXPECT_THAT(world.prompts.messages.back(),
                 HasSubstr(world.disk.ListBackups(SessionWorld::kWincmd).front().path));
     EXPECT_LE(CountBackups(), 2U);
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_THAT(File(), HasSubstr("A=mine"));
 }
 
@@ -168,7 +161,7 @@ TEST_F(OtherWritersTest, AHolderKeepsNoTextAside) {
                 return "[S]\nA=1\nB=theirs\n[Configuration]\n";
             };
             world.prompts.messages.clear();
-            const bool isSaved = Session().TargetFile().SaveToSettingsFile();
+            const bool isSaved = TargetFile().SaveToSettingsFile();
             EXPECT_EQ(isSaved, tries < IniTransaction::kMaxRounds);
             world.disk.beforeRead = world.disk.beforeExchange = nullptr;
             if (isSaved) {
@@ -190,36 +183,35 @@ TEST_F(OtherWritersTest, NothingComesBetweenAQuestionAndItsAnswer) {
     Set(0, "mine");
     Write("[S]\nA=theirs\n");
     world.prompts.onConflicts = [&] {
-        EXPECT_TRUE(Session().Place().IsBusy());
-        EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
-        EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
-        EXPECT_FALSE(Session().Commands().SetValue("other"));
+        EXPECT_TRUE(Place().IsBusy());
+        EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+        EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+        EXPECT_FALSE(Commands().SetValue("other"));
     };
     // A cancelled save leaves everything pending, and starts Total Commander again.
     world.prompts.cancelsConflicts = true;
     world.programs.isRunning = true;
-    EXPECT_FALSE(Session().TargetFile().SaveAndRestart());
+    EXPECT_FALSE(TargetFile().SaveAndRestart());
     EXPECT_THAT(world.programs.calls.back(), HasSubstr("start"));
     EXPECT_EQ(world.prompts.asked.size(), 1U);
     EXPECT_EQ(world.Rows()[0], "A=mine");
-    EXPECT_TRUE(Session().TargetFile().IsModified());
+    EXPECT_TRUE(TargetFile().IsModified());
     // With the file's value in the only conflict nothing is pending, and nothing is asked.
     world.prompts.cancelsConflicts = false;
     world.prompts.conflictsToTake = {true};
     world.disk.Wait(10);
-    EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
-    EXPECT_FALSE(Session().TargetFile().IsModified());
-    EXPECT_FALSE(Session().States().IsEnabled(Command::FileSave));
-    EXPECT_FALSE(Session().States().IsEnabled(Command::EditUndo))
-        << "the value before is not theirs";
+    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_FALSE(TargetFile().IsModified());
+    EXPECT_FALSE(States().IsEnabled(Command::FileSave));
+    EXPECT_FALSE(States().IsEnabled(Command::EditUndo)) << "the value before is not theirs";
     world.prompts.messages.clear();
-    EXPECT_TRUE(Session().TargetFile().AskSaveSettings());
+    EXPECT_TRUE(TargetFile().AskSaveSettings());
     EXPECT_THAT(world.prompts.messages, IsEmpty());
     // What is to be commented out is a change like any other.
-    Session().Commands().CommentKey();
+    Commands().CommentKey();
     Write("[S]\nA=again\n");
     world.prompts.asked.clear();
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] A: ;A=theirs | A=again"));
 }
 
@@ -227,14 +219,14 @@ TEST_F(OtherWritersTest, AFileThatIsHeldOrYoungIsLookedAtAgain) {
     Start("[S]\nA=1\n");
     Write("[S]\n");
     world.disk.FailReads(SessionWorld::kWincmd, FileError::InUse);
-    EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::LookAgain);
+    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::LookAgain);
     world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
     Write("[S]\nA=half\n");
     world.disk.Wait(0.4);
-    EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::LookAgain);
+    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::LookAgain);
     EXPECT_EQ(world.Rows()[0], "A=1");
     world.disk.Wait(0.1);
-    EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
     EXPECT_EQ(world.Rows()[0], "A=half");
     EXPECT_THAT(world.prompts.messages, IsEmpty());
 }
@@ -248,26 +240,26 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
         const std::string before = File();
         world.disk.FailReads(SessionWorld::kWincmd, error);
         world.prompts.messages.clear();
-        Session().TargetFile().CheckOutsideChanges();
-        Session().TargetFile().CheckOutsideChanges();
+        TargetFile().CheckOutsideChanges();
+        TargetFile().CheckOutsideChanges();
         EXPECT_THAT(world.prompts.messages, ElementsAre("!" + BuiltIn(text::kSettingsGone) +
                                                         "\n\n" + SessionWorld::kWincmd));
         EXPECT_EQ(world.Rows(), rows);
         EXPECT_THAT(world.prompts.asked, IsEmpty());
         // Answered with Cancel, or not even asked where nobody knows whether it is gone.
-        EXPECT_FALSE(Session().TargetFile().SaveToSettingsFile());
-        EXPECT_TRUE(Session().TargetFile().IsModified());
+        EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(TargetFile().IsModified());
         EXPECT_EQ(File(), before);
         world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
         Write("[S]\nA=1\nB=back\n");
         world.disk.Wait(10);
-        EXPECT_EQ(Session().TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+        EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
         EXPECT_EQ(world.Rows()[1], "B=back");
         EXPECT_EQ(world.Rows()[0], "A=mine");
     }
     world.disk.Remove(SessionWorld::kWincmd);
     world.prompts.answers = {Answer::Yes};
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_EQ(File(), "[S]\nA=mine\nB=back\n[Configuration]\n") << "all that was known";
     ExpectRowsAsOnDisk();
 }
@@ -275,13 +267,13 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
 TEST_F(OtherWritersTest, ADataFileIsNeitherMadeNorOverwrittenUnasked) {
     Start("");
     const std::string data = world.disk.BytesOf(SessionWorld::kWincmdData);
-    Session().Selection().ShowKeyDetails(3);
-    Session().DataFile().ChangeDescription("mine");
+    Selection().ShowKeyDetails(3);
+    DataFile().ChangeDescription("mine");
     world.disk.Remove(SessionWorld::kWincmdData);
-    EXPECT_FALSE(Session().DataFile().SaveDataFile());
+    EXPECT_FALSE(DataFile().SaveDataFile());
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr(BuiltIn(text::kReasonNotFound))));
     EXPECT_FALSE(world.disk.Has(SessionWorld::kWincmdData));
-    EXPECT_TRUE(Session().DataFile().IsModified());
+    EXPECT_TRUE(DataFile().IsModified());
     // Changed after the save has looked at it.
     world.disk.Put(SessionWorld::kWincmdData, data);
     world.disk.beforeExchange = [&](const std::string& path) {
@@ -289,11 +281,11 @@ TEST_F(OtherWritersTest, ADataFileIsNeitherMadeNorOverwrittenUnasked) {
         world.disk.Put(path, data + "D=1///theirs\n");
     };
     world.prompts.messages.clear();
-    EXPECT_FALSE(Session().DataFile().SaveDataFile());
+    EXPECT_FALSE(DataFile().SaveDataFile());
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr(BuiltIn(text::kDataFileChanged))));
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmdData), data + "D=1///theirs\n");
     world.prompts.answers = {Answer::Yes};
-    EXPECT_TRUE(Session().DataFile().SaveDataFile());
+    EXPECT_TRUE(DataFile().SaveDataFile());
     EXPECT_THAT(world.disk.BytesOf(SessionWorld::kWincmdData),
                 AllOf(HasSubstr("C=0///mine\n"), HasSubstr("D=1///theirs\n")));
     EXPECT_EQ(CountBackups(SessionWorld::kWincmdData), 1U);
@@ -305,16 +297,16 @@ TEST_F(OtherWritersTest, KeysGoIntoNoFileThatDoesNotHaveThem) {
     Set(0, "2");
     world.disk.Remove(SessionWorld::kWcxFtpData);
     EXPECT_FALSE(Session().OpenSettingsFile(SessionWorld::kWcxFtp, true));
-    EXPECT_EQ(Session().TargetFile().Path(), SessionWorld::kWincmd);
+    EXPECT_EQ(TargetFile().Path(), SessionWorld::kWincmd);
     EXPECT_EQ(world.Rows()[0], "A=2");
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWcxFtp), "[General]\r\nWaitDelay=9\r\n");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     // At the start the keys are shown all the same, without a file.
     world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", SessionWorld::kWcxFtp);
     ASSERT_TRUE(world.Start());
     EXPECT_EQ(world.Rows()[0], "A");
-    EXPECT_EQ(Session().TargetFile().Path(), "");
+    EXPECT_EQ(TargetFile().Path(), "");
 }
 
 TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
@@ -322,18 +314,18 @@ TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
     const auto both = [&] { return world.Rows()[0] + " " + world.Rows()[2]; };
     Set(2, "x");
     EXPECT_EQ(both(), "A=x a=x");
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_EQ(both(), "A=x a=x");
     EXPECT_THAT(File(), HasSubstr("A=x\n"));
-    Session().Selection().ShowKeyDetails(0);
-    Session().Commands().CommentKey();
-    EXPECT_FALSE(Session().Selection().Record(3).Looks().isChecked);
-    Session().Commands().Undo();
-    Session().Commands().DeleteKey();
+    Selection().ShowKeyDetails(0);
+    Commands().CommentKey();
+    EXPECT_FALSE(Selection().Record(3).Looks().isChecked);
+    Commands().Undo();
+    Commands().DeleteKey();
     EXPECT_EQ(both(), "A a");
     Write("[S]\nA=theirs\n");
     world.prompts.conflictsToTake = {true};
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] A:  | A=theirs"));
     EXPECT_EQ(both(), "A=theirs a=theirs");
     ExpectRowsAsOnDisk();
@@ -357,11 +349,11 @@ TEST_F(OtherWritersTest, RowsFollowTheFileThatWasWritten) {
         SCOPED_TRACE(c.before);
         Start(c.before);
         for (const char letter : std::string(c.script)) {
-            letter == 'd'   ? Session().Commands().DeleteKey()
-            : letter == 'c' ? Session().Commands().CommentKey()
-                            : (void)Session().Commands().StoreEditedValue(
-                                  Session().Commands().BeginInplaceEdit()->text);
-            EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+            letter == 'd' ? Commands().DeleteKey()
+            : letter == 'c'
+                ? Commands().CommentKey()
+                : (void)Commands().StoreEditedValue(Commands().BeginInplaceEdit()->text);
+            EXPECT_TRUE(TargetFile().SaveToSettingsFile());
         }
         EXPECT_EQ(File(), c.after + std::string("[Configuration]\n"));
         EXPECT_EQ(world.Rows()[0], c.row);
@@ -377,24 +369,24 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
         EXPECT_THAT(world.prompts.messages, ElementsAre("i" + BuiltIn(text::kLongValueStays)));
         world.prompts.messages.clear();
     };
-    expectRefused(Session().Commands().BeginInplaceEdit().has_value());
-    expectRefused(Session().Commands().SetValue("1"));
-    expectRefused(Session().Commands().BrowseValue());
+    expectRefused(Commands().BeginInplaceEdit().has_value());
+    expectRefused(Commands().SetValue("1"));
+    expectRefused(Commands().BrowseValue());
     world.disk.Put("C:\\in.ini", "[S]\nA=1\nB=2\n");
     world.prompts.filesToChoose = {"C:\\in.ini", "C:\\out.ini"};
-    Session().Commands().ImportKeys();
+    Commands().ImportKeys();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr(BuiltIn(text::kLongValuesSkipped))));
     EXPECT_EQ(world.Rows()[1], "B=2");
-    Session().Commands().ExportKeys();
+    Commands().ExportKeys();
     EXPECT_THAT(world.disk.BytesOf("C:\\out.ini"), HasSubstr("A=" + whole + "\r\n"));
     // Deleted, commented out and taken back it is still all there.
-    Session().Selection().ShowKeyDetails(0);
+    Selection().ShowKeyDetails(0);
     for (int step = 0; step < 2; ++step) {
-        step == 0 ? Session().Commands().DeleteKey() : Session().Commands().CommentKey();
-        EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
-        Session().Commands().Undo();
+        step == 0 ? Commands().DeleteKey() : Commands().CommentKey();
+        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        Commands().Undo();
         Write("[S]\nB=3\n" + (step == 0 ? "" : ";A=" + whole + "\n"));
-        EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
         EXPECT_THAT(File(), HasSubstr("\nA=" + whole + "\n"));
     }
 }
@@ -403,27 +395,25 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
 TEST_F(OtherWritersTest, ARestoreEndsTheHistoryOfItsKeys) {
     Start("[S]\nB=1\n");
     Set(0, "0");
-    Session().Commands().CommentKey();
+    Commands().CommentKey();
     Set(1, "2");
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_EQ(CountBackups(), 1U);
     Set(1, "3");
-    ASSERT_TRUE(Session().TargetFile().RestoreBackup(
-        SessionWorld::kWincmd, world.disk.ListBackups(SessionWorld::kWincmd)[0].path));
+    ASSERT_TRUE(TargetFile().RestoreBackup(SessionWorld::kWincmd,
+                                           world.disk.ListBackups(SessionWorld::kWincmd)[0].path));
     EXPECT_EQ(CountBackups(), 2U);
-    Session().Commands().Undo();
+    Commands().Undo();
     EXPECT_EQ(world.Rows()[0], "A");
     EXPECT_EQ(world.Rows()[1], "B=2") << "its change was still pending";
-    EXPECT_TRUE(Session().TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
     EXPECT_EQ(File(), "[S]\nB=2\n[Configuration]\n");
     // Another file has a history of its own.
     Set(0, "1");
-    Session().Commands().Undo();
-    EXPECT_TRUE(Session().States().IsEnabled(Command::EditUndo) &&
-                Session().States().IsEnabled(Command::EditRedo));
+    Commands().Undo();
+    EXPECT_TRUE(States().IsEnabled(Command::EditUndo) && States().IsEnabled(Command::EditRedo));
     Session().OpenSettingsFile(SessionWorld::kWincmd, false);
-    EXPECT_FALSE(Session().States().IsEnabled(Command::EditUndo) ||
-                 Session().States().IsEnabled(Command::EditRedo));
+    EXPECT_FALSE(States().IsEnabled(Command::EditUndo) || States().IsEnabled(Command::EditRedo));
 }
 
 }  // namespace

@@ -1,16 +1,17 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/model/fakes/SessionWorld.h"
+#include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
+using testing::ElementsAre;
+
 constexpr ScreenSize kScreen = {15360, 11520};
 
-class SettingsTest : public testing::Test {
+class SettingsStoreTest : public SessionTest {
 protected:
-    SessionWorld world;
-
     SettingsStore Loaded() {
         SettingsStore store(world.files, world.environment, "C:\\Tamarind\\", kScreen);
         store.LoadSettings();
@@ -22,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(SettingsTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
+TEST_F(SettingsStoreTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
     const SettingsStore store = Loaded();
     EXPECT_EQ(store.Values().mainWindowWidth, 9000);
     EXPECT_EQ(store.Values().mainWindowLeft, (15360 - 9000) / 2);
@@ -32,7 +33,7 @@ TEST_F(SettingsTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ToolbarVisible"), "(none)");
 }
 
-TEST_F(SettingsTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
+TEST_F(SettingsStoreTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
     const struct {
         const char* file;
         std::int32_t Settings::*member;
@@ -53,7 +54,7 @@ TEST_F(SettingsTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
     }
 }
 
-TEST_F(SettingsTest, OnlySizesOfUseAreUsed) {
+TEST_F(SettingsStoreTest, OnlySizesOfUseAreUsed) {
     for (const auto& [points, used] : {std::pair(3, 10), {4, 4}, {144, 144}, {145, 10}}) {
         SettingsStore store = Loaded("[ConfigurationEditor]\nFontSize=" + std::to_string(points));
         OptionsListener nobody;
@@ -67,7 +68,7 @@ TEST_F(SettingsTest, OnlySizesOfUseAreUsed) {
     }
 }
 
-TEST_F(SettingsTest, TotalCommandersFolderComesFromSettingEnvironmentOrWindows) {
+TEST_F(SettingsStoreTest, TotalCommandersFolderComesFromSettingEnvironmentOrWindows) {
     EXPECT_EQ(Loaded("[Common]\nTCInstallDir=D:\\Tools\n").Values().totalCommanderFolder,
               "D:\\Tools\\");
     EXPECT_EQ(Loaded("[Common]\n").Values().totalCommanderFolder, "C:\\TC\\");
@@ -75,7 +76,7 @@ TEST_F(SettingsTest, TotalCommandersFolderComesFromSettingEnvironmentOrWindows) 
     EXPECT_EQ(Loaded("[Common]\n").Values().totalCommanderFolder, "C:\\Windows\\");
 }
 
-TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
+TEST_F(SettingsStoreTest, OnlyWhatThisProgramChangedIsWritten) {
     const std::string file =
         "[ConfigurationEditor]\r\nFontSize = 9\r\nMainWindowLeft=10\r\nFontName=Arial\r\n"
         "[OtherEditor]\r\nFontSize=1\r\n";
@@ -115,70 +116,30 @@ TEST_F(SettingsTest, OnlyWhatThisProgramChangedIsWritten) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FavoriteWindowLeft"), "(none)");
 }
 
-class SettingsLocatorTest : public SettingsTest {
-protected:
-    std::string Find(std::string (SettingsLocator::*find)()) {
-        SettingsStore store = Loaded();
-        const Language language(world.files, store.Values());
-        SettingsLocator locator(world.disk, world.registry, world.environment, store, language,
-                                world.prompts);
-        world.prompts.messages.clear();
-        return (locator.*find)();
-    }
-    std::string FindWincmd() { return Find(&SettingsLocator::FindWincmdIni); }
-};
-
-TEST_F(SettingsLocatorTest, RegistryPathsAreResolvedInTotalCommandersWay) {
-    world.environment.variables["X"] = "D:\\Conf";
-    for (const char* path : {"C:\\TC\\a.ini", "C:\\Windows\\b.ini", "D:\\Conf\\c.ini",
-                             "C:\\TC\\b.ini", "\\\\server\\share\\d.ini"}) {
-        world.disk.Put(path, "");
-    }
-    for (const auto& [entry, expected] :
-         {std::pair(".\\a.ini", "C:\\TC\\a.ini"),  // in Total Commander's folder
-          {"b.ini", "C:\\Windows\\b.ini"},         // a bare name: in the Windows folder
-          {"a.ini", ""},
-          {"%X%\\c.ini", "D:\\Conf\\c.ini"},  // expanded before anything else
-          {"d:\\conf\\C.ini", "d:\\conf\\C.ini"},
-          {"\\\\server\\share\\d.ini", "\\\\server\\share\\d.ini"},
-          {"", ""}}) {
-        world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", entry);
-        EXPECT_EQ(FindWincmd(), expected) << entry;
-    }
-}
-
-TEST_F(SettingsLocatorTest, TheUsersEntryHidesTheMachinesEvenWhenItsFileIsGone) {
-    world.disk.Put("C:\\TC\\machine.ini", "");
-    world.disk.Put("C:\\TC\\machine32.ini", "");
-    world.registry.storesInto = RegistryView::Other;
-    world.SetRegistry("HKEY_LOCAL_MACHINE", "IniFileName", "C:\\TC\\machine32.ini");
-    EXPECT_EQ(FindWincmd(), "C:\\TC\\machine32.ini");
-    world.registry.storesInto = RegistryView::Native;
-    world.SetRegistry("HKEY_LOCAL_MACHINE", "IniFileName", "C:\\TC\\machine.ini");
-    EXPECT_EQ(FindWincmd(), "C:\\TC\\machine.ini");
-    world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", "C:\\TC\\gone.ini");
-    EXPECT_EQ(FindWincmd(), "");
-    EXPECT_EQ(world.prompts.messages.size(), 1U);
-}
-
-TEST_F(SettingsLocatorTest, TheUsersChoiceIsKeptForTheNextTime) {
-    world.environment.variables["HOME"] = "E:\\Me";
-    world.disk.Put("E:\\Me\\w.ini", "");
-    world.prompts.filesToChoose = {"%HOME%\\w.ini"};
-    EXPECT_EQ(FindWincmd(), "E:\\Me\\w.ini");
-    EXPECT_EQ(world.prompts.questions.at(0).fileName, "Wincmd.ini");
-    EXPECT_EQ(world.prompts.questions.at(0).initialFolder, "C:\\TC\\");
-    EXPECT_EQ(world.OwnSetting("Common", "UserDefinedWincmd"), "%HOME%\\w.ini");
-    EXPECT_EQ(FindWincmd(), "E:\\Me\\w.ini");
-    EXPECT_TRUE(world.prompts.messages.empty());
-}
-
-TEST_F(SettingsLocatorTest, TheFtpSideGivesTheAnswerAsItIs) {
-    EXPECT_EQ(Find(&SettingsLocator::FindWcxFtpIni), MissingValueMarker);
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "UserDefinedWcxftp"), "(none)");
-    world.prompts.filesToChoose = {"%HOME%\\f.ini"};
-    EXPECT_EQ(Find(&SettingsLocator::FindWcxFtpIni), "%HOME%\\f.ini");
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "UserDefinedWcxftp"), "%HOME%\\f.ini");
+// Where the program's own settings are kept.
+TEST_F(SettingsStoreTest, OwnSettingsGoWhereTheyCanBeWritten) {
+    const std::string user = "C:\\Users\\me\\Tamarind Editors\\tamarind editors.ini";
+    world.environment.variables["APPDATA"] = "C:\\Users\\me";
+    StartWith({"[Configuration]\r\n", "", ""});
+    EXPECT_EQ(Place().OwnSettings().Path(), SessionWorld::kOwnSettings);
+    world.disk.Remove(SessionWorld::kOwnSettings);
+    world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::AccessDenied);
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(Place().OwnSettings().Path(), user);
+    EXPECT_THAT(world.disk.folders, ElementsAre("C:\\Users\\me\\Tamarind Editors"));
+    ASSERT_TRUE(FavoriteKeys().AddFavorite("A", "kept"));
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(FavoriteKeys().Items().size(), 1U);
+    // One beside the program wins, also if it can only be read.
+    world.disk.Put(SessionWorld::kOwnSettings, "[FavoritesList]\nB=1\nC=2\n");
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(FavoriteKeys().Items().size(), 2U);
+    EXPECT_FALSE(FavoriteKeys().AddFavorite("D", "not kept"));
+    // Nowhere at all, which stops nothing.
+    world.disk.Remove(SessionWorld::kOwnSettings);
+    world.environment.variables.erase("APPDATA");
+    ASSERT_TRUE(world.Start());
+    EXPECT_EQ(Place().OwnSettings().Values().mainWindowWidth, 9000);
 }
 
 }  // namespace

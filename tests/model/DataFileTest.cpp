@@ -118,19 +118,6 @@ TEST(KeyStatesTest, LooksFollowFromStateAndDefault) {
     }
 }
 
-TEST(ToolbarTest, TheShippedToolbarHasTenPicturesAndACommandForEach) {
-    int pictures = 0;
-    for (const ToolbarButton& button : BuildToolbar(10, kToolbarSpec, kToolbarIds, 0)) {
-        if (button.picture >= 0) {
-            EXPECT_EQ(button.picture, pictures++);
-            const Command command = CommandOfButton(button.name);
-            ASSERT_NE(command, Command::None) << button.name;
-            EXPECT_EQ(InfoOf(command).textNumber, button.textNumber) << button.name;
-        }
-    }
-    EXPECT_EQ(pictures, 10);
-}
-
 TEST(CommandsTest, TheTableIsInTheOrderOfTheCommands) {
     for (const CommandInfo& info : AllCommands()) {
         EXPECT_EQ(&InfoOf(info.command), &info);

@@ -1,0 +1,202 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "model/program/StringTable.h"
+#include "tests/model/fakes/SessionTest.h"
+
+namespace tamarind {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class KeyCommandsTest : public KeyChangesTest {};
+
+TEST_F(KeyCommandsTest, TheEditBoxOpensWithTheLineAndTakesWhatFollowsTheEqualsSign) {
+    Start("[T]\nK=v=w\n");
+    EXPECT_EQ(Commands().BeginInplaceEdit()->text, "K=v=w");
+    EXPECT_EQ(Commands().BeginInplaceEdit()->selectionStart, 2U);
+    Selection().ShowKeyDetails(0);
+    EXPECT_EQ(Commands().BeginInplaceEdit()->text, "A=0") << "an absent key offers its default";
+    for (const auto& [typed, shown] : {std::pair("other=12345", "A=12345"),
+                                       {"77", "A=77"},
+                                       {"=", "A="},
+                                       {"A=a=b", "A=a=b"},
+                                       {" x ", "A= x "}}) {
+        EXPECT_TRUE(Commands().StoreEditedValue(typed));
+        EXPECT_EQ(VisibleText(Selection().Record(1)), shown);
+    }
+    Selection().SelectCategory(1);  // the heading
+    EXPECT_FALSE(Commands().BeginInplaceEdit());
+    EXPECT_FALSE(Commands().SetValue("1"));
+    EXPECT_EQ(world.prompts.beeps, 2);
+    Commands().Undo();
+    EXPECT_EQ(VisibleText(Selection().Record(1)), "A= x ") << "no undo while a heading is shown";
+}
+
+TEST_F(KeyCommandsTest, WhatTheFileCanNotHoldIsRefusedOrStoredInAFormThatItCan) {
+    Start("[T]\r\nK=1\r\n");
+    Commands().SetValue("\xE4\xB8\xAD");  // beyond every one-byte code page
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_EQ(Saved(), "[T]\r\nK=\xEF\xBB\xBF\xE4\xB8\xAD\r\n");
+    Commands().SetValue("line\nbreak");
+    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("[T] K"));
+    EXPECT_TRUE(TargetFile().IsModified());
+
+    world.prompts.messages.clear();
+    EXPECT_FALSE(Commands().StoreEditedValue("K=" + std::string(4096, 'x')));
+    EXPECT_THAT(world.prompts.messages,
+                ElementsAre("!" + std::string(BuiltInText(text::kValueTooLong))));
+    EXPECT_FALSE(Commands().SetValue(std::string(MissingValueMarker)));
+    EXPECT_EQ(world.prompts.messages.back(), "!" + std::string(BuiltInText(text::kValueIsMarker)));
+    EXPECT_EQ(Selection().Record(2).currentValue, "line\nbreak");
+
+    world.disk.Put(SessionWorld::kWincmdData,
+                   "\xEF\xBB\xBF[C]\nCategoryTargetSection=T\n\xE4\xB8\xAD=1\n");
+    world.disk.Put(SessionWorld::kWincmd, "[T]\nA=1\n[Configuration]\r\n");
+    ASSERT_TRUE(world.Start());
+    Commands().SetValue("2");
+    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_EQ(Saved(), "[T]\nA=1\n");
+}
+
+TEST_F(KeyCommandsTest, CommandsFollowTheCurrentKeysState) {
+    Start("[T]\nK=1\n;Z=2\n");
+    const auto enabled = [&] {
+        std::string flags;
+        for (const Command command : {Command::EditValue, Command::EditComment, Command::EditDelete,
+                                      Command::EditUndo, Command::EditRedo, Command::FileSave}) {
+            flags += States().IsEnabled(command) ? '+' : '-';
+        }
+        return flags;
+    };
+    EXPECT_EQ(enabled(), "+++---");
+    Selection().ShowKeyDetails(0);
+    EXPECT_EQ(enabled(), "+-----");
+    Commands().CommentKey();
+    Commands().DeleteKey();
+    EXPECT_FALSE(TargetFile().IsModified()) << "an absent key is neither commented nor deleted";
+    Selection().ShowKeyDetails(2);
+    Commands().DeleteKey();
+    EXPECT_EQ(enabled(), "+--+-+");
+    Commands().Undo();
+    EXPECT_EQ(enabled(), "+++-++");
+    Selection().SelectCategory(1);
+    EXPECT_EQ(enabled(), "-----+");
+    Selection().SelectCategory(kRootNode);
+    Place().OwnSettings().Values().autoSelectNextKey = 1;
+    Selection().ShowKeyDetails(1);
+    Commands().CommentKey();
+    EXPECT_EQ(Selection().CurrentKey(), 3U) << "the next key's turn";
+}
+
+TEST_F(KeyCommandsTest, ColorKeysShowAndChooseColors) {
+    Start("[Colors]\nBackColor=255\n");
+    EXPECT_FALSE(Commands().CurrentColor());
+    world.prompts.filesToChoose = {"C:\\a=b.exe"};
+    EXPECT_TRUE(Commands().BrowseValue());
+    EXPECT_EQ(Selection().Record(2).currentValue, "C:\\a=b.exe") << "as the dialog gave it";
+    EXPECT_FALSE(Commands().BrowseValue()) << "cancelled";
+    Selection().ShowKeyDetails(3);
+    EXPECT_EQ(Commands().CurrentColor()->color, 255U);
+    world.prompts.colorsToChoose = {"65280"};
+    EXPECT_TRUE(Commands().BrowseValue());
+    EXPECT_EQ(Commands().CurrentColor()->color, 65280U);
+    EXPECT_EQ(ColorOfValue("16777216").color, 0U);
+    EXPECT_EQ(ColorOfValue("$0000FF").color, 255U) << "as $BBGGRR";
+    EXPECT_TRUE(ColorOfValue("-1").isSystemColor);
+}
+
+// Whatever is done to three keys: undo gives the texts of before, redo what was there, and what is
+// saved is what another start reads.
+TEST_F(KeyCommandsTest, RandomSequencesKeepWhatTheyShow) {
+    const char* const values[] = {"1", " blanks ", "\"quoted\"", "'a' 'b'", "a=b", "x///y"};
+    const auto shown = [this](bool withStates = true) {
+        std::string all;
+        for (KeyNumber key = 1; key <= 3; ++key) {
+            const KeyRecord record = Selection().Record(key);
+            const std::string state = record.Looks().isChecked ? " " : ";";
+            all += (withStates ? state : "") + VisibleText(record) + "|";
+        }
+        return all;
+    };
+    Start("[T]\nA=1\n;K=2\n");
+    std::mt19937 random(1);
+    for (int step = 0; step < 3000; ++step) {
+        Selection().SetKeyFilter(KeyFilter::ShowAll);
+        Selection().ShowKeyDetails(random() % 3);
+        const std::string before = shown();
+        const std::string textsBefore = shown(false);
+        const unsigned action = random() % 8;
+        if (action < 3) {
+            Commands().StoreEditedValue(values[random() % std::size(values)]);
+        } else {
+            Play("cdurw"[action - 3]);
+        }
+        const std::string after = shown();
+        Selection().SetKeyFilter(static_cast<KeyFilter>(random() % 3));
+        if (action < 5 && after != before) {
+            Commands().Undo();
+            ASSERT_EQ(shown(false), textsBefore) << step;
+            Commands().Redo();
+            ASSERT_EQ(shown(), after) << step;
+        }
+        if (step % 10 == 0) {
+            ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+            const std::string saved = shown();
+            ASSERT_TRUE(world.Start());
+            ASSERT_EQ(shown(), saved) << step;
+        }
+    }
+}
+
+TEST_F(KeyCommandsTest, KeysTravelInAnExportFile) {
+    StartWith(
+        {"[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\n",
+         "[Cat]\r\nCategoryTargetSection=Configuration\r\nA=0\r\nB=0\r\nC=0\r\nD=0\r\nE=0\r\n",
+         ""});
+    world.disk.Put("C:\\TC\\out.ini",
+                   "; mine\r\n[Configuration]\r\n;A=9\r\nB=9\r\nD=9\r\n;D=9\r\nOther=1\r\n");
+    world.disk.Wait(10);
+    ASSERT_TRUE(world.Start());
+    Selection().ShowKeyDetails(4);
+    Commands().SetValue("pending");
+    world.prompts.filesToChoose = {"C:\\TC\\out.ini", "C:\\TC\\out.ini", "C:\\TC\\out.ini"};
+    Commands().ExportKeys();
+    EXPECT_EQ(world.disk.BytesOf("C:\\TC\\out.ini"),
+              "; mine\r\n[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nOther=1\r\n"
+              "C=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
+
+    // Back again into a file without them: what is exported comes to the same lines.
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nD=5\r\n");
+    world.disk.Wait(10);
+    ASSERT_TRUE(world.Start());
+    Commands().ImportKeys();
+    EXPECT_THAT(world.Rows(), ElementsAre("A=1", "B=\"q\"", "C=\"x\" \"%1\"", "D", "E=pending"));
+    EXPECT_FALSE(States().IsEnabled(Command::EditUndo));
+    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
+              "[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
+
+    // A file that can not be read says nothing of any key.
+    world.disk.Put("C:\\TC\\out.ini", "changed");
+    world.disk.FailReads("C:\\TC\\out.ini", FileError::InUse);
+    Commands().ImportKeys();
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program is using it."));
+    EXPECT_FALSE(TargetFile().IsModified());
+
+    // Without set keys there is no file, which is said.
+    Selection().SetKeyFilter(KeyFilter::ShowInactive);
+    EXPECT_THAT(world.Rows(), ElementsAre("B=\"q\"", "D"));
+    Commands().DeleteKey();
+    world.prompts.filesToChoose = {"C:\\TC\\none.ini"};
+    Commands().ExportKeys();
+    EXPECT_FALSE(world.disk.Has("C:\\TC\\none.ini"));
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("No key was exported"));
+}
+
+}  // namespace
+}  // namespace tamarind

@@ -1,0 +1,88 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "model/program/StringTable.h"
+#include "tests/model/fakes/SessionTest.h"
+
+namespace tamarind {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class OpenDataFileTest : public SessionTest {
+protected:
+    void Start(const std::string& keys, const std::string& ownSettings = "") {
+        StartWith({"[Configuration]\r\nColorBack=7\r\n",
+                   "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys,
+                   ownSettings});
+    }
+};
+
+TEST_F(OpenDataFileTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
+    Start("ColorBack = 1///old ; text  \r\nB=\"q\"\r\nC\r\nD=\" x ///d\"\r\n;end\r\n");
+    const auto data = [&] { return world.disk.BytesOf(SessionWorld::kWincmdData); };
+    const std::string before = data();
+    DataFile().ChangeDescription("one\r\ntwo\rthree\nfour");
+    EXPECT_EQ(Selection().Description(), "one\r\ntwo\r\nthreefour");
+    DataFile().ChangeDescription("one\r\ntwo \"x\"");
+    Selection().ShowKeyDetails(1);
+    EXPECT_FALSE(Selection().Store().IsDescriptionPending(2));
+    DataFile().ChangeDescription("say \"hi\"");  // quotes around the entry would be lost
+    Selection().ShowKeyDetails(2);
+    DataFile().ChangeDescription("d2");  // with blanks around its default
+    EXPECT_TRUE(States().IsEnabled(Command::FileSaveDataFile));
+    ASSERT_TRUE(DataFile().SaveDataFile());
+    std::string expected = before;
+    expected.replace(expected.find("1///old ; text"), 14, "1///one@two \"x\"");
+    expected.replace(expected.find("\"q\""), 3, "q///say \"hi\"");
+    expected.replace(expected.find("///d\""), 5, "///d2\"");
+    EXPECT_EQ(data(), expected);
+    EXPECT_FALSE(States().IsEnabled(Command::FileSaveDataFile));
+
+    // Files that can not be written, or are another's by now: a message, and the text still waits.
+    Selection().ShowKeyDetails(1);
+    DataFile().ChangeDescription("again");
+    world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::ReadOnly);
+    EXPECT_FALSE(DataFile().SaveDataFile());
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("read-only"));
+    world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::None);
+    world.disk.Put(SessionWorld::kWincmdData, data() + "[New]\r\n");
+    const std::string changed = data();
+    world.prompts.answers = {Answer::No, Answer::Yes, Answer::Yes};
+    EXPECT_FALSE(DataFile().SaveDataFile());
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program has changed"));
+    EXPECT_EQ(data(), changed);
+    EXPECT_TRUE(DataFile().IsModified());
+    EXPECT_EQ(Selection().Description(), "again");
+    ASSERT_TRUE(DataFile().AskSaveDataFile());  // two questions: save, and over the change
+    EXPECT_THAT(data(), HasSubstr("q///again\r\n"));
+    EXPECT_THAT(data(), HasSubstr("[New]\r\n"));
+}
+
+TEST_F(OpenDataFileTest, OnlyDescriptionsThatCanBeReadAgainAreTaken) {
+    Start("ColorBack=1///" + std::string(5000, 'x') + "\r\nB=22\r\n");
+    EXPECT_EQ(DataFile().MaxDescriptionUnits(),
+              0U);  // its end was never read and would be lost
+    DataFile().ChangeDescription("short");
+    EXPECT_FALSE(DataFile().IsModified());
+    Selection().ShowKeyDetails(1);
+    EXPECT_EQ(DataFile().MaxDescriptionUnits(), 4095U - 2 - 3);
+}
+
+TEST_F(OpenDataFileTest, MoreKeysThanCanBeNumberedAreCutWithAMessage) {
+    std::string content;
+    for (int category = 0; category < 132; ++category) {
+        content += "[C" + std::to_string(category) + "]\nCategoryTargetSection=Colors\n";
+        for (int key = 0; key < 250; ++key) {
+            content += "K" + std::to_string(key) + "=1\n";
+        }
+    }
+    StartWith({"[Configuration]\r\n", content, ""});
+    EXPECT_EQ(Selection().Store().Size(), 32767U);
+    EXPECT_THAT(world.prompts.messages,
+                ElementsAre("!" + std::string(BuiltInText(text::kTooManyKeys))));
+}
+
+}  // namespace
+}  // namespace tamarind

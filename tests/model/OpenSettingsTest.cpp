@@ -1,0 +1,318 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "model/program/StringTable.h"
+#include "tests/model/fakes/SessionTest.h"
+
+namespace tamarind {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class OpenSettingsTest : public KeyChangesTest {};
+
+// The keys A and B of section S, C of T and the redirections of both, and a key of the settings
+// file's own section.
+class RedirectionTest : public SessionTest {
+protected:
+    static constexpr const char* kOther = "C:\\TC\\other.ini";
+
+    void Start(const std::string& settings, const std::string& other = "") {
+        world.PutUsualFiles("");
+        world.disk.Put(SessionWorld::kWincmdData,
+                       "[One]\nCategoryTargetSection=S\nA=0\nB=0\nRedirectSection=\n"
+                       "[Two]\nCategoryTargetSection=T\nC=0\n"
+                       "[Three]\nCategoryTargetSection=Configuration\nAlternateUserIni=\n");
+        Write(settings);
+        if (!other.empty()) {
+            world.disk.Put(kOther, other);
+        }
+        world.disk.Wait(10);
+        ASSERT_TRUE(world.Start());
+    }
+    // As another program does it.
+    void Write(const std::string& settings) {
+        world.disk.Put(SessionWorld::kWincmd, settings + "[Configuration]\n");
+        world.disk.Wait(10);
+    }
+    std::string Main() const { return world.disk.BytesOf(SessionWorld::kWincmd); }
+    std::string Other() const { return world.disk.BytesOf(kOther); }
+};
+
+// Every pair of a pending and an initial state, on every way there, against the bytes of the file.
+TEST_F(OpenSettingsTest, EachPendingStateBecomesTheLinesThatItStandsFor) {
+    using enum KeyState;
+    const struct {
+        const char* before;
+        const char* script;
+        KeyState state;
+        const char* shown;
+        const char* after;
+    } cases[] = {
+        {"[T]\nA=1\n", "sd", ToBeDeleted, "K", "[T]\nA=1\n"},
+        {"[T]\nA=1\n;end\n", "s", ValueSet, "K=new", "[T]\nA=1\nK=new\n;end\n"},
+        {"[T]\nA=1\n;end\n", "sc", ToBeCommented, "K=new", "[T]\nA=1\n;K=new\n;end\n"},
+        {"[T]\nK=1\nA=1\nk=2\n", "d", ToBeDeleted, "K", "[T]\nA=1\n"},
+        {"[T]\n K = 1 \nA=1\nk=2\n", "s", ValueSet, "K=new", "[T]\n K = new \nA=1\nk=2\n"},
+        {"[T]\n K = 1\nA=1\nk=2\n", "c", ToBeCommented, "K=1", "[T]\n ;K = 1\nA=1\n"},
+        {"[T]\n;K=1\nA=1\n;K=2\n", "d", ToBeDeleted, "K", "[T]\nA=1\n"},
+        {"[T]\n ;K = 1\nA=1\n;k=2\n", "s", ValueSet, "K=new", "[T]\n K = new\nA=1\n"},
+        {"[T]\n;K=1\nA=1\n;K=2\n", "sc", ToBeCommented, "K=new", "[T]\n;K=new\nA=1\n;K=2\n"},
+        // Both forms are there: the active one counts, and a line of the wanted form is used.
+        {"[T]\n;K=0\nK=1\n", "d", ToBeDeleted, "K", "[T]\n;K=0\n"},
+        {"[T]\n;K=0\nK=1\n", "s", ValueSet, "K=new", "[T]\n;K=0\nK=new\n"},
+        {"[T]\n;K=0\nA=1\nK=1\n", "c", ToBeCommented, "K=1", "[T]\n;K=1\nA=1\n"},
+        // Taken back and done again, with saves in between.
+        {"[T]\nK=1\n", "su", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\n", "su", ToBeDeleted, "K", "[T]\n"},
+        {"[T]\n;K=1\n", "su", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\nK=1\n", "du", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\nK=1\n", "dur", ToBeDeleted, "K", "[T]\n"},
+        {"[T]\nK=1\n", "cu", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\nK=1\n", "cur", ToBeCommented, "K=1", "[T]\n;K=1\n"},
+        {"[T]\nK=1\n", "cwu", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\nK=1\n", "swu", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\nK=1\n", "swuwr", ValueSet, "K=new", "[T]\nK=new\n"},
+        {"[T]\nK=1\n", "dwu", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\nK=1\n", "e", ValueSet, "K=", "[T]\nK=\n"},
+        {"[T]\nK=1\n", "eur", ToBeDeleted, "K", "[T]\n"},
+        {"[T]\nK=1\n", "sdcuu", ValueSet, "K=1", "[T]\nK=1\n"},
+        {"[T]\nK=1\n", "scuurr", ToBeCommented, "K=new", "[T]\n;K=new\n"},
+        // What was taken back is gone with the next change.
+        {"[T]\nK=1\n", "sucr", ToBeCommented, "K=1", "[T]\n;K=1\n"},
+    };
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(testing::PrintToString(testCase.before) + " " + testCase.script);
+        Start(testCase.before);
+        for (const char letter : std::string(testCase.script)) {
+            Play(letter);
+        }
+        EXPECT_EQ(Selection().Record(2).currentState, testCase.state);
+        EXPECT_EQ(VisibleText(Selection().Record(2)), testCase.shown);
+        EXPECT_TRUE(TargetFile().IsModified());
+        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        EXPECT_EQ(Saved(), testCase.after);
+        EXPECT_FALSE(TargetFile().IsModified());
+        EXPECT_EQ(Selection().Record(2).initialState, Selection().Record(2).currentState);
+        const int replaces = world.disk.replaces;
+        TargetFile().SaveToSettingsFile();
+        EXPECT_EQ(world.disk.replaces, replaces) << "nothing is left to save";
+    }
+}
+
+// Two traps of real files: quotes that reading strips, and values longer than any buffer.
+TEST_F(OpenSettingsTest, QuotesAndLongValuesSurvive) {
+    const std::string command = "\"C:\\dir\\x.exe\" \"%1\"";
+    const std::string tail(5000, 'v');
+    Start("[T]\nK=" + tail + "\nA=\"" + command + "\"\nZ='single'\n");
+    EXPECT_EQ(Selection().Record(1).currentValue, command);
+
+    Commands().CommentKey();
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(Saved(), HasSubstr(";K=" + tail + "\n")) << "the line's own text moves";
+    Commands().Undo();
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(Saved(), HasSubstr("\nK=" + tail.substr(1)));
+    EXPECT_THAT(Saved(), HasSubstr(tail));
+
+    // Taken back to what the file says: the line stays as it is, its own quotes included.
+    Selection().ShowKeyDetails(2);
+    Commands().SetValue("x");
+    Commands().Undo();
+    Selection().ShowKeyDetails(0);
+    Commands().SetValue(command + " ");
+    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(Saved(), HasSubstr("\nZ='single'\n"));
+    EXPECT_THAT(Saved(), HasSubstr("\nA=\"" + command + "\"\n"));
+    EXPECT_EQ(Selection().Record(1).currentValue, command) << "the record holds what was stored";
+}
+
+TEST_F(OpenSettingsTest, AFailedSaveHasNotHappened) {
+    const struct {
+        FileError read;
+        FileError replace;
+        const char* reason;
+    } cases[] = {
+        {FileError::None, FileError::ReadOnly, "read-only"},
+        {FileError::InUse, FileError::None, "Another program"},
+        {FileError::IsFolder, FileError::None, "folder"},
+        {FileError::None, FileError::DiskFull, "disk is full"},
+    };
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(testCase.reason);
+        Start("[T]\nK=1\n");
+        Commands().SetValue("2");
+        world.disk.FailReads(SessionWorld::kWincmd, testCase.read);
+        world.disk.FailReplaces(SessionWorld::kWincmd, testCase.replace);
+        world.prompts.messages.clear();
+        EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+        EXPECT_THAT(world.prompts.messages, ElementsAre(AllOf(HasSubstr(SessionWorld::kWincmd),
+                                                              HasSubstr(testCase.reason))));
+        EXPECT_TRUE(TargetFile().IsModified());
+        world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
+        world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
+        EXPECT_EQ(Saved(), "[T]\nK=1\n");
+        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        EXPECT_EQ(Saved(), "[T]\nK=2\n");
+    }
+}
+
+TEST_F(OpenSettingsTest, LeavingAsksFirst) {
+    const struct {
+        Answer answer;
+        FileError error;
+        bool mayLeave;
+        bool isSaved;
+    } cases[] = {
+        {Answer::Yes, FileError::None, true, true},
+        {Answer::Yes, FileError::ReadOnly, false, false},
+        {Answer::No, FileError::None, true, false},
+        {Answer::Cancel, FileError::None, false, false},
+    };
+    for (const auto& testCase : cases) {
+        world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
+        Start("[T]\nK=1\n");
+        EXPECT_TRUE(TargetFile().AskSaveSettings()) << "nothing is pending";
+        Commands().SetValue("2");
+        world.disk.FailReplaces(SessionWorld::kWincmd, testCase.error);
+        world.prompts.answers = {testCase.answer};
+        world.prompts.messages.clear();
+        EXPECT_EQ(TargetFile().AskSaveSettings(), testCase.mayLeave);
+        EXPECT_EQ(world.prompts.messages.at(0), "?Save changes to  C:\\TC\\Wincmd.ini\n");
+        EXPECT_EQ(Saved() == "[T]\nK=2\n", testCase.isSaved);
+    }
+}
+
+TEST_F(RedirectionTest, SectionsAreReadWhereTheirRedirectionLeads) {
+    world.environment.variables["DIR"] = "C:\\TC";
+    const char* const other = "[S]\nA=other\n";
+    const struct {
+        const char* settings;
+        const char* other;
+        const char* row;  // of A
+        bool isLoop = false;
+    } cases[] = {
+        {"[S]\nA=main\nRedirectSection=other.ini\n", other, "A=other"},
+        {"[S]\nredirectsection = other.ini  \nA=main\n", other, "A=other"},
+        {"[S]\nRedirectSection=.\\other.ini\n", other, "A=other"},
+        {"[S]\nRedirectSection=%DIR%\\OTHER.ini\n", other, "A=other"},
+        {"[S]\nRedirectSection=C:\\TC\\other.ini\n", other, "A=other"},
+        {"[S]\nA=main\nRedirectSection=0\n", other, "A=main"},
+        {"[S]\nA=main\nRedirectSection=\n", other, "A=main"},
+        {"[S]\nA=main\nRedirectSection=1\n", other, "A=main"},
+        {"[Configuration]\nAlternateUserIni=%DIR%\\other.ini\n[S]\nA=main\nRedirectSection=1\n",
+         other, "A=other"},
+        {"[S]\nA=main\n;RedirectSection=other.ini\n", other, "A=main"},
+        {"[S]\nA=main\n[S]\nRedirectSection=other.ini\n", other, "A=main"},
+        {"[S]\nA=main\nRedirectSection=gone.ini\n", other, "A"},
+        // Followed once, and not back to where it came from.
+        {"[S]\nRedirectSection=other.ini\n", "[S]\nA=other\nRedirectSection=third.ini\n",
+         "A=other"},
+        {"[S]\nA=main\nRedirectSection=Wincmd.ini\n", other, "A=main", true},
+        {"[S]\nA=main\nRedirectSection=other.ini\n", "[S]\nA=x\nRedirectSection=wincmd.ini\n",
+         "A=main", true},
+    };
+    const std::string loop = "!" + std::string(BuiltInText(text::kRedirectionLoop)) + " [S]";
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(testCase.settings);
+        world.prompts.messages.clear();
+        Start(testCase.settings, testCase.other);
+        EXPECT_EQ(world.Rows()[0], testCase.row);
+        EXPECT_EQ(world.prompts.messages, std::vector<std::string>(testCase.isLoop ? 1 : 0, loop));
+    }
+}
+
+TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
+    Start("[S]\nA=1\nRedirectSection=other.ini\n[T]\nRedirectSection=C:\\TC\\new.ini\n",
+          "[S]\n; theirs\n;A=2\n");
+    EXPECT_EQ(TargetFile().TargetPanel(), "Target Section:  [S]  other.ini");
+    Selection().ShowKeyDetails(2);
+    EXPECT_EQ(TargetFile().TargetPanel(), "Target Section:  [S]");  // of the key itself
+    Set(0, "3");
+    Set(3, "4");
+    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_EQ(Other(), "[S]\n; theirs\nA=3\n");
+    EXPECT_EQ(world.disk.BytesOf("C:\\TC\\new.ini"), "[T]\r\nC=4\r\n");
+    EXPECT_THAT(Main(), HasSubstr("[S]\nA=1\nRedirectSection"));
+
+    // A file that can not be written is named; the others are written.
+    Set(0, "5");
+    Set(3, "6");
+    world.disk.FailReplaces(kOther, FileError::ReadOnly);
+    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr(kOther));
+    EXPECT_EQ(world.disk.BytesOf("C:\\TC\\new.ini"), "[T]\r\nC=6\r\n");
+    EXPECT_TRUE(TargetFile().IsModified());
+    world.disk.FailReplaces(kOther, FileError::None);
+    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_EQ(Other(), "[S]\n; theirs\nA=5\n");
+
+    // Without its redirection a section is read from the settings file again.
+    Selection().ShowKeyDetails(2);
+    Commands().DeleteKey();
+    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_EQ(world.Rows()[0], "A=1");
+    EXPECT_THAT(Main(), HasSubstr("[S]\nA=1\n[T]"));
+}
+
+TEST_F(RedirectionTest, WhatOtherProgramsChangeIsTakenOver) {
+    Start("[S]\nA=1\nB=1\n[T]\nC=1\n");
+    Set(1, "mine");
+    Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
+    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_THAT(world.Rows(),
+                ElementsAre("A=2", "B=mine", "RedirectSection", "C=2", "AlternateUserIni"));
+    EXPECT_THAT(world.prompts.asked, IsEmpty());
+    EXPECT_TRUE(TargetFile().IsModified());
+
+    // A time stamp alone is no change.
+    Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
+    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+
+    // The same key on both sides: asked again until it is decided.
+    Write("[S]\n;B=theirs\n");
+    world.prompts.cancelsConflicts = true;
+    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::PutOff);
+    EXPECT_THAT(world.prompts.asked, ElementsAre("[S] B: B=mine | ;B=theirs"));
+    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(Main(), HasSubstr(";B=theirs"));
+    world.prompts.cancelsConflicts = false;
+    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_EQ(Main(), "[S]\nB=mine\n[Configuration]\n");
+
+    Set(1, "mine");
+    Commands().DeleteKey();
+    Write("[S]\nB=\"\"theirs\"\"\n");
+    world.prompts.conflictsToTake = {true};
+    world.prompts.asked.clear();
+    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(world.prompts.asked, ElementsAre("[S] B:  | B=\"theirs\""));
+    EXPECT_EQ(world.Rows()[1], "B=\"theirs\"");
+    EXPECT_EQ(Main(), "[S]\nB=\"\"theirs\"\"\n[Configuration]\n");
+
+    // What comes to the same is no conflict.
+    world.prompts.asked.clear();
+    Set(1, "same");
+    Write("[S]\nB=same\n");
+    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_THAT(world.prompts.asked, IsEmpty());
+}
+
+TEST(BackupDifferencesTest, DiffersInKeysAndNotInTheirPlaces) {
+    const auto parsed = [](const char* bytes) { return IniDocument::Parse(bytes, 1252); };
+    const auto differences =
+        CompareBackup(parsed("[S]\nGone=1\nK=old\nK=twice\n;C=1\n[Q]\nSame=\"1\"\n"),
+                      parsed("[Q]\r\nSAME = 1\r\n[s]\r\nk=new\r\nC=1\r\nNew=\r\n"));
+    std::vector<std::string> lines;
+    for (const BackupDifference& difference : differences) {
+        lines.push_back(difference.key + ": " + difference.inBackup + " | " + difference.now);
+    }
+    EXPECT_THAT(lines, ElementsAre("[s] k: k=old | k=new", "[s] C:  | C=1",
+                                   "[s] New:  | New=", "[S] Gone: Gone=1 | ", "[S] C: ;C=1 | "));
+}
+
+}  // namespace
+}  // namespace tamarind

@@ -1,0 +1,165 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/model/fakes/SessionTest.h"
+
+namespace tamarind {
+namespace {
+
+using testing::ElementsAre;
+
+class WorkplaceTest : public SessionTest {
+protected:
+    void Start(const std::string& ownSettings) {
+        StartWith({"[Configuration]\r\n", "", ownSettings});
+    }
+};
+
+TEST_F(WorkplaceTest, TextsComeFromTheLanguageFileInItsEncoding) {
+    const struct {
+        const char* file;
+        const char* fontScript;
+        const char* ok;  // text 1008
+        bool isRightToLeft = false;
+    } cases[] = {
+        {"[UserLanguage]\n1009=x\n1008=\n", "1", "OK"},
+        {"[UserLanguage]\n1008=\" Okay \"\n", "1", " Okay "},
+        {"[UserLanguage]\n1008=\xC4\xE0\n", "204", "\xD0\x94\xD0\xB0"},      // Cyrillic
+        {"\xEF\xBB\xBF[UserLanguage]\n1008=\xD0\x94\n", "178", "\xD0\x94"},  // by its mark
+        {"[UserLanguage]\nRightToLeftLanguage=1\n1008=\xE4\n", "178", "\xD9\x86", true},  // Arabic
+    };
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(testCase.file);
+        world.disk.Put("C:\\Tamarind\\Languages\\x.lng", testCase.file);
+        world.environment.variables["TOOLS"] = "C:\\Tamarind";
+        Start(std::string("[Common]\nLanguageFile=%TOOLS%\\Languages\\x.lng\n"
+                          "[ConfigurationEditor]\nUseDefaultLanguage=0\nFontScript=") +
+              testCase.fontScript);
+        EXPECT_EQ(Place().Text(1008), testCase.ok);
+        EXPECT_EQ(Place().Texts().IsRightToLeft(), testCase.isRightToLeft);
+    }
+    Start("[Common]\nLanguageFile=C:\\gone.lng\n[ConfigurationEditor]\nUseDefaultLanguage=0\n");
+    EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
+    EXPECT_EQ(Place().Text(1008), "OK");
+}
+
+TEST_F(WorkplaceTest, OneLanguageHoldsUntilAWindowOrTheOptionsTakeAnother) {
+    world.disk.Put("C:\\a.lng", "[UserLanguage]\n1008=a\n");
+    world.disk.Put("C:\\b.lng", "[UserLanguage]\n1008=b\n");
+    Start("[Common]\nLanguageFile=C:\\a.lng\n[ConfigurationEditor]\nUseDefaultLanguage=0\n");
+    world.disk.Put("C:\\a.lng", "[UserLanguage]\n1008=new\n");
+    world.disk.stamps = world.disk.reads = 0;
+    for (std::uint16_t number = 1000; number < 1100; ++number) {
+        EXPECT_NE(Place().Text(number), "new");
+    }
+    EXPECT_EQ(world.disk.stamps + world.disk.reads, 0);
+    Place().RefreshLanguage();
+    EXPECT_EQ(Place().Text(1008), "new");
+
+    // Another copy of the program chooses another one: this one follows when the dialog is gone.
+    world.disk.Put(SessionWorld::kOwnSettings,
+                   "[Common]\nLanguageFile=C:\\b.lng\n[ConfigurationEditor]\n"
+                   "UseDefaultLanguage=0\n");
+    Place().Options().Begin();
+    Place().RefreshLanguage();
+    EXPECT_EQ(Place().Text(1008), "new");
+    Place().Options().End();
+    EXPECT_EQ(Place().Text(1008), "b");
+
+    // A file that vanishes is said once, also by options that name it still.
+    world.disk.Remove("C:\\b.lng");
+    for (int time = 0; time < 2; ++time) {
+        Place().RefreshLanguage();
+        Place().Options().Begin();
+        Place().Options().End();
+        EXPECT_EQ(Place().Text(1008), "OK");
+    }
+    EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
+    Place().Options().Begin();
+    Place().Options().Apply();
+    Place().Options().End();
+    EXPECT_EQ(world.prompts.messages.size(), 2U) << "who insists on it hears it again";
+}
+
+// What each way to leave the options window makes of its choices, in memory and in the file.
+TEST_F(WorkplaceTest, OptionsAreStoredWhenTheyAreApplied) {
+    world.disk.Put("C:\\my.lng", "[UserLanguage]\n3080=nichts\n3077=Stueck\n");
+    Start("[ConfigurationEditor]\nForegroundColor=1\nAutoSelectNextKey=0\nFontName=Old\n");
+    OptionsEditor& options = Place().Options();
+    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
+    Place().Options().Begin();
+    EXPECT_EQ(options.Values().languageFile, "");
+    Place().Options().Apply();
+    Place().Options().End();
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
+
+    // Colours and the font count at once, and only until the window opens again.
+    const FontChoice font = {"New", 12, 1, 204};
+    world.prompts.colorsToChoose = {"255", "16711935"};
+    world.prompts.fontsToChoose = {font, font};
+    Place().Options().Begin();
+    options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
+    EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
+    EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{1});
+    EXPECT_TRUE(options.SelectFont());
+    Place().Options().End();
+    EXPECT_EQ(Place().OwnSettings().Values().foregroundColor, 255);
+    EXPECT_FALSE(Commands().SelectsNextKey());
+    Place().OwnSettings().SaveSettings();  // as the program's end does it
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
+    Place().Options().Begin();
+    EXPECT_FALSE(options.IsChanged());
+    EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 1);
+    EXPECT_EQ(Place().OwnSettings().Values().fontName, "Old");
+
+    EXPECT_TRUE(options.SelectFont());
+    EXPECT_TRUE(options.IsChanged());
+    options.SetLanguageFile("C:\\my.lng");
+    options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, false);
+    options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
+    EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
+    EXPECT_TRUE(Place().Options().Apply());
+    EXPECT_FALSE(options.IsChanged());
+    Place().Options().End();
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ForegroundColor"), "16711935");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "New");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontSize"), "12");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontStyle"), "1");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontScript"), "204");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "AutoSelectNextKey"), "1");
+    EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "C:\\my.lng");
+    EXPECT_EQ(Selection().CounterPanel(), "3  Stueck");
+    Selection().ShowKeyDetails(1);
+    EXPECT_EQ(Selection().Description(), "nichts");
+
+    // A language that is gone by then is named once; a settings file that can not be written, too.
+    // One that can not be read changes nothing.
+    world.disk.FailReads(SessionWorld::kOwnSettings, FileError::InUse);
+    Place().Options().Begin();
+    EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 16711935);
+    EXPECT_EQ(options.Values().languageFile, "C:\\my.lng");
+    world.disk.FailReads(SessionWorld::kOwnSettings, FileError::None);
+    options.SetLanguageFile("C:\\gone.lng");
+    world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
+    EXPECT_FALSE(Place().Options().Apply());
+    EXPECT_TRUE(options.IsChanged());
+    Place().Options().End();
+    EXPECT_EQ(world.prompts.messages.back(), "XCannot find language file!");
+    EXPECT_EQ(world.prompts.messages.size(), 2U);
+    EXPECT_EQ(Selection().CounterPanel(), "3  Key(s)");
+}
+
+TEST_F(WorkplaceTest, HelpIsOpenedInTheFormThatIsThere) {
+    Start("");
+    Place().ShowHelpTopics();
+    EXPECT_EQ(world.prompts.messages.back(), "XFile not found.");
+    world.disk.Put("C:\\Tamarind\\help\\index.html", "");
+    Place().ShowHelpTopics();
+    world.disk.Put("C:\\Tamarind\\Readme.chm", "");
+    Place().ShowHelpTopics();
+    EXPECT_THAT(world.programs.calls, ElementsAre("open C:\\Tamarind\\help\\index.html",
+                                                  "open C:\\Tamarind\\Readme.chm"));
+}
+
+}  // namespace
+}  // namespace tamarind
