@@ -17,11 +17,8 @@ Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 Every command checks first and writes nothing when something is wrong. The exit code is then 1.
 
 Each folder in knowledge/ makes one data file out of its *.tsv files in the order of their names.
-A line there is a comment (#), a heading (/Heading), the beginning of a category
-([Category name]<TAB>Section) or a key: name, default, type, description, values and notes between
-tabs. Values and notes are lists with " | " between; a value reads "value = meaning". The name of a
-numbered family holds a range, as in Filter{1..9}; {n} in the other fields is the number then. What
-a type is stands in value_types.py and docs/data_files.md.
+What the lines of a table are and what a family of keys is stands in docs/data_files.md, the types
+there and in value_types.py.
 """
 
 from __future__ import annotations
@@ -48,6 +45,11 @@ OUTSIDE_TYPES = "outside_types.tsv"
 TARGET_SECTION = "TargetIniFile"
 CATEGORY_TARGET = "CategoryTargetSection"
 
+# What every color key says about its value.
+COLOR_NOTE = ("A color is red + 256 x green + 65536 x blue (each 0 to 255), or $BBGGRR in "
+              "hexadecimal.")
+SINCE = "Since version "  # begins the last note of a key
+
 # The editor reads a data file through buffers of 4096 characters.
 MAX_VALUE = 4095
 MAX_NAMES = 4094  # of all keys of a category, or of all categories; each name is followed by a null
@@ -57,7 +59,7 @@ CORPUS_GOAL = 0.95
 
 @dataclass
 class Row:
-    """A key or a numbered family of keys, as it stands in its source file."""
+    """A key or a family of keys, as it stands in its source file."""
 
     where: str
     name: str
@@ -66,21 +68,27 @@ class Row:
     description: str
     values: list[str]
     notes: list[str]
-    numbers: range | None = None  # of a family
+    members: list[str] = field(default_factory=list)  # of a family: what stands for its braces
     type: ValueType = field(default_factory=lambda: parse_type("string", {}))
 
-    @property
-    def pattern(self) -> str:
-        """The name, with # for the numbers of a family."""
-        return re.sub(r"\{.*\}", "#", self.name)
+    def pattern(self, name: str) -> str:
+        """The name of a member, with # for its number if all members are numbers."""
+        is_numbered = self.members and all(member.isdigit() for member in self.members)
+        return re.sub(r"\{.*\}", "#", self.name) if is_numbered else name
 
-    def key(self, number: int | None) -> tuple[str, str]:
-        """The name and the entry of the key, or of this member of the family."""
-        lines = [self.description, *self.values, *self.notes]
-        name, entry = self.name, f"{self.default}///{'@'.join(lines)}"
-        if number is None:
-            return name, entry
-        return re.sub(r"\{.*\}", str(number), name), entry.replace("{n}", str(number))
+    def key(self, member: str | None, category: Category) -> tuple[str, str]:
+        """The name and the entry of the key, or of this member of the family, in the category."""
+        lines = [self.description, *self.values, *self.all_notes(category)]
+        entry = f"{self.default}///{'@'.join(lines)}".replace("{section}", category.section)
+        if member is None:
+            return self.name, entry
+        return re.sub(r"\{.*\}", lambda _: member, self.name), entry.replace("{n}", member)
+
+    def all_notes(self, category: Category) -> list[str]:
+        """Its own notes, that on colors and those of the category; the one on versions is last."""
+        notes = [*self.notes, *([COLOR_NOTE] if self.kind.startswith("color") else []),
+                 *category.notes]
+        return sorted(notes, key=lambda note: note.startswith(SINCE))
 
 
 @dataclass
@@ -91,14 +99,15 @@ class Category:
     name: str
     section: str = ""
     rows: list[Row] = field(default_factory=list)
+    notes: list[str] = field(default_factory=list)  # of every key
 
     def keys(self) -> Iterator[tuple[Row, str, str]]:
-        """Row, name and entry of every key; neighbouring families of one range take turns."""
-        for numbers, group in groupby(self.rows, key=lambda row: row.numbers):
+        """Row, name and entry of every key; neighbouring families of the same members take turns."""
+        for members, group in groupby(self.rows, key=lambda row: row.members):
             rows = list(group)
-            for number in [None] if numbers is None else numbers:
+            for member in members or [None]:
                 for row in rows:
-                    yield row, *row.key(number)
+                    yield row, *row.key(member, self)
 
 
 class Knowledge:
@@ -126,7 +135,7 @@ class Knowledge:
                 yield category.section, name, row
 
     def types(self) -> TypeTable:
-        return TypeTable((section, name, row.pattern, row.type)
+        return TypeTable((section, name, row.pattern(name), row.type)
                          for section, name, row in self.keys())
 
     def _fault(self, where: str, message: str) -> None:
@@ -145,18 +154,31 @@ class Knowledge:
                 self._fault(where, "control character or CR line end")
             elif line.startswith(("/", "[")):
                 self._read_category(where, line)
+            elif line.startswith("+ "):
+                self._read_note(where, line[2:], self.categories[first:])
             elif line and not line.startswith("#"):
                 self._read_row(where, line, self.categories[first:])
 
     def _read_category(self, where: str, line: str) -> None:
-        match = re.fullmatch(r"(/[^\t\]]+)|\[([^]/\t][^]\t]*)\]\t([^\t]+)", line)
+        match = re.fullmatch(r"(/[^\t\]]+)|\[([^]/\t][^]\t]*)\]\t([^\t]+)(?:\t([^\t]+))?", line)
         if not match:
             self._fault(where, "neither a heading nor a category, and no key begins with / or [")
             return
-        heading, name, section = match.groups(default="")
+        heading, name, section, repeated = match.groups(default="")
         if any(text != text.strip() for text in (heading, name, section)):
             self._fault(where, "blanks at the edge of a name")
-        self.categories.append(Category(where, heading or name, section))
+        rows = [row for one in self.categories if one.name == repeated for row in one.rows]
+        if repeated and not rows:
+            self._fault(where, f"no category '{repeated}' before this one")
+        self.categories.append(Category(where, heading or name, section, rows))
+
+    def _read_note(self, where: str, text: str, categories: list[Category]) -> None:
+        if not categories or not categories[-1].section:
+            self._fault(where, "note outside a category")
+        elif "@" in text or "///" in text or text != text.strip(" "):
+            self._fault(where, f"@, /// or blanks at the edge in '{text}'")
+        else:
+            categories[-1].notes.append(text)
 
     def _read_row(self, where: str, line: str, categories: list[Category]) -> None:
         fields = line.split("\t")
@@ -172,18 +194,18 @@ class Knowledge:
         name, default, kind, description, values, notes = (fields + ["", ""])[:6]
         row = Row(where, name, default, kind, description,
                   values.split(" | ") if values else [], notes.split(" | ") if notes else [])
-        self._read_range(row)
+        self._read_members(row)
         self._check_row(row, categories[-1])
         categories[-1].rows.append(row)
 
-    def _read_range(self, row: Row) -> None:
-        match = re.fullmatch(r"[^{}]*\{(\d+)\.\.(\d+)\}[^{}]*", row.name)
-        if match and int(match[1]) < int(match[2]):
-            row.numbers = range(int(match[1]), int(match[2]) + 1)
-        elif re.search(r"[{}]", row.name):
-            self._fault(row.where, f"the range of {row.name} is not {{first..last}}")
-        elif "{n}" in "".join(row.key(None)):
-            self._fault(row.where, "{n} without a range in the name")
+    def _read_members(self, row: Row) -> None:
+        match = re.fullmatch(r"[^{}]*\{([^{}]*)\}[^{}]*", row.name)
+        if match:
+            row.members = members_of(match[1])
+        if re.search(r"[{}]", row.name) and not row.members:
+            self._fault(row.where, f"the braces of {row.name} hold neither first..last nor a list")
+        elif not match and "{n}" in "".join([row.default, row.description, *row.values, *row.notes]):
+            self._fault(row.where, "{n} without braces in the name")
 
     def _check_row(self, row: Row, category: Category) -> None:
         if not row.name or re.search("[=#]", row.name) or row.name.startswith(";"):
@@ -216,7 +238,7 @@ class Knowledge:
             return
         for fault in row.type.faults():
             self._fault(row.where, f"{fault}, type '{row.kind}'")
-        default = row.default.replace("{n}", str(row.numbers[0]) if row.numbers else "")
+        default = row.default.replace("{n}", row.members[0] if row.members else "")
         if default and not row.type.accepts(default):
             self._fault(row.where, f"the default {default} is not of the type '{row.kind}'")
 
@@ -263,6 +285,19 @@ class Knowledge:
                     other = rows.get(companion.lower(), row)
                     if not isinstance(other.type, IntType):
                         self._fault(row.where, f"{companion} is no number of this section")
+
+
+def members_of(braces: str) -> list[str]:
+    """What may stand for the braces of a name: numbers or capital letters from first to last, or
+    the names of a list; nothing if they hold none of these."""
+    match = re.fullmatch(r"(?:(\d+)\.\.(\d+)|([A-Z])\.\.([A-Z]))", braces)
+    if match and match[1]:
+        return [str(number) for number in range(int(match[1]), int(match[2]) + 1)]
+    if match:
+        return [chr(code) for code in range(ord(match[3]), ord(match[4]) + 1)]
+    members = braces.split(",")
+    is_list = len(members) > 1 and ".." not in braces and all(one.strip() == one for one in members)
+    return members if is_list and all(members) else []
 
 
 def quoted(entry: str) -> str:

@@ -51,9 +51,12 @@ FAULTS = (
     (CATEGORY + "Key\t1\tint\tA.\n[More]\tconfiguration\nkey\t1\tstring\tA.\n", 4, "type 'int' at"),
     (CATEGORY + "Key\t\tfont Size\tA.\nSize\t\tstring\tA.\n", 2, "Size is no number"),
     (CATEGORY + "Key\t\tfont Size\tA.\n[More]\tMore\nSize\t\tint\tA.\n", 2, "Size is no number"),
-    (CATEGORY + "Key{3..1}\t1\tint\tA.\n", 2, "range of Key{3..1}"),
-    (CATEGORY + "Key{n}\t1\tint\tA.\n", 2, "range of Key{n}"),
-    (CATEGORY + "Key\t1\tint\tNumber {n}.\n", 2, "without a range"),
+    (CATEGORY + "Key{3..1}\t1\tint\tA.\n", 2, "braces of Key{3..1}"),
+    (CATEGORY + "Key{n}\t1\tint\tA.\n", 2, "braces of Key{n}"),
+    (CATEGORY + "Key{a, b}\t1\tint\tA.\n", 2, "braces of Key{a, b}"),
+    ("[Again]\tLayout\tPanels\n", 1, "no category 'Panels' before"),
+    ("+ A.\n", 1, "note outside a category"),
+    (CATEGORY + "Key\t1\tint\tNumber {n}.\n", 2, "without braces"),
     ("".join(f"[{'x' * 50}{n}]\tLayout\nKey\t1\tint\tA.\n" for n in range(90)), 155, "too many"),
 )
 
@@ -117,6 +120,12 @@ Editor	"a.exe" "%1"	string	Quotes at one end.
 Quoted	"	string	Quotes at both "ends"
 [Size]	configuration
 Size	9	int 1..	Points.
+[Colors]	Colors
+C+{B..C}		string	Ctrl+{n}.
+C+{B..C}_params		string	Parameters.
+{my,the text}_8		color	Of {n}.		Since version 9. | Standard.
+[More colors]	Dark	Colors
++ Of [{section}].
 """
 
 WRITTEN = rb'''[TargetIniFile]
@@ -146,7 +155,25 @@ Quoted=""///Quotes at both "ends""
 [Size]
 CategoryTargetSection=configuration
 Size=9///Points.
-'''.replace(b"\n", b"\r\n")
+
+[Colors]
+CategoryTargetSection=Colors
+C+B=///Ctrl+B.
+C+B_params=///Parameters.
+C+C=///Ctrl+C.
+C+C_params=///Parameters.
+my_8=///Of my.@Standard.@COLOR@Since version 9.
+the text_8=///Of the text.@Standard.@COLOR@Since version 9.
+
+[More colors]
+CategoryTargetSection=Dark
+C+B=///Ctrl+B.@Of [Dark].
+C+B_params=///Parameters.@Of [Dark].
+C+C=///Ctrl+C.@Of [Dark].
+C+C_params=///Parameters.@Of [Dark].
+my_8=///Of my.@Standard.@COLOR@Of [Dark].@Since version 9.
+the text_8=///Of the text.@Standard.@COLOR@Of [Dark].@Since version 9.
+'''.replace(b"\n", b"\r\n").replace(b"COLOR", make_data_files.COLOR_NOTE.encode())
 
 WRITTEN_TYPES = b"""[Layout]
 Key=int
@@ -163,6 +190,22 @@ Size=int 1..
 [DirMenu]
 Editor=string
 Quoted=string
+
+[Colors]
+C+B=string
+C+B_params=string
+C+C=string
+C+C_params=string
+my_8=color
+the text_8=color
+
+[Dark]
+C+B=string
+C+B_params=string
+C+C=string
+C+C_params=string
+my_8=color
+the text_8=color
 """.replace(b"\n", b"\r\n")
 
 TABLE = """section	key	type	seen	confidence
