@@ -26,6 +26,7 @@ from __future__ import annotations
 import argparse
 import re
 import sys
+import textwrap
 from dataclasses import dataclass, field
 from itertools import groupby
 from pathlib import Path
@@ -44,6 +45,12 @@ DATA_FILES = {
 OUTSIDE_TYPES = "outside_types.tsv"
 TARGET_SECTION = "TargetIniFile"
 CATEGORY_TARGET = "CategoryTargetSection"
+
+# A description is read in a small pane: so many lines of so many characters may stand before the
+# values, and so many besides them in all.
+LINE_LENGTH = 80
+MAX_LINES_BEFORE = 2
+MAX_LINES_BESIDES = 6
 
 # What every color key says about its value.
 COLOR_NOTE = ("A color is red + 256 x green + 65536 x blue (each 0 to 255), or $BBGGRR in "
@@ -86,8 +93,8 @@ class Row:
 
     def all_notes(self, category: Category) -> list[str]:
         """Its own notes, that on colors and those of the category; the one on versions is last."""
-        notes = [*self.notes, *([COLOR_NOTE] if self.kind.startswith("color") else []),
-                 *category.notes]
+        of_type = [COLOR_NOTE] if self.kind.startswith("color") else []
+        notes = [*self.notes, *of_type, *category.notes]
         return sorted(notes, key=lambda note: note.startswith(SINCE))
 
 
@@ -256,6 +263,8 @@ class Knowledge:
                 self._check_keys(category)
 
     def _check_keys(self, category: Category) -> None:
+        for row in category.rows:
+            self._check_lines(row, category)
         names = {CATEGORY_TARGET.lower()}
         total = len(CATEGORY_TARGET) + 1
         for row, name, entry in category.keys():
@@ -272,6 +281,16 @@ class Knowledge:
         if total > MAX_NAMES:
             self._fault(category.where, f"names of the keys have {total} characters together")
 
+    def _check_lines(self, row: Row, category: Category) -> None:
+        _, entry = row.key(max(row.members, key=len, default=None), category)
+        description, *others = entry.partition("///")[2].split("@")
+        before = lines_of(description)
+        besides = before + sum(map(lines_of, others[len(row.values):]))
+        if before > MAX_LINES_BEFORE:
+            self._fault(row.where, f"{before} lines before the values")
+        if besides > MAX_LINES_BESIDES:
+            self._fault(row.where, f"{besides} lines besides the values")
+
     def _check_sections(self) -> None:
         sections: dict[str, dict[str, Row]] = {}
         for section, name, row in self.keys():
@@ -285,6 +304,11 @@ class Knowledge:
                     other = rows.get(companion.lower(), row)
                     if not isinstance(other.type, IntType):
                         self._fault(row.where, f"{companion} is no number of this section")
+
+
+def lines_of(text: str) -> int:
+    """How many lines of the description pane the text takes."""
+    return len(textwrap.wrap(text, LINE_LENGTH))
 
 
 def members_of(braces: str) -> list[str]:

@@ -38,6 +38,8 @@ FAULTS = (
     (CATEGORY + "Key\tfile:///c\tstring\tA.\n", 2, "/// in the default"),
     (CATEGORY + "Key\tc:/\tpath file\tA.\n", 2, "slash at its end"),
     (CATEGORY + f"Key\t1\tint\t{'x' * 4092}\n", 2, "4096 characters"),
+    (CATEGORY + f"Key\t1\tint\t{'word ' * 33}end\n", 2, "3 lines before"),
+    (CATEGORY + "+ A.\nKey\t1\tint\tA.\t\tA. | A. | A. | A. | A.\n", 3, "7 lines besides"),
     (CATEGORY + f"{'x' * 2034}{{10..11}}\t1\tint\tA.\n", 1, "4096 characters together"),
     (CATEGORY + "Key\t1\tenum 1 2\tA.\t1 = one | two\n", 2, "'two' is not"),
     (CATEGORY + "Key\t1\tenum 1\tA.\t1 = one | 1 = two\n", 2, "stands twice"),
