@@ -10,7 +10,7 @@ Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
   verify [FOLDER]         fails unless the files in FOLDER are what write would make
   coverage TABLE... [--corpus FOLDER]
                           fails unless the keys of these tables of known keys are described, and
-                          95 % of the settings in the settings files of FOLDER
+                          99 % of the settings that two or more settings files of FOLDER have
   types CORPUS_FOLDER     fails unless every value in the settings files of CORPUS_FOLDER is of its
                           type or stands with a reason in knowledge/outside_types.tsv
 
@@ -32,6 +32,7 @@ from itertools import groupby
 from pathlib import Path
 from typing import Iterator
 
+from settings_coverage import check_coverage, settings_in, settings_of
 from value_types import BadType, IntType, KnownOutside, TypeTable, ValueType, parse_type
 
 ROOT = Path(__file__).resolve().parent.parent
@@ -60,8 +61,6 @@ SINCE = "Since version "  # begins the last note of a key
 # The editor reads a data file through buffers of 4096 characters.
 MAX_VALUE = 4095
 MAX_NAMES = 4094  # of all keys of a category, or of all categories; each name is followed by a null
-
-CORPUS_GOAL = 0.95
 
 
 @dataclass
@@ -341,120 +340,6 @@ def data_file(knowledge: Knowledge, target: str) -> bytes:
     return "\r\n".join(sections).encode("ascii")
 
 
-class KnownKeys:
-    """A table of the keys of a settings file, in tab-separated columns: section, key, type, seen
-    (in how many real files) and confidence, and maybe more.
-
-    Rows of type pattern stand for more than one key: a number in their key stands for any number
-    and <...> for any text. Screens, plugins and connections have sections of their own, whose names
-    have such places too. Any other section that has nothing but patterns, apart from what the
-    program keeps there for itself, is a list: any key may stand in it.
-    """
-
-    OWN_KEYS = ("redirectsection", "$checksum$")
-    CACHE = "icondll_"  # a line for each button bar, in [ButtonbarCache] and often in [Buttonbar]
-    PLACE = re.compile(r"(<[^<>]+>|-?\d+)")
-    SECTION_PLACE = re.compile(r"(<[^<>]+>|PluginName|\d+(?=x)|(?<=x)\d+)")
-
-    def __init__(self, table: Path) -> None:
-        head, *lines = table.read_text(encoding="utf-8").splitlines()
-        self.name, self.settings = table.name, settings_of(table)
-        self.rows = [dict(zip(head.split("\t"), line.split("\t"))) for line in lines if line]
-        self.sections = {row["section"].lower() for row in self.rows}
-        self.patterns = [row for row in self.rows if row["type"] == "pattern"]
-        self.lists = {row["section"].lower() for row in self.patterns
-                      if not self.SECTION_PLACE.search(row["section"])} - {
-            row["section"].lower() for row in self.rows
-            if row["type"] != "pattern" and row["key"].lower() not in self.OWN_KEYS}
-
-    def fits(self, row: dict[str, str], section: str, key: str) -> bool:
-        """Whether the row speaks of this key; section and key are in lower case."""
-        own = row["section"].lower()
-        if own != section and (section in self.sections
-                               or not matches(self.SECTION_PLACE, row["section"], section)):
-            return False
-        if row["type"] != "pattern":
-            return row["key"].lower() == key
-        if own in self.lists and not self.PLACE.search(row["key"]):
-            return key not in self.OWN_KEYS
-        return matches(self.PLACE, row["key"], key)
-
-    def is_setting(self, section: str, key: str) -> bool:
-        """Whether the key stands for itself in a section of the table, even if no row has it."""
-        if section not in self.sections or section in self.lists and key not in self.OWN_KEYS:
-            return False
-        if key.startswith(self.CACHE):
-            return False
-        return not any(self.fits(row, section, key) for row in self.patterns)
-
-
-def settings_of(path: Path) -> str:
-    """Which settings file a table or a real file is about: its name begins with that name."""
-    return next(name for name in DATA_FILES if path.name.startswith(name))
-
-
-def matches(place: re.Pattern[str], example: str, name: str) -> bool:
-    """Whether the name is the example with other numbers and texts in its places."""
-    parts = place.split(example)  # every second part is a place
-    parts[::2] = map(re.escape, parts[::2])
-    parts[1::2] = [r"-?\d+" if part[-1].isdigit() else ".+" for part in parts[1::2]]
-    return re.fullmatch("".join(parts), name, re.IGNORECASE) is not None
-
-
-def check_table(known: KnownKeys, described: set[tuple[str, str]]) -> bool:
-    """Prints how many rows are described; must be those of keys that two real files have."""
-    counts = {True: [0, 0], False: [0, 0]}
-    for row in known.rows:
-        required = int(row["seen"]) >= 2 and row["confidence"] in ("high", "medium")
-        covered = any(known.fits(row, section, key) for section, key in described)
-        counts[required][covered] += 1
-        if required and not covered:
-            print(f"{known.name}: not described: [{row['section']}] {row['key']}")
-    print(f"{known.name}: {counts[True][1]} required rows are described, {counts[True][0]} not; "
-          f"of the others {counts[False][1]} are, {counts[False][0]} not")
-    return not counts[True][0]
-
-
-def settings_in(path: Path) -> Iterator[tuple[str, str, str]]:
-    """Section, key and value of every line in a settings file that has them."""
-    data = path.read_bytes()
-    encoding = {b"\xff\xfe": "utf-16", b"\xef\xbb": "utf-8-sig"}.get(data[:2], "latin-1")
-    section = ""
-    for line in map(str.strip, re.split("[\r\n]", data.decode(encoding))):
-        if line.startswith("["):
-            section = line[1:].split("]")[0].strip()
-        elif "=" in line and not line.startswith(";"):
-            key, _, value = map(str.strip, line.partition("="))
-            quoted_value = len(value) > 1 and value[0] == value[-1] and value[0] in "\"'"
-            yield section, key, value[1:-1] if quoted_value else value
-
-
-def check_corpus(folder: Path, tables: list[KnownKeys],
-                 described: dict[str, set[tuple[str, str]]]) -> bool:
-    """Prints how many of the settings in real files are described.
-
-    A setting is a key in a section of the tables that is no entry of a list and no member of a
-    numbered family: of histories, plugins, menus, caches or filters nobody can describe all. One
-    that no table has counts too, since its user would look for it. Sections of the user's own
-    screens, plugins and connections are in no table: a category has one section.
-    """
-    found: dict[tuple[str, str, str], int] = {}
-    for path in sorted(folder.glob("*.ini")):
-        settings = settings_of(path)
-        keys = {(section.lower(), key.lower()) for section, key, _ in settings_in(path)}
-        for section, key in keys:
-            if any(known.settings == settings and known.is_setting(section, key)
-                   for known in tables):
-                found[settings, section, key] = found.get((settings, section, key), 0) + 1
-    missing = [one for one in sorted(found) if one[1:] not in described[one[0]]]
-    for one in missing:
-        print(f"{folder.name}: not described: [{one[1]}] {one[2]}, in {found[one]} file(s)")
-    covered = len(found) - len(missing)
-    share = covered / len(found) if found else 0
-    print(f"{folder.name}: {covered} of {len(found)} settings are described ({share:.1%})")
-    return share >= CORPUS_GOAL
-
-
 def check_values(folder: Path, tables: dict[str, TypeTable], known: KnownOutside) -> bool:
     """Prints the values of real files that are outside their type; an empty one is in all types."""
     checked = outside = unknown = 0
@@ -488,15 +373,6 @@ def parse_arguments(arguments: list[str]) -> argparse.Namespace:
     return parser.parse_args(arguments)
 
 
-def check_coverage(knowledge: dict[str, Knowledge], tables: list[Path],
-                   corpus: Path | None) -> bool:
-    """Whether enough is described of what the tables know and, if there are any, of real files."""
-    described = {name: one.described() for name, one in knowledge.items()}
-    known = [KnownKeys(table) for table in tables]
-    succeeded = all([check_table(one, described[one.settings]) for one in known])
-    return (corpus is None or check_corpus(corpus, known, described)) and succeeded
-
-
 def write_files(knowledge: dict[str, Knowledge], types: dict[str, TypeTable],
                 folder: Path, only_verify: bool) -> bool:
     """Writes the data files and the files of types, or tells which of them are stale."""
@@ -522,7 +398,8 @@ def main(arguments: list[str]) -> int:
     print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
     succeeded = not faults
     if options.command == "coverage":
-        succeeded &= check_coverage(knowledge, options.tables, options.corpus)
+        described = {name: one.described() for name, one in knowledge.items()}
+        succeeded &= check_coverage(described, options.tables, options.corpus)
     elif options.command == "types":
         succeeded &= check_values(options.corpus, types, outside)
     elif options.command != "check" and not faults:

@@ -219,14 +219,17 @@ Menu	entry	pattern	3	high
 Menu	RedirectSection	text	3	high
 100x200 (8x16)	x	int	3	high
 <place>	Key	pattern	2	high
+Shortcuts	C+H	pattern	2	high
 """
 DESCRIBED = ("[Taken]\tMain\n", "Key\t1\tint\tA.\n", "Filter7\t1\tint\tA.\n",
              "[Menu]\tMenu\nanything\t1\tint\tA.\n", "RedirectSection\t\tstring\tA.\n",
              "[Screen]\t300x100 (8x18)\nx\t1\tint\tA.\n", "[Place]\tHome\nKey\t1\tint\tA.\n",
-             "Other\t1\tint\tA.\n")
-# Three settings: Key, RedirectSection and Filters, which is in no table.
-SETTINGS = ("[main]\nKEY = 1\nFilter1=\n;Off=1\nFilters=1\nIconDll_a.bar=1\n"
-            "[menu]\na=1\nredirectsection=1\n[Else]\na=1\n")
+             "Other\t1\tint\tA.\n", "[Keys]\tShortcuts\nC+{A..Z}\t\tstring\tA.\n")
+# Three settings: Key, RedirectSection and a shortcut.
+COMMON = ("[main]\nKEY = 1\nFilter1=\n;Off=1\nIconDll_a.bar=1\n"
+          "[menu]\na=1\nredirectsection=1\n[Else]\na=1\n[Shortcuts]\nC+D=1\n")
+# Two that nobody describes; the first is in no table.
+UNKNOWN = "[main]\nFilters=1\n[shortcuts]\nF3=1\n"
 
 
 class MakeDataFilesTest(unittest.TestCase):
@@ -331,11 +334,17 @@ class MakeDataFilesTest(unittest.TestCase):
             missing = [one.split("described: ")[1] for one in text.splitlines()[:-1]]
             self.assertEqual((code, missing), (1 if expected else 0, expected))
         self.put("knowledge/wincmd/1-first.tsv", "".join(DESCRIBED))
+        coverage = ("coverage", table, "--corpus", str(self.folder / "files"))
+        self.put("files/wincmd_2.ini", COMMON)
         for encoding in ("utf-16", "utf-8-sig", "cp1252"):
-            self.put("files/wincmd_1.ini", SETTINGS, encoding)
-            code, text = self.run_tool("coverage", table, "--corpus", str(self.folder / "files"))
-            self.assertEqual(code, 1)
-            self.assertIn("[main] filters, in 1 file(s)\nfiles: 2 of 3 settings", text)
+            self.put("files/wincmd_1.ini", COMMON + UNKNOWN, encoding)
+            code, text = self.run_tool(*coverage)
+            self.assertEqual(code, 0)
+            for line in ("not described: [main] filters, in 1 file(s)", "50.0% of 2 shortcuts",
+                         "60.0% of 5 settings", "100.0% of 3 settings in two or more"):
+                self.assertIn(f"files: {line}", text)
+        self.put("files/wincmd_2.ini", COMMON + UNKNOWN)
+        self.assertEqual(self.run_tool(*coverage)[0], 1)
 
 
 if __name__ == "__main__":
