@@ -10,18 +10,15 @@ Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
   verify [FOLDER]         fails unless the files in FOLDER are what write would make
   coverage TABLE... [--corpus FOLDER]
                           fails unless the keys of these tables of known keys are described, and
-                          95 % of the settings in the settings files of FOLDER
+                          99 % of the settings that two or more settings files of FOLDER have
   types CORPUS_FOLDER     fails unless every value in the settings files of CORPUS_FOLDER is of its
                           type or stands with a reason in knowledge/outside_types.tsv
 
 Every command checks first and writes nothing when something is wrong. The exit code is then 1.
 
 Each folder in knowledge/ makes one data file out of its *.tsv files in the order of their names.
-A line there is a comment (#), a heading (/Heading), the beginning of a category
-([Category name]<TAB>Section) or a key: name, default, type, description, values and notes between
-tabs. Values and notes are lists with " | " between; a value reads "value = meaning". The name of a
-numbered family holds a range, as in Filter{1..9}; {n} in the other fields is the number then. What
-a type is stands in value_types.py and docs/data_files.md.
+What the lines of a table are and what a family of keys is stands in docs/data_files.md, the types
+there and in value_types.py.
 """
 
 from __future__ import annotations
@@ -29,11 +26,13 @@ from __future__ import annotations
 import argparse
 import re
 import sys
+import textwrap
 from dataclasses import dataclass, field
 from itertools import groupby
 from pathlib import Path
 from typing import Iterator
 
+from settings_coverage import check_coverage, settings_in, settings_of
 from value_types import BadType, IntType, KnownOutside, TypeTable, ValueType, parse_type
 
 ROOT = Path(__file__).resolve().parent.parent
@@ -48,16 +47,25 @@ OUTSIDE_TYPES = "outside_types.tsv"
 TARGET_SECTION = "TargetIniFile"
 CATEGORY_TARGET = "CategoryTargetSection"
 
+# A description is read in a small pane: so many lines of so many characters may stand before the
+# values, and so many besides them in all.
+LINE_LENGTH = 80
+MAX_LINES_BEFORE = 2
+MAX_LINES_BESIDES = 6
+
+# What every color key says about its value.
+COLOR_NOTE = ("A color is red + 256 x green + 65536 x blue (each 0 to 255), or $BBGGRR in "
+              "hexadecimal.")
+SINCE = "Since version "  # begins the last note of a key
+
 # The editor reads a data file through buffers of 4096 characters.
 MAX_VALUE = 4095
 MAX_NAMES = 4094  # of all keys of a category, or of all categories; each name is followed by a null
 
-CORPUS_GOAL = 0.95
-
 
 @dataclass
 class Row:
-    """A key or a numbered family of keys, as it stands in its source file."""
+    """A key or a family of keys, as it stands in its source file."""
 
     where: str
     name: str
@@ -66,21 +74,27 @@ class Row:
     description: str
     values: list[str]
     notes: list[str]
-    numbers: range | None = None  # of a family
+    members: list[str] = field(default_factory=list)  # of a family: what stands for its braces
     type: ValueType = field(default_factory=lambda: parse_type("string", {}))
 
-    @property
-    def pattern(self) -> str:
-        """The name, with # for the numbers of a family."""
-        return re.sub(r"\{.*\}", "#", self.name)
+    def pattern(self, name: str) -> str:
+        """The name of a member, with # for its number if all members are numbers."""
+        is_numbered = self.members and all(member.isdigit() for member in self.members)
+        return re.sub(r"\{.*\}", "#", self.name) if is_numbered else name
 
-    def key(self, number: int | None) -> tuple[str, str]:
-        """The name and the entry of the key, or of this member of the family."""
-        lines = [self.description, *self.values, *self.notes]
-        name, entry = self.name, f"{self.default}///{'@'.join(lines)}"
-        if number is None:
-            return name, entry
-        return re.sub(r"\{.*\}", str(number), name), entry.replace("{n}", str(number))
+    def key(self, member: str | None, category: Category) -> tuple[str, str]:
+        """The name and the entry of the key, or of this member of the family, in the category."""
+        lines = [self.description, *self.values, *self.all_notes(category)]
+        entry = f"{self.default}///{'@'.join(lines)}".replace("{section}", category.section)
+        if member is None:
+            return self.name, entry
+        return re.sub(r"\{.*\}", lambda _: member, self.name), entry.replace("{n}", member)
+
+    def all_notes(self, category: Category) -> list[str]:
+        """Its own notes, that on colors and those of the category; the one on versions is last."""
+        of_type = [COLOR_NOTE] if self.kind.startswith("color") else []
+        notes = [*self.notes, *of_type, *category.notes]
+        return sorted(notes, key=lambda note: note.startswith(SINCE))
 
 
 @dataclass
@@ -91,14 +105,15 @@ class Category:
     name: str
     section: str = ""
     rows: list[Row] = field(default_factory=list)
+    notes: list[str] = field(default_factory=list)  # of every key
 
     def keys(self) -> Iterator[tuple[Row, str, str]]:
-        """Row, name and entry of every key; neighbouring families of one range take turns."""
-        for numbers, group in groupby(self.rows, key=lambda row: row.numbers):
+        """Row, name and entry of every key; neighbouring families of the same members take turns."""
+        for members, group in groupby(self.rows, key=lambda row: row.members):
             rows = list(group)
-            for number in [None] if numbers is None else numbers:
+            for member in members or [None]:
                 for row in rows:
-                    yield row, *row.key(number)
+                    yield row, *row.key(member, self)
 
 
 class Knowledge:
@@ -126,7 +141,7 @@ class Knowledge:
                 yield category.section, name, row
 
     def types(self) -> TypeTable:
-        return TypeTable((section, name, row.pattern, row.type)
+        return TypeTable((section, name, row.pattern(name), row.type)
                          for section, name, row in self.keys())
 
     def _fault(self, where: str, message: str) -> None:
@@ -145,18 +160,31 @@ class Knowledge:
                 self._fault(where, "control character or CR line end")
             elif line.startswith(("/", "[")):
                 self._read_category(where, line)
+            elif line.startswith("+ "):
+                self._read_note(where, line[2:], self.categories[first:])
             elif line and not line.startswith("#"):
                 self._read_row(where, line, self.categories[first:])
 
     def _read_category(self, where: str, line: str) -> None:
-        match = re.fullmatch(r"(/[^\t\]]+)|\[([^]/\t][^]\t]*)\]\t([^\t]+)", line)
+        match = re.fullmatch(r"(/[^\t\]]+)|\[([^]/\t][^]\t]*)\]\t([^\t]+)(?:\t([^\t]+))?", line)
         if not match:
             self._fault(where, "neither a heading nor a category, and no key begins with / or [")
             return
-        heading, name, section = match.groups(default="")
+        heading, name, section, repeated = match.groups(default="")
         if any(text != text.strip() for text in (heading, name, section)):
             self._fault(where, "blanks at the edge of a name")
-        self.categories.append(Category(where, heading or name, section))
+        rows = [row for one in self.categories if one.name == repeated for row in one.rows]
+        if repeated and not rows:
+            self._fault(where, f"no category '{repeated}' before this one")
+        self.categories.append(Category(where, heading or name, section, rows))
+
+    def _read_note(self, where: str, text: str, categories: list[Category]) -> None:
+        if not categories or not categories[-1].section:
+            self._fault(where, "note outside a category")
+        elif "@" in text or "///" in text or text != text.strip(" "):
+            self._fault(where, f"@, /// or blanks at the edge in '{text}'")
+        else:
+            categories[-1].notes.append(text)
 
     def _read_row(self, where: str, line: str, categories: list[Category]) -> None:
         fields = line.split("\t")
@@ -172,18 +200,18 @@ class Knowledge:
         name, default, kind, description, values, notes = (fields + ["", ""])[:6]
         row = Row(where, name, default, kind, description,
                   values.split(" | ") if values else [], notes.split(" | ") if notes else [])
-        self._read_range(row)
+        self._read_members(row)
         self._check_row(row, categories[-1])
         categories[-1].rows.append(row)
 
-    def _read_range(self, row: Row) -> None:
-        match = re.fullmatch(r"[^{}]*\{(\d+)\.\.(\d+)\}[^{}]*", row.name)
-        if match and int(match[1]) < int(match[2]):
-            row.numbers = range(int(match[1]), int(match[2]) + 1)
-        elif re.search(r"[{}]", row.name):
-            self._fault(row.where, f"the range of {row.name} is not {{first..last}}")
-        elif "{n}" in "".join(row.key(None)):
-            self._fault(row.where, "{n} without a range in the name")
+    def _read_members(self, row: Row) -> None:
+        match = re.fullmatch(r"[^{}]*\{([^{}]*)\}[^{}]*", row.name)
+        if match:
+            row.members = members_of(match[1])
+        if re.search(r"[{}]", row.name) and not row.members:
+            self._fault(row.where, f"the braces of {row.name} hold neither first..last nor a list")
+        elif not match and "{n}" in "".join([row.default, row.description, *row.values, *row.notes]):
+            self._fault(row.where, "{n} without braces in the name")
 
     def _check_row(self, row: Row, category: Category) -> None:
         if not row.name or re.search("[=#]", row.name) or row.name.startswith(";"):
@@ -216,7 +244,7 @@ class Knowledge:
             return
         for fault in row.type.faults():
             self._fault(row.where, f"{fault}, type '{row.kind}'")
-        default = row.default.replace("{n}", str(row.numbers[0]) if row.numbers else "")
+        default = row.default.replace("{n}", row.members[0] if row.members else "")
         if default and not row.type.accepts(default):
             self._fault(row.where, f"the default {default} is not of the type '{row.kind}'")
 
@@ -234,6 +262,8 @@ class Knowledge:
                 self._check_keys(category)
 
     def _check_keys(self, category: Category) -> None:
+        for row in category.rows:
+            self._check_lines(row, category)
         names = {CATEGORY_TARGET.lower()}
         total = len(CATEGORY_TARGET) + 1
         for row, name, entry in category.keys():
@@ -250,6 +280,16 @@ class Knowledge:
         if total > MAX_NAMES:
             self._fault(category.where, f"names of the keys have {total} characters together")
 
+    def _check_lines(self, row: Row, category: Category) -> None:
+        _, entry = row.key(max(row.members, key=len, default=None), category)
+        description, *others = entry.partition("///")[2].split("@")
+        before = lines_of(description)
+        besides = before + sum(map(lines_of, others[len(row.values):]))
+        if before > MAX_LINES_BEFORE:
+            self._fault(row.where, f"{before} lines before the values")
+        if besides > MAX_LINES_BESIDES:
+            self._fault(row.where, f"{besides} lines besides the values")
+
     def _check_sections(self) -> None:
         sections: dict[str, dict[str, Row]] = {}
         for section, name, row in self.keys():
@@ -263,6 +303,24 @@ class Knowledge:
                     other = rows.get(companion.lower(), row)
                     if not isinstance(other.type, IntType):
                         self._fault(row.where, f"{companion} is no number of this section")
+
+
+def lines_of(text: str) -> int:
+    """How many lines of the description pane the text takes."""
+    return len(textwrap.wrap(text, LINE_LENGTH))
+
+
+def members_of(braces: str) -> list[str]:
+    """What may stand for the braces of a name: numbers or capital letters from first to last, or
+    the names of a list; nothing if they hold none of these."""
+    match = re.fullmatch(r"(?:(\d+)\.\.(\d+)|([A-Z])\.\.([A-Z]))", braces)
+    if match and match[1]:
+        return [str(number) for number in range(int(match[1]), int(match[2]) + 1)]
+    if match:
+        return [chr(code) for code in range(ord(match[3]), ord(match[4]) + 1)]
+    members = braces.split(",")
+    is_list = len(members) > 1 and ".." not in braces and all(one.strip() == one for one in members)
+    return members if is_list and all(members) else []
 
 
 def quoted(entry: str) -> str:
@@ -280,120 +338,6 @@ def data_file(knowledge: Knowledge, target: str) -> bytes:
         lines += [f"{name}={quoted(entry)}" for _, name, entry in category.keys()]
         sections.append("".join(line + "\r\n" for line in lines))
     return "\r\n".join(sections).encode("ascii")
-
-
-class KnownKeys:
-    """A table of the keys of a settings file, in tab-separated columns: section, key, type, seen
-    (in how many real files) and confidence, and maybe more.
-
-    Rows of type pattern stand for more than one key: a number in their key stands for any number
-    and <...> for any text. Screens, plugins and connections have sections of their own, whose names
-    have such places too. Any other section that has nothing but patterns, apart from what the
-    program keeps there for itself, is a list: any key may stand in it.
-    """
-
-    OWN_KEYS = ("redirectsection", "$checksum$")
-    CACHE = "icondll_"  # a line for each button bar, in [ButtonbarCache] and often in [Buttonbar]
-    PLACE = re.compile(r"(<[^<>]+>|-?\d+)")
-    SECTION_PLACE = re.compile(r"(<[^<>]+>|PluginName|\d+(?=x)|(?<=x)\d+)")
-
-    def __init__(self, table: Path) -> None:
-        head, *lines = table.read_text(encoding="utf-8").splitlines()
-        self.name, self.settings = table.name, settings_of(table)
-        self.rows = [dict(zip(head.split("\t"), line.split("\t"))) for line in lines if line]
-        self.sections = {row["section"].lower() for row in self.rows}
-        self.patterns = [row for row in self.rows if row["type"] == "pattern"]
-        self.lists = {row["section"].lower() for row in self.patterns
-                      if not self.SECTION_PLACE.search(row["section"])} - {
-            row["section"].lower() for row in self.rows
-            if row["type"] != "pattern" and row["key"].lower() not in self.OWN_KEYS}
-
-    def fits(self, row: dict[str, str], section: str, key: str) -> bool:
-        """Whether the row speaks of this key; section and key are in lower case."""
-        own = row["section"].lower()
-        if own != section and (section in self.sections
-                               or not matches(self.SECTION_PLACE, row["section"], section)):
-            return False
-        if row["type"] != "pattern":
-            return row["key"].lower() == key
-        if own in self.lists and not self.PLACE.search(row["key"]):
-            return key not in self.OWN_KEYS
-        return matches(self.PLACE, row["key"], key)
-
-    def is_setting(self, section: str, key: str) -> bool:
-        """Whether the key stands for itself in a section of the table, even if no row has it."""
-        if section not in self.sections or section in self.lists and key not in self.OWN_KEYS:
-            return False
-        if key.startswith(self.CACHE):
-            return False
-        return not any(self.fits(row, section, key) for row in self.patterns)
-
-
-def settings_of(path: Path) -> str:
-    """Which settings file a table or a real file is about: its name begins with that name."""
-    return next(name for name in DATA_FILES if path.name.startswith(name))
-
-
-def matches(place: re.Pattern[str], example: str, name: str) -> bool:
-    """Whether the name is the example with other numbers and texts in its places."""
-    parts = place.split(example)  # every second part is a place
-    parts[::2] = map(re.escape, parts[::2])
-    parts[1::2] = [r"-?\d+" if part[-1].isdigit() else ".+" for part in parts[1::2]]
-    return re.fullmatch("".join(parts), name, re.IGNORECASE) is not None
-
-
-def check_table(known: KnownKeys, described: set[tuple[str, str]]) -> bool:
-    """Prints how many rows are described; must be those of keys that two real files have."""
-    counts = {True: [0, 0], False: [0, 0]}
-    for row in known.rows:
-        required = int(row["seen"]) >= 2 and row["confidence"] in ("high", "medium")
-        covered = any(known.fits(row, section, key) for section, key in described)
-        counts[required][covered] += 1
-        if required and not covered:
-            print(f"{known.name}: not described: [{row['section']}] {row['key']}")
-    print(f"{known.name}: {counts[True][1]} required rows are described, {counts[True][0]} not; "
-          f"of the others {counts[False][1]} are, {counts[False][0]} not")
-    return not counts[True][0]
-
-
-def settings_in(path: Path) -> Iterator[tuple[str, str, str]]:
-    """Section, key and value of every line in a settings file that has them."""
-    data = path.read_bytes()
-    encoding = {b"\xff\xfe": "utf-16", b"\xef\xbb": "utf-8-sig"}.get(data[:2], "latin-1")
-    section = ""
-    for line in map(str.strip, re.split("[\r\n]", data.decode(encoding))):
-        if line.startswith("["):
-            section = line[1:].split("]")[0].strip()
-        elif "=" in line and not line.startswith(";"):
-            key, _, value = map(str.strip, line.partition("="))
-            quoted_value = len(value) > 1 and value[0] == value[-1] and value[0] in "\"'"
-            yield section, key, value[1:-1] if quoted_value else value
-
-
-def check_corpus(folder: Path, tables: list[KnownKeys],
-                 described: dict[str, set[tuple[str, str]]]) -> bool:
-    """Prints how many of the settings in real files are described.
-
-    A setting is a key in a section of the tables that is no entry of a list and no member of a
-    numbered family: of histories, plugins, menus, caches or filters nobody can describe all. One
-    that no table has counts too, since its user would look for it. Sections of the user's own
-    screens, plugins and connections are in no table: a category has one section.
-    """
-    found: dict[tuple[str, str, str], int] = {}
-    for path in sorted(folder.glob("*.ini")):
-        settings = settings_of(path)
-        keys = {(section.lower(), key.lower()) for section, key, _ in settings_in(path)}
-        for section, key in keys:
-            if any(known.settings == settings and known.is_setting(section, key)
-                   for known in tables):
-                found[settings, section, key] = found.get((settings, section, key), 0) + 1
-    missing = [one for one in sorted(found) if one[1:] not in described[one[0]]]
-    for one in missing:
-        print(f"{folder.name}: not described: [{one[1]}] {one[2]}, in {found[one]} file(s)")
-    covered = len(found) - len(missing)
-    share = covered / len(found) if found else 0
-    print(f"{folder.name}: {covered} of {len(found)} settings are described ({share:.1%})")
-    return share >= CORPUS_GOAL
 
 
 def check_values(folder: Path, tables: dict[str, TypeTable], known: KnownOutside) -> bool:
@@ -429,15 +373,6 @@ def parse_arguments(arguments: list[str]) -> argparse.Namespace:
     return parser.parse_args(arguments)
 
 
-def check_coverage(knowledge: dict[str, Knowledge], tables: list[Path],
-                   corpus: Path | None) -> bool:
-    """Whether enough is described of what the tables know and, if there are any, of real files."""
-    described = {name: one.described() for name, one in knowledge.items()}
-    known = [KnownKeys(table) for table in tables]
-    succeeded = all([check_table(one, described[one.settings]) for one in known])
-    return (corpus is None or check_corpus(corpus, known, described)) and succeeded
-
-
 def write_files(knowledge: dict[str, Knowledge], types: dict[str, TypeTable],
                 folder: Path, only_verify: bool) -> bool:
     """Writes the data files and the files of types, or tells which of them are stale."""
@@ -463,7 +398,8 @@ def main(arguments: list[str]) -> int:
     print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
     succeeded = not faults
     if options.command == "coverage":
-        succeeded &= check_coverage(knowledge, options.tables, options.corpus)
+        described = {name: one.described() for name, one in knowledge.items()}
+        succeeded &= check_coverage(described, options.tables, options.corpus)
     elif options.command == "types":
         succeeded &= check_values(options.corpus, types, outside)
     elif options.command != "check" and not faults:

@@ -38,6 +38,8 @@ FAULTS = (
     (CATEGORY + "Key\tfile:///c\tstring\tA.\n", 2, "/// in the default"),
     (CATEGORY + "Key\tc:/\tpath file\tA.\n", 2, "slash at its end"),
     (CATEGORY + f"Key\t1\tint\t{'x' * 4092}\n", 2, "4096 characters"),
+    (CATEGORY + f"Key\t1\tint\t{'word ' * 33}end\n", 2, "3 lines before"),
+    (CATEGORY + "+ A.\nKey\t1\tint\tA.\t\tA. | A. | A. | A. | A.\n", 3, "7 lines besides"),
     (CATEGORY + f"{'x' * 2034}{{10..11}}\t1\tint\tA.\n", 1, "4096 characters together"),
     (CATEGORY + "Key\t1\tenum 1 2\tA.\t1 = one | two\n", 2, "'two' is not"),
     (CATEGORY + "Key\t1\tenum 1\tA.\t1 = one | 1 = two\n", 2, "stands twice"),
@@ -51,9 +53,12 @@ FAULTS = (
     (CATEGORY + "Key\t1\tint\tA.\n[More]\tconfiguration\nkey\t1\tstring\tA.\n", 4, "type 'int' at"),
     (CATEGORY + "Key\t\tfont Size\tA.\nSize\t\tstring\tA.\n", 2, "Size is no number"),
     (CATEGORY + "Key\t\tfont Size\tA.\n[More]\tMore\nSize\t\tint\tA.\n", 2, "Size is no number"),
-    (CATEGORY + "Key{3..1}\t1\tint\tA.\n", 2, "range of Key{3..1}"),
-    (CATEGORY + "Key{n}\t1\tint\tA.\n", 2, "range of Key{n}"),
-    (CATEGORY + "Key\t1\tint\tNumber {n}.\n", 2, "without a range"),
+    (CATEGORY + "Key{3..1}\t1\tint\tA.\n", 2, "braces of Key{3..1}"),
+    (CATEGORY + "Key{n}\t1\tint\tA.\n", 2, "braces of Key{n}"),
+    (CATEGORY + "Key{a, b}\t1\tint\tA.\n", 2, "braces of Key{a, b}"),
+    ("[Again]\tLayout\tPanels\n", 1, "no category 'Panels' before"),
+    ("+ A.\n", 1, "note outside a category"),
+    (CATEGORY + "Key\t1\tint\tNumber {n}.\n", 2, "without braces"),
     ("".join(f"[{'x' * 50}{n}]\tLayout\nKey\t1\tint\tA.\n" for n in range(90)), 155, "too many"),
 )
 
@@ -117,6 +122,12 @@ Editor	"a.exe" "%1"	string	Quotes at one end.
 Quoted	"	string	Quotes at both "ends"
 [Size]	configuration
 Size	9	int 1..	Points.
+[Colors]	Colors
+C+{B..C}		string	Ctrl+{n}.
+C+{B..C}_params		string	Parameters.
+{my,the text}_8		color	Of {n}.		Since version 9. | Standard.
+[More colors]	Dark	Colors
++ Of [{section}].
 """
 
 WRITTEN = rb'''[TargetIniFile]
@@ -146,7 +157,25 @@ Quoted=""///Quotes at both "ends""
 [Size]
 CategoryTargetSection=configuration
 Size=9///Points.
-'''.replace(b"\n", b"\r\n")
+
+[Colors]
+CategoryTargetSection=Colors
+C+B=///Ctrl+B.
+C+B_params=///Parameters.
+C+C=///Ctrl+C.
+C+C_params=///Parameters.
+my_8=///Of my.@Standard.@COLOR@Since version 9.
+the text_8=///Of the text.@Standard.@COLOR@Since version 9.
+
+[More colors]
+CategoryTargetSection=Dark
+C+B=///Ctrl+B.@Of [Dark].
+C+B_params=///Parameters.@Of [Dark].
+C+C=///Ctrl+C.@Of [Dark].
+C+C_params=///Parameters.@Of [Dark].
+my_8=///Of my.@Standard.@COLOR@Of [Dark].@Since version 9.
+the text_8=///Of the text.@Standard.@COLOR@Of [Dark].@Since version 9.
+'''.replace(b"\n", b"\r\n").replace(b"COLOR", make_data_files.COLOR_NOTE.encode())
 
 WRITTEN_TYPES = b"""[Layout]
 Key=int
@@ -163,6 +192,22 @@ Size=int 1..
 [DirMenu]
 Editor=string
 Quoted=string
+
+[Colors]
+C+B=string
+C+B_params=string
+C+C=string
+C+C_params=string
+my_8=color
+the text_8=color
+
+[Dark]
+C+B=string
+C+B_params=string
+C+C=string
+C+C_params=string
+my_8=color
+the text_8=color
 """.replace(b"\n", b"\r\n")
 
 TABLE = """section	key	type	seen	confidence
@@ -174,14 +219,17 @@ Menu	entry	pattern	3	high
 Menu	RedirectSection	text	3	high
 100x200 (8x16)	x	int	3	high
 <place>	Key	pattern	2	high
+Shortcuts	C+H	pattern	2	high
 """
 DESCRIBED = ("[Taken]\tMain\n", "Key\t1\tint\tA.\n", "Filter7\t1\tint\tA.\n",
              "[Menu]\tMenu\nanything\t1\tint\tA.\n", "RedirectSection\t\tstring\tA.\n",
              "[Screen]\t300x100 (8x18)\nx\t1\tint\tA.\n", "[Place]\tHome\nKey\t1\tint\tA.\n",
-             "Other\t1\tint\tA.\n")
-# Three settings: Key, RedirectSection and Filters, which is in no table.
-SETTINGS = ("[main]\nKEY = 1\nFilter1=\n;Off=1\nFilters=1\nIconDll_a.bar=1\n"
-            "[menu]\na=1\nredirectsection=1\n[Else]\na=1\n")
+             "Other\t1\tint\tA.\n", "[Keys]\tShortcuts\nC+{A..Z}\t\tstring\tA.\n")
+# Three settings: Key, RedirectSection and a shortcut.
+COMMON = ("[main]\nKEY = 1\nFilter1=\n;Off=1\nIconDll_a.bar=1\n"
+          "[menu]\na=1\nredirectsection=1\n[Else]\na=1\n[Shortcuts]\nC+D=1\n")
+# Two that nobody describes; the first is in no table.
+UNKNOWN = "[main]\nFilters=1\n[shortcuts]\nF3=1\n"
 
 
 class MakeDataFilesTest(unittest.TestCase):
@@ -286,11 +334,17 @@ class MakeDataFilesTest(unittest.TestCase):
             missing = [one.split("described: ")[1] for one in text.splitlines()[:-1]]
             self.assertEqual((code, missing), (1 if expected else 0, expected))
         self.put("knowledge/wincmd/1-first.tsv", "".join(DESCRIBED))
+        coverage = ("coverage", table, "--corpus", str(self.folder / "files"))
+        self.put("files/wincmd_2.ini", COMMON)
         for encoding in ("utf-16", "utf-8-sig", "cp1252"):
-            self.put("files/wincmd_1.ini", SETTINGS, encoding)
-            code, text = self.run_tool("coverage", table, "--corpus", str(self.folder / "files"))
-            self.assertEqual(code, 1)
-            self.assertIn("[main] filters, in 1 file(s)\nfiles: 2 of 3 settings", text)
+            self.put("files/wincmd_1.ini", COMMON + UNKNOWN, encoding)
+            code, text = self.run_tool(*coverage)
+            self.assertEqual(code, 0)
+            for line in ("not described: [main] filters, in 1 file(s)", "50.0% of 2 shortcuts",
+                         "60.0% of 5 settings", "100.0% of 3 settings in two or more"):
+                self.assertIn(f"files: {line}", text)
+        self.put("files/wincmd_2.ini", COMMON + UNKNOWN)
+        self.assertEqual(self.run_tool(*coverage)[0], 1)
 
 
 if __name__ == "__main__":
