@@ -142,6 +142,18 @@ constexpr MenuInfo kMenuBar[] = {
     {250, kSearchMenu}, {200, kFavoritesMenu}, {161, kHelpMenu},
 };
 
+// InfoOf finds a row by its place.
+constexpr bool IsInOrder() {
+    for (std::size_t row = 1; row < std::size(kCommands); ++row) {
+        if (static_cast<int>(kCommands[row].command) !=
+            static_cast<int>(kCommands[row - 1].command) + 1) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(IsInOrder());
+
 }  // namespace
 
 std::span<const CommandInfo> AllCommands() {

@@ -3,8 +3,6 @@
 #include "model/files/DataFile.h"
 #include "model/files/KeyStates.h"
 #include "model/keys/KeyList.h"
-#include "model/program/Commands.h"
-#include "model/program/ToolbarSpec.h"
 #include "tests/core/fakes/FakeEnvironment.h"
 #include "tests/core/fakes/MemoryFileSystem.h"
 
@@ -99,28 +97,12 @@ TEST(KeyStatesTest, TheFileDecidesStateAndValue) {
     }
 }
 
-TEST(KeyStatesTest, LooksFollowFromStateAndDefault) {
-    std::string looks;
-    for (const KeyState state :
-         {KeyState::Absent, KeyState::Active, KeyState::Commented, KeyState::ToBeDeleted,
-          KeyState::ValueSet, KeyState::ToBeCommented}) {
-        const KeyLooks look = LooksOf(state, "1");
-        looks += look.isGhosted ? '?' : look.smallIcon == KeyIcon::Commented ? ';' : ' ';
-        looks += look.isChecked ? 'x' : '-';
-        EXPECT_EQ(look.foreColor == KeyColor::Active, look.isChecked);
-    }
-    EXPECT_EQ(looks, "?- x;-?- x;-");
+TEST(KeyStatesTest, TheDefaultDecidesThePicture) {
     for (const char* numeric : {"0", "-1", "12abc", "&H10", "0.5"}) {
         EXPECT_EQ(ValueIconIndex(numeric), KeyIcon::Numeric) << numeric;
     }
     for (const char* other : {"", "abc", "00", " ", "&H0"}) {
         EXPECT_EQ(ValueIconIndex(other), KeyIcon::Text) << other;
-    }
-}
-
-TEST(CommandsTest, TheTableIsInTheOrderOfTheCommands) {
-    for (const CommandInfo& info : AllCommands()) {
-        EXPECT_EQ(&InfoOf(info.command), &info);
     }
 }
 

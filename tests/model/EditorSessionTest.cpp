@@ -1,15 +1,7 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr const char* kSettingsText =
     "[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n";
@@ -79,8 +71,7 @@ TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
                                      std::string("\""), std::string("\"C:\\Tamarind\"")}) {
         world.prompts.messages.clear();
         EXPECT_FALSE(world.Start(wrong)) << wrong;
-        EXPECT_THAT(world.prompts.messages,
-                    ElementsAre("X" + std::string(BuiltInText(text::kCannotFindDataFile))));
+        EXPECT_THAT(world.prompts.messages, ElementsAre("X" + BuiltIn(text::kCannotFindDataFile)));
     }
 }
 
@@ -146,13 +137,12 @@ TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
     world.PutUsualFiles(kSettingsText);
     world.registry = MemoryRegistry();
     ASSERT_TRUE(world.Start());
-    EXPECT_THAT(world.prompts.messages,
-                ElementsAre("!" + std::string(BuiltInText(text::kCannotFindWincmdIni))));
+    EXPECT_THAT(world.prompts.messages, ElementsAre("!" + BuiltIn(text::kCannotFindWincmdIni)));
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
     Commands().SetValue("2");
     EXPECT_FALSE(TargetFile().SaveToSettingsFile());
-    EXPECT_EQ(world.prompts.messages.back(), "!" + std::string(BuiltInText(text::kNoSettingsFile)));
+    EXPECT_EQ(world.prompts.messages.back(), "!" + BuiltIn(text::kNoSettingsFile));
     EXPECT_TRUE(TargetFile().IsModified());
     ASSERT_TRUE(world.Start("\"" + std::string(SessionWorld::kWcxFtpData) + "\""));
     EXPECT_THAT(world.Rows(), ElementsAre("WaitDelay"));

@@ -1,28 +1,14 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::HasSubstr;
-using testing::IsEmpty;
-
-class FavoritesBookTest : public SessionTest {
-protected:
-    void Start(const std::string& keys, const std::string& ownSettings = "") {
-        StartWith({"[Configuration]\r\nColorBack=7\r\n",
-                   "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys,
-                   ownSettings});
-    }
-};
+using FavoritesBookTest = SessionTest;
 
 TEST_F(FavoritesBookTest, FavoritesAreReadAddedAndShown) {
-    Start("ColorBack=1\r\nShowHiddenSystem=0\r\n",
-          "[FavoritesList]\r\nColor=Prefix\r\nSp_1=-\r\nGone=\r\n"
-          "ShowHiddenSystem=\xC3\x9C\r\nshowhiddensystem=again\r\n");
+    StartWithKeys("ColorBack=1\r\nShowHiddenSystem=0\r\n",
+                  "[FavoritesList]\r\nColor=Prefix\r\nSp_1=-\r\nGone=\r\n"
+                  "ShowHiddenSystem=\xC3\x9C\r\nshowhiddensystem=again\r\n");
     const auto& items = FavoriteKeys().Items();
     ASSERT_EQ(items.size(), 5U);
     EXPECT_TRUE(Selection().NamesInList().HasNameFrom(items[0].name));  // begins a row's text
@@ -59,7 +45,7 @@ TEST_F(FavoritesBookTest, TheMenuIsFullAtNinetySevenFavorites) {
         for (int number = 0; number < count; ++number) {
             own += "Key" + std::to_string(number) + "=Caption\r\n";
         }
-        Start("ColorBack=1\r\n", own);
+        StartWithKeys("ColorBack=1\r\n", own);
         EXPECT_EQ(FavoriteKeys().BeginAddFavorite().has_value(), count == 96) << count;
     }
     EXPECT_EQ(world.prompts.messages.back(), "iFavorites list cannot contain more than 99 items.");
@@ -82,7 +68,7 @@ TEST_F(FavoritesBookTest, FavoritesThatWouldBeCutAreRefused) {
     };
     for (const auto& testCase : cases) {
         SCOPED_TRACE(testCase.names.size());
-        Start("ColorBack=1\r\n", "[FavoritesList]\r\n" + testCase.names + "=x\r\n");
+        StartWithKeys("ColorBack=1\r\n", "[FavoritesList]\r\n" + testCase.names + "=x\r\n");
         const std::string before = file();
         FavoriteKeys().SetOrganizerOpen(true);
         FavoritesOrganizer& organizer = FavoriteKeys().Organizer();
@@ -104,8 +90,8 @@ TEST_F(FavoritesBookTest, FavoritesThatWouldBeCutAreRefused) {
 }
 
 TEST_F(FavoritesBookTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
-    Start("ColorBack=1\r\n",
-          "[FavoritesList]\r\nA=First\r\nB=Second\r\nC=Third\r\n[Other]\r\nx=1\r\n");
+    StartWithKeys("ColorBack=1\r\n",
+                  "[FavoritesList]\r\nA=First\r\nB=Second\r\nC=Third\r\n[Other]\r\nx=1\r\n");
     const auto names = [](const std::vector<Favorite>& favorites) {
         std::string all;
         for (const Favorite& favorite : favorites) {
@@ -169,7 +155,7 @@ TEST_F(FavoritesBookTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
 }
 
 TEST_F(FavoritesBookTest, TwoWindowsKeepEachOthersLists) {
-    Start("A=0\r\n");
+    StartWithKeys("A=0\r\n");
     EditorSession second(world.Services());
     second.LoadSettings();
     ASSERT_TRUE(second.Activate(""));

@@ -1,18 +1,11 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <random>
 
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
-class KeyCommandsTest : public KeyChangesTest {};
+using KeyCommandsTest = KeyChangesTest;
 
 TEST_F(KeyCommandsTest, TheEditBoxOpensWithTheLineAndTakesWhatFollowsTheEqualsSign) {
     Start("[T]\nK=v=w\n");
@@ -48,10 +41,9 @@ TEST_F(KeyCommandsTest, WhatTheFileCanNotHoldIsRefusedOrStoredInAFormThatItCan) 
 
     world.prompts.messages.clear();
     EXPECT_FALSE(Commands().StoreEditedValue("K=" + std::string(4096, 'x')));
-    EXPECT_THAT(world.prompts.messages,
-                ElementsAre("!" + std::string(BuiltInText(text::kValueTooLong))));
+    EXPECT_THAT(world.prompts.messages, ElementsAre("!" + BuiltIn(text::kValueTooLong)));
     EXPECT_FALSE(Commands().SetValue(std::string(MissingValueMarker)));
-    EXPECT_EQ(world.prompts.messages.back(), "!" + std::string(BuiltInText(text::kValueIsMarker)));
+    EXPECT_EQ(world.prompts.messages.back(), "!" + BuiltIn(text::kValueIsMarker));
     EXPECT_EQ(Selection().Record(2).currentValue, "line\nbreak");
 
     world.disk.Put(SessionWorld::kWincmdData,

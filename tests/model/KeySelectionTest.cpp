@@ -1,23 +1,14 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 class KeySelectionTest : public SessionTest, private KeyListListener {
 protected:
     std::vector<std::pair<std::size_t, std::size_t>> hits;
 
-    void Start(const std::string& keys, const std::string& ownSettings = "") {
-        StartWith({"[Configuration]\r\nColorBack=7\r\n",
-                   "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys,
-                   ownSettings});
+    void Start(const std::string& keys) {
+        StartWithKeys(keys);
         Selection().KeyWatchers().Add(*this);
     }
 
@@ -68,8 +59,7 @@ TEST_F(CategoriesTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
     EXPECT_EQ(Selection().Filter(), KeyFilter::ShowAll);
     Selection().SelectCategory(3);
     Selection().SelectCategory(3);  // a category that is shown is not filled again
-    EXPECT_THAT(world.prompts.messages,
-                ElementsAre("X" + std::string(BuiltInText(text::kCategoryWithoutKeys))));
+    EXPECT_THAT(world.prompts.messages, ElementsAre("X" + BuiltIn(text::kCategoryWithoutKeys)));
 }
 
 TEST_F(KeySelectionTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {

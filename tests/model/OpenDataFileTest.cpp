@@ -1,26 +1,12 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
-class OpenDataFileTest : public SessionTest {
-protected:
-    void Start(const std::string& keys, const std::string& ownSettings = "") {
-        StartWith({"[Configuration]\r\nColorBack=7\r\n",
-                   "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys,
-                   ownSettings});
-    }
-};
+using OpenDataFileTest = SessionTest;
 
 TEST_F(OpenDataFileTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
-    Start("ColorBack = 1///old ; text  \r\nB=\"q\"\r\nC\r\nD=\" x ///d\"\r\n;end\r\n");
+    StartWithKeys("ColorBack = 1///old ; text  \r\nB=\"q\"\r\nC\r\nD=\" x ///d\"\r\n;end\r\n");
     const auto data = [&] { return world.disk.BytesOf(SessionWorld::kWincmdData); };
     const std::string before = data();
     DataFile().ChangeDescription("one\r\ntwo\rthree\nfour");
@@ -61,7 +47,7 @@ TEST_F(OpenDataFileTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
 }
 
 TEST_F(OpenDataFileTest, OnlyDescriptionsThatCanBeReadAgainAreTaken) {
-    Start("ColorBack=1///" + std::string(5000, 'x') + "\r\nB=22\r\n");
+    StartWithKeys("ColorBack=1///" + std::string(5000, 'x') + "\r\nB=22\r\n");
     EXPECT_EQ(DataFile().MaxDescriptionUnits(),
               0U);  // its end was never read and would be lost
     DataFile().ChangeDescription("short");
@@ -80,8 +66,7 @@ TEST_F(OpenDataFileTest, MoreKeysThanCanBeNumberedAreCutWithAMessage) {
     }
     StartWith({"[Configuration]\r\n", content, ""});
     EXPECT_EQ(Selection().Store().Size(), 32767U);
-    EXPECT_THAT(world.prompts.messages,
-                ElementsAre("!" + std::string(BuiltInText(text::kTooManyKeys))));
+    EXPECT_THAT(world.prompts.messages, ElementsAre("!" + BuiltIn(text::kTooManyKeys)));
 }
 
 }  // namespace

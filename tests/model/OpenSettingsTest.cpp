@@ -1,18 +1,9 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-
-class OpenSettingsTest : public KeyChangesTest {};
+using OpenSettingsTest = KeyChangesTest;
 
 // The keys A and B of section S, C of T and the redirections of both, and a key of the settings
 // file's own section.
@@ -21,17 +12,14 @@ protected:
     static constexpr const char* kOther = "C:\\TC\\other.ini";
 
     void Start(const std::string& settings, const std::string& other = "") {
-        world.PutUsualFiles("");
-        world.disk.Put(SessionWorld::kWincmdData,
-                       "[One]\nCategoryTargetSection=S\nA=0\nB=0\nRedirectSection=\n"
-                       "[Two]\nCategoryTargetSection=T\nC=0\n"
-                       "[Three]\nCategoryTargetSection=Configuration\nAlternateUserIni=\n");
-        Write(settings);
         if (!other.empty()) {
             world.disk.Put(kOther, other);
         }
-        world.disk.Wait(10);
-        ASSERT_TRUE(world.Start());
+        StartWith({settings + "[Configuration]\n",
+                   "[One]\nCategoryTargetSection=S\nA=0\nB=0\nRedirectSection=\n"
+                   "[Two]\nCategoryTargetSection=T\nC=0\n"
+                   "[Three]\nCategoryTargetSection=Configuration\nAlternateUserIni=\n",
+                   ""});
     }
     // As another program does it.
     void Write(const std::string& settings) {
@@ -215,7 +203,7 @@ TEST_F(RedirectionTest, SectionsAreReadWhereTheirRedirectionLeads) {
         {"[S]\nA=main\nRedirectSection=other.ini\n", "[S]\nA=x\nRedirectSection=wincmd.ini\n",
          "A=main", true},
     };
-    const std::string loop = "!" + std::string(BuiltInText(text::kRedirectionLoop)) + " [S]";
+    const std::string loop = "!" + BuiltIn(text::kRedirectionLoop) + " [S]";
     for (const auto& testCase : cases) {
         SCOPED_TRACE(testCase.settings);
         world.prompts.messages.clear();

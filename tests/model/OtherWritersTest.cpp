@@ -1,35 +1,19 @@
 // Saves beside another program that writes the same file at the wrong moment, and files that come
 // and go.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-
-std::string BuiltIn(std::uint16_t number) {
-    return std::string(BuiltInText(number));
-}
-
 // The keys A and B of section S, A once more in a category of its own, and C of section T.
 class OtherWritersTest : public SessionTest {
 protected:
     void Start(const std::string& settings) {
-        world.PutUsualFiles("");
-        world.disk.Put(SessionWorld::kWincmdData,
-                       "[One]\nCategoryTargetSection=S\nA=0\nB=0\n"
-                       "[Again]\nCategoryTargetSection=s\na=0\n"
-                       "[Two]\nCategoryTargetSection=T\nC=0///text\n");
-        Write(settings);
-        world.disk.Wait(10);
-        ASSERT_TRUE(world.Start());
+        StartWith({settings + "[Configuration]\n",
+                   "[One]\nCategoryTargetSection=S\nA=0\nB=0\n"
+                   "[Again]\nCategoryTargetSection=s\na=0\n"
+                   "[Two]\nCategoryTargetSection=T\nC=0///text\n",
+                   ""});
     }
     void Write(const std::string& settings) {
         world.disk.Put(SessionWorld::kWincmd, settings + "[Configuration]\n");
@@ -56,6 +40,7 @@ protected:
 
 TEST_F(OtherWritersTest, NothingOfAnybodyIsLostWheneverTheyWrite) {
     enum class When { BeforeRead, BeforeExchange, WhileAside, WhileAsked };
+    const std::string first = "[S] A: A=mine | A=2";
     const struct {
         When when;
         const char* theirs;
@@ -69,14 +54,8 @@ TEST_F(OtherWritersTest, NothingOfAnybodyIsLostWheneverTheyWrite) {
         // The same key: the answer holds for the value that was shown.
         {When::BeforeExchange, "[S]\nA=theirs\n", "[S]\nA=mine\n", {"[S] A: A=mine | A=theirs"}},
         {When::WhileAside, "[S]\nA=theirs\n", "[S]\nA=mine\n", {"[S] A: A=mine | A=theirs"}},
-        {When::WhileAsked,
-         "[S]\nA=2\nB=theirs\n",
-         "[S]\nA=mine\nB=theirs\n",
-         {"[S] A: A=mine | A=2"}},
-        {When::WhileAsked,
-         "[S]\nA=3\n",
-         "[S]\nA=mine\n",
-         {"[S] A: A=mine | A=2", "[S] A: A=mine | A=3"}},
+        {When::WhileAsked, "[S]\nA=2\nB=theirs\n", "[S]\nA=mine\nB=theirs\n", {first}},
+        {When::WhileAsked, "[S]\nA=3\n", "[S]\nA=mine\n", {first, "[S] A: A=mine | A=3"}},
     };
     const std::string end = "[Configuration]\n";
     for (const auto& c : cases) {

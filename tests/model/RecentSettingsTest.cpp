@@ -1,23 +1,9 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-
-class RecentSettingsTest : public SessionTest {
-protected:
-    void Start(const std::string& keys, const std::string& ownSettings = "") {
-        StartWith({"[Configuration]\r\nColorBack=7\r\n",
-                   "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys,
-                   ownSettings});
-    }
-};
+using RecentSettingsTest = SessionTest;
 
 TEST_F(RecentSettingsTest, LongPathsAreShortenedByTheirParts) {
     const std::string part16 = "0123456789ABCDEF";
@@ -39,10 +25,10 @@ TEST_F(RecentSettingsTest, LongPathsAreShortenedByTheirParts) {
 }
 
 TEST_F(RecentSettingsTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
-    Start("ColorBack=1\r\n",
-          "[Common]\r\nNumberOfRecentFiles=3\r\n[ConfigurationEditor]\r\n"
-          "RecentFiles1=C:\\gone.ini\r\nRecentFiles3=%Commander_Path%\\Wincmd.ini\r\n"
-          "RecentFiles4=C:\\beyond.ini\r\n");
+    StartWithKeys("ColorBack=1\r\n",
+                  "[Common]\r\nNumberOfRecentFiles=3\r\n[ConfigurationEditor]\r\n"
+                  "RecentFiles1=C:\\gone.ini\r\nRecentFiles3=%Commander_Path%\\Wincmd.ini\r\n"
+                  "RecentFiles4=C:\\beyond.ini\r\n");
     const auto captions = [&] {
         std::vector<std::string> all;
         for (const auto& entry : Recent().Files().Entries()) {

@@ -1,17 +1,9 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-
-class TotalCommanderTest : public KeyChangesTest {};
+using TotalCommanderTest = KeyChangesTest;
 
 TEST_F(TotalCommanderTest, ARestartClosesBeforeTheSaveAndStartsAfterIt) {
     Start("[T]\nK=1\n");

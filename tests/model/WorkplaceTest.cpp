@@ -1,12 +1,7 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
 namespace {
-
-using testing::ElementsAre;
 
 class WorkplaceTest : public SessionTest {
 protected:

@@ -1,12 +1,23 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "model/program/StringTable.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+inline std::string BuiltIn(std::uint16_t number) {
+    return std::string(BuiltInText(number));
+}
 
 // A test of one or more parts of a session, all of which are there.
 class SessionTest : public testing::Test {
@@ -39,6 +50,12 @@ protected:
         }
         world.disk.Wait(10);
         ASSERT_TRUE(world.Start());
+    }
+    // With keys of the section [Configuration], in which ColorBack is 7.
+    void StartWithKeys(const std::string& keys, const std::string& ownSettings = "") {
+        StartWith({"[Configuration]\r\nColorBack=7\r\n",
+                   "\xEF\xBB\xBF[Cat]\r\nCategoryTargetSection=Configuration\r\n" + keys,
+                   ownSettings});
     }
     void Set(std::size_t row, const std::string& value) {
         Selection().ShowKeyDetails(row);
