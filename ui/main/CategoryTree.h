@@ -9,7 +9,7 @@
 
 namespace tamarind {
 
-// The tree of the data file's categories.
+// The tree of the categories of the data file: a view of KeySelection, which owns the selection.
 class CategoryTree final : private TreeViewListener, private CategoryListener {
 public:
     CategoryTree(KeySelection& selection, MainWindowActions& actions)
@@ -20,11 +20,12 @@ public:
     CategoryTree(const CategoryTree&) = delete;
     CategoryTree& operator=(const CategoryTree&) = delete;
 
+    // False if Windows cannot create the control.
     bool Create(HWND parent);
     void ApplyLook(const MainLook& look);
     HWND Handle() const { return TreeView1.Handle(); }
 
-    // Shows all nodes again, in the present language.
+    // Fills the tree again, with its texts in the present language.
     void Fill();
 
 private:

@@ -12,8 +12,8 @@
 
 namespace tamarind {
 
-// The description of the current key. While changed descriptions wait to be saved, a small toolbar
-// in its corner offers that.
+// The description of the current key, which can be edited. While changed descriptions wait to be
+// saved, a small toolbar in the lower corner offers to do that.
 class DescriptionPane final : public Window,
                               private ToolbarListener,
                               private EditBoxListener,
@@ -27,11 +27,11 @@ public:
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
 
-    // Shows the texts of the present language.
+    // Shows all texts in the present language.
     void ApplyLanguage();
 
     HWND Box() const { return txtDescriptionBox.Handle(); }
-    // Shows the current key's text as it is stored.
+    // Shows the stored description of the current key.
     void ShowDescription();
 
 private:

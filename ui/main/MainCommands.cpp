@@ -12,7 +12,7 @@
 namespace tamarind {
 namespace {
 
-// What is being typed in the edit box is dropped before these.
+// These commands first close the edit box and drop what was typed.
 constexpr Command kEndEditing[] = {
     Command::FileOpen,       Command::FileOpenDataFile, Command::FileSave,
     Command::FileExport,     Command::FileImport,       Command::FileSaveAndRestart,
@@ -70,7 +70,7 @@ void MainCommands::ShowFavorite(int place) {
     const auto at = static_cast<std::size_t>(place);
     if (at < favorites.Items().size()) {
         m_panes.Keys().CloseInplaceEdit();
-        // By value: showing it may make the list anew.
+        // A copy, because showing the favorite may build the list again.
         const std::string name = favorites.Items()[at].name;
         if (favorites.FavoriteDefinition(name)) {
             FocusKeyList();
@@ -79,7 +79,7 @@ void MainCommands::ShowFavorite(int place) {
 }
 
 void MainCommands::Execute(Command command) {
-    // The key list asks to edit under a heading, too, which is heard.
+    // Under a heading the list may ask for an edit, too; KeyCommands answers it with a sound.
     const bool isHeard = command == Command::EditValue && m_session.Selection().ShowsHeading() &&
                          !m_session.Place().IsBusy();
     if (!m_session.States().IsEnabled(command) && !isHeard) {
@@ -145,7 +145,7 @@ void MainCommands::Do(Command command) {
             keys.CommentKey();
             break;
         case Command::EditDelete:
-            // A key whose value is being typed is not deleted.
+            // The Delete key must not delete a key while its value is being typed.
             if (!m_panes.Keys().IsEditing()) {
                 keys.DeleteKey();
             }

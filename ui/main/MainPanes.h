@@ -9,11 +9,11 @@
 
 namespace tamarind {
 
-// The panes of the main window and the two splitters between them: the tree beside the key list,
-// both above the description.
+// The panes of the main window and the two splitters between them: the tree and the key list side
+// by side, and the description below both.
 class MainPanes {
 public:
-    // All arguments outlive the panes.
+    // All arguments are kept by reference and must outlive the panes.
     MainPanes(EditorSession& session, MainWindowActions& actions);
 
     bool Create(HWND parent, const MainLook& look);
@@ -25,13 +25,14 @@ public:
     DescriptionPane& Description() { return m_description; }
 
     void ShowDescriptionPane(bool isVisible);
-    // To be called once the window has its first size: from then on the description keeps its
-    // height.
+    // To be called when the window has its first size. From then on the description keeps its
+    // height when the size of the window changes.
     void StartFollowingSize() { m_descriptionSplitter.KeepSecondPaneSize(true); }
+    // Puts the positions of the splitters into the settings, in twips.
     void StorePositions(Settings& settings) const;
 
     void FocusTree() { SetFocus(m_tree.Handle()); }
-    // Moves the focus between tree, list and description.
+    // Moves the focus to the next or the former one of tree, list and description that can have it.
     void FocusNext(bool isForward);
 
 private:

@@ -8,8 +8,8 @@
 
 namespace tamarind {
 
-// The main toolbar: its buttons are those that its text form lists, and each does what the
-// command of its name does.
+// The main toolbar. Its text form (ToolbarSpec) lists the buttons, and each carries out the command
+// of its name.
 class MainToolbar final : private ToolbarListener, private WorkplaceListener {
 public:
     MainToolbar(Workplace& workplace, const CommandStates& states, MainWindowActions& actions)
@@ -22,7 +22,7 @@ public:
 
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
-    // Shows the texts of the present language.
+    // Shows the tooltips in the present language.
     void ApplyLanguage();
     void Show(bool isVisible) { Toolbar1.Show(isVisible); }
     void SetBounds(const RECT& bounds) { Toolbar1.SetBounds(bounds); }

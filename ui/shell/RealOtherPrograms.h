@@ -5,7 +5,7 @@
 
 namespace tamarind {
 
-// Total Commander and other programs on this desktop.
+// Other programs on the desktop of this user, found by their windows.
 class RealOtherPrograms final : public OtherPrograms {
 public:
     bool IsTotalCommanderRunning() override;
@@ -17,6 +17,7 @@ public:
     void Start(const std::string& path, const std::string& arguments) override;
     void OpenDocument(const std::string& path) override;
 
+    // Handles window messages until the time is over or `process`, which may be null, has ended.
 private:
     static void Wait(int milliseconds, HANDLE process);
 
