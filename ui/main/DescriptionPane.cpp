@@ -95,7 +95,7 @@ void DescriptionPane::OnWentToKey(const std::optional<DescriptionPart>& part) {
     }
 }
 
-// Setting the text from the program also raises this event; that is no change by the user.
+// Some systems report a text that the program has set, too: that is no change by the user.
 void DescriptionPane::OnTextChanged() {
     if (!m_isLoading) {
         m_dataFile.ChangeDescription(Narrow(txtDescriptionBox.Text()));

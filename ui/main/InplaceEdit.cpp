@@ -149,7 +149,7 @@ void InplaceEdit::Enter() {
     }
 }
 
-// A list tells nobody that it has scrolled, so its row is looked at again and again.
+// The row is looked at again and again: that catches every way in which a list can scroll.
 void InplaceEdit::OnTick() {
     RECT at{};
     GetWindowRect(Handle(), &at);

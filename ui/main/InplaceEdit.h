@@ -17,9 +17,8 @@ protected:
     ~InplaceEditListener() = default;
 };
 
-// An edit box of one line over a row of a list. The list itself cannot edit only a part of a row's
-// text. The box closes without storing anything when the user leaves it, scrolls the list or
-// presses Escape.
+// An edit box of one line over a row of a list, in which the row is edited. The box closes without
+// storing anything when the user leaves it, scrolls the list or presses Escape.
 class InplaceEdit final : public Control {
 public:
     // `list` must outlive the box.

@@ -210,8 +210,8 @@ bool frmMain::OnQueryEndSession() {
     return hasCancelled ? !hasPending : AskWhetherToClose();
 }
 
-// Windows destroys owned windows before WM_DESTROY arrives here, so the organize window is closed
-// while it can still store its place.
+// The organize window is closed only after StoreLayout has noted that it is open. As an owned
+// window it would be destroyed before WM_DESTROY arrives here.
 void frmMain::OnClose() {
     if (AskWhetherToClose()) {
         StoreLayout();

@@ -17,8 +17,8 @@ public:
     void Start(const std::string& path, const std::string& arguments) override;
     void OpenDocument(const std::string& path) override;
 
-    // Handles window messages until the time is over or `process`, which may be null, has ended.
 private:
+    // Handles window messages until the time is over or `process`, which may be null, has ended.
     static void Wait(int milliseconds, HANDLE process);
 
     UniqueObject m_closing;  // what was asked to close
