@@ -12,7 +12,7 @@ namespace tamarind {
 namespace {
 
 constexpr std::size_t kBackupsKept = 10;  // besides the first
-constexpr int kLargestNumber = 9999;      // in names; larger ones are not from here
+constexpr int kLargestNumber = 9999;      // in names; a larger one was not made by this program
 constexpr std::string_view kFirstMark = "first, ";
 constexpr std::string_view kDatePattern = "dddd-dd-dd dd.dd.dd";
 constexpr std::uint64_t kTicksPerDay = 864'000'000'000U;
@@ -213,7 +213,7 @@ CallError Backups::Adopt(const std::string& path, std::string& name) {
 void Backups::Trim() {
     m_isLoaded = false;
     // The new one, which is not in `m_earlier`; it counts as the newest whatever its date says.
-    std::size_t kept = 1;  // the new one, whatever the clock has said before
+    std::size_t kept = 1;
     for (const Entry& backup : m_earlier) {
         if (!backup.file.isFirst && ++kept > kBackupsKept) {
             m_steps.Delete(backup.file.path);

@@ -77,7 +77,7 @@ private:
     std::string m_stem;  // of the file's name, which the names of the backups begin with
     std::string m_extension;
     bool m_isLoaded = false;
-    std::vector<Entry> m_earlier;  // if it is
+    std::vector<Entry> m_earlier;  // valid if m_isLoaded
 };
 
 }  // namespace tamarind

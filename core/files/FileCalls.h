@@ -39,8 +39,8 @@ enum class CallError {
 // What a file is. On an error only `error` and `finalPath` are set.
 struct FileFacts {
     CallError error = CallError::None;
-    std::string finalPath;  // behind all links; on an error the absolute form of what was asked for
-    std::uint32_t links = 1;  // names of the file
+    std::string finalPath;    // after all links; on an error the absolute form of the path
+    std::uint32_t links = 1;  // hard links
     bool isFolder = false;
     bool isReadOnly = false;
 };

@@ -135,6 +135,7 @@ public:
 
     // Now in 100 ns units, by the clock of FileStamp.
     virtual std::uint64_t NowTicks() = 0;
+    // Blocks the calling thread.
     virtual void Sleep(unsigned milliseconds) = 0;
 };
 

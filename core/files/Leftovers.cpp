@@ -184,7 +184,7 @@ CallError Leftovers::PutBack(List& list, FileBytes& present) {
             list.erase(found);
         } else if (error == CallError::Exists) {
             // Somebody has made a new file; it stays.
-            present = m_steps.Read(m_path);  // somebody has made a new one
+            present = m_steps.Read(m_path);
             return present.error;
         }
         return error;
@@ -245,7 +245,7 @@ void Leftovers::ClearAway(const List& list, const std::string& present) {
             m_steps.Delete(leftover.path);
         } else {
             // If this fails, the next replacement tries again.
-            m_backups.Adopt(leftover.path, kept);  // if that fails, the next one tries again
+            m_backups.Adopt(leftover.path, kept);
         }
     }
 }

@@ -50,8 +50,8 @@ private:
     struct Leftover {
         std::string path;
         LeftoverKind kind = LeftoverKind::New;
-        bool agrees = false;     // its bytes with its name
-        bool isPlanned = false;  // it is or was to become the file, not one of the backups
+        bool agrees = false;     // its bytes have the size and the hash in its name
+        bool isPlanned = false;  // it was made to become the file, not one of the backups
         FileBytes content;
     };
     using List = std::vector<Leftover>;

@@ -144,7 +144,7 @@ ReplaceResult SafeReplace::ExchangeLocked(const std::string& path, const std::st
     }
     if (facts.finalPath != path) {
         // It has become a link since then.
-        return Failed(CallError::Shared);  // a link since then
+        return Failed(CallError::Shared);
     }
     Job job = {path, bytes, *expected, backup, {}};
     const CallError error = m_steps.WriteTemporary(path, bytes, job.temporary);
@@ -218,7 +218,7 @@ CallError SafeReplace::TryExchange(const Job& job, const std::string& old) {
         case CallError::None:
         case CallError::Unsupported:
         case CallError::UnableToRemoveOld:
-            return error;  // after the last two both have their names
+            return error;  // after the last two, both files have their names
         case CallError::NotFound:
             return CallError::Changed;
         case CallError::UnableToMoveNew:
@@ -320,7 +320,7 @@ CallError SafeReplace::FinishInterrupted(const std::string& path, CallError loca
     const bool isMissing = located == CallError::NotFound;
     if (located != CallError::None && located != CallError::ReadOnly && !isMissing) {
         // Whether the file exists decides what becomes of the leftovers, so it has to be known.
-        return located;  // whether the file is there decides what becomes of what is left
+        return located;
     }
     Backups backups(m_steps, path);
     return Leftovers(m_steps, path, backups).Finish(isMissing);

@@ -63,6 +63,9 @@ public:
     // Including deleted lines; several lines of prose in a row count as one.
     std::size_t LineCount() const { return m_lines.size(); }
     std::size_t SectionCount() const { return m_sections.size(); }
+    // The name between the brackets, without the blanks around it. Sections have the numbers from 0
+    // to SectionCount() - 1, in the order of the file; those of the same name have different
+    // numbers.
     std::string_view SectionName(SectionId section) const {
         return KeyName(m_sections[section].header);
     }
@@ -74,16 +77,20 @@ public:
     // commented-out key.
     std::optional<LineId> FindKey(SectionId section, std::string_view name) const;
 
-    // The first lines of a key and of the commented-out key of the same name, or kNone; the second
-    // is looked for only without the first. `hash` is the name's.
+    // The first line of a key and the first of its commented-out form, or kNone. `commented` may be
+    // kNone although there is such a line, if there is an active one: nobody needs it then. `hash`
+    // is the NameHash of `name`.
     struct KeyLines {
         LineId active = kNone;
         LineId commented = kNone;
     };
+    // Both forms, nearly always with one look into the table: the states of all keys are derived
+    // from them.
     KeyLines FindKeyForms(SectionId section, std::string_view name, std::uint32_t hash) const;
 
-    // Equal for names that compare equal, in whatever document, and for a key and the commented-out
-    // key of its name: who looks for the names of one document in another need not read them.
+    // Equal for names that compare equal, in whatever document, and for a key and its commented-out
+    // form. Someone who looks the names of one document up in another can use the stored hash and
+    // need not read the names.
     static std::uint32_t NameHash(std::string_view name) { return NameTable::HashOf(name); }
     std::uint32_t NameHash(LineId line) const { return m_lines[line].nameHash; }
 
@@ -154,8 +161,8 @@ private:
     // What is known of a section besides its lines.
     struct Section {
         LineId header = kNone;
-        LineId lastKey = kNone;   // the header while there is none; kNone: to be looked for
-        LineId lastLine = kNone;  // the header while there is none
+        LineId lastKey = kNone;                  // the header if there is none; kNone: not known
+        LineId lastLine = kNone;                 // the header if there is none
         mutable std::uint32_t keyTable = kNone;  // among the key tables; none before a look-up
     };
 
@@ -232,10 +239,10 @@ private:
     mutable std::optional<bool> m_isText;
     FileMark m_mark = FileMark::None;
     std::string m_bytes;    // the file's bytes, then those of edited and new lines
-    std::string m_tail;     // half a UTF-16 character at the file's end, where it stays
-    std::string m_decoded;  // text of the lines that are not text as they stand
+    std::string m_tail;     // an odd last byte of UTF-16, written back as it is
+    std::string m_decoded;  // names and values of lines that are not UTF-8
     std::vector<IniLine> m_lines;
-    std::vector<LineId> m_nextLines;  // by line; empty while the lines stand in their order
+    std::vector<LineId> m_nextLines;  // by line; empty while the next line is the next number
     std::vector<Section> m_sections;
     LineId m_firstLine = kNone;
     LineId m_lastLine = kNone;

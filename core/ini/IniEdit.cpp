@@ -104,7 +104,7 @@ IniEdit IniDocument::ToggleComment(std::string_view section, std::string_view ke
     } else {
         bytes.erase(at, mark.size());
         // This line may now be the last key of the section.
-        m_sections[*sectionId].lastKey = kNone;  // this one may stand behind it
+        m_sections[*sectionId].lastKey = kNone;
     }
     SetLineBytes(*line, bytes);
     AddToIndex(*line);
@@ -241,7 +241,7 @@ bool IniDocument::RemoveKeyLine(SectionId section, std::string_view key) {
     return true;
 }
 
-// Adds the line end that a file's last line may lack and that a line behind it needs.
+// The last line of a file may have no line end, which it needs when another line is to follow it.
 void IniDocument::CompleteLastLine(LineId line, std::string_view lineEnd) {
     const IniLine& last = m_lines[line];
     if (last.kind != IniLineKind::Deleted && last.lineEndLength == 0) {

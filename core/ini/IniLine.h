@@ -35,7 +35,7 @@ struct IniLine {
     std::uint8_t lineEndLength : 2 = 0;    // characters, of the last line
     bool isAscii : 1 = false;              // its whole text
     bool isDecoded : 1 = false;            // the name is in the decoded copy
-    bool hasInnerMark : 1 = false;         // the value is UTF-8 behind a mark of its own
+    bool hasInnerMark : 1 = false;         // the value is UTF-8 after a mark of its own
     mutable bool repeatsName : 1 = false;  // an earlier line of the section has the same name
 };
 

@@ -69,7 +69,7 @@ private:
 
     IniDocument& m_document;
     // `m_lines` and the bytes read when MakeRoom was called last.
-    std::size_t m_countedLines = 0;  // when there was room made for lines
+    std::size_t m_countedLines = 0;
     std::size_t m_countedBytes = 0;
 };
 

@@ -63,7 +63,7 @@ private:
     // A file as this round has read it.
     struct Entry {
         FileError error = FileError::None;
-        IniEdit refused = IniEdit::Unchanged;  // why two texts could not be brought together
+        IniEdit refused = IniEdit::Unchanged;  // why two texts could not be merged
         FileState onDisk;
         std::shared_ptr<const IniDocument> document;  // what is edited
         bool isSettled = true;

@@ -38,6 +38,7 @@ std::optional<std::string> EncodeCodePage(std::string_view text, CodePage codePa
 
 // Between UTF-8 and UTF-16LE bytes without a mark. An odd last byte is left out.
 std::string DecodeUtf16Le(std::string_view bytes);
+// The opposite: malformed UTF-8 becomes U+FFFD.
 std::string EncodeUtf16Le(std::string_view text);
 
 }  // namespace tamarind

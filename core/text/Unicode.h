@@ -26,6 +26,7 @@ std::u16string Utf16FromUtf8(std::string_view text);
 std::string Utf8FromUtf16(std::u16string_view units);
 
 bool IsAscii(std::string_view text);
+// Whether no byte of the text would decode to U+FFFD as malformed. A real U+FFFD is valid.
 bool IsValidUtf8(std::string_view text);
 
 // Length in UTF-16 code units, the unit of all limits and positions that users and files know.

@@ -78,7 +78,7 @@ DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std:
                 return {{}, true};
             }
             // The user's answer was about this state.
-            known = now.document;  // the answer is about this state
+            known = now.document;
             continue;
         }
         const IniTransaction::Written written = transaction.Edit(

@@ -82,14 +82,14 @@ SettingsWriter::Step SettingsWriter::Prepare(std::vector<std::string>& paths) {
     SettingsFiles now = ReadAll();
     if (!m_transaction.Holds(now.Paths()) && m_lockings < kMaxLockings) {
         // The redirections have changed: lock the files that they lead to now.
-        ++m_lockings;  // redirections have changed
+        ++m_lockings;
         paths = now.Paths();
         return Step::BeginAgain;
     }
     const SettingsFiles::File& main = now.Main();
     if (main.error != FileError::None && !IsMissing(main.error)) {
         // Without the settings file nobody knows which key is in which file.
-        FailAll(main.error);  // it says which keys are in which file
+        FailAll(main.error);
         return Step::Stop;
     }
     const Step asked = AskAboutGoneFiles(now);

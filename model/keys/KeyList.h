@@ -26,6 +26,7 @@ public:
     void Clear() { m_rows.clear(); }
 
     std::size_t Size() const { return m_rows.size(); }
+    // `row` is less than Size().
     KeyNumber KeyAt(std::size_t row) const { return m_rows[row]; }
     // The row of a record, or Size() if it is not shown.
     std::size_t RowOf(KeyNumber key) const;

@@ -40,7 +40,7 @@ struct KeyRecord {
     std::string_view defaultValue;                 // col_1
     std::string_view description;                  // col_2, "@" for a line break
     std::string_view targetSection;                // col_3
-    std::optional<std::string_view> currentValue;  // col_4; nothing where the marker would stand
+    std::optional<std::string_view> currentValue;  // col_4; nothing if it has no value
     KeyState initialState = KeyState::Absent;      // col_5: Absent, Active or Commented
     bool saveDescription = false;                  // col_6
     KeyState currentState = KeyState::Absent;      // col_7

@@ -18,8 +18,8 @@ namespace {
 // The search text in the forms that the steps need.
 struct Pattern {
     std::u16string units;   // lower case; between blanks for whole words
-    std::string asciiPart;  // stands in every text that holds the pattern; may be empty
-    bool isBlank = false;   // there is no character that such a text must hold
+    std::string asciiPart;  // is in every text that holds the pattern; may be empty
+    bool isBlank = false;   // no character is known that such a text must hold
     bool isWholeWord = false;
     bool isOfNames = false;
 };

@@ -68,10 +68,12 @@ public:
 
     // In this and all functions below, `key` is between 1 and Size().
     KeyRecord Record(KeyNumber key) const;
+    // Views belong to the data file. Names are as written there; they compare by EqualsIgnoreCase.
     std::string_view KeyName(KeyNumber key) const;
     std::uint32_t NameHash(KeyNumber key) const;  // as IniDocument::NameHash
     std::string_view Category(KeyNumber key) const { return CategoryOf(key).name; }
     std::string_view TargetSection(KeyNumber key) const { return CategoryOf(key).targetSection; }
+    // Whether the key is, or will be, active in the settings.
     bool IsChecked(KeyNumber key) const;
 
     // Gives the key a description that is to be written into the data file; "@" stands for a line
@@ -107,6 +109,7 @@ public:
     // For a record with a pending change, which stays: only what the settings have has changed.
     void SetInitialState(KeyNumber key, KeyState state) { m_keys[key - 1].initialState = state; }
     bool IsPending(KeyNumber key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
+    // Whether a save would have anything to write.
     bool HasPending() const;
 
     // Records of one name and target section are about the same line of the settings: each pending
@@ -116,6 +119,8 @@ public:
     // the same line of the settings, so a pending change of one is a change of all. Visits all
     // twins of a key in their order, itself included; most keys are alone.
     void ForEachTwin(KeyNumber key, Visit visit);
+    // The first of the twins, which stands for all of them where each line of the settings counts
+    // once. The first call takes longer (FindTwins).
     KeyNumber FirstTwin(KeyNumber key);
 
     // Sets a pending change of the key and its twins: a value, which may be empty, and its state.
@@ -126,6 +131,7 @@ public:
     // Ends the pending change of one record, which has to be set from the settings next.
     void SetSaved(KeyNumber key);
 
+    // What the settings have, and what the user has made of it: equal unless a change is pending.
     KeyState InitialState(KeyNumber key) const { return Stored(key).initialState; }
     KeyState CurrentState(KeyNumber key) const { return Stored(key).currentState; }
     // The value as far as the receive buffer takes it, and all of it; nothing for a key without

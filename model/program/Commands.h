@@ -82,6 +82,7 @@ struct CommandInfo {
 
 // One row for each command, in the order of the enum.
 std::span<const CommandInfo> AllCommands();
+// `command` must not be None.
 const CommandInfo& InfoOf(Command command);
 // The row of the menu entry with this number; null if there is none.
 const CommandInfo* FindCommand(std::uint32_t number);

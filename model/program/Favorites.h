@@ -32,6 +32,8 @@ struct FavoritesChange {
 class ShownNames {
 public:
     ShownNames() = default;
+    // Sorts the names of all rows once: for a list of 32,000 keys, looking up each favorite in the
+    // rows would be slow.
     ShownNames(const KeyList& keys, const KeyStore& store);
 
     // Whether any name begins with `start`, in any letter case.
@@ -61,6 +63,7 @@ public:
     void CreateFavoritesList();
 
     const std::vector<Favorite>& Items() const { return m_items; }
+    // Whether the menu has no room for another favorite.
     bool IsFull() const;
 
     // Whether the file has names beyond those that were read. Replace would lose them.

@@ -24,6 +24,7 @@ public:
 
     const std::vector<Favorite>& Rows() const { return m_rows; }
     std::optional<std::size_t> Selected() const { return m_selected; }
+    // An invalid row changes nothing.
     void Select(std::size_t row);
 
     // Whether there is something to apply.
@@ -45,7 +46,7 @@ private:
     bool ExchangeWith(std::size_t row);
 
     std::vector<Favorite> m_rows;
-    std::vector<std::string> m_knownNames;  // also of rows that are gone
+    std::vector<std::string> m_knownNames;  // also of rows that were deleted
     std::optional<std::size_t> m_selected;
     bool m_isChanged = false;
 };

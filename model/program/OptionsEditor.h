@@ -39,6 +39,7 @@ public:
     void Begin();
 
     const Choices& Values() const { return m_choices; }
+    // Both take a choice over, to be applied later.
     void SetFlag(bool Choices::*flag, bool isOn);
     void SetLanguageFile(const std::string& path);
     // Each asks the user and returns whether they have chosen something.

@@ -14,6 +14,7 @@ public:
     // The full path of the program that owns that window; empty if there is none or Windows does
     // not say.
     virtual std::string TotalCommanderPath() = 0;
+    // Does nothing if it does not run.
     virtual void BringTotalCommanderToFront() = 0;
     // Asks it to close, without waiting for an answer.
     virtual void CloseTotalCommander() = 0;

@@ -16,6 +16,7 @@ namespace tamarind {
 // the user chose earlier, or by asking the user, in this order.
 class SettingsLocator {
 public:
+    // All arguments are kept by reference and must outlive this object.
     SettingsLocator(FileSystem& files, Registry& registry, const Environment& environment,
                     SettingsStore& settings, const Language& language, UserPrompts& prompts);
 

@@ -29,6 +29,7 @@ public:
     SettingsStore(IniFiles& files, const Environment& environment, std::string programFolder,
                   ScreenSize screen);
 
+    // The settings may be changed directly; SaveSettings finds out which of them were.
     Settings& Values() { return m_values; }
     const Settings& Values() const { return m_values; }
 
@@ -57,6 +58,8 @@ public:
     // Writes the place of the organize window in the same way.
     void WriteFavoriteWindow();
 
+    // The file that was found or made; beside the program before LoadSettings, and if none can be
+    // made.
     const std::string& Path() const { return m_path; }
 
 private:

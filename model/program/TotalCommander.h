@@ -12,13 +12,14 @@ namespace tamarind {
 struct RestartResult {
     bool hasClosed = false;   // it ran, was asked to close and did
     bool stillRuns = false;   // it ran, was asked to close and did not
-    std::string refusedPath;  // not started, for the quotation mark in this path; else empty
+    std::string refusedPath;  // not started because of a quotation mark in this path
 };
 
 // Closes Total Commander before a save and starts it again after it. It keeps its settings in
 // memory and writes them when it closes, which would undo the save.
 class TotalCommander {
 public:
+    // All arguments are kept by reference and must outlive this object.
     TotalCommander(OtherPrograms& programs, IniFiles& files, const Environment& environment)
         : m_programs(programs), m_files(files), m_environment(environment) {}
 

@@ -54,6 +54,7 @@ class UserPrompts {
 public:
     virtual ~UserPrompts() = default;
 
+    // With the button OK. Returns when the user has closed the box.
     virtual void ShowMessage(MessageIcon icon, const std::string& text) = 0;
 
     // With the buttons Yes, No and Cancel and the question icon.

@@ -47,6 +47,8 @@ public:
         std::int16_t index = 0;
         std::string caption;
     };
+    // The used slots in their order, and the texts that the menu shows for an empty list and for
+    // the command that empties it.
     std::vector<Entry> Entries() const;
     std::string NoFilesText() const;
     std::string ClearText() const;

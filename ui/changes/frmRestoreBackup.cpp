@@ -151,6 +151,7 @@ void frmRestoreBackup::ShowBackups() {
     }
 }
 
+// The list of differences is emptied before its texts change (see ReportList::SetRowCount).
 void frmRestoreBackup::OnBackupSelected(int row) {
     const bool isSelected = row != ReportList::kNoRow;
     lstDifferences.SetRowCount(0);

@@ -16,7 +16,6 @@ namespace {
 constexpr Twips kLeastWidth{2760};
 constexpr Twips kLeastHeight{4000};
 constexpr Twips kColumnMargin{400};
-// In pixels at 96 DPI: left and right of the list; above and below it.
 constexpr int kListMargin = 1;    // pixels at 96 DPI, at the left and at the right
 constexpr int kListDistance = 2;  // above and below the list
 
@@ -200,6 +199,7 @@ void frmOrganizeFavorites::OnKeyListChanged() {
     }
 }
 
+// Shows rows, selection and buttons as the organizer has them.
 void frmOrganizeFavorites::Refresh() {
     if (Handle() == nullptr) {
         return;

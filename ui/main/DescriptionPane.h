@@ -20,11 +20,14 @@ class DescriptionPane final : public Window,
                               private KeyListListener,
                               private WorkplaceListener {
 public:
+    // All arguments are kept by reference and must outlive the pane.
     DescriptionPane(Workplace& workplace, KeySelection& selection, OpenDataFile& dataFile,
                     const CommandStates& states, MainWindowActions& actions);
     ~DescriptionPane() override;
 
+    // False if Windows cannot create the pane or its controls.
     bool Create(HWND parent, const MainLook& look);
+    // The pictures stay owned by `look`, which must live until the next call.
     void ApplyLook(const MainLook& look);
 
     // Shows all texts in the present language.
@@ -35,6 +38,8 @@ public:
     void ShowDescription();
 
 private:
+    // What the parts of the session tell: another key is shown, a search or a favorite has led to a
+    // part of the description, the enabled commands have changed.
     void OnKeyShown() override;
     void OnWentToKey(const std::optional<DescriptionPart>& part) override;
     void OnCommandsChanged() override;

@@ -24,7 +24,7 @@ bool InplaceEdit::Create(HWND parent, int id, InplaceEditListener& listener) {
     if (!CreateControl(WC_EDITW, parent, id, WS_BORDER | ES_LEFT | ES_AUTOHSCROLL)) {
         return false;
     }
-    Send(EM_SETLIMITTEXT, 0);  // as much as there is room for
+    Send(EM_SETLIMITTEXT, 0);  // 0: the largest limit that Windows has
     return true;
 }
 

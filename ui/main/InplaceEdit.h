@@ -35,6 +35,7 @@ public:
     // Hides the box. If it had the focus, the list gets it.
     void Close();
     bool IsOpen() const { return m_row != VirtualList::kNoRow; }
+    // VirtualList::kNoRow while the box is closed.
     int Row() const { return m_row; }
 
     // Follows the left edge and the width of the list. If the row has moved up or down, the timer

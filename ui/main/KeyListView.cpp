@@ -14,7 +14,7 @@ namespace {
 
 constexpr Twips kColumnMargin{500};
 // The picture list has each icon twice: the three as they are, then the three dimmed.
-constexpr int kIconCount = 3;  // each stands in the picture list twice, the second time dimmed
+constexpr int kIconCount = 3;
 constexpr UINT kNextKeyMs = 50;
 constexpr std::size_t kRowsBelow = 3;
 
@@ -262,6 +262,7 @@ void KeyListView::OnRowActivated() {
     m_actions.Execute(Command::EditValue);
 }
 
+// Shortcuts that belong to the list, such as Del, work here and nowhere else.
 bool KeyListView::OnListKey(WPARAM key) {
     for (const CommandInfo& info : AllCommands()) {
         const Shortcut& shortcut = info.shortcut;

@@ -20,11 +20,15 @@ class KeyListView final : public Window,
                           private InplaceEditListener,
                           private KeyListListener {
 public:
+    // All arguments are kept by reference and must outlive the view.
     KeyListView(const Workplace& workplace, KeySelection& selection, KeyCommands& commands,
                 MainWindowActions& actions);
     ~KeyListView() override;
 
+    // False if Windows cannot create the pane or the list. Box and sample are made when they are
+    // needed first.
     bool Create(HWND parent);
+    // The pictures stay owned by `look`, which must live until the next call.
     void ApplyLook(const MainLook& look);
     // Shows the column title in the present language.
     void ApplyLanguage();

@@ -54,6 +54,7 @@ void MainCommands::OnCommand(int id) {
     }
 }
 
+// Entries that are no commands: a recent file, "Clear List", a favorite.
 void MainCommands::OnEntry(int id) {
     if (id >= kIdRecentFirst && id < kIdClearRecent) {
         m_panes.Keys().CloseInplaceEdit();
@@ -91,6 +92,7 @@ void MainCommands::Execute(Command command) {
     Do(command);
 }
 
+// What each command does. Whether it may is decided before.
 void MainCommands::Do(Command command) {
     Workplace& workplace = m_session.Place();
     KeySelection& selection = m_session.Selection();

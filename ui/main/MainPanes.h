@@ -16,6 +16,8 @@ public:
     // All arguments are kept by reference and must outlive the panes.
     MainPanes(EditorSession& session, MainWindowActions& actions);
 
+    // Makes all panes, with the splitters where the settings want them. False if Windows cannot
+    // create one.
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
     void SetBounds(const RECT& bounds) { Picture1.SetBounds(bounds); }
@@ -24,6 +26,7 @@ public:
     KeyListView& Keys() { return m_keys; }
     DescriptionPane& Description() { return m_description; }
 
+    // If the pane that is hidden has the focus, the tree gets it.
     void ShowDescriptionPane(bool isVisible);
     // To be called when the window has its first size. From then on the description keeps its
     // height when the size of the window changes.

@@ -10,7 +10,7 @@
 namespace tamarind {
 namespace {
 
-constexpr Twips kDataFileSpare{90};  // what its panel is wider than its content
+constexpr Twips kDataFileSpare{90};  // by which its panel is wider than its content
 constexpr int kTextMargin = 6;       // pixels beside a panel's text
 constexpr int kPictureGap = 4;       // pixels between its picture and its text
 

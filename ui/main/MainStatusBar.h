@@ -19,6 +19,7 @@ class MainStatusBar final : private StatusBarListener,
                             private KeyListListener,
                             private ProgressListener {
 public:
+    // All arguments are kept by reference and must outlive the status bar.
     MainStatusBar(OpenDataFile& dataFile, OpenSettings& settings, KeySelection& selection,
                   MainWindowActions& actions);
     ~MainStatusBar() override;
@@ -31,6 +32,7 @@ public:
     void ApplyLanguage();
     // In pixels of the parent.
     void SetBounds(const RECT& bounds);
+    // The height in pixels that the font needs.
     int IdealHeight() const { return StatusBar1.IdealHeight(); }
 
 private:

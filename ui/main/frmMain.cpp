@@ -22,7 +22,7 @@ constexpr UINT kCheckFiles = WM_APP + 1;
 constexpr UINT kAnswerMs = 2000;
 constexpr UINT kLookAgainMs = 500;
 // The answer of a window that has come to the front: a number that no other window would return.
-constexpr DWORD_PTR kIsForward = 0x54434631;  // nothing answers so by chance
+constexpr DWORD_PTR kIsForward = 0x54434631;
 
 UINT BringForwardMessage() {
     static const UINT message = RegisterWindowMessageW(L"TamarindEditor.BringForward");
@@ -246,6 +246,9 @@ void frmMain::OnCheckFiles() {
     }
 }
 
+// Each window of the program's class is asked by a registered message whether it shows this data
+// file. Windows lets a process set the foreground window only if it was allowed to (Microsoft:
+// AllowSetForegroundWindow); this process was started by the user and passes that right on.
 bool frmMain::BringForward(const std::string& dataFile) {
     for (HWND other = FindWindowExW(nullptr, nullptr, kClassName, nullptr); other != nullptr;
          other = FindWindowExW(nullptr, other, kClassName, nullptr)) {
@@ -290,6 +293,8 @@ void frmMain::OnActivate(UINT state) {
     }
 }
 
+// The window itself has no use for the focus: it goes back to the control that had it, or to the
+// tree.
 void frmMain::OnSetFocus() {
     if (m_lastFocus != nullptr && IsWindowVisible(m_lastFocus) && IsWindowEnabled(m_lastFocus)) {
         SetFocus(m_lastFocus);
@@ -324,6 +329,7 @@ void frmMain::Layout() {
     m_panes.SetBounds({0, area.top, area.right, statusTop});
 }
 
+// Makes the look anew from the settings and gives it to all parts.
 void frmMain::ApplyLook(int dpi) {
     const RedrawLock lock(Handle());
     MainLook look = MakeMainLook(m_session.Place().OwnSettings().Values(), dpi);

@@ -21,7 +21,7 @@ private:
     // Handles window messages until the time is over or `process`, which may be null, has ended.
     static void Wait(int milliseconds, HANDLE process);
 
-    UniqueObject m_closing;  // what was asked to close
+    UniqueObject m_closing;  // the process that was asked to close
 };
 
 }  // namespace tamarind

@@ -9,6 +9,7 @@ namespace tamarind {
 class SplitterBarListener {
 public:
     virtual void OnBarDown(POINT at) = 0;  // in pixels of the bar
+    // Only while the left button alone is pressed; `at` as above.
     virtual void OnBarMove(POINT at) = 0;
     virtual void OnBarUp() = 0;
     // The drag was interrupted. `goesBack`: by the Escape key, so that the bar is to return to its

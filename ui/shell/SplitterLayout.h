@@ -22,7 +22,7 @@ struct SplitterGeometry {
     Twips rightMargin;
     Twips bottomMargin;
     Twips splitterSize;
-    Twips minFirst;  // sizes of the panes while dragging
+    Twips minFirst;  // smallest sizes of the panes
     Twips minSecond;
     bool isFirstVisible = true;
     bool isSecondVisible = true;

@@ -39,10 +39,13 @@ public:
     void SwapPanels();
 
     bool LeftPanelVisible() const { return m_geometry.isFirstVisible; }
+    // Hiding one pane gives its room to the other and hides the bar; with both hidden, the
+    // container is hidden, too. The left pane is the upper one above a horizontal bar.
     void SetLeftPanelVisible(bool isVisible);
     bool RightPanelVisible() const { return m_geometry.isSecondVisible; }
     void SetRightPanelVisible(bool isVisible);
     bool Visible() const { return m_isVisible; }
+    // Shows or hides the container with everything in it.
     void SetVisible(bool isVisible);
 
     // The left or upper edge of the bar, as a drag or the owner has set it. A container that is too

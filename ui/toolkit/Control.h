@@ -31,6 +31,7 @@ public:
     void SetBounds(const RECT& bounds);
     void Show(bool isVisible);
     void Enable(bool isEnabled);
+    // Changes the frame of the control only if it differs.
     void SetBorder(BorderLook border);
     // The control owns the font from then on.
     void SetFont(UniqueFont font);

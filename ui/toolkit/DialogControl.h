@@ -19,6 +19,7 @@ public:
     // Selects the whole text of a text box.
     void SelectText() const;
 
+    // For check boxes and option buttons. Setting a state does not send BN_CLICKED.
     bool IsChecked() const;
     void SetChecked(bool isChecked) const;
 

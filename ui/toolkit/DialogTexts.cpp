@@ -11,7 +11,7 @@ namespace tamarind {
 namespace {
 
 // What a control needs beside its text, in pixels at 96 DPI.
-constexpr int kMarkWidth = 20;  // the box or circle and the gap behind it
+constexpr int kMarkWidth = 20;  // the box or circle and the gap after it
 constexpr int kButtonMargins = 16;
 constexpr int kFrameMargins = 20;
 

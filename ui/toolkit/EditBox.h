@@ -31,6 +31,7 @@ public:
     void SetMaxLength(std::size_t units);
     // Selects a part of the text, in UTF-16 units, and scrolls it into view.
     void Select(std::size_t start, std::size_t length);
+    // Before the first call the box has the colours of the system.
     void SetColors(COLORREF text, COLORREF background);
     // The distance of the text from the left and right edges, in pixels. A new font resets it.
     void SetMargins(int pixels);

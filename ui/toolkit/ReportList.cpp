@@ -19,7 +19,7 @@ constexpr int kCellMargins = 24;  // pixels at 96 DPI, beside the longest text o
 constexpr wchar_t kLeftToRight = L'\u202A';
 constexpr wchar_t kEndOfDirection = L'\u202C';
 // More would make opening a dialog slow.
-constexpr int kMeasuredRows = 200;  // more would be a wait
+constexpr int kMeasuredRows = 200;
 
 // Divides the width among the columns. A column that wants no more than an even share gets what it
 // wants, and the others share the rest evenly. What nobody wants is given to all alike. For a width

@@ -23,6 +23,7 @@ public:
 
     // The right edges of the parts in pixels; -1 means that of the bar.
     void SetParts(std::span<const int> rightEdges);
+    // Parts are counted from 0.
     void SetText(int part, const std::wstring& text);
     // Takes the icon over. The bar owns one icon: a second one replaces the first.
     void SetIcon(int part, UniqueIcon icon);

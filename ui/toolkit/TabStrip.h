@@ -29,6 +29,7 @@ public:
     // Adds a tab at the end. The first one becomes the selected tab without a call of the listener.
     void AddTab(const std::wstring& caption);
     int Selected() const { return static_cast<int>(Send(TCM_GETCURSEL)); }
+    // Calls the listener, even if the tab is selected already.
     void Select(int tab);
     // Selects the next or the former tab, from the last one on to the first and back.
     void SelectNext(bool isForward);

@@ -18,6 +18,7 @@ public:
 
     // Starts anew; the first call comes after `milliseconds`.
     void Start(HWND window, UINT milliseconds);
+    // Does nothing if the timer is not running. A tick that Windows has already queued is ignored.
     void Stop();
 
 private:

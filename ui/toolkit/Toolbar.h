@@ -34,10 +34,12 @@ public:
 
     // The lists must outlive the toolbar or be replaced first.
     void SetImages(HIMAGELIST images, HIMAGELIST disabledImages);
+    // Adds buttons after those that are there already. Texts are copied.
     void AddButtons(std::span<const ToolButton> buttons);
     // Sets another text for a button that was added with one.
     void SetText(int id, const std::wstring& text);
     void SetEnabled(int id, bool isEnabled);
+    // For buttons that can stay pressed (BTNS_CHECK, BTNS_CHECKGROUP).
     void SetPressed(int id, bool isPressed);
 
     // The size in pixels that the buttons need.

@@ -35,6 +35,7 @@ public:
     void SetImages(HIMAGELIST images);
     void SetColors(COLORREF text, COLORREF background);
 
+    // Removes all nodes, without a call of the listener.
     void Clear();
     // Adds a last child to `parent`, or to TVI_ROOT. The item is valid until Clear.
     HTREEITEM Add(HTREEITEM parent, const TreeNode& node);

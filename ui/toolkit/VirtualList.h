@@ -65,9 +65,11 @@ public:
     void SetRowCount(int count);
     // Selects a row and scrolls it into view. If another one was selected, OnRowSelected is called.
     void SelectRow(int row);
+    // kNoRow before the first selection.
     int SelectedRow() const { return m_row; }
     // Scrolls until the row is visible, or with `isPartEnough` a part of it.
     void EnsureVisible(int row, bool isPartEnough = false);
+    // To be called when a row says something else.
     void RedrawRow(int row);
     int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
 
