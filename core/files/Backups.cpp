@@ -43,7 +43,7 @@ bool Skip(std::string_view& text, std::string_view start) {
     return isThere;
 }
 
-// The parts of a backup's name: STEM (["first, "] DATE) [" " NUMBER] EXTENSION.
+// What the name of a backup says: STEM " (" ["first, "] DATE ")" [" " NUMBER] EXTENSION.
 struct ParsedName {
     std::string date;
     int number = 1;

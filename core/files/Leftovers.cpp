@@ -1,13 +1,12 @@
-// States that a replacement may be interrupted in, and what Finish makes of them ("ok": its bytes
-// agree with its name):
+// States in which a replacement may be interrupted, and what Finish makes of them. "ok" means that
+// the bytes of a leftover agree with its name.
 //
-//   file      beside it               means                        result
-//   missing   old ok, new ok or none  stopped between two renames  the old file gets its name back
-//   missing   new ok                  the old one is gone          the new file gets the name
-//   old       new, ok or not          stopped before the rename    new is deleted or kept as a
-//   backup new       old ok                  stopped after the rename     old is deleted or kept as
-//   a backup torn      whole ok                stopped while overwriting    the old content is
-//   written back
+//   file     beside it               interrupted                  result
+//   missing  old ok, new ok or none  between the two renames      old gets the name of the file
+//   missing  new ok                  there, and old was lost      new gets the name of the file
+//   old      new, ok or not          before the renames           new is deleted or made a backup
+//   new      old ok                  after the renames            old is deleted or made a backup
+//   torn     whole ok                while it was overwritten     the old content is written back
 //
 // The old content is preferred to the new one because nobody has been told yet that the new one was
 // saved.
@@ -33,7 +32,7 @@ constexpr std::pair<LeftoverKind, std::string_view> kMarks[] = {{LeftoverKind::N
 // Digits of a 64-bit hash in hexadecimal.
 constexpr std::size_t kHashDigits = 16;
 
-// Overwriting a file in place is over this long after the copy beside it was made.
+// Overwriting a file in place takes no longer than this, counted from the copy beside it.
 constexpr std::uint64_t kOverwritingTicks = 20'000'000;  // 2 s
 
 // The facts in the name of a leftover.

@@ -17,7 +17,8 @@ std::string_view FileNameOfPath(std::string_view path);
 // Everything up to and including the last backslash; empty if there is none. A view into `path`.
 std::string_view FolderOfPath(std::string_view path);
 
-// Whether the path begins with a drive or a separator, as "C:x.ini" does, too.
+// Whether the path begins with a drive or a separator. "C:x.ini" counts, although it depends on the
+// current folder of drive C.
 bool IsAbsolutePath(std::string_view path);
 
 // Replaces each segment of the form %name% by the value of that environment variable:

@@ -192,8 +192,8 @@ void IniDocument::RemoveFromIndex(LineId line) {
     }
 }
 
-// The last active key of the section, or its header. Commented-out keys do not count: they are
-// often examples at the end.
+// The last active key of the section, or its header if there is none. Commented-out keys do not
+// count.
 IniDocument::LineId IniDocument::LastKeyOf(SectionId section) const {
     LineId last = m_sections[section].lastKey;
     if (last == kNone) {

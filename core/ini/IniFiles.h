@@ -59,8 +59,9 @@ private:
 };
 
 // What a write has come to: whether the file could be read and replaced, and which edit was
-// refused, if any. With either the file is as it was. `aside` is empty, except if another program's
-// text could not be merged with ours: then it is the path of the backup with that text.
+// refused, if any. With either error the file is as it was, unless `aside` is not empty: then
+// another program has written it meanwhile, and its text, which could not be merged with ours, is
+// in the backup at that path.
 struct WriteResult {
     FileError error = FileError::None;
     IniEdit refused = IniEdit::Unchanged;

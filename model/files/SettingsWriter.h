@@ -40,8 +40,8 @@ struct SaveResult {
     bool Succeeded() const { return failures.empty() && !isCancelled; }
 };
 
-// What a save tells and asks. No file is locked while a question is open, so an answer may take as
-// long as it likes.
+// What a save tells and asks. No file is locked while a question is open, so the answer may take
+// any time.
 class SaveQuestions {
 public:
     virtual ~SaveQuestions() = default;

@@ -51,7 +51,7 @@ struct Shortcut {
     std::string_view text = {};  // as the menu shows it
 };
 
-// What decides whether commands are enabled and checked. EditorSession fills it in.
+// What decides whether commands are enabled and checked. CommandStates fills it in.
 struct CommandState {
     bool hasKey = false;              // there is a current key, and no heading is shown
     bool isKeyPresent = false;        // it has, or will have, a line in the settings file
