@@ -62,8 +62,8 @@ int RunMessageLoop(frmMain& window) {
     return static_cast<int>(message.wParam);
 }
 
-// Makes the Explorer open data files with this executable. It is told only when the registration
-// has changed, and shell32 is loaded only then.
+// Makes Explorer open data files with this executable. It is told only if the registration has
+// changed, and shell32 is loaded only then.
 void RegisterFileType(Registry& registry) {
     const std::string version =
         VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH,
@@ -120,8 +120,7 @@ int Run(const std::string& commandLine, int showCommand) {
         return EXIT_SUCCESS;
     }
     window.ShowFirst(showCommand);
-    // The first message that the window handles after it is shown: the registry can wait until
-    // then.
+    // Only when the window is shown: nobody waits for the registry.
     Timer afterStart([&] {
         afterStart.Stop();
         RegisterFileType(registry);

@@ -143,7 +143,6 @@ bool Backups::Has(const std::string& bytes) {
     });
 }
 
-// Reads the folder, unless it is known already, and makes it if need be.
 CallError Backups::Load() {
     if (m_isLoaded) {
         return CallError::None;
@@ -209,7 +208,6 @@ CallError Backups::Adopt(const std::string& path, std::string& name) {
     return error;
 }
 
-// After a new one was added.
 void Backups::Trim() {
     m_isLoaded = false;
     // The new one, which is not in `m_earlier`; it counts as the newest whatever its date says.

@@ -78,7 +78,6 @@ FileContent DiskFileSystem::ReadAgain(const std::string& path, std::uint64_t max
     return {FileErrorOf(read.error), std::move(read.bytes), read.stamp};
 }
 
-// Of a file that was missing a moment ago.
 FileError DiskFileSystem::PutBack(const std::string& path) {
     return m_replace->MayHaveLeftovers(path) ? m_replace->Recover(path) : FileError::None;
 }

@@ -95,7 +95,6 @@ std::string LeftoverPath(const std::string& path, LeftoverKind kind, std::string
            (number > 1 ? "-" + std::to_string(number) : std::string());
 }
 
-// Beside the file, and in the folder of its backups.
 CallError Leftovers::Find(std::vector<std::string>& paths) {
     const std::string beside = FolderWithSeparator(m_path);
     // Beside the file, and in the folder of its backups, where a file that is to become one is
@@ -140,8 +139,6 @@ CallError Leftovers::Finish(bool isMissing) {
     return error;
 }
 
-// One that cannot be read may be the file itself, as long as that is missing. Beside the file one
-// that is held is being written by somebody.
 CallError Leftovers::Read(bool isMissing, List& list) {
     std::vector<std::string> paths;
     const CallError error = Find(paths);
@@ -166,7 +163,6 @@ CallError Leftovers::Read(bool isMissing, List& list) {
     return error;
 }
 
-// The old content rather than the new one, which nobody has been told of yet.
 CallError Leftovers::PutBack(List& list, FileBytes& present) {
     // In this order: the old content rather than the new one, which nobody has been told of yet.
     for (const LeftoverKind kind : {LeftoverKind::Old, LeftoverKind::Whole, LeftoverKind::New}) {
@@ -233,7 +229,6 @@ bool Leftovers::IsTorn(const List& list, const Leftover& whole, const FileBytes&
     return present.bytes != old && changed >= begun && changed - begun <= kOverwritingTicks;
 }
 
-// A new content that does not agree with its name is one that was never finished.
 void Leftovers::ClearAway(const List& list, const std::string& present) {
     for (const Leftover& leftover : list) {
         const std::string& bytes = leftover.content.bytes;

@@ -1,16 +1,15 @@
-// The steps of a replacement of x.ini, and where each of them leaves the two contents:
+// The steps of a replacement of x.ini:
 //
-//   1. write x.ini.~new-..., flush it, read it back      x.ini is old, ~new is new
-//   2. compare x.ini with what is expected, keeping other writers out
-//   3. FileCalls::Replace: x.ini to its backup or to ~old, then ~new to x.ini
-//                                                        in its middle no x.ini, ~old and ~new
-//                                                        whole
-//   4. look at what was moved aside: the expected content is deleted or becomes a backup, anything
-//   else was written by another program between 2 and 3 and is kept
+//   1. Write the new content to x.ini.~new-..., flush it and read it back.
+//   2. Compare x.ini with what is expected, while a handle keeps other writers out.
+//   3. FileCalls::Replace renames x.ini (to its backup or to x.ini.~old-...) and ~new to x.ini. In
+//      its middle there is no x.ini, but both contents are whole beside it.
+//   4. Look at what was moved aside. The expected content is deleted or becomes a backup. Anything
+//      else was written by another program between 2 and 3, and is kept and reported.
 //
 // Whoever finds a state between two steps, this program or its next start, lets Leftovers end it.
-// All steps run under a lock between the copies of the program; other programs do not know it,
-// which is why contents are compared.
+// All steps run under a lock between the copies of the program. Other programs do not know that
+// lock, which is why contents are compared.
 
 #include "core/files/SafeReplace.h"
 

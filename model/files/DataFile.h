@@ -15,7 +15,7 @@ namespace tamarind {
 // The kind of settings file that a data file describes. A data file is an INI file itself:
 //
 //   [TargetIniFile]
-//   Wcx_ftp=0                            1: keys of Wcx_ftp.ini, otherwise of Wincmd.ini
+//   Wcx_ftp=0                            0: keys of Wincmd.ini, otherwise of Wcx_ftp.ini
 //   [Layout]                             a category; a name that begins with "/" is a heading
 //   CategoryTargetSection=Layout         the section of the settings that its keys are in
 //   ButtonBar=1///Shows the button bar   key, default value, separator, description

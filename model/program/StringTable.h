@@ -6,7 +6,7 @@
 namespace tamarind {
 
 // Numbers of the visible texts that code asks for by name. Menus and dialogs have numbers in tables
-// of their own. Numbers from 4001 on are texts that this edition has added.
+// of their own. Numbers from 4001 on are additions that older language files lack.
 namespace text {
 inline constexpr std::uint16_t kNoRecentFiles = 108;
 inline constexpr std::uint16_t kClearList = 109;

@@ -33,7 +33,7 @@ inline constexpr std::string_view kToolbarSpec =
 inline constexpr std::string_view kToolbarIds = "103,104,132,192,190,191,152,153,154,150";
 
 // The buttons of a toolbar in its text form. The last one is that with picture number `pictures` -
-// `reserve`; if the text has fewer, nameless normal buttons are added.
+// `reserve`, counted from 1; if the text has fewer, nameless normal buttons are added.
 std::vector<ToolbarButton> BuildToolbar(int pictures, std::string_view spec, std::string_view ids,
                                         int reserve);
 

@@ -37,8 +37,8 @@ public:
     // that Start starts the same program again, be it the 32-bit or the 64-bit one.
     RestartResult Close(const std::string& ownSettings);
 
-    // Brings one that still runs to the front, waits, and starts the program. `switchText` is "
-    // /i=" or " /f=" and comes before the quoted `settingsPath`; an empty path starts it without
+    // Brings one that still runs to the front, waits, and starts the program. `switchText` (/i= or
+    // /f= after a blank) comes before the quoted `settingsPath`; an empty path starts it without
     // arguments.
     RestartResult Start(const std::string& switchText, const std::string& settingsPath,
                         const std::string& ownSettings);

@@ -57,7 +57,7 @@ std::string WithDoubledMarks(std::string_view text) {
 
 }  // namespace
 
-// Nothing is measured: what fits is told by the number of parts alone.
+// No text is measured: the number of parts alone decides what is left out.
 std::string ShortenedPath(std::string_view path) {
     if (Utf16Length(path) <= kWholeUnits) {
         return std::string(path);

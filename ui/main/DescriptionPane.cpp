@@ -95,7 +95,7 @@ void DescriptionPane::OnWentToKey(const std::optional<DescriptionPart>& part) {
     }
 }
 
-// Some systems report a text that the program has set, too: that is no change by the user.
+// A text that the program has set is no change by the user, should the system report it.
 void DescriptionPane::OnTextChanged() {
     if (!m_isLoading) {
         m_dataFile.ChangeDescription(Narrow(txtDescriptionBox.Text()));

@@ -40,8 +40,8 @@ MainMenu::MainMenu(const Workplace& workplace, const KeySelection& selection,
     m_favorites.Watchers().Add(*this);
 }
 
-// Everything is built anew, which is simpler than exchanging texts, and quick. A menu belongs to
-// the bar from the moment it is appended, hence the Release.
+// Everything is built anew, which is simpler than exchanging texts. A menu belongs to the bar from
+// the moment it is appended, hence the Release.
 bool MainMenu::Create(HWND window) {
     UniqueMenu bar(CreateMenu());
     for (const MenuInfo& menu : MenuBar()) {

@@ -10,7 +10,7 @@ namespace tamarind {
 class EditBoxListener {
 public:
     // The text is another one than before. Windows does not report a text that the program has set
-    // in a box of several lines (Microsoft: EN_CHANGE), other systems do.
+    // in a box of several lines (Microsoft: EN_CHANGE), but listeners should not rely on that.
     virtual void OnTextChanged() = 0;
 
 protected:

@@ -22,8 +22,9 @@ constexpr wchar_t kEndOfDirection = L'\u202C';
 constexpr int kMeasuredRows = 200;
 
 // Divides the width among the columns. A column that wants no more than an even share gets what it
-// wants, and the others share the rest evenly. What nobody wants is given to all alike. For a width
-// of 300, the wanted 50, 200 and 400 become 50, 125 and 125; 50, 60 and 70 become 90, 100 and 110.
+// wants, and the others share the rest evenly. Width that is left over is given to all alike. For a
+// width of 300, the wanted 50, 200 and 400 become 50, 125 and 125; 50, 60 and 70 become 90, 100 and
+// 110.
 std::vector<int> SharedWidths(std::vector<int> wanted, int width) {
     std::vector<std::size_t> byWidth(wanted.size());
     std::iota(byWidth.begin(), byWidth.end(), std::size_t{0});
