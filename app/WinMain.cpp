@@ -23,15 +23,17 @@
 namespace tamarind {
 namespace {
 
+// The longest path of Windows in UTF-16 units (Microsoft: "Maximum Path Length Limitation").
 constexpr std::size_t kMaxPathUnits = 32767;
 
+// The full path of this executable.
 std::string ProgramPath() {
     std::wstring path(kMaxPathUnits + 1, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     return Narrow(path);
 }
 
-// Without the blanks around it.
+// `line` in UTF-8, without the spaces and tabs around it.
 std::string Trimmed(std::wstring_view line) {
     constexpr wchar_t kBlanks[] = L" \t";
     const std::size_t first = line.find_first_not_of(kBlanks);
@@ -40,6 +42,7 @@ std::string Trimmed(std::wstring_view line) {
                : Narrow(line.substr(first, line.find_last_not_of(kBlanks) - first + 1));
 }
 
+// The size of the primary screen in twips, by the system's DPI.
 ScreenSize MeasureScreen() {
     const auto twips = [](int metric) {
         return ToTwips(Pixels{GetSystemMetrics(metric)}, SystemDpi()).value;
@@ -47,6 +50,7 @@ ScreenSize MeasureScreen() {
     return {twips(SM_CXSCREEN), twips(SM_CYSCREEN)};
 }
 
+// Runs until WM_QUIT; returns its exit code. Shortcuts of the window come before everything else.
 int RunMessageLoop(frmMain& window) {
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -58,7 +62,8 @@ int RunMessageLoop(frmMain& window) {
     return static_cast<int>(message.wParam);
 }
 
-// Explorer learns of a new registration at once.
+// Makes Explorer open data files with this executable. It is told only if the registration has
+// changed, and shell32 is loaded only then.
 void RegisterFileType(Registry& registry) {
     const std::string version =
         VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH,
@@ -72,7 +77,10 @@ void RegisterFileType(Registry& registry) {
     }
 }
 
-// `commandLine` is what follows the program's name.
+// Makes the services, the session and the main window, in this order, and runs until the window is
+// closed. `commandLine` is what follows the program's name, `showCommand` one of the SW_ values.
+// The result is the exit code of the process; it is EXIT_SUCCESS as well when the same data file is
+// open in another window of the program, which is brought forward instead.
 int Run(const std::string& commandLine, int showCommand) {
     SearchSystemFolderOnly();
     // A drive without a disk is a missing file, not a question of the system's.
@@ -107,12 +115,12 @@ int Run(const std::string& commandLine, int showCommand) {
     if (!session.Activate(commandLine)) {
         return EXIT_SUCCESS;
     }
-    // The user, or the settings file, may have chosen another one.
+    // The user, or the settings file, may have chosen another data file during Activate.
     if (session.DataFile().Path() != dataFile && frmMain::BringForward(session.DataFile().Path())) {
         return EXIT_SUCCESS;
     }
     window.ShowFirst(showCommand);
-    // What nobody waits for comes when the window is there.
+    // Only when the window is shown: nobody waits for the registry.
     Timer afterStart([&] {
         afterStart.Stop();
         RegisterFileType(registry);

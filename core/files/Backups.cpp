@@ -12,7 +12,7 @@ namespace tamarind {
 namespace {
 
 constexpr std::size_t kBackupsKept = 10;  // besides the first
-constexpr int kLargestNumber = 9999;      // in names; larger ones are not from here
+constexpr int kLargestNumber = 9999;      // in names; a larger one was not made by this program
 constexpr std::string_view kFirstMark = "first, ";
 constexpr std::string_view kDatePattern = "dddd-dd-dd dd.dd.dd";
 constexpr std::uint64_t kTicksPerDay = 864'000'000'000U;
@@ -24,29 +24,33 @@ std::string DateText(const CivilTime& time) {
     return text;
 }
 
+// Not std::isdigit, which depends on the locale.
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+// Whether the text has the form of DateText; "9999-99-99 99.99.99" passes as well.
 bool IsDate(std::string_view text) {
     return std::equal(text.begin(), text.end(), kDatePattern.begin(), kDatePattern.end(),
                       [](char c, char form) { return form == 'd' ? IsDigit(c) : c == form; });
 }
 
-// Takes `start` away from the text if it begins with it, in whatever letter case.
+// If the text begins with `start`, in whatever letter case, removes it from the text and returns
+// true.
 bool Skip(std::string_view& text, std::string_view start) {
     const bool isThere = EqualsIgnoreCase(text.substr(0, start.size()), start);
     text.remove_prefix(isThere ? start.size() : 0);
     return isThere;
 }
 
-// What the name of a backup says.
+// What the name of a backup says: STEM " (" ["first, "] DATE ")" [" " NUMBER] EXTENSION.
 struct ParsedName {
     std::string date;
     int number = 1;
     bool isFirst = false;
 };
 
+// Nothing if the name is not that of a backup. `extension` includes the dot.
 std::optional<ParsedName> Parse(std::string_view name, std::string_view stem,
                                 std::string_view extension) {
     ParsedName parsed;
@@ -97,6 +101,8 @@ std::vector<BackupFile> Backups::List() {
 
 std::vector<Backups::Entry> Backups::Sort(const std::vector<FolderEntry>& files) {
     FileCalls& calls = m_steps.Calls();
+    // Tomorrow, not now: local time jumps back an hour in autumn, and clocks of other machines
+    // differ.
     const std::string tomorrow = DateText(calls.LocalTime(calls.NowTicks() + kTicksPerDay));
     std::vector<Entry> entries;
     entries.reserve(files.size());
@@ -137,7 +143,6 @@ bool Backups::Has(const std::string& bytes) {
     });
 }
 
-// Reads the folder, unless it is known already, and makes it if need be.
 CallError Backups::Load() {
     if (m_isLoaded) {
         return CallError::None;
@@ -180,8 +185,8 @@ CallError Backups::Keep(const std::string& bytes) {
 
 CallError Backups::Prepare(const std::string& bytes, bool& isNeeded) {
     const CallError error = Load();
-    // Only a copy of the backup that somebody has put back is likely to be the same, and it bears
-    // the backup's time. To read the newest one each time makes a save longer.
+    // Only a backup that somebody has copied back is likely to be the same, and such a copy keeps
+    // the backup's size and time. Without this test each save would read the newest backup.
     isNeeded = error != CallError::None || m_earlier.empty() ||
                m_steps.Calls().Stamp(m_path) != m_earlier.front().stamp || !IsNewest(bytes);
     return error;
@@ -203,10 +208,10 @@ CallError Backups::Adopt(const std::string& path, std::string& name) {
     return error;
 }
 
-// After a new one was added.
 void Backups::Trim() {
     m_isLoaded = false;
-    std::size_t kept = 1;  // the new one, whatever the clock has said before
+    // The new one, which is not in `m_earlier`; it counts as the newest whatever its date says.
+    std::size_t kept = 1;
     for (const Entry& backup : m_earlier) {
         if (!backup.file.isFirst && ++kept > kBackupsKept) {
             m_steps.Delete(backup.file.path);

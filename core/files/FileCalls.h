@@ -11,7 +11,7 @@
 
 namespace tamarind {
 
-// Why a call failed, as far as the steps of a safe replacement treat reasons apart.
+// Why a call failed, as far as the steps of a safe replacement treat the reasons differently.
 enum class CallError {
     None,
     NotFound,       // no such file in a folder that exists
@@ -36,14 +36,16 @@ enum class CallError {
     Other,
 };
 
+// What a file is. On an error only `error` and `finalPath` are set.
 struct FileFacts {
     CallError error = CallError::None;
-    std::string finalPath;  // behind all links; on an error the absolute form of what was asked for
-    std::uint32_t links = 1;  // names of the file
+    std::string finalPath;    // after all links; on an error the absolute form of the path
+    std::uint32_t links = 1;  // hard links
     bool isFolder = false;
     bool isReadOnly = false;
 };
 
+// What was read of a file. `bytes` is empty on an error.
 struct FileBytes {
     CallError error = CallError::None;
     std::string bytes;
@@ -51,12 +53,13 @@ struct FileBytes {
     std::uint32_t links = 1;
 };
 
+// A file in a folder; its name without the folder.
 struct FolderEntry {
     std::string name;
     FileStamp stamp;
 };
 
-// By the clock on the wall.
+// A date and time of day in the local time zone.
 struct CivilTime {
     int year = 0;
     int month = 0;  // from 1
@@ -66,76 +69,92 @@ struct CivilTime {
     int second = 0;
 };
 
-// A file that is open for reading: nobody opens it for writing until the destructor has closed it.
-// Others may rename it, delete it or put another one in its place.
+// A file that is open for reading. Until the destructor closes it, nobody can open it for writing,
+// but others may rename it, delete it or put another one in its place.
 class HeldFile {
 public:
     virtual ~HeldFile() = default;
 };
 
-// A file that is open for writing, and closed by the destructor. Nobody else opens it for writing
-// meanwhile, and FileCalls::Read fails.
+// A file that is open for writing; the destructor closes it. Until then nobody else can open it for
+// writing, and FileCalls::Read of it fails with Shared.
 class WritableFile {
 public:
     virtual ~WritableFile() = default;
 
-    // What the file holds, if it was opened in place. Writing begins at its start again.
+    // The whole content of a file that was opened in place, if it has at most `maxBytes` bytes
+    // (otherwise TooLarge). Whether it succeeds or not, the next Write starts at the first byte
+    // again.
     virtual FileBytes ReadAndRewind(std::uint64_t maxBytes) = 0;
 
-    // Goes on writing at the end of what was written before, from the file's start; `written` may
-    // come out as less than was asked for.
+    // Writes at the place where the last call ended, at first at the start of the file. `written`
+    // is the number of bytes that were written, which may be less than asked for; callers go on
+    // with the rest.
     virtual CallError Write(std::string_view bytes, std::size_t& written) = 0;
 
-    // Removes what stands behind the last byte written.
+    // Ends the file after the last byte written.
     virtual CallError CutHere() = 0;
 
-    // Waits until the disk itself has every byte.
+    // Waits until the disk itself, not only the system's cache, has every byte.
     virtual CallError Flush() = 0;
 };
 
+// New and KeepExisting fail with Exists if there is a file of that name already.
 enum class OpenMode { New, InPlace };             // the name must be free, or must exist
 enum class MoveMode { KeepExisting, Overwrite };  // what becomes of a file with the new name
 
-// The calls of the system that reading, replacing and backing up files are made of, one each: what
-// can go wrong between two of them is what their callers are there for. Paths are UTF-8 and may be
-// longer than 260 characters.
+// The system calls that reading, replacing and backing up files are made of. Each function is one
+// step, and nothing is tried twice: what can go wrong between two steps is the business of the
+// callers (FileSteps, SafeReplace, Leftovers, Backups). Tests put a fake in its place that fails or
+// stops at any step. Paths are UTF-8 and may be longer than 260 characters.
 class FileCalls {
 public:
     virtual ~FileCalls() = default;
 
-    // Asked of an open handle, not of the folder's entry.
+    // The final path, attributes and number of links of a file or folder. They are asked of an open
+    // handle, not of the entry in the folder, which may be out of date.
     virtual FileFacts Inspect(const std::string& path) = 0;
+    // Size and time from the folder's entry; nothing for a folder and on any error.
     virtual std::optional<FileStamp> Stamp(const std::string& path) = 0;
-    // Fails with Shared while anybody holds the file for writing, so what it gives is not half
-    // written. With `held` the file stays open, and writers stay out, until that is given back.
+    // The whole file if it has at most `maxBytes` bytes, otherwise TooLarge. Fails with Shared
+    // while anybody has it open for writing, so what it returns is never half written. With `held`
+    // the file stays open after a successful read, and writers stay out, until the caller drops
+    // that object.
     virtual FileBytes Read(const std::string& path, std::uint64_t maxBytes,
                            std::unique_ptr<HeldFile>* held = nullptr) = 0;
-    // The files of one folder, those whose paths begin so.
+    // The files, not the folders, whose path begins with `pathPrefix`, in no particular order: for
+    // "C:\tc\Wincmd" those of "C:\tc" whose name begins with "Wincmd". FolderMissing if "C:\tc"
+    // does not exist.
     virtual CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) = 0;
 
+    // On an error `file` stays as it is.
     virtual CallError Open(const std::string& path, OpenMode mode,
                            std::unique_ptr<WritableFile>& file) = 0;
 
-    // Puts `replacement` in the place of the file, which passes on its rights and the time of its
-    // creation and gets the name `backup`, in this folder or one below. This is no single step: an
-    // end of the program in its middle may leave nothing under `path`, and the old file under
-    // `backup`.
+    // Puts `replacement` in the place of `path`. The new file takes over the rights and the time of
+    // creation of the old one, which gets the name `backup`, in the same folder or one below it.
+    // This is not atomic: a program that is killed in the middle may leave nothing under `path` and
+    // the old file under `backup`. Unsupported where the file system has no such operation.
     virtual CallError Replace(const std::string& path, const std::string& replacement,
                               const std::string& backup) = 0;
+    // Renames within one volume.
     virtual CallError Move(const std::string& from, const std::string& to, MoveMode mode) = 0;
     virtual CallError Delete(const std::string& path) = 0;
+    // The folder above it must exist. Exists if there is one already.
     virtual CallError MakeFolder(const std::string& path) = 0;
 
-    // Null if another program holds the lock of this name for as long as `milliseconds`. A program
-    // that ends loses its locks.
+    // A lock between processes, by a `name` that is no path. Null if another program holds it for
+    // longer than `milliseconds`. A program that ends, or is killed, loses its locks.
     virtual std::shared_ptr<FileLock> Lock(const std::string& name, unsigned milliseconds) = 0;
 
+    // Now in 100 ns units, by the same clock as FileStamp.
     virtual std::uint64_t NowTicks() = 0;  // the clock of FileStamp
+    // In the local time zone. All zero if the system cannot convert it.
     virtual CivilTime LocalTime(std::uint64_t ticks) = 0;
     virtual void Sleep(unsigned milliseconds) = 0;
 };
 
-// The calls of this machine's system.
+// The implementation for the system that this was compiled for.
 std::unique_ptr<FileCalls> MakeFileCalls();
 
 }  // namespace tamarind

@@ -1,3 +1,7 @@
+// The native build exists for tests, sanitizers and fuzzers, so that the classes above FileCalls
+// run where these tools do. This file gives the calls the same results as on Windows as far as
+// Linux can: locks take the place of share modes, and an exchange of names that of ReplaceFileW.
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -18,11 +22,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// In units of 100 ns.
 std::uint64_t TicksOf(const timespec& time) {
     return static_cast<std::uint64_t>(time.tv_sec) * 10'000'000U +
            static_cast<std::uint64_t>(time.tv_nsec) / 100U;
 }
 
+// Translates an errno. Codes that the callers do not treat differently become Other.
 CallError ErrorOf(int code) {
     switch (code) {
         case 0:
@@ -62,22 +68,24 @@ CallError ErrorOf(int code) {
     }
 }
 
-// Most calls return a negative number on an error.
+// For calls that return a negative number on an error and set errno.
 CallError ErrorIfNegative(int result) {
     return result < 0 ? ErrorOf(errno) : CallError::None;
 }
 
-// Of calls that need the folder of the path only.
+// For calls that create something: here ENOENT means that the folder is missing.
 CallError ErrorInFolder(int result) {
     const CallError error = ErrorIfNegative(result);
     return error == CallError::NotFound ? CallError::FolderMissing : error;
 }
 
+// With its separator.
 std::string FolderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
+// Owns a file descriptor; a negative value means none.
 class Descriptor {
 public:
     explicit Descriptor(int value) : m_value(value) {}
@@ -96,8 +104,8 @@ private:
     int m_value;
 };
 
-// There are no share modes: whoever reads or overwrites a file in place has a lock of it instead.
-// File systems without locks go without.
+// There are no share modes. Instead whoever reads a file or overwrites it in place locks it as a
+// whole: `operation` is LOCK_SH or LOCK_EX. On file systems without locks nothing is locked.
 CallError LockWhole(int file, int operation) {
     const bool isTaken = flock(file, operation | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     return isTaken ? CallError::Shared : CallError::None;
@@ -130,7 +138,7 @@ private:
     Descriptor m_file;
 };
 
-// The lock goes with the descriptor, and its file with the lock.
+// Deletes the file of the lock while the descriptor, and with it the lock, is still held.
 class DescriptorLock final : public FileLock {
 public:
     DescriptorLock(Descriptor file, std::string path)
@@ -144,7 +152,8 @@ private:
     std::string m_path;
 };
 
-// Whoever had the lock before may have deleted the file that is open here.
+// Whether `path` still names the open file. The owner of a lock deletes its file, so a lock taken
+// on a file that was deleted meanwhile keeps nobody out.
 bool IsStillThere(int file, const std::string& path) {
     struct stat opened = {};
     struct stat present = {};
@@ -208,6 +217,7 @@ std::optional<FileStamp> PosixFileCalls::Stamp(const std::string& path) {
     return FileStamp{static_cast<std::uint64_t>(info.st_size), TicksOf(info.st_mtim)};
 }
 
+// Fills `bytes`, whose size says how much to read, and shortens it at an early end of the file.
 CallError ReadAll(int file, std::string& bytes) {
     std::size_t done = 0;
     while (done < bytes.size()) {
@@ -225,6 +235,7 @@ CallError ReadAll(int file, std::string& bytes) {
     return CallError::None;
 }
 
+// From the present position of the descriptor.
 FileBytes ReadDescriptor(int file, std::uint64_t maxBytes) {
     FileBytes result;
     struct stat info = {};
@@ -313,6 +324,8 @@ CallError PosixFileCalls::Replace(const std::string& path, const std::string& re
     if (chown(replacement.c_str(), info.st_uid, info.st_gid) != 0 && errno != EPERM) {
         return ErrorOf(errno);
     }
+    // Linux 3.15, renameat2: both names are exchanged in one step, so unlike on Windows there is a
+    // file under `path` at every moment.
     const auto exchange = [&] {
         return renameat2(AT_FDCWD, replacement.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE);
     };
@@ -342,6 +355,7 @@ std::shared_ptr<FileLock> PosixFileCalls::Lock(const std::string& name, unsigned
         if (flock(file.Get(), LOCK_EX | LOCK_NB) == 0 && IsStillThere(file.Get(), path)) {
             return std::make_shared<DescriptorLock>(std::move(file), path);
         }
+        // flock has no time limit, so it is tried again every millisecond.
         Sleep(1);
     }
     return nullptr;

@@ -10,14 +10,17 @@ namespace {
 constexpr DWORD kErrorDiskQuotaExceeded = 1295;  // missing in the headers
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+// The two halves of a 64-bit number.
 std::uint64_t Join(DWORD high, DWORD low) {
     return (std::uint64_t{high} << 32) | low;
 }
 
+// In units of 100 ns since 1601 (Microsoft: FILETIME).
 std::uint64_t TicksOf(const FILETIME& time) {
     return Join(time.dwHighDateTime, time.dwLowDateTime);
 }
 
+// Translates a code of GetLastError. Codes that the callers do not treat differently become Other.
 CallError ErrorOf(DWORD code) {
     switch (code) {
         case ERROR_SUCCESS:
@@ -80,6 +83,7 @@ CallError ErrorOf(DWORD code) {
     }
 }
 
+// For calls that return FALSE on an error.
 CallError ErrorUnless(BOOL succeeded) {
     return succeeded ? CallError::None : ErrorOf(GetLastError());
 }
@@ -98,6 +102,7 @@ public:
 
     FileBytes ReadAndRewind(std::uint64_t maxBytes) override;
     CallError Write(std::string_view bytes, std::size_t& written) override {
+        // At most 1 MB a call; the caller goes on with the rest.
         const auto count = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1U << 20));
         DWORD done = 0;
         const BOOL succeeded = WriteFile(m_file.Get(), bytes.data(), count, &done, nullptr);
@@ -111,6 +116,7 @@ private:
     UniqueFile m_file;
 };
 
+// Owned by the thread that has waited for it: it must be destroyed in the same one.
 class MutexLock final : public FileLock {
 public:
     explicit MutexLock(UniqueObject mutex) : m_mutex(std::move(mutex)) {}
@@ -122,8 +128,10 @@ private:
     UniqueObject m_mutex;
 };
 
+// Opens a file or a folder just to ask for its attributes; empty on an error.
 UniqueFile OpenToAsk(const std::wstring& path, DWORD flags) {
-    // Attributes can be asked of a file that another program does not share.
+    // FILE_READ_ATTRIBUTES succeeds for a file that another program does not share. Folders need
+    // FILE_FLAG_BACKUP_SEMANTICS (Microsoft: CreateFileW).
     return UniqueFile(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
 }
@@ -134,7 +142,8 @@ struct HandleFacts {
     DWORD attributes = 0;
 };
 
-// Cheaper than the one call for everything, which asks for the volume, too.
+// False on an error, with its code in GetLastError. Two calls are cheaper than
+// GetFileInformationByHandle, which also asks for the volume.
 bool AskHandle(HANDLE file, HandleFacts& facts) {
     FILE_BASIC_INFO basic;
     FILE_STANDARD_INFO standard;
@@ -149,6 +158,7 @@ bool AskHandle(HANDLE file, HandleFacts& facts) {
     return true;
 }
 
+// Whether both handles are of one file, by volume and file index.
 bool AreSame(HANDLE left, HANDLE right) {
     BY_HANDLE_FILE_INFORMATION a;
     BY_HANDLE_FILE_INFORMATION b;
@@ -157,8 +167,10 @@ bool AreSame(HANDLE left, HANDLE right) {
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
 }
 
-// Volumes without a name of their own know no final path. There the path stands for itself, unless
-// it is a link: the handle of a link and that of its target are not of the same file.
+// Replaces `path` by the path after all links. Some volumes (RAM disks, drives mounted by other
+// software) have no volume name, and GetFinalPathNameByHandleW fails for them. There the path
+// stands for itself, unless it is a link: then the handle of the link and that of its target are of
+// two different files, and the result is Unsupported.
 CallError FinalPathOf(HANDLE file, std::wstring& path) {
     std::wstring found(MAX_PATH, L'\0');
     DWORD length = 0;
@@ -229,6 +241,7 @@ std::optional<FileStamp> WinFileCalls::Stamp(const std::string& path) {
     return FileStamp{Join(data.nFileSizeHigh, data.nFileSizeLow), TicksOf(data.ftLastWriteTime)};
 }
 
+// Fills `bytes`, whose size says how much to read, and shortens it at an early end of the file.
 CallError ReadAll(HANDLE file, std::string& bytes) {
     std::size_t done = 0;
     while (done < bytes.size()) {
@@ -247,6 +260,7 @@ CallError ReadAll(HANDLE file, std::string& bytes) {
     return CallError::None;
 }
 
+// From the present position of the handle.
 FileBytes ReadHandle(HANDLE file, std::uint64_t maxBytes) {
     FileBytes read;
     HandleFacts asked;
@@ -278,7 +292,8 @@ FileBytes WinFile::ReadAndRewind(std::uint64_t maxBytes) {
     return read;
 }
 
-// Deleting is shared with renaming and replacing, which do a handle for reading no harm.
+// FILE_SHARE_DELETE lets others rename or replace the file meanwhile, which does not change what
+// this handle reads. Without FILE_SHARE_WRITE it fails while anybody has the file open for writing.
 FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes,
                              std::unique_ptr<HeldFile>* held) {
     const std::wstring widePath = LongPath(path);
@@ -287,6 +302,7 @@ FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes,
     if (!file) {
         FileBytes read;
         read.error = ErrorOf(GetLastError());
+        // CreateFileW says ERROR_ACCESS_DENIED for a folder.
         const DWORD attributes = GetFileAttributesW(widePath.c_str());
         if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
             read.error = CallError::IsFolder;
@@ -303,6 +319,8 @@ FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes,
 CallError WinFileCalls::List(const std::string& pathPrefix, std::vector<FolderEntry>& files) {
     files.clear();
     WIN32_FIND_DATAW data;
+    // FindFirstFileExW also compares short names, but a wrong match does no harm: the callers parse
+    // names.
     const std::wstring pattern = LongPath(pathPrefix + "*");
     const UniqueSearch search(FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data,
                                                FindExSearchNameMatch, nullptr, 0));
@@ -335,6 +353,14 @@ CallError WinFileCalls::Open(const std::string& path, OpenMode mode,
     return CallError::None;
 }
 
+// Microsoft: ReplaceFileW. What the three errors of its own leave behind:
+//
+//   ERROR_UNABLE_TO_REMOVE_REPLACED       both files have their names
+//   ERROR_UNABLE_TO_MOVE_REPLACEMENT      the old file may have the name of the backup
+//   ERROR_UNABLE_TO_MOVE_REPLACEMENT_2    the old file has the name of the backup
+//
+// IGNORE_MERGE_ERRORS: a file system that cannot copy all attributes and rights is no reason not to
+// save.
 CallError WinFileCalls::Replace(const std::string& path, const std::string& replacement,
                                 const std::string& backup) {
     return ErrorUnless(ReplaceFileW(LongPath(path).c_str(), LongPath(replacement).c_str(),
@@ -350,8 +376,8 @@ CallError WinFileCalls::Move(const std::string& from, const std::string& to, Mov
 }
 
 std::shared_ptr<FileLock> WinFileCalls::Lock(const std::string& name, unsigned milliseconds) {
-    // Open to everyone: copies started as administrator, by other users and in other sessions wait
-    // for each other, and the right to wait is all that they ask for.
+    // Open to everyone, so that copies of the program started as administrator, by other users and
+    // in other sessions wait for each other. They ask for the right to wait and nothing more.
     SECURITY_DESCRIPTOR everyone;
     InitializeSecurityDescriptor(&everyone, SECURITY_DESCRIPTOR_REVISION);
     SetSecurityDescriptorDacl(&everyone, TRUE, nullptr, FALSE);
@@ -361,7 +387,8 @@ std::shared_ptr<FileLock> WinFileCalls::Lock(const std::string& name, unsigned m
     if (!mutex) {
         return nullptr;
     }
-    // An abandoned mutex is ours, too; what its owner left unfinished shows on the disk.
+    // WAIT_ABANDONED: the owner was killed, and the mutex is ours. What it left unfinished shows on
+    // the disk, where Leftovers finds it.
     const DWORD result = WaitForSingleObject(mutex.Get(), milliseconds);
     const bool isOurs = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
     return isOurs ? std::make_shared<MutexLock>(std::move(mutex)) : nullptr;

@@ -5,11 +5,14 @@
 namespace tamarind {
 namespace {
 
+// Whether the error is likely to be gone after some milliseconds. AccessDenied is what Windows says
+// of a file that is about to be deleted, too.
 bool MayPass(CallError error) {
     return error == CallError::AccessDenied || error == CallError::Shared ||
            error == CallError::Locked || error == CallError::UnableToRemoveOld;
 }
 
+// A write of no bytes without an error would go on for ever; it means that nothing fits any more.
 CallError WriteAll(WritableFile& file, std::string_view bytes) {
     while (!bytes.empty()) {
         std::size_t written = 0;
@@ -30,12 +33,14 @@ CallError WriteAndFlush(WritableFile& file, const std::string& bytes) {
     return error == CallError::None ? file.Flush() : error;
 }
 
+// NotVerified unless `read` has succeeded and gives `bytes`.
 CallError Verify(const FileBytes& read, const std::string& bytes) {
     const bool isSame = read.error == CallError::None && read.bytes == bytes;
     return isSame ? CallError::None : CallError::NotVerified;
 }
 
-// From its start, in a file that is open in place.
+// Replaces the whole content of a file that is open in place, from its first byte, and reads it
+// back.
 CallError Overwrite(WritableFile& file, const std::string& bytes) {
     CallError error = WriteAll(file, bytes);
     if (error == CallError::None) {
@@ -128,7 +133,8 @@ CallError FileSteps::Delete(const std::string& path) {
 
 CallError FileSteps::WriteTemporary(const std::string& path, const std::string& bytes,
                                     std::string& temporary) {
-    // Another machine may be at the same file of a network folder: no two use one name.
+    // Another machine may be writing the same file in a network folder, where the lock of this one
+    // does not reach: each takes a name that is free.
     constexpr int kMaxNames = 100;
     CallError error = CallError::Exists;
     for (int number = 1; number <= kMaxNames && error == CallError::Exists; ++number) {
@@ -176,13 +182,14 @@ CallError FileSteps::WriteInPlace(const std::string& path, const std::string& by
     if (error != CallError::None) {
         return error;
     }
-    // All of it through the handle that keeps other writers out.
+    // Compared through the handle that keeps other writers out, so nothing comes in between.
     const FileBytes present = file->ReadAndRewind(FileSystem::kMaxFileBytes);
     if (present.error != CallError::None || present.bytes != expected) {
         return present.error == CallError::None ? CallError::Changed : present.error;
     }
     error = Overwrite(*file, bytes);
     if (error != CallError::None) {
+        // Only to go back to the start of the file: nothing is read.
         file->ReadAndRewind(0);
         isWhole = Overwrite(*file, expected) == CallError::None;
     }

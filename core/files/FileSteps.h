@@ -8,37 +8,45 @@
 
 namespace tamarind {
 
+// What callers of FileSystem are told of an error.
 FileError FileErrorOf(CallError error);
 
-// The folder of a path with its closing separator, which natively is "/"; empty without one.
+// The folder of a path with its closing separator, "\" or "/"; empty if the path has no separator.
 std::string FolderWithSeparator(const std::string& path);
 
-// The steps that replacements and backups have in common. A virus scanner, an indexer or a cloud
-// client opens files that have just changed: a call that fails for such a reason gets five more
-// tries, after 10, 25, 50, 100 and 200 ms.
+// The steps that replacements and backups have in common, made of FileCalls. A virus scanner, an
+// indexer or a cloud client opens files that have just changed; a call that fails because of that
+// gets five more tries, after 10, 25, 50, 100 and 200 ms.
 class FileSteps {
 public:
+    // `calls` must outlive this object.
     explicit FileSteps(FileCalls& calls) : m_calls(calls) {}
 
     FileCalls& Calls() { return m_calls; }
+    // Calls once, and up to five times more while the error is one that may pass (AccessDenied,
+    // Shared, Locked, UnableToRemoveOld); returns the last error. It blocks for at most 385 ms
+    // besides the calls.
     CallError Retry(const std::function<CallError()>& call);
 
+    // As FileCalls::Read, Move and Delete, with retries.
     FileBytes Read(const std::string& path, std::uint64_t maxBytes = FileSystem::kMaxFileBytes);
     CallError Move(const std::string& from, const std::string& to, MoveMode mode);
     CallError Delete(const std::string& path);  // a missing file is no error
 
-    // Makes a new file beside `path` under a name of LeftoverKind::New, waits until the disk has it
-    // and reads it back. On an error there is none.
+    // Makes a new file beside `path` with a name of LeftoverKind::New, waits until the disk has it
+    // and reads it back. `temporary` gets its path. On an error the file is deleted again.
     CallError WriteTemporary(const std::string& path, const std::string& bytes,
                              std::string& temporary);
 
-    // Makes a file of that name by way of a temporary one.
+    // Makes a file under the name `path` by way of a temporary one, so that it is never there half
+    // written. On an error the temporary file is deleted.
     CallError WriteAndMove(const std::string& path, const std::string& bytes, MoveMode mode);
 
     // Overwrites an existing file that holds `expected`, waits until the disk has it and reads it
-    // back; a file that holds something else stays, with Changed. The file is not whole meanwhile;
-    // after another error it holds what it did, or `isWhole` is false. No other program writes it
-    // from the comparison to the end.
+    // back. A file that holds anything else is not touched: the result is Changed. From the
+    // comparison to the end no other program can write the file, but meanwhile it is not whole.
+    // After any other error its old content has been written back; if that failed too, `isWhole` is
+    // false.
     CallError WriteInPlace(const std::string& path, const std::string& bytes,
                            const std::string& expected, bool& isWhole);
 

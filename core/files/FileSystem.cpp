@@ -7,7 +7,7 @@
 namespace tamarind {
 namespace {
 
-// How often a replacement begins again because the file has just changed.
+// How often Replace reads the file and tries again because it has just changed.
 constexpr int kMaxRounds = 5;
 
 }  // namespace
@@ -57,8 +57,8 @@ FileContent DiskFileSystem::Read(const std::string& path, std::uint64_t maxBytes
         return {FileError::BadName, {}, {}};
     }
     FileBytes read = m_replace->Read(path, maxBytes);
-    // Only a replacement that has been interrupted or is going on leaves no file, or a file with
-    // several links that is not whole: all other reads need not look.
+    // Only an interrupted or unfinished replacement leaves a missing file, or a file with several
+    // hard links that is not whole. All other reads are spared the look for leftovers.
     if (read.error == CallError::None && read.links > 1) {
         const auto lock = m_replace->Lock({path});
         return ReadAgain(path, maxBytes, lock ? m_replace->Recover(path) : FileError::InUse);
@@ -78,7 +78,6 @@ FileContent DiskFileSystem::ReadAgain(const std::string& path, std::uint64_t max
     return {FileErrorOf(read.error), std::move(read.bytes), read.stamp};
 }
 
-// Of a file that was missing a moment ago.
 FileError DiskFileSystem::PutBack(const std::string& path) {
     return m_replace->MayHaveLeftovers(path) ? m_replace->Recover(path) : FileError::None;
 }

@@ -1,3 +1,16 @@
+// States in which a replacement may be interrupted, and what Finish makes of them. "ok" means that
+// the bytes of a leftover agree with its name.
+//
+//   file     beside it               interrupted                  result
+//   missing  old ok, new ok or none  between the two renames      old gets the name of the file
+//   missing  new ok                  there, and old was lost      new gets the name of the file
+//   old      new, ok or not          before the renames           new is deleted or made a backup
+//   new      old ok                  after the renames            old is deleted or made a backup
+//   torn     whole ok                while it was overwritten     the old content is written back
+//
+// The old content is preferred to the new one because nobody has been told yet that the new one was
+// saved.
+
 #include "core/files/Leftovers.h"
 
 #include <algorithm>
@@ -16,18 +29,20 @@ constexpr std::string_view kStart = ".~";
 constexpr std::pair<LeftoverKind, std::string_view> kMarks[] = {{LeftoverKind::New, ".~new-"},
                                                                 {LeftoverKind::Old, ".~old-"},
                                                                 {LeftoverKind::Whole, ".~whole-"}};
+// Digits of a 64-bit hash in hexadecimal.
 constexpr std::size_t kHashDigits = 16;
 
-// Overwriting a file takes no longer than this after the copy beside it was made.
+// Overwriting a file in place takes no longer than this, counted from the copy beside it.
 constexpr std::uint64_t kOverwritingTicks = 20'000'000;  // 2 s
 
+// The facts in the name of a leftover.
 struct LeftoverName {
     LeftoverKind kind = LeftoverKind::New;
     std::uint64_t size = 0;
     std::uint64_t hash = 0;
 };
 
-// What the name says; nothing for a file of another kind.
+// Nothing if `path` is not that of a leftover. Folders in front of the name do no harm.
 std::optional<LeftoverName> ParseName(std::string_view path) {
     const std::size_t start = path.rfind(kStart);
     const std::string_view text = start == std::string_view::npos ? "" : path.substr(start);
@@ -53,11 +68,13 @@ bool IsMissing(CallError error) {
     return error == CallError::NotFound || error == CallError::FolderMissing;
 }
 
+// Whether another program has the file open right now.
 bool IsHeld(CallError error) {
     return error == CallError::Shared || error == CallError::Locked;
 }
 
-// Whether `present` is what overwriting `old` with `planned` leaves when it stops in the middle.
+// Whether `present` is what overwriting `old` with `planned`, byte by byte from the start, leaves
+// when it stops in the middle: a beginning of `planned`, then the rest of `old` from there on.
 bool IsBetween(std::string_view present, std::string_view old, std::string_view planned) {
     const auto differ =
         std::mismatch(present.begin(), present.end(), planned.begin(), planned.end());
@@ -78,9 +95,10 @@ std::string LeftoverPath(const std::string& path, LeftoverKind kind, std::string
            (number > 1 ? "-" + std::to_string(number) : std::string());
 }
 
-// Beside the file, and in the folder of its backups.
 CallError Leftovers::Find(std::vector<std::string>& paths) {
     const std::string beside = FolderWithSeparator(m_path);
+    // Beside the file, and in the folder of its backups, where a file that is to become one is
+    // moved.
     const std::pair<std::string, std::string> places[] = {
         {beside, m_path + std::string(kStart)}, {m_backups.Folder(), m_backups.NameStart()}};
     for (const auto& [folder, start] : places) {
@@ -102,7 +120,8 @@ CallError Leftovers::Find(std::vector<std::string>& paths) {
 bool Leftovers::MayExist() {
     std::vector<std::string> paths;
     const CallError error = Find(paths);
-    // Beside a server that does not answer nothing can be put back; each question takes seconds.
+    // If the server does not answer, nothing could be put back anyway, and each question to it
+    // takes seconds.
     return !paths.empty() || (error != CallError::None && error != CallError::Unreachable);
 }
 
@@ -120,8 +139,6 @@ CallError Leftovers::Finish(bool isMissing) {
     return error;
 }
 
-// One that cannot be read may be the file itself, as long as that is missing. Beside the file one
-// that is held is being written by somebody.
 CallError Leftovers::Read(bool isMissing, List& list) {
     std::vector<std::string> paths;
     const CallError error = Find(paths);
@@ -135,6 +152,9 @@ CallError Leftovers::Read(bool isMissing, List& list) {
             leftover.isPlanned =
                 name.kind == LeftoverKind::New && path.compare(0, path.rfind(kStart), m_path) == 0;
             list.push_back(std::move(leftover));
+            // While the file is missing, a leftover that cannot be read may be the file itself, so
+            // nothing may be decided. One of kind New that is held is not: another program is just
+            // writing it.
         } else if (isMissing && !IsMissing(read) &&
                    !(name.kind == LeftoverKind::New && IsHeld(read))) {
             return read;
@@ -143,8 +163,8 @@ CallError Leftovers::Read(bool isMissing, List& list) {
     return error;
 }
 
-// The old content rather than the new one, which nobody has been told of yet.
 CallError Leftovers::PutBack(List& list, FileBytes& present) {
+    // In this order: the old content rather than the new one, which nobody has been told of yet.
     for (const LeftoverKind kind : {LeftoverKind::Old, LeftoverKind::Whole, LeftoverKind::New}) {
         const auto found = std::find_if(list.begin(), list.end(), [&](const Leftover& leftover) {
             return leftover.kind == kind && leftover.agrees &&
@@ -158,7 +178,8 @@ CallError Leftovers::PutBack(List& list, FileBytes& present) {
             present = std::move(found->content);
             list.erase(found);
         } else if (error == CallError::Exists) {
-            present = m_steps.Read(m_path);  // somebody has made a new one
+            // Somebody has made a new file; it stays.
+            present = m_steps.Read(m_path);
             return present.error;
         }
         return error;
@@ -175,7 +196,8 @@ CallError Leftovers::Mend(const List& list, FileBytes& present) {
     if (present.error != CallError::None || whole == list.end() || !IsTorn(list, *whole, present)) {
         return present.error;
     }
-    // Another program may have written it since then, so it is not lost either.
+    // Another program may have written the file since then, so its present content is kept as a
+    // backup.
     CallError error = m_backups.Keep(present.bytes);
     if (error == CallError::None) {
         bool isWhole = true;
@@ -185,9 +207,10 @@ CallError Leftovers::Mend(const List& list, FileBytes& present) {
     return error;
 }
 
-// What another program has written since is no torn file. Beside the copy of the old content there
-// is one of the new: between the two lies whatever a program that was killed leaves. A machine that
-// stopped may leave anything, but not later than the overwriting would have ended.
+// A file that another program has written since is not torn. If the planned content is there as
+// well, the test is exact for a program that was killed: it leaves something between the two. A
+// machine that lost power may leave anything, but with a time of change that is not later than the
+// overwriting would have ended.
 bool Leftovers::IsTorn(const List& list, const Leftover& whole, const FileBytes& present) const {
     const std::string& old = whole.content.bytes;
     for (const Leftover& planned : list) {
@@ -206,16 +229,17 @@ bool Leftovers::IsTorn(const List& list, const Leftover& whole, const FileBytes&
     return present.bytes != old && changed >= begun && changed - begun <= kOverwritingTicks;
 }
 
-// A new content that does not agree with its name is one that was never finished.
 void Leftovers::ClearAway(const List& list, const std::string& present) {
     for (const Leftover& leftover : list) {
         const std::string& bytes = leftover.content.bytes;
+        // A new content that does not agree with its name was never finished, so nobody needs it.
         const bool isUnfinished = leftover.kind == LeftoverKind::New && !leftover.agrees;
         std::string kept;
         if (isUnfinished || bytes == present || m_backups.Has(bytes)) {
             m_steps.Delete(leftover.path);
         } else {
-            m_backups.Adopt(leftover.path, kept);  // if that fails, the next one tries again
+            // If this fails, the next replacement tries again.
+            m_backups.Adopt(leftover.path, kept);
         }
     }
 }

@@ -9,6 +9,7 @@ namespace tamarind {
 namespace {
 
 constexpr std::string_view kSeparators = "\\/";
+// Switches off the interpretation of the path (but this program applies the rules all the same).
 constexpr std::string_view kLiteralPrefix = "\\\\?\\";
 // The last three are the superscript digits 1 to 3, which count as digits here.
 constexpr std::string_view kPortNumbers[] = {"0", "1", "2", "3",      "4",      "5",     "6",
@@ -22,7 +23,8 @@ bool IsLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-// A device keeps its name whatever extension or blanks follow it.
+// Whether a name is that of a device in whatever letter case. A device keeps its name with any
+// extension and with blanks after it: "nul.txt" and "NUL .ini" are "NUL".
 bool IsDevice(std::string_view name) {
     name = name.substr(0, name.find('.'));
     name = name.substr(0, name.find_last_not_of(' ') + 1);
@@ -35,6 +37,7 @@ bool IsDevice(std::string_view name) {
                 std::end(kPortNumbers));
 }
 
+// Control characters, and those with a meaning in searches, redirections and streams.
 bool IsForbidden(char c) {
     return static_cast<unsigned char>(c) < ' ' ||
            std::string_view("*?<>\"|:").find(c) != std::string_view::npos;

@@ -4,9 +4,11 @@
 
 namespace tamarind {
 
-// Whether a path can be that of a file. The system would take other names for something else, which
-// harms what nobody has named: "*" and "?" for every file that fits, "NUL" and "COM1" for devices,
-// "\\.\" for anything at all, "file:name" for a stream in a file. "\\?\" in front is allowed.
+// Whether a path can be that of a file. Windows takes some names for something else, and writing to
+// them would harm that: "*" and "?" stand for every file that fits, "NUL" and "COM1" are devices,
+// "\\.\" opens any device at all, "file:name" is a stream within a file. The prefix "\\?\" is
+// allowed.
+//
 // Source: learn.microsoft.com, "Naming Files, Paths, and Namespaces".
 bool CanBeFile(std::string_view path);
 

@@ -1,3 +1,16 @@
+// The steps of a replacement of x.ini:
+//
+//   1. Write the new content to x.ini.~new-..., flush it and read it back.
+//   2. Compare x.ini with what is expected, while a handle keeps other writers out.
+//   3. FileCalls::Replace renames x.ini (to its backup or to x.ini.~old-...) and ~new to x.ini. In
+//      its middle there is no x.ini, but both contents are whole beside it.
+//   4. Look at what was moved aside. The expected content is deleted or becomes a backup. Anything
+//      else was written by another program between 2 and 3, and is kept and reported.
+//
+// Whoever finds a state between two steps, this program or its next start, lets Leftovers end it.
+// All steps run under a lock between the copies of the program. Other programs do not know that
+// lock, which is why contents are compared.
+
 #include "core/files/SafeReplace.h"
 
 #include <cstdio>
@@ -16,7 +29,7 @@ bool IsMissing(CallError error) {
     return error == CallError::NotFound || error == CallError::FolderMissing;
 }
 
-// Given back in any order.
+// Gives its locks back together; the order does not matter.
 class SeveralLocks final : public FileLock {
 public:
     std::vector<std::shared_ptr<FileLock>> locks;
@@ -50,7 +63,8 @@ FileFacts SafeReplace::LocateNew(const std::string& path) {
     FileFacts facts = m_steps.Calls().Inspect(folder);
     if (facts.error == CallError::None && facts.isFolder) {
         const bool isClosed = FolderWithSeparator(facts.finalPath) == facts.finalPath;
-        // The folder's separator is the first character of what is added.
+        // If the final path of the folder has no closing separator, the one of `path` is added with
+        // the name.
         facts.finalPath += path.substr(folder.size() - (isClosed ? 0 : 1));
         facts.error = CallError::NotFound;
         return facts;
@@ -84,6 +98,8 @@ std::shared_ptr<FileLock> SafeReplace::LockFinal(const std::string& finalPath) {
     std::weak_ptr<FileLock>& held = m_locks[finalPath];
     std::shared_ptr<FileLock> lock = held.lock();
     if (!lock) {
+        // The name of a system object cannot hold a path; a hash of it serves, whatever its letter
+        // case.
         char hash[17];
         std::snprintf(hash, sizeof(hash), "%016llx",
                       static_cast<unsigned long long>(HashIgnoreCase(finalPath)));
@@ -106,7 +122,7 @@ ReplaceResult SafeReplace::Exchange(const std::string& path, const std::string& 
 
 ReplaceResult SafeReplace::ExchangeLocked(const std::string& path, const std::string& bytes,
                                           const FileState& expected, Backup backup) {
-    // Asked once more: another copy of the program may have had the file until a moment ago.
+    // Asked once more under the lock: another copy of the program may have had the file until now.
     FileFacts facts = Locate(path);
     const CallError unfinished = FinishInterrupted(path, facts.error);
     if (unfinished != CallError::None) {
@@ -126,7 +142,8 @@ ReplaceResult SafeReplace::ExchangeLocked(const std::string& path, const std::st
         return Failed(Create(path, bytes));
     }
     if (facts.finalPath != path) {
-        return Failed(CallError::Shared);  // a link since then
+        // It has become a link since then.
+        return Failed(CallError::Shared);
     }
     Job job = {path, bytes, *expected, backup, {}};
     const CallError error = m_steps.WriteTemporary(path, bytes, job.temporary);
@@ -169,14 +186,14 @@ ReplaceResult SafeReplace::ReplaceOld(const Job& job) {
     if (error != CallError::Exists) {
         return Failed(error);
     }
-    // Another program has made a file while there was none for a moment.
+    // Another program has made a file of this name in the moment when there was none.
     ReplaceResult result = LookAside(job, old, backups, true);
     result.error = FileError::Changed;
     result.foreign = result.foreign ? result.foreign : job.expected;
     return result;
 }
 
-// Whether the file is still what is to be replaced. With `held` it stays so.
+// None if the file still is what is to be replaced; it stays so while `held` lives. Changed if not.
 CallError SafeReplace::Compare(const Job& job, std::unique_ptr<HeldFile>& held) {
     const FileBytes present = m_steps.Calls().Read(job.path, FileSystem::kMaxFileBytes, &held);
     const bool isOther = present.error == CallError::None && present.bytes != job.expected;
@@ -184,8 +201,8 @@ CallError SafeReplace::Compare(const Job& job, std::unique_ptr<HeldFile>& held) 
 }
 
 // One try to put the temporary file in the place of the real one. On an error the old file has its
-// name, unless even giving it back has failed: the next read does that then. Exists: another file
-// has that name, and the old one is aside.
+// name again; if even giving it back has failed, the next read does that. Exists: another file has
+// taken the name, and the old one is at `old`.
 CallError SafeReplace::TryExchange(const Job& job, const std::string& old) {
     CallError error = CallError::None;
     {
@@ -200,22 +217,23 @@ CallError SafeReplace::TryExchange(const Job& job, const std::string& old) {
         case CallError::None:
         case CallError::Unsupported:
         case CallError::UnableToRemoveOld:
-            return error;  // after the last two both have their names
+            return error;  // after the last two, both files have their names
         case CallError::NotFound:
             return CallError::Changed;
         case CallError::UnableToMoveNew:
         case CallError::UnableToMoveNewAtAll:
         default:
-            // After the first two the old file bears the backup's name, of the other errors nobody
-            // says where it is. The move does nothing if it is in its place.
+            // After the first two the old file is at `old`; after other errors nobody says where it
+            // is. The move back does nothing if the file is in its place. Source: Microsoft,
+            // ReplaceFileW.
             return m_steps.Move(old, job.path, MoveMode::KeepExisting) == CallError::Exists
                        ? CallError::Exists
                        : error;
     }
 }
 
-// Where the file system has no such replacement: the old file gives way, so its backup is a copy.
-// Nobody moves another file over one that is held.
+// The old file is overwritten by a rename, so its backup is a copy made before. The handle of the
+// comparison must be closed first: Windows renames nothing over a file that is open.
 CallError SafeReplace::MoveOver(const Job& job, Backups* backups) {
     CallError error = backups != nullptr ? backups->Keep(job.expected) : CallError::None;
     return error != CallError::None ? error : m_steps.Retry([&] {
@@ -228,9 +246,9 @@ CallError SafeReplace::MoveOver(const Job& job, Backups* backups) {
     });
 }
 
-// A program whose handle was open before may have written into the file that has been moved aside,
-// or have put another one in its place before it was. That text is kept, also where no backup was
-// asked for, and so is what was there before it.
+// A program that had the file open before may have written into it after it was moved aside, or
+// have replaced it just before that. Such a text is kept even where no backup was asked for, and so
+// is the content that was there before it.
 ReplaceResult SafeReplace::LookAside(const Job& job, const std::string& old, Backups& backups,
                                      bool isKept) {
     ReplaceResult result;
@@ -243,23 +261,23 @@ ReplaceResult SafeReplace::LookAside(const Job& job, const std::string& old, Bac
     if (isForeign && isKept) {
         backups.Keep(job.expected);
     }
-    // If that fails, the next replacement does it.
+    // If this fails, it stays where it is, and the next replacement makes a backup of it.
     if (backups.Adopt(old, result.aside) != CallError::None) {
         result.aside = old;
     }
     if (isForeign) {
         result.foreign = aside.bytes;
         if (aside.error != CallError::None) {
-            // Still held: what it becomes nobody can tell, but it is among the backups.
+            // It is still open in another program. What it becomes cannot be known, but it is kept.
             result.foreign = job.expected;
         }
     }
     return result;
 }
 
-// Another file in its place would part the names, so a file with several is overwritten: it is the
-// only case in which the file itself is not whole for a moment. The copy beside it is, and as long
-// as it exists a file that is not whole gets its content again.
+// Putting another file in its place would part a file from its other hard links, so it is
+// overwritten. This is the only case in which the file itself is not whole for a moment. The copy
+// beside it is, and as long as that exists, a torn file gets its content back from it.
 CallError SafeReplace::OverwriteLinked(const Job& job) {
     CallError error = CallError::None;
     if (job.backup == Backup::Yes) {
@@ -275,7 +293,7 @@ CallError SafeReplace::OverwriteLinked(const Job& job) {
     }
     bool isWhole = true;
     error = m_steps.WriteInPlace(job.path, job.bytes, job.expected, isWhole);
-    // The temporary file tells what is new from what is torn for as long as the copy is there.
+    // For as long as the copy exists, the temporary file is what tells a torn file from a new one.
     if (isWhole && m_steps.Delete(whole) == CallError::None) {
         m_steps.Delete(job.temporary);
     }
@@ -300,7 +318,8 @@ FileError SafeReplace::Recover(const std::string& path) {
 CallError SafeReplace::FinishInterrupted(const std::string& path, CallError located) {
     const bool isMissing = located == CallError::NotFound;
     if (located != CallError::None && located != CallError::ReadOnly && !isMissing) {
-        return located;  // whether the file is there decides what becomes of what is left
+        // Whether the file exists decides what becomes of the leftovers, so it has to be known.
+        return located;
     }
     Backups backups(m_steps, path);
     return Leftovers(m_steps, path, backups).Finish(isMissing);
@@ -311,9 +330,10 @@ FileError SafeReplace::Check(const std::string& path) {
     if (facts.error != CallError::None && facts.error != CallError::NotFound) {
         return FileErrorOf(facts.error);
     }
-    // Attributes and lists of rights do not tell what a folder on a server or on a protected disk
-    // takes. Here a refusal is not tried again: a user is waiting for the file to open.
-    // The name is not that of an empty file, so one that a crash leaves is never taken for more.
+    // Attributes and access rights do not tell whether a folder on a server or on a protected disk
+    // can be written to, so an empty file is made for a moment. A refusal is not tried again: a
+    // user is waiting for the file to open. The name of the probe promises five bytes, so a probe
+    // that a crash leaves never counts as a whole file.
     const std::string probe = LeftoverPath(facts.finalPath, LeftoverKind::New, "probe");
     std::unique_ptr<WritableFile> file;
     const CallError error = m_steps.Calls().Open(probe, OpenMode::New, file);
@@ -329,6 +349,8 @@ std::vector<BackupFile> SafeReplace::ListBackups(const std::string& path) {
     Backups backups(m_steps, finalPath);
     const auto lock = LockFinal(finalPath);
     Leftovers leftovers(m_steps, finalPath, backups);
+    // Ends an interrupted replacement first: its old file belongs into the list. A missing file is
+    // not put back here; reading it does that.
     if (lock && m_steps.Calls().Stamp(finalPath) && leftovers.MayExist()) {
         leftovers.Finish(false);
     }

@@ -18,6 +18,7 @@ IniDocument IniDocument::Parse(std::string bytes, CodePage codePage) {
 std::string IniDocument::Bytes() const {
     std::string result(MarkBytes(m_mark));
     result.reserve(m_bytes.size() + m_tail.size());
+    // Lines that still stand next to each other in `m_bytes` are copied together.
     TextSpan run;
     for (LineId id = m_firstLine; id != kNone; id = LineBehind(id)) {
         const IniLine& line = m_lines[id];
@@ -100,6 +101,7 @@ std::string_view IniDocument::QuotedValue(LineId line) const {
     }
     if (record.isDecoded) {
         std::uint32_t length = 0;
+        // AppendDecoded has put the length of the value in front of the name.
         std::memcpy(&length, m_decoded.data() + record.name.begin - sizeof length, sizeof length);
         return {m_decoded.data() + record.name.end, length};
     }
@@ -112,6 +114,7 @@ std::string_view IniDocument::SearchableBytes() const {
     return m_mark == FileMark::Utf16Le ? std::string_view() : std::string_view(m_bytes);
 }
 
+// The lines of a document that was not edited are sorted by their first byte.
 IniDocument::LineId IniDocument::LineAt(std::size_t offset) const {
     const auto behind =
         std::upper_bound(m_lines.begin(), m_lines.end(), offset,
@@ -141,7 +144,7 @@ std::vector<std::string> IniDocument::LineTexts(LineId line) const {
     return texts;
 }
 
-// From the last one to the first, so that the first one of a name is the one that counts.
+// From the last to the first, so that of several sections with one name the first one remains.
 void IniDocument::IndexSections() const {
     m_sectionTable.Reset(m_sections.size());
     for (auto id = static_cast<SectionId>(m_sections.size()); id > 0; --id) {
@@ -149,9 +152,9 @@ void IniDocument::IndexSections() const {
     }
 }
 
-// Makes the section's table, or a larger one. The lines come from the last to the first, so that
-// each becomes the head of the lines of its name and the first one ends up as the one that counts,
-// in constant time however often a name is repeated.
+// Makes the table of a section, or a larger one. The lines come from the last to the first: each
+// becomes the head of the list of lines with its name, and the first one ends up as the one that
+// counts, in constant time however often a name is repeated.
 void IniDocument::IndexKeys(SectionId section) const {
     std::uint32_t& number = m_sections[section].keyTable;
     if (number == kNone) {
@@ -160,6 +163,7 @@ void IniDocument::IndexKeys(SectionId section) const {
     }
     NameTable& table = m_keyTables[number];
     const LineId header = m_sections[section].header;
+    // While no line was added, the lines of a section have consecutive numbers.
     if (m_nextLines.empty()) {
         const LineId last = m_sections[section].lastLine;
         table.Reset(last - header);

@@ -9,14 +9,14 @@
 namespace tamarind {
 namespace {
 
-// Text that would end its line, or that Windows' own readers would take for the end of the file's
-// text, can not stand in a line; nor can what is no text.
+// Whether a text can be part of a line: it must be valid UTF-8 without characters that end the
+// line, or that the Windows functions for INI files take for the end of all text (NUL).
 bool IsStorable(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos &&
            IsValidUtf8(text);
 }
 
-// Whether a line with this name would be read as a section, or a key, of this name.
+// Whether a header or a key line with this name would be read back as this name.
 bool IsSectionName(std::string_view name) {
     return name.find(']') == std::string_view::npos && TrimIniBlanks(name) == name;
 }
@@ -54,8 +54,9 @@ IniEdit IniDocument::SetValue(std::string_view section, std::string_view key,
     return sectionId ? InsertKey(*sectionId, key, value) : IniEdit::NameNotEncodable;
 }
 
-// Text holds no NULs but for the halves of UTF-16 characters. UTF-16 with the other order of bytes
-// nearly always has them; an empty file of it has its mark alone.
+// Text has no NULs except as halves of UTF-16 characters. UTF-16 with the other order of bytes
+// (big-endian), which is not supported, nearly always has them; an empty file of that kind has
+// nothing but its mark, FE FF.
 bool IniDocument::IsText() const {
     if (!m_isText) {
         const bool hasOtherOrder = m_bytes.compare(0, 2, "\xFE\xFF") == 0;
@@ -102,15 +103,16 @@ IniEdit IniDocument::ToggleComment(std::string_view section, std::string_view ke
         bytes.insert(at, mark);
     } else {
         bytes.erase(at, mark.size());
-        m_sections[*sectionId].lastKey = kNone;  // this one may stand behind it
+        // This line may now be the last key of the section.
+        m_sections[*sectionId].lastKey = kNone;
     }
     SetLineBytes(*line, bytes);
     AddToIndex(*line);
     return IniEdit::Changed;
 }
 
-// What is left of the section belongs to the one above it from now on, and a second section of the
-// name may count now: the result is read anew.
+// What is left of the section belongs to the one above it from now on, and a second section of that
+// name may count now. Parsing the result again gets all of this right.
 IniEdit IniDocument::DeleteSection(std::string_view section) {
     const std::optional<SectionId> found = FindSection(section);
     if (!found) {
@@ -126,9 +128,9 @@ IniEdit IniDocument::DeleteSection(std::string_view section) {
     return IniEdit::Changed;
 }
 
-// A line that says `value` stays as it is, but not where writing it would be read as something
-// else: a line with two pairs of quotes reads with one, and written so it is to be read without
-// any.
+// A line that reads as `value` stays as it is, unless writing `value` would be read as something
+// else. Example: ""1"" (two pairs of quotes) reads as "1", and if "1" is written, it is to be read
+// as 1.
 IniEdit IniDocument::ReplaceValue(LineId line, std::string_view value) {
     const bool saysSo = Value(line) == value || QuotedValue(line) == value;
     if (saysSo && Value(line) == UnquoteIniValue(TrimIniBlanks(value))) {
@@ -173,7 +175,7 @@ void IniDocument::AddToIndex(LineId line) {
     }
 }
 
-// For the first line of a name; the next one takes its place.
+// For the first line of a name. The next line of that name takes its place.
 void IniDocument::RemoveFromIndex(LineId line) {
     const SectionId section = m_lines[line].section;
     NameTable& table = KeysOf(section);
@@ -190,7 +192,8 @@ void IniDocument::RemoveFromIndex(LineId line) {
     }
 }
 
-// The section's last key line, or its header.
+// The last active key of the section, or its header if there is none. Commented-out keys do not
+// count.
 IniDocument::LineId IniDocument::LastKeyOf(SectionId section) const {
     LineId last = m_sections[section].lastKey;
     if (last == kNone) {
@@ -238,7 +241,7 @@ bool IniDocument::RemoveKeyLine(SectionId section, std::string_view key) {
     return true;
 }
 
-// Adds the line end that a file's last line may lack and that a line behind it needs.
+// The last line of a file may have no line end, which it needs when another line is to follow it.
 void IniDocument::CompleteLastLine(LineId line, std::string_view lineEnd) {
     const IniLine& last = m_lines[line];
     if (last.kind != IniLineKind::Deleted && last.lineEndLength == 0) {
@@ -253,6 +256,7 @@ IniDocument::LineId IniDocument::AppendLine(std::string_view bytes, SectionId se
     IniLine line;
     line.section = section;
     if (m_nextLines.empty()) {
+        // From now on the order of the lines differs from that of their numbers.
         m_nextLines.resize(m_lines.size());
         std::iota(m_nextLines.begin(), m_nextLines.end(), LineId{1});
         if (m_lastLine != kNone) {
@@ -286,6 +290,7 @@ void IniDocument::SetLineBytes(LineId id, std::string_view bytes) {
         m_mark == FileMark::Utf16Le ? std::string_view("\r\0", 2) : "\r";
     const std::string_view lineFeed =
         m_mark == FileMark::Utf16Le ? std::string_view("\n\0", 2) : "\n";
+    // `end` is in the encoding of the file.
     const auto endsWith = [&](std::string_view end) {
         return bytes.size() >= end.size() && bytes.substr(bytes.size() - end.size()) == end;
     };
@@ -300,7 +305,7 @@ void IniDocument::SetLineBytes(LineId id, std::string_view bytes) {
     IniParser(*this).ParseLine(line);
 }
 
-// Where the value's bytes are, between the blanks around it.
+// The place of the value between the blanks around it, quotes included.
 TextSpan IniDocument::ValueBytes(LineId line) const {
     const std::size_t unit = m_mark == FileMark::Utf16Le ? 2 : 1;
     const auto isBlank = [&](std::size_t at) {
@@ -335,10 +340,10 @@ std::optional<std::string> IniDocument::EncodeName(std::string_view name) const 
     return EncodeCodePage(name, m_codePage);
 }
 
-// A value that the code page of a file without a mark can not hold is stored as UTF-8 behind a mark
-// of its own, as Total Commander does, and so is one that would be read as such a value; a value
-// that had that form keeps it. Readers look for the mark after they have removed outer blanks and
-// quotes.
+// A value that the code page of a file without a mark cannot hold is stored as UTF-8 with a mark of
+// its own (EF BB BF), as Total Commander does. The same is done for a value that would otherwise be
+// read as such a value, and a value that had this form keeps it. Readers look for the mark after
+// they have removed outer blanks and quotes, so it goes inside the quotes.
 std::string IniDocument::EncodeValue(std::string_view value, bool withInnerMark) const {
     if (m_mark != FileMark::None) {
         return EncodeAscii(value);
@@ -362,7 +367,8 @@ std::string IniDocument::LineEndOf(LineId line) const {
     return m_bytes.substr(m_lines[line].bytes.end - size, size);
 }
 
-// New lines end as the section's last line does, else as the file's first one, else with CRLF.
+// New lines end like the last line of the section, or else like the first one of the file, or with
+// CRLF.
 std::string IniDocument::LineEndFor(SectionId section) const {
     std::string lineEnd = LineEndOf(m_sections[section].lastLine);
     if (lineEnd.empty()) {

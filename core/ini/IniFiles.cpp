@@ -3,7 +3,7 @@
 namespace tamarind {
 namespace {
 
-// Time stamps of FAT volumes are two seconds apart.
+// 2.1 seconds: the times of change on FAT volumes are two seconds apart (Microsoft: File Times).
 constexpr std::uint64_t kYouthTicks = 21'000'000;
 
 constexpr std::uint64_t kSettledTicks = 5'000'000;  // half a second
@@ -35,7 +35,7 @@ IniSnapshot IniFiles::Read(const std::string& path, CodePage codePage) {
         std::make_shared<const IniDocument>(IniDocument::Parse(std::move(content.bytes), codePage));
     const bool isTrusted = content.stamp.modifiedTicks + kYouthTicks <= now;
     m_entries[key] = {document, content.stamp, isTrusted};
-    // A time ahead of the clock is another machine's, and tells nothing.
+    // A time later than now comes from the clock of another machine and tells nothing.
     const bool isSettled =
         content.stamp.modifiedTicks > now || content.stamp.modifiedTicks + kSettledTicks <= now;
     return {std::move(document), FileError::None, isSettled};

@@ -14,32 +14,36 @@
 
 namespace tamarind {
 
-// An INI file as it stood at one moment. After a failed read the document is empty and `error`
-// says why; a missing file reads as an empty one, too.
+// An INI file as it stood at one moment. After a failed read the document is empty and `error` says
+// why; for a missing file, too (IsMissing). `document` is never null and shared with others, which
+// is why it cannot be changed.
 struct IniSnapshot {
     std::shared_ptr<const IniDocument> document;
     FileError error = FileError::None;
-    // The file was not written in the half second before it was read: whoever writes it piece by
-    // piece is done.
+    // False if the file was written in the half second before the read: a program that writes it
+    // piece by piece may not be done.
     bool isSettled = true;
 };
 
-// The INI files of the program. What somebody holds is parsed once and read again only when the
-// file has changed; nothing is kept alive here.
+// The INI files that the program reads. What somebody holds is parsed once and read again only when
+// the file has changed; nothing is kept alive here. Shared by all parts of the program; it must
+// outlive them.
 class IniFiles {
 public:
+    // `files` must outlive this object.
     explicit IniFiles(FileSystem& files);
 
-    // The code page of files without a mark, where a caller names none.
+    // The code page of files without a mark, if a caller names none.
     CodePage SystemCodePage() const { return m_systemCodePage; }
     void SetSystemCodePage(CodePage codePage) { m_systemCodePage = codePage; }
 
-    // Checks size and time of the file and reads it only if they differ from those of the last
-    // read, or nobody holds what was read then. A file that was younger than 2.1 seconds at that
+    // Compares size and time of the file with those of the last read, and reads it only if they
+    // differ or nobody holds what was read then. A file that was younger than 2.1 seconds at that
     // read is always read again, since its next change may leave both the same.
     IniSnapshot Read(const std::string& path) { return Read(path, m_systemCodePage); }
     IniSnapshot Read(const std::string& path, CodePage codePage);
 
+    // The disk below, for callers that replace or lock files.
     FileSystem& Files() { return m_files; }
 
 private:
@@ -55,9 +59,10 @@ private:
     std::shared_ptr<const IniDocument> m_empty;
 };
 
-// What a transaction came to: whether the file was replaced or needed no change, and which edit
-// was refused, if any. With an error of either kind the file stands as it was, unless `aside` names
-// the backup with another program's text that could not be brought together with ours.
+// What a write has come to: whether the file could be read and replaced, and which edit was
+// refused, if any. With either error the file is as it was, unless `aside` is not empty: then
+// another program has written it meanwhile, and its text, which could not be merged with ours, is
+// in the backup at that path.
 struct WriteResult {
     FileError error = FileError::None;
     IniEdit refused = IniEdit::Unchanged;
@@ -65,26 +70,28 @@ struct WriteResult {
     bool Succeeded() const { return error == FileError::None && refused == IniEdit::Unchanged; }
 };
 
-// Reads the file once, lets `edit` change it and replaces it once, or not at all where nothing
-// differs. An edit that is refused ends it. Other copies of the program wait from the read to the
-// replacement; where another program writes the file meanwhile it all begins again, so that of each
-// key the newer write stays and `edit` may be called more than once.
+// Lets `edit` change a file and replaces it once, or not at all if nothing differs. An edit that is
+// refused (IsRefused) ends it. Other copies of the program wait from the read to the replacement.
+// If another program writes the file meanwhile, it all begins again with the new content: `edit`
+// may be called several times and must not count its calls.
 WriteResult EditIniFile(IniFiles& files, const std::string& path,
                         const std::function<IniEdit(IniDocument&)>& edit,
                         Backup backup = Backup::No);
 
-// Collects writes to one INI file. Commit reads the file once, applies the writes in the order in
-// which they were made, and replaces the file once, or not at all where nothing differs.
+// Collects writes to one INI file. Commit applies them in the order in which they were made, by one
+// read and one replacement of the file. What was collected stays, so a failed Commit can be
+// repeated.
 class ProfileTransaction {
 public:
     ProfileTransaction(IniFiles& files, std::string path);
 
-    // As cProfile::WriteStringValue, but without trimming: the value is written as it is passed.
+    // As IniDocument::SetValue: the value is written as it is passed.
     void SetValue(std::string_view section, std::string_view key, std::string_view value);
     void DeleteValue(std::string_view section, std::string_view key);
     void DeleteSection(std::string_view section);
 
     bool IsEmpty() const { return m_writes.empty(); }
+    // One refused write refuses all.
     WriteResult Commit();
 
 private:

@@ -16,15 +16,16 @@ inline bool IsIniKey(IniLineKind kind) {
     return kind == IniLineKind::Key || kind == IniLineKind::CommentedKey;
 }
 
+// A range of bytes, without the one at `end`, in one of the texts of a document.
 struct TextSpan {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
 };
 
-// One line of a document, or several lines of prose in a row: where its bytes and its name are.
-// Where the bytes are text already, the name is a part of them; else it is in the decoded copy,
-// with the length of the value in front of it and the value behind it. A large file has many of
-// these, and fresh memory costs more than what is done with it.
+// One line of a document, or several lines of prose in a row: the places of its bytes and of its
+// name. If the bytes are UTF-8 already, the name is a range of them. Otherwise it is a range of the
+// decoded copy, with the length of the value before it and the value after it. The struct is small
+// on purpose: a large file has many lines, and for those, fresh memory costs more than the parsing.
 struct IniLine {
     TextSpan bytes;  // with the line ends
     TextSpan name;   // of a section or a key
@@ -34,7 +35,7 @@ struct IniLine {
     std::uint8_t lineEndLength : 2 = 0;    // characters, of the last line
     bool isAscii : 1 = false;              // its whole text
     bool isDecoded : 1 = false;            // the name is in the decoded copy
-    bool hasInnerMark : 1 = false;         // the value is UTF-8 behind a mark of its own
+    bool hasInnerMark : 1 = false;         // the value is UTF-8 after a mark of its own
     mutable bool repeatsName : 1 = false;  // an earlier line of the section has the same name
 };
 

@@ -1,3 +1,8 @@
+// A file is read in one pass. LineScanner looks at 64 bytes at a time and turns them into three bit
+// masks: line ends, equals signs and bytes beyond ASCII. The end of a line, its first "=" and
+// whether it needs decoding are then found by counting bits instead of looking at every byte. Most
+// lines are ASCII or UTF-8: for these nothing is copied, and the line just notes where its name is.
+
 #include "core/ini/IniParser.h"
 
 #include <algorithm>
@@ -17,7 +22,7 @@ constexpr std::uint32_t Offset(std::size_t value) {
     return static_cast<std::uint32_t>(value);
 }
 
-// The span of the section name in `text`, which begins behind the "[".
+// The name in the header `text`, which begins after the "[". A missing "]" is no error.
 std::string_view SectionNameIn(std::string_view text) {
     return TrimIniBlanks(text.substr(0, text.find(']')));
 }
@@ -39,7 +44,7 @@ std::string_view UnquoteIniValue(std::string_view value) {
 
 namespace {
 
-// What stands where among 64 bytes, one bit for each.
+// What is where among 64 bytes: bit i of each mask stands for byte i.
 struct Block {
     static constexpr std::size_t kSize = 64;
     std::uint64_t lineEnds = 0;
@@ -76,20 +81,20 @@ struct Block {
 
 }  // namespace
 
-// What one pass over a line finds: its end, its first "=" and whether it is plain ASCII.
+// What a scan of one line finds: its end, its first "=" (null if none) and whether it is all ASCII.
 struct IniParser::Scan {
     const char* end = nullptr;
     const char* equals = nullptr;
     bool isAscii = true;
 };
 
-// Scans one line after the other, and every byte once.
+// Scans one line after the other; every byte is looked at once.
 class IniParser::LineScanner {
 public:
     LineScanner(const char* from, const char* limit)
         : m_at(from), m_limit(limit), m_block(Load(from)) {}
 
-    // The line that begins at `from`, which is not before the one asked for last.
+    // The line that begins at `from`, which must not lie before the line that was asked for last.
     Scan ScanLine(const char* from) {
         Scan scan;
         for (;;) {
@@ -101,7 +106,7 @@ public:
             }
             const std::uint64_t ahead = ~std::uint64_t{0} << skipped;
             const std::uint64_t ends = m_block.lineEnds & ahead;
-            // All bits below the first line end, which are all of them where there is none.
+            // All bits below the first line end, or all bits if there is none.
             const std::uint64_t line = (ends - 1) & ~ends & ahead;
             scan.isAscii = scan.isAscii && (m_block.nonAscii & line) == 0;
             if (scan.equals == nullptr && (m_block.equals & line) != 0) {
@@ -116,7 +121,7 @@ public:
     }
 
 private:
-    // Behind the last byte stands a line end.
+    // The last block is filled up with line ends, so that the last line always has one.
     Block Load(const char* at) const {
         const auto left = static_cast<std::size_t>(m_limit - at);
         if (left >= Block::kSize) {
@@ -204,8 +209,8 @@ void IniParser::ParseUtf16Lines() {
     }
 }
 
-// By what there was since the last time: the lines of a file of short ones take many times its
-// size, and twice that where their room is doubled each time.
+// Expects as many lines per byte as since the last call. The lines of a file of short lines take
+// many times the size of the file, and doubling their memory each time would take twice that.
 void IniParser::MakeRoom(std::size_t offset) {
     std::vector<IniLine>& lines = m_document.m_lines;
     const std::size_t left = m_document.m_bytes.size() - offset;
@@ -217,8 +222,9 @@ void IniParser::MakeRoom(std::size_t offset) {
     m_countedBytes = offset;
 }
 
-// Gives the last line its place in the file and in its section. Prose in a row becomes one; but the
-// file's first line stays alone, for new lines end as it does.
+// Gives the last line its place in the file and in its section. Several lines of prose in a row
+// become one, to save memory. The first line of the file stays alone, because new lines may have to
+// end as it does.
 void IniParser::LinkLine(IniLine& line) {
     IniDocument& document = m_document;
     if (line.kind == IniLineKind::Prose && document.m_lines.size() > 2) {
@@ -290,9 +296,10 @@ std::string_view IniParser::ReadKind(IniLine& line, std::string_view text, const
     return TrimIniBlanks(trimmed.substr(0, static_cast<std::size_t>(equals - trimmed.data())));
 }
 
-// The bytes that give a line its form ("=", ";", blanks, quotes) are never second bytes of a
-// double-byte character, so the line is taken apart first and its parts are decoded one by one.
-// Only "]" can be such a byte: a header is decoded before its end is looked for.
+// The bytes that give a line its form ("=", ";", blanks, quotes) never occur as the second byte of
+// a character in a double-byte code page, so the line is taken apart first and its parts are
+// decoded. The exception is "]", which can be such a byte: a header is decoded before its "]" is
+// looked for.
 void IniParser::ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals) {
     line.isDecoded = true;
     const std::string_view name = ReadKind(line, text, equals);
@@ -331,7 +338,7 @@ void IniParser::ReadUtf16Line(IniLine& line) {
     SetNameHash(line);
 }
 
-// At once, while the name is near at hand.
+// Done here, while the name is still in the processor's cache.
 void IniParser::SetNameHash(IniLine& line) {
     if (IsIniKey(line.kind) || line.kind == IniLineKind::Section) {
         line.nameHash = IniDocument::NameHash(m_document.Text(line.name, line.isDecoded));
@@ -343,6 +350,8 @@ std::string IniParser::DecodeBytes(std::string_view bytes) const {
     return DecodeCodePage(bytes, isUtf8 ? kCodePageUtf8 : m_document.m_codePage);
 }
 
+// Layout in the pool: length of the value (4 bytes), name, value. The length is copied because the
+// place is not aligned.
 void IniParser::AppendDecoded(IniLine& line, std::string_view name, std::string_view value) {
     std::string& pool = m_document.m_decoded;
     const std::uint32_t length = Offset(value.size());

@@ -6,6 +6,7 @@
 
 namespace tamarind {
 
+// What may stand around names and values in a file. Other control characters are part of the text.
 inline bool IsIniBlank(char c) {
     return c == ' ' || c == '\t' || c == '\v';
 }
@@ -18,25 +19,27 @@ inline std::string_view TrimIniBlanks(std::string_view text) {
     }
     return text;
 }
-// The value of a line's text, between its blanks; `equals` is where its first "=" is.
+// The value in the text of a line, without the blanks around it. `equals` points to the first "="
+// of `text`.
 inline std::string_view IniValueBehind(const char* equals, std::string_view text) {
     return TrimIniBlanks(text.substr(static_cast<std::size_t>(equals + 1 - text.data())));
 }
-// Callers' names lose spaces only, unlike names in a file, which lose every kind of blank.
+// Removes the spaces around a name or value that a caller passes. Names in a file also lose tabs.
 std::string_view TrimIniSpaces(std::string_view text);
-// Without one pair of equal outer quotes, double or single.
+// Removes one pair of equal outer quotes, double or single: "'a'" in double quotes gives 'a'.
 std::string_view UnquoteIniValue(std::string_view value);
 
-// Reads lines into a document: all of a file once, and every edited line again, so that there is
-// one place that says what a line means.
+// Reads lines into a document: at first all of a file, later every edited line again, so that only
+// this class decides what a line means. It lives no longer than one such call.
 class IniParser {
 public:
     explicit IniParser(IniDocument& document) : m_document(document) {}
 
+    // Parses the bytes that the document holds. Its lines must be empty.
     void ParseFile();
 
-    // Sets kind, name, value and line end of a line from its bytes; a header's name goes into
-    // `name` as well.
+    // Sets everything but `section` and `lineEndLength` of a line from its bytes. Its place in the
+    // section and in the tables is the business of the caller.
     void ParseLine(IniLine& line);
 
 private:
@@ -45,11 +48,19 @@ private:
 
     void ParseByteLines();
     void ParseUtf16Lines();
+    // Adds a line that begins at byte `offset`.
     inline IniLine& NewLine(std::size_t offset);
+    // Reserves memory for the lines that are to be expected after byte `offset`. Kept out of line,
+    // because it is rarely called from a hot loop.
     [[gnu::noinline]] void MakeRoom(std::size_t offset);
+    // Gives the newest line its place, or joins it to the prose above it.
     void LinkLine(IniLine& line);
+    // Sets kind and name of a line in a file that is not UTF-16.
     void ReadByteLine(IniLine& line, const Scan& scan);
+    // Sets the kind and returns the name, a view into `text`; empty at its start for prose.
+    // `equals` is the first "=" of the text, or null.
     static std::string_view ReadKind(IniLine& line, std::string_view text, const char* equals);
+    // For a line that has to be decoded first: it is not ASCII and not UTF-8.
     void ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals);
     void ReadUtf16Line(IniLine& line);
     void SetNameHash(IniLine& line);
@@ -57,7 +68,8 @@ private:
     void AppendDecoded(IniLine& line, std::string_view name, std::string_view value);
 
     IniDocument& m_document;
-    std::size_t m_countedLines = 0;  // when there was room made for lines
+    // `m_lines` and the bytes read when MakeRoom was called last.
+    std::size_t m_countedLines = 0;
     std::size_t m_countedBytes = 0;
 };
 

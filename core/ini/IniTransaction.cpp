@@ -1,3 +1,15 @@
+// How a change between Read and Edit is kept. Edit calls Exchange with what was read (`onDisk`):
+//
+//   nobody wrote          Exchange succeeds, done
+//   somebody wrote before the comparison
+//                         error Changed, the file is untouched: another round reads it anew
+//   somebody wrote after the comparison
+//                         Exchange moves their text aside and reports it as `foreign`: Remember
+//                         keeps it, and the next round merges it with what is in the file and edits
+//                         the result
+//
+// A merge that is refused ends the save. Then `aside` tells the user where the other text is.
+
 #include "core/ini/IniTransaction.h"
 
 #include <algorithm>
@@ -9,7 +21,7 @@
 namespace tamarind {
 namespace {
 
-// The other program may need a moment to come to its end.
+// Gives the other program a moment to finish.
 constexpr unsigned kPauseMs = 20;
 
 }  // namespace
@@ -35,6 +47,7 @@ IniEdit MergeChanges(IniDocument& base, const IniDocument& from, const IniDocume
     return merged;
 }
 
+// The lock of the last round is released first, or this process would never let others in.
 FileError IniTransaction::Begin(const std::vector<std::string>& paths) {
     m_entries.clear();
     m_locked.clear();
@@ -84,7 +97,8 @@ IniTransaction::Entry& IniTransaction::EntryOf(const std::string& path) {
     FileContent content = m_files.Files().Read(path, FileSystem::kMaxFileBytes);
     const auto unmerged = m_unmerged.find(path);
     const bool isOwed = unmerged != m_unmerged.end();
-    // What another program wrote is not in the file any more, so the file is waited for.
+    // The text of the other program is no longer in the file, so giving up now would lose it from
+    // there: the file is waited for.
     while (content.error == FileError::InUse && isOwed && ++m_changes < kMaxRounds) {
         content = m_files.Files().Read(path, FileSystem::kMaxFileBytes);
     }
@@ -111,7 +125,7 @@ IniTransaction::Entry& IniTransaction::EntryOf(const std::string& path) {
     return m_entries[path] = std::move(entry);
 }
 
-// Brings what differs between two states of the file into `base`.
+// Applies the changes between two states of the file to `base`.
 IniEdit IniTransaction::Merge(IniDocument& base, const FileState& from, const FileState& to) const {
     const auto parsed = [this](const FileState& state) {
         return IniDocument::Parse(state.value_or(std::string()), m_files.SystemCodePage());
@@ -140,8 +154,10 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
         ReplaceResult replaced =
             m_files.Files().Exchange(path, bytes, entry.onDisk, isFirst ? m_backup : Backup::No);
         written.result.error = replaced.error;
+        // As in EntryOf: a text of another program still has to get into the file.
         const bool mayPass = replaced.error == FileError::InUse && m_unmerged.contains(path);
         written.isAgain = replaced.foreign || replaced.error == FileError::Changed || mayPass;
+        // Nothing was replaced, so no backup was made; the next round makes it.
         if (replaced.error != FileError::None && !replaced.foreign) {
             m_isBackedUp[path] = !isFirst;
         }
@@ -164,7 +180,7 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
     return written;
 }
 
-// What they hold is in the file by now.
+// To be called when the file holds everything that these backups hold.
 void IniTransaction::DeleteFormer(const std::string& path) {
     const auto unmerged = m_unmerged.find(path);
     if (unmerged != m_unmerged.end()) {
@@ -175,11 +191,12 @@ void IniTransaction::DeleteFormer(const std::string& path) {
     }
 }
 
-// Of several texts of another program the last one stays among the backups. Those before it are in
-// what was written this time; where nothing was, they wait.
+// If another program comes in between several times, only its last text stays among the backups.
+// The earlier ones are part of what was written this time; if nothing was written, they are kept.
 void IniTransaction::Remember(const std::string& path, const Entry& entry, const FileState& written,
                               ReplaceResult&& replaced) {
-    // What is just the file as it was read is a backup like any other.
+    // If their text is just the file as it was read, it is a backup like any other, not one to
+    // report.
     const bool isTheirs = replaced.foreign != entry.onDisk;
     Unmerged next;
     next.base = *replaced.foreign;

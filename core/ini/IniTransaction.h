@@ -10,58 +10,67 @@
 
 namespace tamarind {
 
-// One save over INI files that other programs may write at the same time. It goes in rounds: Begin
-// keeps other copies of this program away, Read reads each file once, Edit replaces exactly what
-// was read. Where another program was faster, Edit asks for another round, which begins with what
-// that program wrote. Nothing is held between rounds, so questions to the user belong there.
+// One save over several INI files that other programs may write at the same time. It goes in
+// rounds:
+//
+//   do {
+//       Begin(paths)               keeps other copies of this program away
+//       Read(path)                 reads each file once per round
+//       Edit(path, edit)           replaces exactly what was read
+//   } while (some Edit said isAgain);
+//
+// If another program has changed a file between Read and Edit, the next round begins with what that
+// program wrote, so that nobody's changes are lost. No lock is held between rounds: questions to
+// the user belong there, after Pause. Used by SettingsWriter, WriteDescriptions and EditIniFile.
 class IniTransaction {
 public:
-    // Rounds that end with a file that has changed again, before Begin gives up.
+    // After this many rounds that ended with a file that had changed again, Begin gives up.
     static constexpr int kMaxRounds = 5;
 
-    // With a backup the state of each file before the first edit is kept.
+    // With Backup::Yes the state of each file before its first edit becomes a backup.
     IniTransaction(IniFiles& files, Backup backup) : m_files(files), m_backup(backup) {}
 
-    // Begins a round on these files and forgets what the round before has read. InUse: another copy
-    // of the program has one of them; KeepsChanging: another program writes them again and again.
+    // Begins a round on these files and forgets what the last one has read. InUse: another copy of
+    // the program has one of the files for too long. KeepsChanging: after kMaxRounds.
     FileError Begin(const std::vector<std::string>& paths);
 
-    // Whether the round keeps other copies of the program away from all of these files.
+    // Whether this round has locked all of these files.
     bool Holds(const std::vector<std::string>& paths) const;
 
-    // The file as this round has read it, or as Edit has left it.
+    // The file as this round has read it, or as Edit has left it. Errors are in the snapshot.
     IniSnapshot Read(const std::string& path);
 
-    // Makes a missing file of these bytes rather than of nothing.
+    // If the file is missing, it is made from these bytes instead of from an empty file.
     void MakeFrom(const std::string& path, std::string bytes);
 
-    // Changes the file and replaces it, or leaves it where nothing differs. With isAgain it has
-    // been changed by another program, or is held by one whose text is aside; nothing is lost, and
-    // another round is needed.
+    // Lets `edit` change the file and replaces it, or leaves it if nothing differs. With `isAgain`
+    // another program has changed the file, or holds it open while its own text waits in a backup;
+    // nothing is lost, and another round is needed. `result` is final if `isAgain` is false.
     struct Written {
         WriteResult result;
         bool isAgain = false;
     };
     Written Edit(const std::string& path, const std::function<IniEdit(IniDocument&)>& edit);
 
-    // The backups with texts of another program that have not been brought together with ours yet,
-    // with commas between them; empty for none.
+    // Paths of the backups with another program's text that was not merged into the file yet,
+    // separated by commas; empty if there are none.
     std::string AsideOf(const std::string& path) const;
 
-    // Gives the files back before a question is asked; rounds are counted anew from here.
+    // Unlocks the files before a question to the user, and counts rounds from zero again.
     void Pause();
 
 private:
-    // A file in this round.
+    // A file as this round has read it.
     struct Entry {
         FileError error = FileError::None;
-        IniEdit refused = IniEdit::Unchanged;  // why two texts could not be brought together
+        IniEdit refused = IniEdit::Unchanged;  // why two texts could not be merged
         FileState onDisk;
         std::shared_ptr<const IniDocument> document;  // what is edited
         bool isSettled = true;
     };
-    // A replacement that another program has come in between: what is to be edited next instead of
-    // the file, and what the file was left with then.
+    // What another program has written in the middle of a replacement. It was found in the file
+    // that was moved aside, so it has to be merged into the next edit: the round edits `base`, plus
+    // what has changed in the file since it held `written`.
     struct Unmerged {
         std::string base;
         FileState written;
@@ -70,9 +79,11 @@ private:
         IniEdit refused = IniEdit::Unchanged;  // why `base` lacks something
     };
 
+    // Reads the file on the first call in a round.
     Entry& EntryOf(const std::string& path);
     IniEdit Merge(IniDocument& base, const FileState& from, const FileState& to) const;
     void DeleteFormer(const std::string& path);
+    // Notes an Unmerged for the next round. `written` is what the file was left with.
     void Remember(const std::string& path, const Entry& entry, const FileState& written,
                   ReplaceResult&& replaced);
 
@@ -87,9 +98,12 @@ private:
     int m_changes = 0;
 };
 
-// Brings what differs between two states of a file into a third: keys that `to` has and `from` has
-// not, or has with another value, are set, and keys that `to` has no more are deleted. Comments and
-// order stay those of `base`. Refused where `base` cannot take one of them; it then has the others.
+// Three-way merge: applies the changes between `from` and `to` to `base`. Keys that `to` has and
+// `from` has not, or has with another value, are set; keys that only `from` has are deleted.
+// Comments and order of `base` stay. If `base` cannot take one of the changes, the result is why,
+// and it has all the others. Example:
+//
+//   from: a=1 b=1    to: a=2 b=1 c=1    base: a=1 b=5    gives    a=2 b=5 c=1
 IniEdit MergeChanges(IniDocument& base, const IniDocument& from, const IniDocument& to);
 
 }  // namespace tamarind

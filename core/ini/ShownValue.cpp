@@ -5,7 +5,7 @@
 namespace tamarind {
 namespace {
 
-// Readers take away blanks first, and then one pair of quotes.
+// Readers remove outer blanks first and then one pair of quotes: one pair more protects both.
 std::string WithSafeQuotes(std::string_view value) {
     const bool wouldBeStripped = TrimIniBlanks(value) != value || UnquoteIniValue(value) != value;
     const std::string quote = wouldBeStripped ? "\"" : "";

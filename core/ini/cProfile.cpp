@@ -18,8 +18,8 @@ std::string_view WithoutTrailingSpaces(std::string_view text) {
     return text;
 }
 
-// Makes a list as the properties show it and gives the index of its last entry. Entries of length
-// zero stay in the list without being counted.
+// Fills a list as its users see it, with an empty entry at its end, and returns the index of the
+// last entry. Empty entries stay in the list but are not counted.
 template <typename Entries>
 std::int32_t FillList(std::vector<std::string>& list, const Entries& entries) {
     list.assign(entries.begin(), entries.end());

@@ -9,32 +9,34 @@
 
 namespace tamarind {
 
-// The program's way to every INI file. Reads go through a receive buffer of a size in characters
-// (UTF-16 code units): a value is cut to size - 1 of them, a list to size - 2. The list operations
-// fill the list that the property of the same name reads; it holds until the next such call.
+// Values and lists of INI files by path, with the limits of the Windows functions for INI files: a
+// read goes through a receive buffer of a size in characters (UTF-16 code units), which cuts a
+// value to size - 1 of them and a list to size - 2. The list operations fill the list that the
+// function of the same name reads; it holds until the next such call. Code that has a document at
+// hand uses the free functions below.
 class cProfile {
 public:
     static constexpr std::size_t kBufferSize = 4096;
 
     explicit cProfile(IniFiles& files) : m_files(files) {}
 
-    // The value, or the default with its trailing spaces cut where file, section or key are
-    // missing.
+    // The value, or the default without its trailing spaces if file, section or key is missing.
     std::string ReadStringValue(std::string_view lpSectionName, std::string_view lpKeyName,
                                 std::string_view lpDefaultValue, const std::string& lpFileName,
                                 std::size_t lpMaxBufferSize = kBufferSize);
 
-    // The LeadingNumber of what ReadStringValue gives.
+    // The LeadingNumber of what ReadStringValue returns.
     double ReadIntegerValue(std::string_view lpSectionName, std::string_view lpKeyName,
                             std::string_view lpDefaultValue, const std::string& lpFileName,
                             std::size_t lpMaxBufferSize = kBufferSize);
 
-    // Writes the value without the spaces around it, in double quotes if asked; the
-    // MissingValueMarker is never written.
+    // Writes the value without the spaces around it, in double quotes if `blnAddQuotation`. The
+    // MissingValueMarker is not written, which counts as success.
     WriteResult WriteStringValue(std::string_view lpSectionName, std::string_view lpKeyName,
                                  std::string_view lpValue, const std::string& lpFileName,
                                  bool blnAddQuotation = false);
 
+    // The number, or a text that holds one; the spaces around it are removed.
     WriteResult WriteIntegerValue(std::string_view lpSectionName, std::string_view lpKeyName,
                                   std::int32_t lpValue, const std::string& lpFileName);
     WriteResult WriteIntegerValue(std::string_view lpSectionName, std::string_view lpKeyName,
@@ -46,6 +48,8 @@ public:
     WriteResult DeleteValue(std::string_view lpSectionName, std::string_view lpKeyName,
                             const std::string& lpFileName);
 
+    // Names of the sections; "name=value" of the keys of one section, without lines that begin with
+    // ";"; and the names of its active keys. A missing file or section gives an empty list.
     void ReadFileSectionsName(const std::string& lpFileName,
                               std::size_t lpMaxBufferSize = kBufferSize);
     void ReadSectionKeysNameAndValue(std::string_view lpSectionName, const std::string& lpFileName,
@@ -53,15 +57,16 @@ public:
     void ReadSectionKeysNameOnly(std::string_view lpSectionName, const std::string& lpFileName,
                                  std::size_t lpMaxBufferSize = kBufferSize);
 
-    // Entry `Index` of a list; one empty entry follows the last. Beyond it: std::out_of_range.
+    // Entry `Index` of a list, from 0; one empty entry follows the last. Throws std::out_of_range
+    // beyond it.
     const std::string& FileSectionsNameList(std::int32_t Index) const;
     const std::string& SectionKeysNameAndValueList(std::int32_t Index) const;
     const std::string& SectionKeysNameOnlyList(std::int32_t Index) const;
 
-    // Ascending by character code.
+    // Ascending by UTF-16 code units, case-sensitive.
     void SortKeysNameOnlyList();
 
-    // Index of the last entry, which is one less than their number; -1 for none.
+    // Index of the last entry, that is their number less one; -1 for an empty list.
     std::int32_t FileSectionsNameCount = -1;
     std::int32_t SectionKeysNameAndValueCount = -1;
     std::int32_t SectionKeysNameOnlyCount = -1;
@@ -73,27 +78,28 @@ private:
     std::vector<std::string> m_keyNames;
 };
 
-// The same reads as values, on a snapshot: what a buffer of `bufferSize` characters takes of a
-// value, and of a list. A list ends early when the buffer is full; its last entry may be cut.
+// What a buffer of `bufferSize` characters takes of a value, and of the section names of a
+// document. A list ends early when the buffer is full, and its last entry may be cut. The views
+// belong to the argument.
 std::string_view CutToBuffer(std::string_view value,
                              std::size_t bufferSize = cProfile::kBufferSize);
 std::vector<std::string_view> SectionNames(const IniDocument& document,
                                            std::size_t bufferSize = cProfile::kBufferSize);
 
-// Walks the key lines of a section as far as the buffer takes their names: calls
-// `visit(line, name)` with the line and its name, which is cut where the buffer ends within it.
+// Walks the active keys of a section as far as a buffer takes their names. Calls `visit(line,
+// name)`; `name` is shorter than that of the line if the buffer ends within it.
 template <typename Visit>
 void ForEachKey(const IniDocument& document, IniDocument::SectionId section, Visit visit,
                 std::size_t bufferSize = cProfile::kBufferSize);
 
-// Takes entries for a list buffer: gives back what of an entry fits.
+// Measures what fits into a list buffer, entry by entry; it stores nothing.
 class ListBuffer {
 public:
     explicit ListBuffer(std::size_t bufferSize) : m_room(bufferSize > 2 ? bufferSize - 2 : 0) {}
 
-    // Nothing once the buffer is full.
+    // The remaining entries would come out empty.
     bool IsFull() const { return m_room == 0; }
-    // `units` is its length in UTF-16 units.
+    // The part of the next entry that fits. `units` is the length of the entry in UTF-16 units.
     std::string_view Take(std::string_view entry, std::size_t units);
 
 private:

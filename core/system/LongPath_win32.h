@@ -8,7 +8,8 @@
 
 namespace tamarind {
 
-// The absolute form of a path, without "/", "." and "..".
+// The absolute form of a path, with backslashes only and without "." and "..". The path as it is if
+// Windows cannot say.
 inline std::wstring FullPath(const std::string& path) {
     const std::wstring wide = Widen(path);
     std::wstring full(wide.size() + MAX_PATH, L'\0');
@@ -21,7 +22,11 @@ inline std::wstring FullPath(const std::string& path) {
     return length == 0 ? wide : full;
 }
 
-// The usual form of a path that the system gives back in the form for any length.
+// The usual form of a path with the prefix for long paths:
+//
+//   \\?\C:\a                 C:\a
+//   \\?\UNC\server\share     \\server\share
+//   \\?\Volume{...}\a        unchanged: it has no other form
 inline std::wstring PlainPath(const std::wstring& path) {
     if (path.compare(0, 8, L"\\\\?\\UNC\\") == 0) {
         return L"\\\\" + path.substr(8);
@@ -30,8 +35,9 @@ inline std::wstring PlainPath(const std::wstring& path) {
     return hasDrive ? path.substr(4) : path;
 }
 
-// The form in which the system takes a path of any length. Short paths stay as they are; the
-// limit for folders is twelve characters lower than that for files.
+// The form in which Windows takes a path of any length, in UTF-16. Short paths stay as they are.
+// The limit for creating folders is twelve characters lower than that for files, so that a name of
+// the form 8.3 still fits (Microsoft: CreateDirectoryW).
 inline std::wstring LongPath(const std::string& path) {
     constexpr std::size_t kLongestShortPath = MAX_PATH - 13;
     std::wstring full = FullPath(path);

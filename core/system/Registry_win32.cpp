@@ -5,7 +5,7 @@
 namespace tamarind {
 namespace {
 
-// The predefined handles are sign-extended 32-bit numbers.
+// Predefined handles are 32-bit numbers that are sign-extended to the size of a handle.
 HKEY RootHandle(std::uint32_t root) {
     return reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<std::int32_t>(root)));
 }
@@ -23,6 +23,7 @@ std::optional<RegistryValue> SystemRegistry::Query(std::uint32_t root, const std
         return std::nullopt;
     }
     const std::wstring name = Widen(valueName);
+    // The first call asks for the size only.
     RegistryValue value;
     DWORD type = 0;
     DWORD size = 0;

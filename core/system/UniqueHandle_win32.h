@@ -8,6 +8,8 @@ namespace tamarind {
 
 // Owns a Windows handle. `Policy` has the handle's `Type`, its `kInvalid` value and `Close`.
 template <typename Policy>
+// Owns a Windows handle and closes it. `Policy` has the `Type` of the handle, the value `Invalid()`
+// that stands for none, and `Close`.
 class UniqueHandle {
 public:
     using Type = typename Policy::Type;
@@ -27,6 +29,7 @@ public:
     Type Get() const { return m_handle; }
     explicit operator bool() const { return m_handle != Policy::Invalid(); }
 
+    // Closes what was owned and takes over `handle`.
     void Reset(Type handle = Policy::Invalid()) {
         if (m_handle != Policy::Invalid()) {
             Policy::Close(m_handle);
@@ -34,9 +37,10 @@ public:
         m_handle = handle;
     }
 
+    // Gives the handle up; the caller has to close it.
     Type Release() { return std::exchange(m_handle, Policy::Invalid()); }
 
-    // For functions that fill in a handle; what was owned before is closed.
+    // For functions that fill in a handle. What was owned before is closed.
     Type* Put() {
         Reset();
         return &m_handle;
@@ -46,6 +50,7 @@ private:
     Type m_handle = Policy::Invalid();
 };
 
+// What CreateFileW returns.
 struct FileHandlePolicy {
     using Type = HANDLE;
     static Type Invalid() { return INVALID_HANDLE_VALUE; }
@@ -53,7 +58,7 @@ struct FileHandlePolicy {
 };
 using UniqueFile = UniqueHandle<FileHandlePolicy>;
 
-// Mutexes, processes and the like, which are null where files are INVALID_HANDLE_VALUE.
+// Mutexes, processes and the like, for which "none" is null instead of INVALID_HANDLE_VALUE.
 struct ObjectHandlePolicy {
     using Type = HANDLE;
     static Type Invalid() { return nullptr; }
@@ -61,6 +66,7 @@ struct ObjectHandlePolicy {
 };
 using UniqueObject = UniqueHandle<ObjectHandlePolicy>;
 
+// What FindFirstFileW returns; it needs a close function of its own.
 struct SearchHandlePolicy {
     using Type = HANDLE;
     static Type Invalid() { return INVALID_HANDLE_VALUE; }

@@ -15,7 +15,8 @@ struct RegistryPath {
     std::string subkey;
 };
 
-// The numbers are those of the predefined handles in the Windows headers.
+// The numbers are those of the predefined handles (Microsoft: winreg.h). An unknown root gives 0,
+// under which nothing is found.
 RegistryPath Split(const std::string& path) {
     struct Root {
         std::string_view name;

@@ -1,3 +1,7 @@
+// Searches 16 places at a time with SSE2, which every 64-bit processor has. A place is a candidate
+// if the first and the last character of the needle are there; only candidates are compared as a
+// whole. The last places of the text, too few for a block, are compared one by one.
+
 #include "core/text/AsciiSearch.h"
 
 #include <emmintrin.h>
@@ -13,7 +17,7 @@ bool IsLetter(char c) {
     return c >= 'a' && c <= 'z';
 }
 
-// The bit that tells a letter's two cases apart; none for other characters.
+// The bit that differs between the two cases of a letter; 0 for other characters.
 char CaseBit(char c) {
     return IsLetter(c) ? 0x20 : 0;
 }
@@ -31,8 +35,8 @@ __m128i Load(const char* text) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
 }
 
-// Compares one character of the needle with sixteen of the text at once; all bits of a place that
-// has it are set.
+// Compares one character of the needle with 16 characters of the text at once. All bits of a byte
+// of the result are set where they are equal.
 class WideCharacter {
 public:
     explicit WideCharacter(char c)
@@ -63,7 +67,7 @@ std::size_t FindAsciiIgnoreCase(std::string_view text, std::string_view needle, 
     };
     std::size_t at = from;
     while (at + kBlock <= places) {
-        // Four blocks without any are passed over with one look.
+        // Four blocks without a candidate are skipped together.
         for (; at + 4 * kBlock <= places; at += 4 * kBlock) {
             const char* const here = text.data() + at;
             const __m128i any =

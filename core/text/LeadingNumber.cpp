@@ -30,7 +30,8 @@ double PrefixedNumber(std::string_view digits, int base) {
     return number;
 }
 
-// Length of the longest start of `text` that is a decimal number.
+// Length of the longest prefix of `text` that is a decimal number. An "e" without digits after it
+// does not belong to the number.
 std::size_t DecimalLength(std::string_view text) {
     std::size_t at = 0;
     const auto skipDigits = [&] {
@@ -67,6 +68,7 @@ std::size_t DecimalLength(std::string_view text) {
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
+    // One digit is by far the most frequent value.
     if (text.size() == 1) {
         // By far the most frequent value; a longer one is worth a closer look.
         return IsDigit(text[0]) ? text[0] - '0' : 0;

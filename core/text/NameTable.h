@@ -11,22 +11,25 @@
 
 namespace tamarind {
 
-// Finds numbers by their names: an open-addressed table. What belongs to a number is asked of the
-// table's owner: `names` has Name(number) and Hash(number), which is the HashOf that. Whatever the
-// names are, none takes long to find: where too many stand in a row the table becomes a tree.
+// Finds numbers by names that compare by EqualsIgnoreCase: a hash table with open addressing that
+// stores nothing but the numbers. The names stay with the owner of the table, who passes `names` to
+// each call; it has Name(number) and Hash(number), the HashOf that name.
+//
+// No choice of names can make it slow: the hash has a random seed, and if too many used slots
+// follow each other all the same, the table becomes a tree.
 class NameTable {
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    // The same for names that compare equal, and for a name with a ";" in front of it.
+    // Equal for names that compare equal, and for a name with and without a ";" before it.
     static std::uint32_t HashOf(std::string_view name) {
         return TableHashIgnoreCase(WithoutComment(name));
     }
 
-    // Empties the table and makes room for `count` names, which it needs before all else.
+    // Empties the table and makes room for `count` names. To be called before anything else.
     void Reset(std::size_t count);
     bool IsMade() const { return !m_slots.empty(); }
-    // Whether it is to be reset before another name comes.
+    // Whether the table has to be Reset, with all of its names, before another name is added.
     bool IsCrowded() const { return !m_isTree && 4 * (m_used + 1) > 3 * m_slots.size(); }
 
     // The number of the name, or kNone.
@@ -40,6 +43,8 @@ public:
     // The first number that `isIt` accepts of those of the hash, which are those of the name with
     // and without a ";" and others by chance; or kNone.
     template <typename Names, typename IsIt>
+    // The first number with this hash that `isIt(number)` accepts, or kNone. Those are the numbers
+    // of the name with and without a ";", and by chance others.
     std::uint32_t FindForm(Names names, std::uint32_t hash, std::string_view name, IsIt isIt) {
         return Place(
             names, hash, [name] { return name; }, isIt);
@@ -47,6 +52,7 @@ public:
 
     // Makes the number that of its name; gives the number that the name had, or kNone.
     template <typename Names>
+    // Makes `number` the one of its name. Returns the number that the name had before, or kNone.
     std::uint32_t Put(Names names, std::uint32_t number) {
         std::uint32_t& place = PlaceOf(names, number);
         const std::uint32_t former = place;
@@ -61,13 +67,14 @@ public:
 
     // Takes away a name that the table has.
     template <typename Names>
+    // Removes the name of `number`, which must be in the table.
     void Erase(Names names, std::uint32_t number) {
         PlaceOf(names, number) = kErased;
     }
 
 private:
     static constexpr std::uint32_t kErased = kNone - 1;
-    // By chance a row is as long in one of a million tables that are large and crowded.
+    // In a large and crowded table a row gets this long by chance once in a million tables.
     static constexpr std::size_t kLongestRow = 512;
 
     static std::string_view WithoutComment(std::string_view name) {
@@ -87,6 +94,9 @@ private:
     // where they are needed: they are not near at hand. Nothing here is passed by its address,
     // which would keep it in memory instead of in the processor.
     template <typename Names, typename NameOf, typename IsIt>
+    // The slot of the first number that `isIt` accepts, or an empty one. `nameOf` is called only if
+    // the name is needed, because names are not in the cache. Everything is passed by value: an
+    // address would keep it in memory instead of in registers.
     std::uint32_t& Place(Names names, std::uint32_t hash, NameOf nameOf, IsIt isIt) {
         if (!m_isTree) {
             const std::size_t mask = m_slots.size() - 1;
@@ -124,6 +134,7 @@ private:
         m_isTree = true;
     }
 
+    // Its size is a power of two.
     std::vector<std::uint32_t> m_slots;  // a power of two, at most three quarters of them used
     std::size_t m_used = 0;              // erased ones included
     bool m_isTree = false;

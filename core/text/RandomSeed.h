@@ -4,7 +4,7 @@
 
 namespace tamarind {
 
-// A number that nobody can know before.
+// A number that cannot be predicted, for the seed of hash tables. Not for cryptography.
 std::uint64_t RandomSeed();
 
 }  // namespace tamarind

@@ -4,8 +4,9 @@
 
 namespace tamarind {
 
-// RtlGenRandom has no other name and no import library. Clock and addresses, which are at random
-// as well, have to do where it is missing.
+// RtlGenRandom is exported as SystemFunction036 and has no import library (Microsoft:
+// RtlGenRandom). If it is missing, clocks, process number and an address, which is random as well,
+// have to do.
 std::uint64_t RandomSeed() {
     LARGE_INTEGER ticks;
     FILETIME now;

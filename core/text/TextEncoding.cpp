@@ -26,7 +26,8 @@ std::string_view MarkBytes(FileMark mark) {
     return {};
 }
 
-// The pairs are those that the Windows documentation lists for TranslateCharsetInfo.
+// Source: Microsoft, the character sets (ANSI_CHARSET, SHIFTJIS_CHARSET, ...) of
+// TranslateCharsetInfo.
 CodePage CodePageOfCharset(int charset) {
     switch (charset) {
         case 0:

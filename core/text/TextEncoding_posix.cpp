@@ -7,6 +7,7 @@
 namespace tamarind {
 namespace {
 
+// Owns an iconv handle.
 class Converter {
 public:
     Converter(const std::string& to, const std::string& from)
@@ -21,7 +22,7 @@ public:
 
     bool IsOpen() const { return m_handle != reinterpret_cast<iconv_t>(-1); }
 
-    // Converts as far as it can; `bytes` is left with what could not be converted.
+    // Converts as far as it can. `bytes` keeps the part that could not be converted.
     std::string Convert(std::string_view& bytes) {
         std::string result;
         char buffer[1024];

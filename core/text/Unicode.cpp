@@ -14,6 +14,7 @@ namespace {
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr std::uint64_t kHighBits = 0x8080808080808080U;
 
+// Maps the code points first, first + stride, ... last by adding `distance`.
 struct CaseRow {
     char16_t first;
     char16_t last;
@@ -28,6 +29,7 @@ constexpr CaseRow kLowerCaseRows[] = {
 #include "core/text/UnicodeLowerCase.inc"
 };
 
+// `rows` are sorted. Code points in none of them stay as they are.
 char32_t MapCase(std::span<const CaseRow> rows, char32_t codePoint) {
     const auto row = std::lower_bound(rows.begin(), rows.end(), codePoint,
                                       [](const CaseRow& r, char32_t c) { return r.last < c; });
@@ -40,7 +42,7 @@ char32_t MapCase(std::span<const CaseRow> rows, char32_t codePoint) {
                : codePoint;
 }
 
-// Hashes that are stored or leave the process depend on it.
+// The hashes that are stored or used between processes depend on the byte order.
 static_assert(std::endian::native == std::endian::little);
 
 std::uint64_t Load8(const char* bytes) {
@@ -59,8 +61,8 @@ std::uint64_t Load4(const char* bytes) {
     return word;
 }
 
-// The last bytes of a text, at most eight and at least those that do not fill a word of eight: of a
-// longer text some are read twice, which is faster than reading the rest byte by byte.
+// The last bytes of a text, up to eight, as one word; at least those that do not fill a word of
+// eight. Of a longer text some are read twice, which is faster than reading the rest byte by byte.
 std::uint64_t LoadEnd(std::string_view text) {
     const char* const begin = text.data();
     const char* const end = begin + text.size();
@@ -79,18 +81,22 @@ std::uint64_t LoadEnd(std::string_view text) {
 // Upper-cases the ASCII letters among eight bytes at once; other bytes stay.
 std::uint64_t FoldAscii8(std::uint64_t word) {
     const std::uint64_t low7 = word & ~kHighBits;
+    // The high bit of each byte of a sum says whether the byte was at least "a", or beyond "z".
     const std::uint64_t atLeastA = low7 + 0x1F1F1F1F1F1F1F1FU;
     const std::uint64_t beyondZ = low7 + 0x0505050505050505U;
     const std::uint64_t isLower = (atLeastA ^ beyondZ) & kHighBits & ~word;
     return word - (isLower >> 2);
 }
 
+// One step of a hash: multiplication by 2^64 divided by the golden ratio, then a shift that brings
+// high bits down.
 std::uint64_t Mix(std::uint64_t hash, std::uint64_t word) {
     hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
     return hash ^ (hash >> 29);
 }
 
-// Takes words of eight bytes, and is the same for ever.
+// Takes words of eight bytes. Its results must never change: they are stored and known to other
+// versions of the program.
 class StableHash {
 public:
     explicit StableHash(std::size_t size) : m_hash(0xCBF29CE484222325U ^ size) {}
@@ -101,8 +107,8 @@ private:
     std::uint64_t m_hash;
 };
 
-// What a TableHash does to each word; the words behind the first ones have their keys made each
-// time.
+// The keys that a TableHash uses, one for each word of a text. Those beyond the first 16 words are
+// computed each time.
 struct TableKeys {
     static constexpr std::size_t kKept = 16;
     explicit TableKeys(std::uint64_t newSeed) : seed(newSeed), ofSize(OfWord(~std::size_t{0})) {
@@ -117,15 +123,16 @@ struct TableKeys {
     std::uint64_t ofWords[kKept];
 };
 
+// Made on the first call, for the life of the process.
 TableKeys& ProcessKeys() {
     static TableKeys keys(RandomSeed());
     return keys;
 }
 
-// Takes words of eight bytes. Each meets a key of its own in a product of its two halves: that two
-// texts have the same sum is as rare for the worst pair as for any other, if the keys are not known
-// (the NH family of hashes). A chain of Mix has differences of texts that cancel out with half of
-// all seeds.
+// A hash of the NH family: each word meets a key of its own, in a product of its two halves. As
+// long as the keys are secret, no pair of texts has the same sum more often than any other, so
+// nobody can choose names that collide. A chain of Mix would not do: some differences of texts
+// cancel out with half of all seeds.
 class TableHash {
 public:
     explicit TableHash(std::size_t size) : m_keys(ProcessKeys()), m_sum(size * m_keys.ofSize) {}
@@ -146,7 +153,7 @@ protected:
     std::size_t m_words = 0;
 };
 
-// The same for texts that have more words than there are keys in store.
+// The same for texts that have more words than there are stored keys.
 class LongTableHash : public TableHash {
 public:
     using TableHash::TableHash;
@@ -155,6 +162,8 @@ public:
 
 // `again` is called for a text that is not in upper case.
 template <typename Hash, typename Again>
+// Hashes the text as if in upper case. ASCII letters are folded on the fly. Another text that is
+// not in upper case yet is converted first, and `again` is called for the result.
 std::uint64_t HashFolded(std::string_view text, const Again& again) {
     const char* bytes = text.data();
     std::size_t left = text.size();

@@ -7,7 +7,7 @@
 
 namespace tamarind {
 
-// Text for the W functions of Windows and back.
+// Text for the W functions of Windows, and from them. Malformed text becomes U+FFFD.
 inline std::wstring Widen(std::string_view text) {
     const std::u16string units = Utf16FromUtf8(text);
     return {units.begin(), units.end()};

@@ -9,7 +9,7 @@ namespace {
 constexpr std::string_view kTargetSectionName = "TargetIniFile";
 constexpr std::string_view kCategoryTarget = "CategoryTargetSection";
 
-// Adds the keys of one category; false when the store is full.
+// Adds the keys of one category. False if the store is full.
 bool LoadCategory(const IniDocument& dataFile, std::string_view category,
                   const std::function<void()>& advance, KeyStore& store) {
     const auto section = dataFile.FindSection(category);
@@ -25,12 +25,13 @@ bool LoadCategory(const IniDocument& dataFile, std::string_view category,
             return;
         }
         advance();
-        // Names that differ are not read, which takes longer than all else here.
+        // Names with another hash need not be read, which would take longer than everything else
+        // here.
         if (dataFile.NameHash(line) == targetHash && EqualsIgnoreCase(name, kCategoryTarget)) {
             return;
         }
-        // A name that the list's buffer cut may be another key's, or nobody's; of a repeated one
-        // the first line counts.
+        // A name that was cut by the buffer may be that of another key, or of none. Of a repeated
+        // name the first line counts.
         const bool isPlain =
             name.size() == dataFile.KeyName(line).size() && !dataFile.IsRepeated(line);
         fits = isPlain ? store.Add(line) : store.AddNamed(name, dataFile.FindKey(*section, name));

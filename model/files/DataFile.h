@@ -12,12 +12,19 @@
 
 namespace tamarind {
 
-// Which of Total Commander's settings files a data file describes.
+// The kind of settings file that a data file describes. A data file is an INI file itself:
+//
+//   [TargetIniFile]
+//   Wcx_ftp=0                            0: keys of Wincmd.ini, otherwise of Wcx_ftp.ini
+//   [Layout]                             a category; a name that begins with "/" is a heading
+//   CategoryTargetSection=Layout         the section of the settings that its keys are in
+//   ButtonBar=1///Shows the button bar   key, default value, separator, description
 enum class SettingsTarget { Wincmd, WcxFtp };
 
+// Wincmd unless the file says otherwise.
 SettingsTarget GetDataFileTarget(const IniDocument& dataFile);
 
-// A node of the category tree below its root.
+// A node of the category tree below its root. Views belong to the data file.
 struct CategoryNode {
     std::uint32_t position = 0;  // among all sections of the file; its key is "Key_" and this
     std::string_view tag;        // the section's whole name
@@ -25,16 +32,17 @@ struct CategoryNode {
     std::string_view Text() const { return IsHeading() ? tag.substr(1) : tag; }
 };
 
-// The categories in the order of the file; the target section is none.
+// The categories in the order of the file, as far as a list buffer takes their names. The target
+// section is not one of them.
 std::vector<CategoryNode> ReadCategories(const IniDocument& dataFile);
 
-// Fills the store with every key of the data file; `noDescription` stands where an entry has no
-// description. `advance` is called before each key. Returns false
-// when there are more keys than the store takes; the first ones are in it then.
+// Fills the store with every key of the data file. `noDescription` stands where an entry has no
+// description; `advance` is called before each key. Categories without a target section have no
+// keys. Returns false if there are more keys than the store takes; it then has the first ones.
 bool LoadDataFile(std::shared_ptr<const IniDocument> dataFile, std::string noDescription,
                   const std::function<void()>& advance, KeyStore& store);
 
-// A stored description with its line breaks (CR LF) instead of "@".
+// A stored description with its line breaks ("@") as CR LF, as an edit control shows them.
 std::string DescriptionForDisplay(std::string_view stored);
 
 }  // namespace tamarind

@@ -8,12 +8,14 @@
 namespace tamarind {
 namespace {
 
+// The entry of a key in a data file: default value, separator, description.
 IniEdit WriteEntry(const KeyRecord& record, IniDocument& file) {
     std::string entry(record.defaultValue);
     entry.append(kEntrySeparator).append(record.description);
     return WriteExactValue(file, record.category, record.keyName, entry);
 }
 
+// Calls `visit` with each key whose description waits to be written.
 template <typename Visit>
 void ForEachPending(const KeyStore& store, Visit visit) {
     for (const auto& own : store.OwnDescriptions()) {
@@ -48,7 +50,7 @@ std::string StoredDescription(std::string_view text) {
 
 std::size_t MaxDescriptionUnits(const KeyStore& store, KeyNumber key) {
     const std::string_view value = store.Record(key).defaultValue;
-    // A slash at its end would be taken for the first of the three behind it.
+    // A "/" at the end of the value would become the first "/" of the separator.
     const bool isClear = value.empty() || value.back() != '/';
     const std::size_t used = Utf16Length(value) + kEntrySeparator.size() + 1;
     return store.CanDescribe(key) && isClear && used < cProfile::kBufferSize
@@ -75,7 +77,8 @@ DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std:
             if (!mayWrite()) {
                 return {{}, true};
             }
-            known = now.document;  // the answer is about this state
+            // The user's answer was about this state.
+            known = now.document;
             continue;
         }
         const IniTransaction::Written written = transaction.Edit(

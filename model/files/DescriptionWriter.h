@@ -10,21 +10,24 @@
 
 namespace tamarind {
 
-// The text of a description box in the form that data files have it in: one line, each CR a "@".
+// The text of a description box as data files store it: in one line, with "@" for each CR and
+// nothing for each LF.
 std::string StoredDescription(std::string_view text);
 
-// How long a key's description may become for its entry to be read as a whole again, in UTF-16
-// units; 0 for a key whose entry can not be rewritten.
+// The greatest length in UTF-16 units of a description of this key, so that its entry can still be
+// read as a whole; 0 if the entry cannot be rewritten.
 std::size_t MaxDescriptionUnits(const KeyStore& store, KeyNumber key);
 
-// Writes every description that waits into the data file, each with the default value that its
-// entry was loaded with. On a failure the file stays as it was and they still wait. `known` is the
-// file as it was read or written last, and is brought up to date; where it holds something else by
-// now, `mayWrite` is asked, with no file held. A missing file is not made.
+// What came of writing the descriptions. `isCancelled`: the user did not want to.
 struct DescriptionResult {
     WriteResult written;
     bool isCancelled = false;
 };
+// Writes every description that waits into the data file, each with the default value that its
+// entry was loaded with. On a failure the file stays as it was, and the descriptions still wait.
+// `known` is the file as it was read or written last, and is brought up to date. If the file holds
+// something else by now, `mayWrite` is called, without a lock; false cancels. A missing file is an
+// error.
 DescriptionResult WriteDescriptions(KeyStore& store, IniFiles& files, const std::string& path,
                                     std::shared_ptr<const IniDocument>& known,
                                     const std::function<bool()>& mayWrite);

@@ -8,6 +8,7 @@
 namespace tamarind {
 namespace {
 
+// `whole` is the whole value of the record, however long.
 IniEdit WriteKey(const KeyRecord& record, std::string_view whole, IniDocument& file) {
     const KeyLooks looks = record.Looks();
     if (!looks.isGhosted) {
@@ -18,7 +19,8 @@ IniEdit WriteKey(const KeyRecord& record, std::string_view whole, IniDocument& f
     return IsRefused(edit) ? edit : file.DeleteKey(record.targetSection, record.keyName);
 }
 
-// False for a key whose value, there or here, is longer than any reader's buffer.
+// False if a value that would have to change, here or in the file, is longer than the receive
+// buffer.
 bool ReadKey(const IniDocument& file, KeyNumber key, KeyStore& store) {
     const std::string_view section = store.TargetSection(key);
     const std::string_view name = store.KeyName(key);

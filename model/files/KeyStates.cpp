@@ -7,10 +7,11 @@
 namespace tamarind {
 namespace {
 
-// The names of a large data file are further away than the processor's near caches. When a name is
-// compared, it has been on its way for as long as the keys before it take.
+// How many keys in advance a name is fetched. The names of a large data file are not in the caches
+// near the processor; fetched this early, they are there when they are compared.
 constexpr KeyNumber kKeysAhead = 8;
 
+// A hint to the processor; it changes no results.
 void Prefetch(std::string_view text) {
 #if defined(__GNUC__)
     __builtin_prefetch(text.data());
@@ -19,15 +20,15 @@ void Prefetch(std::string_view text) {
 #endif
 }
 
-// Where a key stands in the settings.
+// The place of a key in the settings.
 struct Place {
     KeyState state = KeyState::Absent;
     IniDocument::LineId line = IniDocument::kNone;
     std::size_t file = 0;
 };
 
-// Looks keys up in the settings, section by section: neighbouring records nearly always share
-// their section.
+// Looks keys up in the settings. The section of the last key is kept, because neighbouring records
+// nearly always share it.
 class SettingsReader {
 public:
     explicit SettingsReader(const SettingsFiles& settings) : m_settings(settings) {}
@@ -35,7 +36,7 @@ public:
     Place Find(const KeyStore& store, KeyNumber key) {
         SetSection(store.TargetSection(key));
         const std::string_view name = store.KeyName(key);
-        // A section of the settings file itself needs no look at the name.
+        // If the section is in the settings file itself, the name makes no difference.
         const bool isInMain = m_inFile.file == 0 || SettingsFiles::StaysInMainFile(name);
         const Section& section = isInMain ? m_inMain : m_inFile;
         if (!section.id) {
@@ -50,6 +51,7 @@ public:
                 found.commented, section.file};
     }
 
+    // The value as the key list shows it; nothing for an absent key.
     std::optional<std::string_view> ValueAt(const Place& place) const {
         return place.line == IniDocument::kNone
                    ? std::nullopt
@@ -67,7 +69,7 @@ private:
     }
 
     void SetSection(std::string_view section) {
-        // The records of one category share the text itself.
+        // The records of one category share the text itself, so comparing pointers is enough.
         if (!m_isSectionKnown || section.data() != m_sectionName.data() ||
             section.size() != m_sectionName.size()) {
             m_isSectionKnown = true;
@@ -93,7 +95,7 @@ KeyStore::Documents DocumentsOf(const SettingsFiles& settings) {
     return documents;
 }
 
-// Whether a pending change comes to what the settings say already.
+// Whether a pending change asks for what the settings say already, so that it is no conflict.
 bool IsAsPending(const KeyStore& store, KeyNumber key, const Place& place,
                  std::optional<std::string_view> value) {
     switch (store.CurrentState(key)) {

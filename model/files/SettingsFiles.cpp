@@ -12,13 +12,13 @@ constexpr std::string_view kRedirectKey = "RedirectSection";
 constexpr std::string_view kStayingKeys[] = {kRedirectKey, "AlternateUserIni",
                                              "UseIniInProgramDir"};
 
-// Names in a settings file are relative to its folder.
+// Turns values of redirections into paths. File names are relative to the folder of the settings.
 class PathReader {
 public:
     PathReader(const IniDocument& settings, const std::string& path, const Environment& environment)
         : m_settings(settings), m_folder(FolderOfPath(path)), m_environment(environment) {}
 
-    // The file of a value of the key, or nothing.
+    // The path that a value of "RedirectSection" means; empty if it means no redirection.
     std::string FileOfValue(std::string_view value) const {
         if (value == "1") {
             const auto other = m_settings.FindValue("Configuration", "AlternateUserIni");
@@ -93,7 +93,7 @@ SettingsFiles SettingsFiles::Read(const Reader& read, const Environment& environ
     const PathReader paths(*settings, path, environment);
     for (IniDocument::SectionId id = 0; id < settings->SectionCount(); ++id) {
         const std::string section(settings->SectionName(id));
-        // Of two sections of one name the first counts.
+        // Of several sections with one name, the first counts.
         if (settings->FindSection(section) != id) {
             continue;
         }
@@ -103,8 +103,8 @@ SettingsFiles SettingsFiles::Read(const Reader& read, const Environment& environ
             continue;
         }
         const std::size_t file = result.Add(read, target, before);
-        // A redirection is followed once; where it would go from there matters only if that is
-        // back again.
+        // A redirection is followed once. Where it would go from there matters only if that leads
+        // back.
         const auto next = result.m_files[file].document->FindValue(section, kRedirectKey);
         const bool leadsBack =
             file == 0 || (next && EqualsIgnoreCase(paths.FileOfValue(*next), path));

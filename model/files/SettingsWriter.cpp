@@ -1,8 +1,15 @@
+// A save is a sequence of rounds (IniTransaction). Each round locks all files, reads them, and
+// brings the records up to date with what other programs have written. If something must be asked,
+// the locks are released, and the answer begins a new round, which reads everything again. Only a
+// round without questions writes. Changes that were saved in an earlier round are no longer
+// pending, so a new round never writes them twice.
+
 #include "model/files/SettingsWriter.h"
 
 namespace tamarind {
 namespace {
 
+// Does to the document what the action says for the key.
 IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& store,
               KeyNumber key) {
     const std::string_view section = store.TargetSection(key);
@@ -70,18 +77,20 @@ SettingsFiles SettingsWriter::ReadAll() {
         m_settings);
 }
 
-// Reads all files and brings the records up to date with them.
+// Reads all files, brings the records up to date with them, and asks what must be asked.
 SettingsWriter::Step SettingsWriter::Prepare(std::vector<std::string>& paths) {
     constexpr int kMaxLockings = 5;
     SettingsFiles now = ReadAll();
     if (!m_transaction.Holds(now.Paths()) && m_lockings < kMaxLockings) {
-        ++m_lockings;  // redirections have changed
+        // The redirections have changed: lock the files that they lead to now.
+        ++m_lockings;
         paths = now.Paths();
         return Step::BeginAgain;
     }
     const SettingsFiles::File& main = now.Main();
     if (main.error != FileError::None && !IsMissing(main.error)) {
-        FailAll(main.error);  // it says which keys are in which file
+        // Without the settings file nobody knows which key is in which file.
+        FailAll(main.error);
         return Step::Stop;
     }
     const Step asked = AskAboutGoneFiles(now);
@@ -100,7 +109,7 @@ SettingsWriter::Step SettingsWriter::Prepare(std::vector<std::string>& paths) {
     return Step::Stop;
 }
 
-// Makes them of what they held, not of the pending changes alone.
+// Files that are gone are made again with what they held, not with the pending changes alone.
 SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now) {
     const auto pending = PendingKeys(now);
     for (std::size_t at = 0; at < pending.size(); ++at) {
@@ -121,7 +130,8 @@ SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now)
     return Step::GoOn;
 }
 
-// Each key once, in the order of the data file.
+// For each file, the keys with pending changes: of twins the first one, in the order of the data
+// file.
 std::vector<std::vector<KeyNumber>> SettingsWriter::PendingKeys(
     const SettingsFiles& settings) const {
     std::vector<std::vector<KeyNumber>> pending(settings.Files().size());
@@ -159,7 +169,7 @@ SettingsWriter::Step SettingsWriter::WriteFiles() {
     return isAgain ? Step::BeginAgain : Step::Stop;
 }
 
-// Returns whether another round is needed.
+// Returns whether another round is needed. A failure is noted in the result.
 bool SettingsWriter::WriteFile(const std::string& path, const std::vector<KeyNumber>& keys) {
     std::optional<KeyNumber> refused;
     const IniTransaction::Written written = m_transaction.Edit(path, [&](IniDocument& document) {
@@ -180,7 +190,8 @@ bool SettingsWriter::WriteFile(const std::string& path, const std::vector<KeyNum
     return written.isAgain;
 }
 
-// What was read or written is what later changes are told by.
+// Sets the records to what was read or written. From now on this is what changes by other programs
+// are measured against.
 void SettingsWriter::TakeRecords(SettingsFiles now, const std::set<KeyNumber>& saved) {
     if (saved.empty() && now.IsSameAs(m_settings)) {
         return;
@@ -191,6 +202,7 @@ void SettingsWriter::TakeRecords(SettingsFiles now, const std::set<KeyNumber>& s
     m_questions.OnRecordsChanged(changes, {saved.begin(), saved.end()});
 }
 
+// The same error for every file that has something to be written.
 void SettingsWriter::FailAll(FileError error) {
     const auto pending = PendingKeys(m_settings);
     for (std::size_t at = 0; at < pending.size(); ++at) {

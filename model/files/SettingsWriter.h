@@ -13,16 +13,22 @@
 
 namespace tamarind {
 
-// What a save does for one key, by where it stood in the file and what is pending.
+// What a save does for one key in its file.
 struct SaveAction {
     bool deletesActive = false;
     bool deletesCommented = false;
     std::optional<KeyForm> writes;
 };
 
-// Nothing where nothing is pending.
+// What a save does by the two states of a key; nothing if no change is pending.
+//
+//   current         initial: Absent    Active                       Commented
+//   ToBeDeleted     -                  delete A=                    delete ;A=
+//   ValueSet        write A=           write A=                     write A=, delete ;A=
+//   ToBeCommented   write ;A=          write ;A=, delete A=         write ;A=
 std::optional<SaveAction> SaveActionOf(KeyState currentState, KeyState initialState);
 
+// What came of a save: the files that could not be written, and why.
 struct SaveResult {
     struct Failure {
         std::string path;
@@ -34,31 +40,35 @@ struct SaveResult {
     bool Succeeded() const { return failures.empty() && !isCancelled; }
 };
 
-// What a save tells, and asks the user. No file is held while a question is open.
+// What a save tells and asks. No file is locked while a question is open, so the answer may take
+// any time.
 class SaveQuestions {
 public:
     virtual ~SaveQuestions() = default;
 
-    // The records follow the settings as they are now: because of other programs, whose conflicts
-    // are to be decided, and where something was `saved`.
+    // The records have been set to the settings as they are now: because other programs have
+    // changed them, with `changes.conflicts` to be decided by the user, or because the keys `saved`
+    // were written.
     virtual void OnRecordsChanged(const OutsideChanges& changes,
                                   const std::vector<KeyNumber>& saved) = 0;
 
-    // Whether a key is to be decided about. ResolveConflicts: false where the user cancels.
+    // Whether a conflict is still undecided.
     virtual bool HasConflicts() = 0;
+    // Asks the user. False if they cancel, and with it the save.
     virtual bool ResolveConflicts() = 0;
 
-    // Whether a settings file that is gone may be made anew.
+    // Whether a settings file that is gone may be made again.
     virtual bool MayMakeAnew(const std::string& path) = 0;
 };
 
-// Writes every pending change into the file of the settings that its key is in. Before the first
-// file is replaced all are read, and all conflicts decided. Where a file cannot be written, it and
-// the pending changes of its keys stay as they are; all other records are set from what was
-// written.
+// Saves the pending changes, each into the file of the settings that its key is in. All files are
+// read, and all conflicts decided, before the first file is replaced. If a file cannot be written,
+// it and the pending changes of its keys stay as they are; all other records show what was written.
+// An object is made for one save.
 class SettingsWriter {
 public:
-    // `settings` is what the records say now, and is brought up to date with them.
+    // `settings` is the state of the files that the records follow; it is brought up to date with
+    // them. All arguments are kept by reference.
     SettingsWriter(KeyStore& store, IniFiles& files, const Environment& environment,
                    SettingsFiles& settings, SaveQuestions& questions)
         : m_store(store),
@@ -67,9 +77,11 @@ public:
           m_questions(questions),
           m_transaction(files, Backup::Yes) {}
 
+    // Blocks, and calls the questions from within. To be called once.
     SaveResult Save();
 
 private:
+    // What comes next in a round of the transaction.
     enum class Step { GoOn, BeginAgain, Stop };
 
     Step Prepare(std::vector<std::string>& paths);
@@ -89,6 +101,7 @@ private:
     SaveResult m_result;
     std::set<std::string> m_failed;  // paths that are not tried again
     std::set<std::string> m_made;    // paths that may be made anew
+    // How often a round began again because the files that the settings consist of had changed.
     int m_lockings = 0;
 };
 

@@ -8,30 +8,31 @@
 
 namespace tamarind {
 
-// One step of the history: a key's value before a change, where the empty text also stands for no
-// value, or the toggling of its comment mark.
+// One step of the history: the value of a key before a change, or the change of its comment mark.
+// The state before is not recorded: an empty value stands for no value, too, so that undoing a
+// change of "A=" marks the key for deletion.
 struct HistoryEntry {
     KeyNumber key = 0;
     bool isCommentToggle = false;
     std::string value;
 };
 
-// What can be undone and done again, without limit.
+// What can be undone and redone, without a limit. Entries are plain data; KeyEditor records them.
 class KeyHistory {
 public:
-    // A new change ends the chain of changes that could be done again.
+    // Adds a step. What was undone before can no longer be redone.
     void Record(HistoryEntry entry);
     void Clear();
 
-    // Drops the steps of keys that have other values now than the steps were made for.
+    // Drops the steps of keys whose values are no longer those that the steps began from.
     void Forget(const std::vector<KeyNumber>& keys);
 
     bool CanUndo() const { return !m_undo.empty(); }
     bool CanRedo() const { return !m_redo.empty(); }
 
-    // Replays the newest entry of one list on the store and moves its inverse to the other. The
-    // result is the key that changed, if there was an entry. A replay always leaves a pending
-    // state, whatever the settings file holds by now.
+    // Applies the newest entry of one list to the store and puts its inverse into the other list.
+    // Returns the key that changed, or nothing if there was no entry. The key always gets a pending
+    // state, even if its value is then the one in the settings.
     std::optional<KeyNumber> Undo(KeyStore& store) { return Replay(m_undo, m_redo, store); }
     std::optional<KeyNumber> Redo(KeyStore& store) { return Replay(m_redo, m_undo, store); }
 

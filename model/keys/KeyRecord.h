@@ -6,7 +6,7 @@
 
 namespace tamarind {
 
-// Where a key stands; the values are the codes.
+// The state of a key. The values are the codes that are stored as characters.
 enum class KeyState : char {
     Absent = '0',       // neither the key nor a commented-out copy is in the settings file
     Active = '1',       // in its section
@@ -16,7 +16,7 @@ enum class KeyState : char {
     ToBeCommented = '5',
 };
 
-// Numbers of the pictures in the key list's image list, counted from 1.
+// Pictures of the key list's image list, counted from 1.
 enum class KeyIcon : std::uint8_t { Numeric = 1, Text = 2, Commented = 3 };
 
 enum class KeyColor : std::uint8_t {
@@ -24,7 +24,7 @@ enum class KeyColor : std::uint8_t {
     Gray,    // the system's colour for disabled text
 };
 
-// What a row of the key list looks like.
+// What a row of the key list looks like besides its text.
 struct KeyLooks {
     bool isChecked = false;  // the key is, or will be, active in the settings file
     bool isGhosted = false;  // it has no line there, or will have none
@@ -32,15 +32,15 @@ struct KeyLooks {
     KeyIcon smallIcon = KeyIcon::Text;
 };
 
-// One key of the data file beside what the settings file says of it. The texts belong to the key
-// store that gave the record.
+// One key of the data file together with what the settings say of it. The views belong to the
+// KeyStore that returned the record, and hold until the store changes.
 struct KeyRecord {
     std::string_view keyName;
     std::string_view category;                     // tag: the data file's section
     std::string_view defaultValue;                 // col_1
     std::string_view description;                  // col_2, "@" for a line break
     std::string_view targetSection;                // col_3
-    std::optional<std::string_view> currentValue;  // col_4; nothing where the marker would stand
+    std::optional<std::string_view> currentValue;  // col_4; nothing if it has no value
     KeyState initialState = KeyState::Absent;      // col_5: Absent, Active or Commented
     bool saveDescription = false;                  // col_6
     KeyState currentState = KeyState::Absent;      // col_7
@@ -48,11 +48,11 @@ struct KeyRecord {
     KeyLooks Looks() const;
 };
 
-// The looks of a key follow from its current state; its icon, unless it is commented out, from the
-// kind of its default value.
+// The looks that belong to a state. The icon is that of a commented-out key or else follows from
+// the kind of the default value.
 KeyLooks LooksOf(KeyState currentState, std::string_view defaultValue);
 
-// Numeric for "0" and for every text whose leading number is not zero, else Text.
+// Numeric for "0" and for every text whose LeadingNumber is not zero, otherwise Text.
 KeyIcon ValueIconIndex(std::string_view value);
 
 }  // namespace tamarind

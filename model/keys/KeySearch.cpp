@@ -1,3 +1,9 @@
+// Decoding and lower-casing every text of a large data file would take long, so most of it is
+// skipped. The longest part of the pattern that consists of ASCII characters is looked for in the
+// bytes of the whole file at once (AsciiSearch), and only the keys whose lines contain it are
+// compared properly. Descriptions that were changed are not in those bytes and are compared one by
+// one. If the bytes cannot be used, for example in a UTF-16 file, every key is compared.
+
 #include "model/keys/KeySearch.h"
 
 #include <algorithm>
@@ -9,16 +15,16 @@
 namespace tamarind {
 namespace {
 
-// What is looked for, in the forms that the steps need.
+// The search text in the forms that the steps need.
 struct Pattern {
     std::u16string units;   // lower case; between blanks for whole words
-    std::string asciiPart;  // stands in every text that holds the pattern; may be empty
-    bool isBlank = false;   // there is no character that such a text must hold
+    std::string asciiPart;  // is in every text that holds the pattern; may be empty
+    bool isBlank = false;   // no character is known that such a text must hold
     bool isWholeWord = false;
     bool isOfNames = false;
 };
 
-// Unit by unit, so that positions stay the same.
+// Unit by unit, so that positions stay the same: a mapping of whole texts may change their length.
 void LowerUnits(std::u16string& units) {
     for (char16_t& unit : units) {
         const bool isSurrogate = unit >= 0xD800 && unit <= 0xDFFF;
@@ -26,8 +32,8 @@ void LowerUnits(std::u16string& units) {
     }
 }
 
-// The longest run of characters that have no other form in a text. Blanks stand for line breaks,
-// too, and the Kelvin sign is a "k" in lower case.
+// The longest run of characters that must occur in the bytes of a text that holds the pattern. A
+// blank may match a line break, and a "k" the Kelvin sign, so runs end there.
 std::string LongestAsciiPart(std::u16string_view units) {
     std::string longest;
     std::string run;
@@ -60,7 +66,8 @@ Pattern MakePattern(const KeySearch& search) {
     return pattern;
 }
 
-// Each "@" is as long as the line break that it stands for.
+// A text in the form that patterns are compared with. Each "@" becomes two blanks, as long as the
+// line break that it stands for, so that positions are those of the displayed text.
 std::u16string Candidate(std::string_view text, bool isWholeWord) {
     std::u16string units = Utf16FromUtf8(text);
     LowerUnits(units);
@@ -73,6 +80,7 @@ std::u16string Candidate(std::string_view text, bool isWholeWord) {
     return candidate;
 }
 
+// A hit in the name or the description of this key.
 std::optional<SearchHit> FindInKey(const KeyStore& store, KeyNumber key, const Pattern& pattern) {
     const std::string_view text =
         pattern.isOfNames ? store.KeyName(key) : store.Record(key).description;
@@ -80,11 +88,12 @@ std::optional<SearchHit> FindInKey(const KeyStore& store, KeyNumber key, const P
     if (place == std::u16string::npos) {
         return std::nullopt;
     }
-    // A word's leading blank may be one of the two in front of the text.
+    // The blank before the word may be one of the two that were put in front of the text.
     const std::size_t start = pattern.isWholeWord ? (place > 0 ? place - 1 : 0) : place;
     return SearchHit{key, start, pattern.units.size() - (pattern.isWholeWord ? 2 : 0)};
 }
 
+// Compares every key from `from` on.
 std::optional<SearchHit> FindInEach(const KeyStore& store, KeyNumber from, const Pattern& pattern) {
     for (KeyNumber key = from; key <= store.Size(); ++key) {
         if (const auto hit = FindInKey(store, key, pattern)) {
@@ -94,14 +103,14 @@ std::optional<SearchHit> FindInEach(const KeyStore& store, KeyNumber from, const
     return std::nullopt;
 }
 
-// The next place where a text may hold the pattern: its part, or for a pattern without one any
+// The next byte offset at which a text may hold the pattern: its ASCII part or, if it has none, any
 // character beyond ASCII.
 std::size_t NextPlace(std::string_view bytes, const Pattern& pattern, std::size_t from) {
     return pattern.asciiPart.empty() ? FindNonAscii(bytes, from)
                                      : FindAsciiIgnoreCase(bytes, pattern.asciiPart, from);
 }
 
-// Whether the data file's bytes show which keys may hold the pattern.
+// Whether the bytes of the data file tell which keys may hold the pattern.
 bool CanScanFile(const KeyStore& store, const Pattern& pattern) {
     const bool mayBeElsewhere = !pattern.isOfNames && NextPlace(store.NoDescription(), pattern,
                                                                 0) != std::string_view::npos;
@@ -109,7 +118,7 @@ bool CanScanFile(const KeyStore& store, const Pattern& pattern) {
            !store.DataFile().SearchableBytes().empty();
 }
 
-// One pass over the file's bytes; only keys whose line holds the pattern's part are looked at.
+// One pass over the bytes of the file. Only keys whose line holds the ASCII part are compared.
 std::optional<SearchHit> FindInFile(const KeyStore& store, KeyNumber from, const Pattern& pattern) {
     const IniDocument& file = store.DataFile();
     const std::string_view bytes = file.SearchableBytes();
@@ -135,6 +144,7 @@ std::optional<SearchHit> FindInFile(const KeyStore& store, KeyNumber from, const
     return std::nullopt;
 }
 
+// Compares the descriptions that are not in the bytes of the file.
 std::optional<SearchHit> FindInOwnDescriptions(const KeyStore& store, KeyNumber from,
                                                const Pattern& pattern) {
     const auto& own = store.OwnDescriptions();
@@ -164,7 +174,7 @@ void KeySearch::SetText(std::string text) {
     Restart();
 }
 
-// Windows reports a click also where an option only gets the focus: that changes nothing.
+// Windows reports a click also when an option only gets the focus. That changes nothing.
 void KeySearch::SetSearchesNames(bool searchesNames) {
     if (std::exchange(m_searchesNames, searchesNames) != searchesNames) {
         Restart();

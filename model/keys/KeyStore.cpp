@@ -121,6 +121,8 @@ void KeyStore::SetSettings(Documents settings) {
     m_settings = std::move(settings);
 }
 
+// Values of pending changes may be views into the old documents, so they are copied before these
+// are released.
 void KeyStore::SetSettingsBelowPending(Documents settings) {
     std::deque<std::string> kept;
     for (KeyNumber key = 1; key <= m_keys.size(); ++key) {
@@ -152,7 +154,8 @@ bool KeyStore::HasPending() const {
     });
 }
 
-// Only when a key is changed for the first time: it takes as long as a part of the loading.
+// Done when a key is changed for the first time: it takes a noticeable part of the time of loading.
+// Sorting by hash puts twins next to each other.
 void KeyStore::FindTwins() {
     if (std::exchange(m_areTwinsKnown, true)) {
         return;

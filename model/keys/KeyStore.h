@@ -16,10 +16,10 @@
 
 namespace tamarind {
 
-// A key's place in the data file, counted from 1. None is a std::nullopt.
+// The place of a key in the data file, counted from 1. Where there may be none it is optional.
 using KeyNumber = std::uint32_t;
 
-// What a data file's entry says.
+// The parts of an entry of the data file. Both are views into it.
 struct KeyEntry {
     std::string_view defaultValue;
     std::string_view description;  // empty: not available
@@ -27,99 +27,119 @@ struct KeyEntry {
 
 inline constexpr std::string_view kEntrySeparator = "///";
 
-// Splits at the first separator; without one all of it is the default value.
+// Splits at the first separator; without one everything is the default value. "1///On" is the
+// default value "1" and the description "On".
 KeyEntry SplitEntry(std::string_view value);
 
-// Every key of the open data file, in the file's order. A record costs 16 bytes: its texts stay in
-// the data file and in the settings, and are put together when it is asked for.
+// Every key of the open data file, in the order of the file, with its place and state in the
+// settings and its pending change. A record takes 16 bytes: its texts stay in the documents of the
+// data file and of the settings, and a KeyRecord is put together when it is asked for.
+//
+// Changes of a key apply to all of its twins (ForEachTwin). The store reads and writes no files:
+// LoadDataFile fills it, DeriveKeyStates sets the states, KeyEditor makes changes, SettingsWriter
+// saves.
 class KeyStore {
 public:
     using LineId = IniDocument::LineId;
 
-    // More keys than a 16-bit signed counter can number are not taken.
+    // The largest number of keys: that of a signed 16-bit counter.
     static constexpr std::size_t kMaxRecords = 32767;
 
-    // Empties the store for the keys of another data file; `noDescription` stands where an entry
-    // has none.
+    // Empties the store for the keys of another data file. `noDescription` stands where an entry
+    // has no description.
     void Reset(std::shared_ptr<const IniDocument> dataFile, std::string noDescription);
 
-    // The same text in another language.
+    // Puts the same text in another language.
     void SetNoDescription(std::string text) { m_noDescription = std::move(text); }
 
-    // Begins a category: the records added from now on are its own.
+    // Begins a category: the records that are added from now on belong to it. The views must be
+    // into the data file.
     void AddCategory(std::string_view name, std::string_view targetSection);
 
-    // Adds the key of a line of the data file. Returns false, and adds nothing, when the store is
+    // Adds the key of a line of the data file. Returns false, and adds nothing, if the store is
     // full.
     bool Add(LineId line);
 
-    // The same for a key whose name is not that of the line with its entry, or without one.
+    // The same for a key whose name is not that of the line with its entry, or that has no line.
     bool AddNamed(std::string_view name, std::optional<LineId> line);
 
     std::size_t Size() const { return m_keys.size(); }
 
-    // `key` is between 1 and Size().
+    // In this and all functions below, `key` is between 1 and Size().
     KeyRecord Record(KeyNumber key) const;
+    // Views belong to the data file. Names are as written there; they compare by EqualsIgnoreCase.
     std::string_view KeyName(KeyNumber key) const;
     std::uint32_t NameHash(KeyNumber key) const;  // as IniDocument::NameHash
     std::string_view Category(KeyNumber key) const { return CategoryOf(key).name; }
     std::string_view TargetSection(KeyNumber key) const { return CategoryOf(key).targetSection; }
+    // Whether the key is, or will be, active in the settings.
     bool IsChecked(KeyNumber key) const;
 
-    // Gives the key a description of the user's own, which waits to be written into the data file.
+    // Gives the key a description that is to be written into the data file; "@" stands for a line
+    // break.
     void SetDescription(KeyNumber key, std::string description);
     void SetDescriptionSaved(KeyNumber key) { m_keys[key - 1].saveDescription = false; }
     bool IsDescriptionPending(KeyNumber key) const { return Stored(key).saveDescription; }
-    // Whether the data file has room for another description: its entry has a line that was read
-    // as a whole.
+    // Whether the key can get another description: it has a line of its own, which was read as a
+    // whole.
     bool CanDescribe(KeyNumber key) const;
 
-    // For searches: the file that the texts are in, and the records that differ from it.
+    // For searches: the file that the texts are in, the lines of the records, and the texts that
+    // are not in the file.
     const IniDocument& DataFile() const { return *m_dataFile; }
     LineId LineOf(KeyNumber key) const { return Stored(key).line; }
-    // Whether each record is a line of the file, further down than the record before.
+    // Whether each record is a line of the file with its own name, in the order of the lines.
     bool IsInFileOrder() const { return m_isInFileOrder && m_oddNames.empty(); }
     const std::string& NoDescription() const { return m_noDescription; }
     const std::map<KeyNumber, std::string>& OwnDescriptions() const { return m_ownDescriptions; }
-    // The first record at or behind a line of the data file, or one more than there are. Only for
-    // records in the file's order.
+    // The first record at or after a line of the data file, or Size() + 1. Only if IsInFileOrder().
     KeyNumber KeyAtLine(LineId line) const;
 
-    // Takes the files that the settings are in now, which stay their owner's and have to live until
-    // the store gets others. Every record is to be set from them next.
+    // Takes the files of the settings as they are now. They stay their owner's and must live until
+    // the store gets others. All pending changes are lost, and no record may be asked for its value
+    // before SetFromSettings has been called for it.
     using Documents = std::vector<const IniDocument*>;
     void SetSettings(Documents settings);
-    // The same, but pending changes keep their values, and no record has a line of the files yet.
+    // The same, but records with a pending change keep it, and only the others have to be set.
     void SetSettingsBelowPending(Documents settings);
 
-    // Sets both states as the settings have them, with the line that says so and the number of the
-    // file that it is in.
+    // Sets both states of a record as the settings have them. `line` is its line, or kNone, in file
+    // number `file` of the settings.
     void SetFromSettings(KeyNumber key, KeyState state, LineId line, std::size_t file);
-    // The same for a record with a pending change, which stays.
+    // For a record with a pending change, which stays: only what the settings have has changed.
     void SetInitialState(KeyNumber key, KeyState state) { m_keys[key - 1].initialState = state; }
     bool IsPending(KeyNumber key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
+    // Whether a save would have anything to write.
     bool HasPending() const;
 
     // Records of one name and target section are about the same line of the settings: each pending
     // change is one of all of them. Visits them in order; most keys are alone.
     template <typename Visit>
+    // Twins are records with the same name and target section, in different categories: they mean
+    // the same line of the settings, so a pending change of one is a change of all. Visits all
+    // twins of a key in their order, itself included; most keys are alone.
     void ForEachTwin(KeyNumber key, Visit visit);
+    // The first of the twins, which stands for all of them where each line of the settings counts
+    // once. The first call takes longer (FindTwins).
     KeyNumber FirstTwin(KeyNumber key);
 
-    // A pending change: the value, which may be empty, and the state that goes with it.
+    // Sets a pending change of the key and its twins: a value, which may be empty, and its state.
     void SetValue(KeyNumber key, const std::string& value, KeyState currentState);
+    // The same without changing the value.
     void SetState(KeyNumber key, KeyState currentState);
 
-    // The record is not pending any more; it is to be set from the settings next.
+    // Ends the pending change of one record, which has to be set from the settings next.
     void SetSaved(KeyNumber key);
 
+    // What the settings have, and what the user has made of it: equal unless a change is pending.
     KeyState InitialState(KeyNumber key) const { return Stored(key).initialState; }
     KeyState CurrentState(KeyNumber key) const { return Stored(key).currentState; }
-    // As far as a reader's buffer takes it, and all of it.
+    // The value as far as the receive buffer takes it, and all of it; nothing for a key without
+    // one.
     std::optional<std::string_view> CurrentValue(KeyNumber key) const;
     std::optional<std::string_view> WholeValue(KeyNumber key) const;
-    // False for a value in the settings that is longer than any reader's buffer: who edits what is
-    // shown of it would cut it.
+    // False if the value in the settings is longer than the receive buffer: editing what is shown
+    // of it would cut it.
     bool CanEditValue(KeyNumber key) const;
 
 private:
@@ -144,6 +164,7 @@ private:
         std::string name;
     };
 
+    // Finds all twins, on the first call only.
     void FindTwins();
     bool AreTwins(KeyNumber left, KeyNumber right) const;
     void AddTwin(KeyNumber key, KeyNumber twin);

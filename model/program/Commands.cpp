@@ -41,6 +41,8 @@ bool Never(const CommandState&) {
     return false;
 }
 
+// In the order of the enum Command: InfoOf and FindCommand use the command's number as an index.
+// Columns: command, text number, shortcut, toolbar button, enabled, checked.
 constexpr CommandInfo kCommands[] = {
     {Command::FileOpen, 103, WithControl('O', "Ctrl+O"), "Open", Always, Never},
     {Command::FileOpenDataFile, 114, kNoShortcut, "", Always, Never},

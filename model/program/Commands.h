@@ -6,7 +6,7 @@
 
 namespace tamarind {
 
-// Everything a user can do from the menu. The values are the numbers of the menu entries.
+// Everything that the user can do from the menu. The values are the numbers of the menu entries.
 enum class Command : std::uint16_t {
     None = 0,
     FileOpen = 100,
@@ -41,8 +41,8 @@ enum class Command : std::uint16_t {
     HelpAbout,
 };
 
-// A key with its modifiers, by the virtual-key codes of Windows. One that belongs to the key list
-// works there only and is shown in the menu.
+// A key with its modifiers, by virtual-key codes of Windows. A shortcut of the key list works only
+// while the list has the focus, but is shown in the menu.
 struct Shortcut {
     std::uint16_t key = 0;  // 0: none
     bool control = false;
@@ -51,7 +51,7 @@ struct Shortcut {
     std::string_view text = {};  // as the menu shows it
 };
 
-// What the enabled and checked states of the commands depend on.
+// What decides whether commands are enabled and checked. CommandStates fills it in.
 struct CommandState {
     bool hasKey = false;              // there is a current key, and no heading is shown
     bool isKeyPresent = false;        // it has, or will have, a line in the settings file
@@ -70,6 +70,7 @@ struct CommandState {
     bool showsInactiveKeys = false;
 };
 
+// Everything about a command except what it does.
 struct CommandInfo {
     Command command;
     std::uint16_t textNumber;
@@ -79,19 +80,21 @@ struct CommandInfo {
     bool (*isChecked)(const CommandState&);
 };
 
-// One row for each command.
+// One row for each command, in the order of the enum.
 std::span<const CommandInfo> AllCommands();
+// `command` must not be None.
 const CommandInfo& InfoOf(Command command);
-// The row of a menu entry's number; null for any other number.
+// The row of the menu entry with this number; null if there is none.
 const CommandInfo* FindCommand(std::uint32_t number);
-// The command of a toolbar button, or None.
+// The command of a toolbar button by its name, or None.
 Command CommandOfButton(std::string_view toolbarName);
 
-// The menu bar: each menu's text number and its entries, None for a separator.
+// A menu: the number of its title's text and its entries, None for a separator.
 struct MenuInfo {
     std::uint16_t textNumber;
     std::span<const Command> entries;
 };
+// The menus in the order of the menu bar.
 std::span<const MenuInfo> MenuBar();
 
 }  // namespace tamarind

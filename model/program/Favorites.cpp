@@ -25,8 +25,8 @@ bool BeginsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
-// The keys of the section as it is read. Without its header a second section of that name, which
-// nobody has seen, would take its place.
+// All names in the section. They are deleted one by one when the list is replaced: without its
+// header, a second section of that name, which nobody has seen, would take its place.
 std::vector<std::string> KeysOf(const IniDocument& file) {
     std::vector<std::string> names;
     if (const auto section = file.FindSection(kSection)) {
@@ -40,7 +40,7 @@ std::vector<std::string> KeysOf(const IniDocument& file) {
     return names;
 }
 
-// Whether the buffer that the names are read through takes all of them.
+// Whether the receive buffer takes the names of all favorites.
 bool IsReadWhole(const IniDocument& file) {
     const auto section = file.FindSection(kSection);
     std::size_t count = 0;
@@ -87,6 +87,7 @@ void Favorites::CreateFavoritesList() {
 }
 
 bool Favorites::IsFull() const {
+    // The index of the last entry in the menu, counted from 0.
     return kFixedMenuEntries + m_items.size() - 1 >= kMaxMenuBound;
 }
 
@@ -97,7 +98,7 @@ bool Favorites::FavoriteExists(std::string_view name) const {
     });
 }
 
-// An edit after which some names would not be read any more is none.
+// Refuses an edit after which some names could no longer be read.
 FavoritesChange Favorites::Edit(const std::function<IniEdit(IniDocument&)>& edit) {
     FavoritesChange change;
     change.saved = EditIniFile(m_files, m_settingsPath, [&](IniDocument& file) {

@@ -80,8 +80,8 @@ bool FavoritesOrganizer::Delete() {
     return true;
 }
 
-// The names of separators only have to differ: they are numbered in the list's order, and the new
-// one takes the next number wherever it stands.
+// Names of separators only have to differ. They are numbered again in the order of the list, and
+// the new one takes the next number wherever it stands.
 bool FavoritesOrganizer::AddSeparator() {
     if (!m_selected) {
         return false;

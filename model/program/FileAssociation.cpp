@@ -26,11 +26,13 @@ std::string LowerCase(std::string_view text) {
     return lower;
 }
 
+// What is registered; both texts are the MissingValueMarker where nothing is.
 struct Registration {
     std::string command;
     std::string version;
 };
 
+// The registration under one root key.
 class ClassesRoot {
 public:
     ClassesRoot(Registry& registry, const char* root) : m_registry(registry), m_root(root) {}

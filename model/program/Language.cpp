@@ -31,7 +31,7 @@ bool Language::Refresh() {
         m_file.reset();
         return false;
     }
-    // One that is just being written keeps its former texts.
+    // A file that is just being written cannot be read and keeps its former texts.
     const IniSnapshot now = m_files.Read(m_expandedPath, m_codePage);
     if (now.error == FileError::None) {
         m_file = now.document;

@@ -11,25 +11,26 @@
 
 namespace tamarind {
 
-// The program's visible texts by number: those of the user's language file, and the built-in ones
-// where it has none. The file is read by Load and Refresh only, so that all texts between two of
-// them come from one language, whatever becomes of the file and the settings.
+// The visible texts of the program by number: those of the user's language file, and the built-in
+// English ones where it has none. Only Load and Refresh read the file, so that all texts between
+// two calls come from one language, whatever happens to the file and the settings.
 class Language {
 public:
-    // Has the built-in texts until it is loaded.
+    // Has the built-in texts until it is loaded. `settings` is kept by reference.
     Language(IniFiles& files, const Settings& settings) : m_files(files), m_settings(settings) {}
 
-    // Takes the language that the settings name now. False: its file is missing, and all texts are
-    // the built-in ones.
+    // Switches to the language that the settings name now. False if its file is missing; all texts
+    // are then the built-in ones.
     bool Load();
 
-    // Reads the file again if it has changed. False, once: it is missing now, and all texts are the
-    // built-in ones.
+    // Reads the file again if it has changed. False if it is missing now; all texts are then the
+    // built-in ones, and later calls return true.
     bool Refresh();
 
-    // Whether the settings name the language that was loaded last.
+    // Whether the settings still name the language that was loaded last.
     bool IsThatOfSettings() const;
 
+    // The text of a number in UTF-8; empty if neither language has it.
     std::string GetLanguageString(std::uint16_t number) const;
 
     // Whether the language is written from right to left.

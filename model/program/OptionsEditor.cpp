@@ -108,7 +108,7 @@ bool OptionsEditor::Apply() {
     for (const FlagRow& row : kFlags) {
         settings.*row.setting = m_choices.*row.choice ? 1 : 0;
     }
-    // A path that was never given stays so.
+    // If no path was ever given, none is written.
     if (!m_choices.languageFile.empty() || settings.languageFile != MissingValueMarker) {
         m_settings.SetLanguageFile(m_choices.languageFile);
     }

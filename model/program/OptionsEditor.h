@@ -7,7 +7,7 @@
 
 namespace tamarind {
 
-// Hears how the options dialog goes on.
+// Is told what happens in the options dialog.
 class OptionsListener {
 public:
     virtual ~OptionsListener() = default;
@@ -16,8 +16,8 @@ public:
     virtual void OnOptionsEnd() {}  // the dialog is gone
 };
 
-// What the options dialog is set to. Colours and the font become the program's at once, the rest
-// when it is applied; other windows show nothing of either before that.
+// The state of the options dialog. Colours and the font are put into the settings at once,
+// everything else by Apply; other windows show neither before that.
 class OptionsEditor {
 public:
     struct Choices {
@@ -31,28 +31,30 @@ public:
     };
     enum class Color { Text, Background, ActiveKey };
 
-    // `languageFolder` is where language files are offered.
+    // `languageFolder` is the folder in which language files are offered.
     OptionsEditor(SettingsStore& settings, UserPrompts& prompts, std::string languageFolder,
                   OptionsListener& listener);
 
-    // Reads the settings that the dialog edits from their file again.
+    // Reads the settings that the dialog edits from their file and starts with them.
     void Begin();
 
     const Choices& Values() const { return m_choices; }
+    // Both take a choice over, to be applied later.
     void SetFlag(bool Choices::*flag, bool isOn);
     void SetLanguageFile(const std::string& path);
-    // Each asks the user and returns whether they chose something.
+    // Each asks the user and returns whether they have chosen something.
     bool BrowseLanguageFile();
     bool SelectColor(Color color);
     bool SelectFont();
-    // As the settings have it: a COLORREF or a reference to a system colour.
+    // As the settings store it: a COLORREF, or a system colour with the high bit set.
     std::int32_t ColorSetting(Color color) const;
 
     // Whether there is something to apply.
     bool IsChanged() const { return m_isChanged; }
-    // Puts the choices into the settings and saves these. False when they cannot be saved.
+    // Puts the choices into the settings and saves them. False if they cannot be saved; the
+    // listener is told why.
     bool Apply();
-    // After the dialog is gone.
+    // To be called when the dialog is closed.
     void End() { m_listener.OnOptionsEnd(); }
 
 private:

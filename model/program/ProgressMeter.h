@@ -2,8 +2,8 @@
 
 namespace tamarind {
 
-// Counts the keys of a load. The maximum grows whenever the count passes it, so that the bar never
-// overflows, whatever the size of the file.
+// Counts the keys while a file is loaded. The number of keys is not known in advance, so the
+// maximum grows whenever the count passes it, and the bar never overflows.
 class ProgressMeter {
 public:
     static constexpr int kFirstMaximum = 220;

@@ -5,9 +5,9 @@
 
 namespace tamarind {
 
-// The program's own settings as they are while it runs. Flags are numbers: 0 is false, anything
-// else is true. Positions and sizes are in twips, colours in the form of COLORREF or a
-// system-colour reference.
+// The program's own settings while it runs. Flags are numbers: 0 is false, anything else is true.
+// Positions and sizes are in twips. A colour is a COLORREF, or a system colour with the high bit
+// set.
 struct Settings {
     std::int32_t commandListShowLines = 0;
     std::int32_t fixedBorders = 0;
@@ -49,12 +49,12 @@ struct Settings {
     std::string totalCommanderFolder;  // ends with a backslash
 };
 
-// Sizes as they are used: one that only a damaged file holds means the usual one. The settings keep
-// what the file says, so that it is not rewritten.
+// The size in points that is used. Values that only a damaged file has are replaced by the usual
+// one here, while the setting keeps what the file says, so that it is not rewritten.
 constexpr std::int32_t UsableFontSize(std::int32_t points) {
     return points >= 4 && points <= 144 ? points : 10;
 }
-// The place of a splitter's bar, at most 100 inches.
+// The position of a splitter's bar in twips that is used, at most 100 inches (144,000 twips).
 constexpr std::int32_t UsableBarPosition(std::int32_t twips) {
     return twips > 0 && twips <= 144'000 ? twips : 4000;
 }

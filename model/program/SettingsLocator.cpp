@@ -33,8 +33,9 @@ bool SettingsLocator::ResolveSettingsPath(const std::string& path, std::string& 
     return true;
 }
 
-// One candidate only: an entry of the user hides that of the machine even if its file is gone. A
-// 32-bit Total Commander on 64-bit Windows leaves its entry of the machine in the other view.
+// The path that the registry names; the MissingValueMarker if none. An entry of the user hides the
+// entry of the machine even if its file is gone. A 32-bit Total Commander on 64-bit Windows writes
+// its entry of the machine into the other view.
 std::string SettingsLocator::RegistryCandidate(const std::string& valueName) const {
     constexpr struct {
         const char* root;

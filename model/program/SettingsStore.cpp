@@ -18,7 +18,7 @@ constexpr std::string_view kCommon = "Common";
 constexpr std::string_view kFileName = "tamarind editors.ini";
 constexpr std::string_view kUserFolder = "Tamarind Editors";
 
-// When a setting is written.
+// When a setting is written to the file.
 enum class Written {
     OnSave,
     OnSaveUnlessMaximized,
@@ -40,8 +40,9 @@ struct SettingRow {
     bool isRead = true;
 };
 
-// The order is that in which a new settings file lists them. A default of "@" is worked out in
-// ReadDefault.
+// One row for each setting, in the order in which a new file lists them. The default "@" means that
+// ReadDefault works it out. The misspelt names "MainWindowMaxmized" and "FavoritesOroganizeVisible"
+// are those of existing files.
 constexpr SettingRow kRows[] = {
     {"FixedBorders", kEditor, &Settings::fixedBorders, "1", "1", Written::OnSave},
     {"FlatUserInterface", kEditor, &Settings::flatUserInterface, "0", "0", Written::OnSave},
@@ -101,6 +102,7 @@ bool IsMember(const SettingRow& row, const Member& member) {
     return row.member == member;
 }
 
+// Whether it is one of the settings that are held back while they are not applied.
 bool IsLook(const SettingRow& row) {
     const Member look[] = {&Settings::foregroundColor,    &Settings::backgroundColor,
                            &Settings::activeKeyForeColor, &Settings::fontName,
@@ -164,7 +166,7 @@ void SettingsStore::SetFirstStartDefaults() {
     m_values.mainWindowTop = (m_screen.height - m_values.mainWindowHeight) / 2;
 }
 
-// What follows from the settings as read, and the limits that hold whatever the file says.
+// Also enforces the limits that hold whatever the file says.
 void SettingsStore::Derive() {
     m_values.expandedLanguageFile = ExpandPathVariables(m_values.languageFile, m_environment);
     m_values.numberOfRecentFiles = std::clamp(m_values.numberOfRecentFiles, 2, 16);
@@ -181,7 +183,8 @@ void SettingsStore::RememberAll() {
     }
 }
 
-// Makes the file of a new user. False where it can not be made; what it would hold is in Values().
+// Makes the file of a new user. False if that is not possible; Values() then has what it would
+// hold.
 bool SettingsStore::MakeFile(const std::string& path) {
     SetFirstStartDefaults();
     ProfileTransaction transaction(m_files, path);
@@ -193,7 +196,7 @@ bool SettingsStore::MakeFile(const std::string& path) {
     return transaction.Commit().Succeeded();
 }
 
-// Finds the file or makes it; a file beside the program wins.
+// A file beside the program comes first, so that the program can run from a memory stick.
 bool SettingsStore::Locate() {
     m_path = m_programFolder + std::string(kFileName);
     FileSystem& disk = m_files.Files();
@@ -265,6 +268,7 @@ void SettingsStore::SetLanguageFile(const std::string& path) {
 // Of those settings of which `isWritten` is true, in one step, those that changed since they were
 // read or last written.
 template <typename IsWritten>
+// Writes the settings that have changed and of which `isWritten` is true, all in one step.
 WriteResult SettingsStore::WriteChanged(IsWritten isWritten) {
     ProfileTransaction transaction(m_files, m_path);
     std::vector<std::string> texts = m_stored;

@@ -11,59 +11,64 @@
 
 namespace tamarind {
 
-// Size of the screen in twips, for the window's place at the first start.
+// Size of the screen in twips, for the place of the window at the first start.
 struct ScreenSize {
     std::int32_t width = 0;
     std::int32_t height = 0;
 };
 
-// Reads the program's settings from "tamarind editors.ini" and writes them back. The file stands
-// beside the program or, where none can be made there, in the user's own folder for settings. Other
-// programs of the family share the file, each in a section of its own.
+// Reads the settings of the program from "tamarind editors.ini" and writes them back. The file
+// stands beside the program or, if none can be made there, in the user's own folder for settings
+// (APPDATA). Other programs of the family share the file, each with a section of its own. Which
+// settings there are, with their keys and defaults, is one table in the source.
 class SettingsStore {
 public:
-    // The section of most of them, and of the list of recent files.
+    // The section of most settings, and of the list of recent files.
     static constexpr std::string_view kSection = "ConfigurationEditor";
 
     // `programFolder` ends with a backslash.
     SettingsStore(IniFiles& files, const Environment& environment, std::string programFolder,
                   ScreenSize screen);
 
+    // The settings may be changed directly; SaveSettings finds out which of them were.
     Settings& Values() { return m_values; }
     const Settings& Values() const { return m_values; }
 
-    // Reads all settings. At the first start the file is made, with the values for a new user;
-    // where it can not be made, these values hold for this run.
+    // Reads all settings. At the first start the file is made with the values for a new user; if it
+    // cannot be made, these values hold for this run.
     void LoadSettings();
 
-    // Reads the settings that the options dialog edits again.
+    // Reads the settings of the options dialog again. Nothing changes if the file cannot be read.
     void ReloadOptions();
 
-    // Whether colours and font are written: not while they were chosen but not applied. Read again
-    // they are those of the file.
+    // False while colours and font are chosen but not applied: they are not written then. Reading
+    // them again restores those of the file and sets it to true.
     void SetLookApplied(bool isApplied) { m_isLookApplied = isApplied; }
 
-    // Takes a path as it is to be written.
+    // Takes a path as it is to be written, with its environment variables.
     void SetLanguageFile(const std::string& path);
 
-    // Writes the settings that changed since they were read or last written, in one step. Of a
-    // maximized window only that it is maximized is stored, so that its former place stays.
+    // Writes the settings that have changed since they were read or written, in one step. While the
+    // window is maximized its size and position are not written, so that the former ones stay.
     WriteResult SaveSettings();
 
-    // Writes one text at once: section kSection, or "Common" for what the family
-    // shares. A text equal to the MissingValueMarker is not written. A failure is not reported:
-    // the text holds for this run.
+    // Sets one text and writes it at once. The MissingValueMarker is not written. A failure is not
+    // reported: the text holds for this run.
     void WriteNow(std::string Settings::*member, const std::string& value);
 
-    // The same for the organize window's place; a failure is not reported.
+    // Writes the place of the organize window in the same way.
     void WriteFavoriteWindow();
 
+    // The file that was found or made; beside the program before LoadSettings, and if none can be
+    // made.
     const std::string& Path() const { return m_path; }
 
 private:
+    // Finds the file, or makes it. False if there is none and none can be made.
     bool Locate();
     bool MakeFile(const std::string& path);
     void SetFirstStartDefaults();
+    // Works out what depends on other settings, and enforces limits.
     void Derive();
     std::string ReadDefault(std::size_t row) const;
     std::string TextOf(std::size_t row) const;

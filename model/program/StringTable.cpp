@@ -11,7 +11,8 @@ struct TextRow {
     std::string_view text;
 };
 
-// Ascending. Language files give other texts for these numbers; "&" marks the access key.
+// In ascending order, for the binary search. Language files translate these numbers; "&" marks the
+// access key.
 constexpr TextRow kTexts[] = {
     {101, "&File"},
     {103, "&Open..."},

@@ -5,8 +5,8 @@
 
 namespace tamarind {
 
-// Numbers of the visible texts that code asks for by name; menus and dialogs name theirs in their
-// own tables.
+// Numbers of the visible texts that code asks for by name. Menus and dialogs have numbers in tables
+// of their own. Numbers from 4001 on are additions that older language files lack.
 namespace text {
 inline constexpr std::uint16_t kNoRecentFiles = 108;
 inline constexpr std::uint16_t kClearList = 109;
@@ -70,7 +70,7 @@ inline constexpr std::uint16_t kKey = 4044;
 inline constexpr std::uint16_t kNothingExported = 4070;
 }  // namespace text
 
-// The built-in English text of a number; empty for a number without one.
+// The built-in English text of a number; empty if there is none.
 std::string_view BuiltInText(std::uint16_t number);
 
 }  // namespace tamarind

@@ -6,7 +6,7 @@
 
 namespace tamarind {
 
-// Kinds of toolbar buttons; the values are the digits in a toolbar's text form.
+// Kinds of toolbar buttons. The values are the digits of the text form.
 enum class ButtonStyle : std::uint8_t {
     Normal = 0,
     Check = 1,
@@ -16,6 +16,7 @@ enum class ButtonStyle : std::uint8_t {
     DropDown = 5,
 };
 
+// A button of the toolbar; which fields it uses depends on its style.
 struct ToolbarButton {
     ButtonStyle style = ButtonStyle::Separator;
     std::string_view name;         // of a picture button
@@ -24,15 +25,15 @@ struct ToolbarButton {
     int width = 0;                 // of a placeholder, in pixels
 };
 
-// The main toolbar: a digit for the style and the name of each button, and the text number of each
-// picture button.
+// The main toolbar in its text form: for each button a digit for its style and its name, separated
+// by commas; and for each button with a picture the number of its tooltip's text.
 inline constexpr std::string_view kToolbarSpec =
     "5Open,5Save,3,5Delete,3,0Edit,3,0Undo,0Redo,3,"
     "2Show All Keys,2Show Active Keys,2Show Inactive Keys,3,0Options";
 inline constexpr std::string_view kToolbarIds = "103,104,132,192,190,191,152,153,154,150";
 
-// Takes a toolbar's text form apart. It ends with the button that uses the last of `pictures`
-// pictures, less `reserve`; one with fewer picture buttons is filled up with nameless normal ones.
+// The buttons of a toolbar in its text form. The last one is that with picture number `pictures` -
+// `reserve`, counted from 1; if the text has fewer, nameless normal buttons are added.
 std::vector<ToolbarButton> BuildToolbar(int pictures, std::string_view spec, std::string_view ids,
                                         int reserve);
 

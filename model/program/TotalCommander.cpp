@@ -21,7 +21,7 @@ std::string TotalCommander::InstallFolder(const std::string& ownSettings) {
     return folder.empty() ? folder : AddBackslash(folder);
 }
 
-// Most of today's users have the 64-bit program alone.
+// If a folder has both programs, the 32-bit one; most folders today have the 64-bit one alone.
 std::string TotalCommander::ProgramPath(const std::string& folder) const {
     const std::string program = folder + "Totalcmd.exe";
     const std::string program64 = folder + "TOTALCMD64.EXE";
@@ -51,7 +51,7 @@ RestartResult TotalCommander::Close(const std::string& ownSettings) {
     m_programs.WaitHalfSecond();
     RestartResult result;
     if (wasRunning) {
-        // Its last write is to come before ours.
+        // Its last write must come before ours.
         result.hasClosed = m_programs.WaitForTotalCommanderEnd(kEndingMs);
         result.stillRuns = !result.hasClosed;
     }
@@ -68,7 +68,8 @@ RestartResult TotalCommander::Start(const std::string& switchText, const std::st
         m_closedPath.empty() ? ProgramPath(folder) : std::exchange(m_closedPath, {});
     RestartResult result;
     for (const std::string& path : {program, settingsPath}) {
-        // No file's name has one: it would end the quoted path and make arguments of the rest.
+        // No file name contains a quotation mark. It would end the quoted path and turn the rest
+        // into arguments.
         if (path.find('"') != std::string::npos) {
             result.refusedPath = path;
             return result;

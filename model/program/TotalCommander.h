@@ -8,36 +8,38 @@
 
 namespace tamarind {
 
-// What closing and starting Total Commander came to.
+// What came of closing or starting Total Commander.
 struct RestartResult {
     bool hasClosed = false;   // it ran, was asked to close and did
     bool stillRuns = false;   // it ran, was asked to close and did not
-    std::string refusedPath;  // not started, for the quotation mark in this path; else empty
+    std::string refusedPath;  // not started because of a quotation mark in this path
 };
 
-// Closes Total Commander before a save and starts it again behind it: it keeps its settings in
-// memory and would write them over ours when it closes.
+// Closes Total Commander before a save and starts it again after it. It keeps its settings in
+// memory and writes them when it closes, which would undo the save.
 class TotalCommander {
 public:
+    // All arguments are kept by reference and must outlive this object.
     TotalCommander(OtherPrograms& programs, IniFiles& files, const Environment& environment)
         : m_programs(programs), m_files(files), m_environment(environment) {}
 
     bool IsRunning() const { return m_programs.IsTotalCommanderRunning(); }
 
-    // Closes with `closeOnly`, else starts, with `switchText` (" /i=" or " /f=") and the quoted
-    // `settingsPath` as its arguments if it is to have any. Does nothing where its folder is known
-    // neither to the environment nor to the program's own settings file `ownSettings`.
+    // With `closeOnly` as Close, otherwise as Start; `settingsPath` is used only if
+    // `withArguments`. Does nothing if the folder of Total Commander is known neither to the
+    // environment (Commander_Path) nor to the program's own settings file `ownSettings`.
     RestartResult RestartTotalCommander(bool closeOnly, bool withArguments,
                                         const std::string& switchText,
                                         const std::string& settingsPath,
                                         const std::string& ownSettings);
 
-    // Asks a running one to close and waits until it has, for some seconds. What is started next is
-    // the same program again, be it for 32-bit or 64-bit Windows.
+    // Asks a running one to close and waits up to some seconds until it has. Its path is kept, so
+    // that Start starts the same program again, be it the 32-bit or the 64-bit one.
     RestartResult Close(const std::string& ownSettings);
 
-    // Brings one that still runs to the front, waits, and starts the program. `settingsPath` is
-    // empty for none.
+    // Brings one that still runs to the front, waits, and starts the program. `switchText` (/i= or
+    // /f= after a blank) comes before the quoted `settingsPath`; an empty path starts it without
+    // arguments.
     RestartResult Start(const std::string& switchText, const std::string& settingsPath,
                         const std::string& ownSettings);
 

@@ -9,7 +9,7 @@ namespace tamarind {
 enum class MessageIcon { Exclamation, Critical, Question, Information };
 enum class Answer { Yes, No, Cancel };
 
-// The file types that a file dialog offers, by their number in the program's filter table.
+// The file types that a file dialog offers, in the order of the filter table.
 enum class FileFilter {
     AllFiles,
     WincmdIni,
@@ -23,6 +23,7 @@ enum class FileFilter {
     WcxFtpIni,
 };
 
+// What a file dialog starts with.
 struct FileQuestion {
     std::string initialFolder;  // empty: the folder of the last choice
     std::string fileName;       // proposed
@@ -37,8 +38,8 @@ struct FontChoice {
     std::int32_t charset = 0;  // a Windows character set number
 };
 
-// A key that was changed here and by another program: both lines as a settings file has them,
-// empty for none.
+// A key that was changed here and by another program. Both lines are as a settings file has them,
+// empty if there is none.
 struct ValueConflict {
     std::string key;  // with its section
     std::string mine;
@@ -46,11 +47,14 @@ struct ValueConflict {
     bool takesTheirs = false;
 };
 
-// What the program asks the user and tells him. Texts are complete and translated.
+// What the program asks and tells the user. All texts passed are complete and translated. Calls
+// block until the user has answered, and other events are handled meanwhile. Tests answer by
+// script.
 class UserPrompts {
 public:
     virtual ~UserPrompts() = default;
 
+    // With the button OK. Returns when the user has closed the box.
     virtual void ShowMessage(MessageIcon icon, const std::string& text) = 0;
 
     // With the buttons Yes, No and Cancel and the question icon.
@@ -59,21 +63,22 @@ public:
     // With the buttons Yes and No, of which No is the default, and the question icon.
     virtual bool AskWhetherSure(const std::string& text) = 0;
 
-    // The chosen path, or the MissingValueMarker when the user cancels. A file to save to may
-    // exist already; what is in it is not asked about.
+    // The chosen path, or the MissingValueMarker if the user cancels. A file to save to may exist
+    // already; the dialog does not ask about overwriting.
     virtual std::string BrowseForOpen(const FileQuestion& question) = 0;
     virtual std::string BrowseForSave(const FileQuestion& question) = 0;
 
-    // Takes the user's choice. False when he cancels.
+    // Starts with `font` and puts the user's choice into it. False if they cancel.
     virtual bool FontSelect(FontChoice& font) = 0;
 
-    // The chosen colour as a decimal number, or the MissingValueMarker. The dialog starts at the
-    // colour that StartColorAt named since, or else at that of the last choice.
+    // The chosen colour as a decimal number, or the MissingValueMarker if the user cancels. The
+    // dialog starts with the colour of StartColorAt, if that was called since the last time, or
+    // else with the last choice.
     virtual std::string ColorSelect() = 0;
-    // As the settings have it: a COLORREF or a reference to a system colour.
+    // As the settings store it: a COLORREF, or a system colour with the high bit set.
     virtual void StartColorAt(std::int32_t color) = 0;
 
-    // Lets the user choose for each conflict. False when he cancels.
+    // Lets the user choose for each conflict. False if they cancel.
     virtual bool ResolveConflicts(std::vector<ValueConflict>& conflicts) = 0;
 
     virtual void Beep() = 0;

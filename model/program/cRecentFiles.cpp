@@ -19,7 +19,7 @@ std::string_view Start(std::string_view text) {
     return CutToUtf16Units(text, kPieceUnits);
 }
 
-// The last units of a text; half a surrogate pair is left out.
+// The last 16 units of a text; half a surrogate pair is left out.
 std::string_view End(std::string_view text) {
     while (Utf16Length(text) > kPieceUnits) {
         text.remove_prefix(DecodeUtf8(text).length);
@@ -46,7 +46,7 @@ std::string Joined(std::initializer_list<std::string_view> pieces) {
     return text;
 }
 
-// As a menu shows it: each "&" stands for the character, not for an access key.
+// In a menu "&&" stands for the character, a single "&" for an access key.
 std::string WithDoubledMarks(std::string_view text) {
     std::string doubled;
     for (const char c : text) {
@@ -57,7 +57,7 @@ std::string WithDoubledMarks(std::string_view text) {
 
 }  // namespace
 
-// Nothing is measured: what fits is told by the number of parts alone.
+// No text is measured: the number of parts alone decides what is left out.
 std::string ShortenedPath(std::string_view path) {
     if (Utf16Length(path) <= kWholeUnits) {
         return std::string(path);

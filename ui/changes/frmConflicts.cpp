@@ -26,8 +26,8 @@ constexpr Anchor kAnchors[] = {
     {IDCANCEL, 100, 100, 100, 100},
 };
 
-// Windows takes the check mark from a font of symbols, which not every system has; all fonts have
-// the other mark.
+// Colour alone must not tell which value stays, so it has a mark. The check mark comes from a
+// symbol font, which not every system has; the other mark is in all fonts.
 const wchar_t* MarkOfThisSystem() {
     return HasFont(L"Segoe UI Symbol") ? kMark : kPlainMark;
 }
@@ -97,7 +97,8 @@ void frmConflicts::OnCommand(int id) {
     }
 }
 
-// Windows reports a click also where an option only gets the focus.
+// Windows reports a click also when an option only gets the focus. Choosing the same again does no
+// harm.
 void frmConflicts::OnOption() {
     if (lstConflicts.SelectedRow() != ReportList::kNoRow) {
         Choose(lstConflicts.SelectedRow(), optTheirs.IsChecked());

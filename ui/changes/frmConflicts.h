@@ -12,13 +12,14 @@
 namespace tamarind {
 
 // Shows the keys that were changed here and by another program, and lets the user choose for each
-// which value stays.
+// which value stays. It changes nothing itself: the caller gets the choices.
 class frmConflicts final : public ResizableDialog {
 public:
-    // `language` outlives the window.
+    // `style` is kept by reference and must outlive the window.
     explicit frmConflicts(const DialogStyle& style);
 
-    // All keys start with the user's own value. False when he cancels: his choices are dropped.
+    // All keys start with the user's own value. On OK `conflicts` gets the choices (takesTheirs).
+    // False if the user cancels; `conflicts` is then as it was.
     bool Show(HWND owner, std::vector<ValueConflict>& conflicts);
 
 private:
@@ -28,7 +29,9 @@ private:
     void OnOption();
     void OnToggled(int row);
 
+    // Column 0 is the key, 1 the user's line and 2 that of the other program.
     std::wstring CellText(int row, int column) const;
+    // Whether a cell has the value that does not stay.
     bool IsPale(int row, int column) const;
     void Choose(int row, bool takesTheirs);
     void ChooseForAll(bool takesTheirs);

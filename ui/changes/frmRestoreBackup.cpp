@@ -26,6 +26,7 @@ constexpr Anchor kAnchors[] = {
     {IDCANCEL, 100, 100, 100, 100},
 };
 
+// The number in `length` characters from `start` on; 0 if there are none.
 WORD NumberAt(std::string_view text, std::size_t start, std::size_t length) {
     WORD number = 0;
     if (start < text.size()) {
@@ -35,7 +36,7 @@ WORD NumberAt(std::string_view text, std::size_t start, std::size_t length) {
     return number;
 }
 
-// A date like "2026-11-21 06.45.12" as the user has set up dates.
+// A date like "2026-11-21 06.45.12" in the format of the user's region.
 std::wstring DateForUser(const std::string& date) {
     SYSTEMTIME time{};
     time.wYear = NumberAt(date, 0, 4);
@@ -53,7 +54,7 @@ std::wstring DateForUser(const std::string& date) {
     return isDate ? std::wstring(day) + L' ' + clock : Widen(date);
 }
 
-// A whole number with the user's separators between the thousands.
+// A whole number with the thousands separators of the user's region.
 std::wstring NumberForUser(std::uint64_t number) {
     wchar_t separator[8] = L"";
     GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_STHOUSAND, separator, ARRAYSIZE(separator));
@@ -136,7 +137,7 @@ const std::string& frmRestoreBackup::File() const {
     return m_files.at(static_cast<std::size_t>(SendMessageW(cboFile.Handle(), CB_GETCURSEL, 0, 0)));
 }
 
-// The newest is the selected one.
+// Shows the backups of the chosen file, with the newest one selected.
 void frmRestoreBackup::ShowBackups() {
     txtPath.SetText(Widen(File()));
     lstBackups.SetRowCount(0);
@@ -150,6 +151,7 @@ void frmRestoreBackup::ShowBackups() {
     }
 }
 
+// The list of differences is emptied before its texts change (see ReportList::SetRowCount).
 void frmRestoreBackup::OnBackupSelected(int row) {
     const bool isSelected = row != ReportList::kNoRow;
     lstDifferences.SetRowCount(0);

@@ -11,14 +11,14 @@
 
 namespace tamarind {
 
-// Shows the backups of the open files and what each says otherwise than its file does now, and
-// brings one of them back.
+// Shows the backups of the open files and the keys in which each differs from its file as it is
+// now, and restores one of them.
 class frmRestoreBackup final : public ResizableDialog {
 public:
-    // Both arguments outlive the window.
+    // Both arguments are kept by reference and must outlive the window.
     frmRestoreBackup(OpenSettings& settings, const DialogStyle& style);
 
-    // Shows the window until a backup is restored or the user closes it.
+    // Returns when a backup was restored or the user has closed the window.
     void Show(HWND owner) { ShowModal(owner); }
 
 private:
@@ -31,6 +31,7 @@ private:
     void MakeLists();
     void FillFiles();
     void ShowBackups();
+    // The path of the file that is chosen in the combo box.
     const std::string& File() const;
     std::wstring BackupText(int row, int column) const;
     std::wstring DifferenceText(int row, int column) const;

@@ -11,6 +11,7 @@ namespace {
 constexpr Twips kLeftOfOwner{1400};
 constexpr Twips kTopOfOwner{1800};
 
+// Below and to the right of the owner's corner, but on one monitor as a whole.
 void PlaceNearOwner(HWND window) {
     const HWND owner = GetWindow(window, GW_OWNER);
     RECT place{};
@@ -59,7 +60,7 @@ void frmFavoriteAdd::OnCommand(int id, int code) {
             }
             break;
         case IDOK:
-            // The Enter key comes here even when the button is disabled.
+            // The Enter key arrives here even while the button is disabled.
             if (!m_caption.empty()) {
                 EndModal(IDOK);
             }

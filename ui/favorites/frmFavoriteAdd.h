@@ -8,14 +8,14 @@
 
 namespace tamarind {
 
-// Asks under which caption a key becomes a favorite.
+// Asks for the caption under which a key becomes a favorite.
 class frmFavoriteAdd final : public Dialog {
 public:
     explicit frmFavoriteAdd(const DialogStyle& style)
         : Dialog(IDD_FRMFAVORITEADD, L"frmFavoriteAdd", style) {}
 
-    // Shows the window near the owner's upper left corner. Returns the caption, which is not empty,
-    // or nothing when the user cancels.
+    // Shows the window near the upper left corner of its owner. Returns the caption, which is not
+    // empty, or nothing if the user cancels.
     std::optional<std::string> Ask(HWND owner, const std::string& defaultName);
 
 private:

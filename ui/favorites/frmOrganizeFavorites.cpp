@@ -60,7 +60,7 @@ frmOrganizeFavorites::frmOrganizeFavorites(Workplace& workplace, KeySelection& s
     m_selection.KeyWatchers().Add(*this);
 }
 
-// As long as it still knows where its place is stored.
+// Destroys the window here and not in the base class: while it is destroyed it stores its place.
 frmOrganizeFavorites::~frmOrganizeFavorites() {
     m_selection.KeyWatchers().Remove(*this);
     m_favorites.Watchers().Remove(*this);
@@ -94,7 +94,7 @@ void frmOrganizeFavorites::OnInit() {
     ListView1.Create(Handle(), IDC_ORGANIZE_LISTVIEW1, {}, *this,
                      LVS_EDITLABELS | LVS_NOCOLUMNHEADER);
     SetDirectionOf(ListView1.Handle());
-    // The first one that the Tab key comes to.
+    // Puts the list first in the tab order.
     SetWindowPos(ListView1.Handle(), HWND_TOP, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     RestorePlace();
@@ -107,7 +107,8 @@ std::optional<LRESULT> frmOrganizeFavorites::HandleMessage(UINT message, WPARAM 
                                                            LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
-            // The list passes on what its box for a row's text sends, under any number.
+            // The list also passes on the notifications of the box in which a row is renamed, whose
+            // number is arbitrary.
             if (HIWORD(wParam) == BN_CLICKED) {
                 OnCommand(LOWORD(wParam));
             }
@@ -130,7 +131,8 @@ std::optional<LRESULT> frmOrganizeFavorites::HandleMessage(UINT message, WPARAM 
 
 void frmOrganizeFavorites::OnCommand(int id) {
     FavoritesOrganizer& organizer = m_favorites.Organizer();
-    // A key of a button does not take the focus from the row that is being renamed.
+    // A button that is pressed by its access key does not take the focus from the box in which a
+    // row is renamed.
     ListView1.EndLabelEdit();
     switch (id) {
         case IDC_ORGANIZE_CMDUP:
@@ -174,14 +176,14 @@ void frmOrganizeFavorites::OnApply() {
     if (m_workplace.IsBusy()) {
         return;
     }
-    // Otherwise the next button would get the focus, which closes the window.
+    // A disabled Apply button would pass the focus on to the next button, Cancel.
     if (m_favorites.ApplyOrganizer() && GetFocus() == cmdApply.Handle()) {
         m_listControl.Focus();
     }
     ShowStates();
 }
 
-// A favorite that was added elsewhere is a new row.
+// A favorite that was added elsewhere appears as a new row.
 void frmOrganizeFavorites::OnFavoritesChanged() {
     const auto rows = static_cast<int>(m_favorites.Organizer().Rows().size());
     if (Handle() != nullptr && rows != ListView1.RowCount()) {
@@ -197,6 +199,7 @@ void frmOrganizeFavorites::OnKeyListChanged() {
     }
 }
 
+// Shows rows, selection and buttons as the organizer has them.
 void frmOrganizeFavorites::Refresh() {
     if (Handle() == nullptr) {
         return;
@@ -236,7 +239,7 @@ void frmOrganizeFavorites::ShowLook() {
     ListView1.SetColumnMargin(ToPixels(kColumnMargin, m_dpi).value);
 }
 
-// Puts the frame across the lower edge and the buttons into its middle. Returns its upper edge.
+// Puts the frame along the lower edge and the buttons into its middle. Returns its upper edge.
 LONG frmOrganizeFavorites::PlaceFrame(const SIZE& area) const {
     const HWND frame = Frame1.Handle();
     std::vector<std::pair<HWND, RECT>> buttons;
@@ -259,7 +262,7 @@ LONG frmOrganizeFavorites::PlaceFrame(const SIZE& area) const {
     return bounds.top;
 }
 
-// The list in all that the frame leaves.
+// The list fills everything above the frame.
 void frmOrganizeFavorites::Layout() {
     const HWND list = ListView1.Handle();
     if (list == nullptr) {
@@ -278,7 +281,7 @@ void frmOrganizeFavorites::Layout() {
 
 void frmOrganizeFavorites::OnStretched(int clientWidth) {
     m_leastClientWidth = clientWidth;
-    // Windows makes it as wide as it must be now.
+    // Windows makes the window as wide as its new smallest size.
     SetWindowBounds(Handle(), BoundsOf(Handle()));
     Layout();
 }
@@ -306,7 +309,7 @@ void frmOrganizeFavorites::StorePlace() {
     m_workplace.OwnSettings().WriteFavoriteWindow();
 }
 
-// Null where the list asks for a row that is gone already.
+// Null if the list asks for a row that no longer exists.
 const Favorite* frmOrganizeFavorites::FavoriteOf(int row) const {
     const auto& rows = m_favorites.Organizer().Rows();
     const auto at = static_cast<std::size_t>(row);

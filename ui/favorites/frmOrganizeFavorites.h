@@ -10,26 +10,27 @@
 
 namespace tamarind {
 
-// The window in which the user orders, renames and deletes favorites. It shows the session's
-// organizer, whose rows become the favorites when they are applied.
+// The window in which the user orders, renames and deletes favorites. It shows the
+// FavoritesOrganizer of the book, whose rows become the favorites only when the user presses Apply.
+// It is modeless and stores its place in the own settings when it closes.
 class frmOrganizeFavorites final : public Dialog,
                                    private VirtualListSource,
                                    private FavoritesListener,
                                    private KeyListListener {
 public:
-    // `onDefinition` is called when a favorite's key is the current one. All arguments outlive the
-    // window.
+    // `onDefinition` is called after a favorite's key has become the current one. All other
+    // arguments are kept by reference and must outlive the window.
     frmOrganizeFavorites(Workplace& workplace, KeySelection& selection, FavoritesBook& favorites,
                          const DialogStyle& style, std::function<void()> onDefinition);
     ~frmOrganizeFavorites() override;
 
-    // Fills the organizer and shows it where the window was last; one that is open already comes to
-    // the front as it is. With SW_SHOWNA the focus stays where it is.
+    // Fills the organizer and shows it at the window's last place. If it is open already, it is
+    // brought to the front as it is. With SW_SHOWNA the focus stays where it is.
     void Open(HWND owner, int showCommand = SW_SHOW);
-    // As the user does it, dropping what was not applied.
+    // As if the user closed it: changes that were not applied are lost.
     void Close();
 
-    // May be called before the window is made.
+    // May be called before the window exists.
     void ApplyLook(const ListLook& look);
 
 private:
@@ -39,6 +40,8 @@ private:
     std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnStretched(int clientWidth) override;
     void OnCommand(int id);
+    // Makes the key of the selected favorite the current one. `beeps`: audibly if it is not in the
+    // list.
     void OnDefinition(bool beeps);
     void OnApply();
 
@@ -54,14 +57,16 @@ private:
     bool OnRowRenamed(int row, const std::wstring& text) override;
 
     const Favorite* FavoriteOf(int row) const;
-    // Shows the organizer's rows and states as they are now.
+    // Shows the rows and states of the organizer as they are now.
     void Refresh();
+    // Enables the buttons that can be used.
     void ShowStates();
     void ShowLook();
     void Layout();
     LONG PlaceFrame(const SIZE& area) const;
     void RestorePlace();
     void StorePlace();
+    // The smallest size of the window in pixels.
     SIZE LeastSize() const;
 
     Workplace& m_workplace;

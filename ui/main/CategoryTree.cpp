@@ -44,7 +44,7 @@ void CategoryTree::Fill() {
         }
         m_items.push_back(TreeView1.Add(m_items.front(), node));
     }
-    // Only now: a tree measures and scrolls for every node that it adds in sight.
+    // Not earlier: an expanded tree measures and scrolls for every node that is added.
     TreeView1.Expand(m_items.front());
     ShowSelection();
 }

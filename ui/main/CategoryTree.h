@@ -9,9 +9,10 @@
 
 namespace tamarind {
 
-// The tree of the data file's categories.
+// The tree of the categories of the data file: a view of KeySelection, which owns the selection.
 class CategoryTree final : private TreeViewListener, private CategoryListener {
 public:
+    // Both arguments are kept by reference and must outlive the tree.
     CategoryTree(KeySelection& selection, MainWindowActions& actions)
         : m_selection(selection), m_actions(actions) {
         m_selection.CategoryWatchers().Add(*this);
@@ -20,11 +21,14 @@ public:
     CategoryTree(const CategoryTree&) = delete;
     CategoryTree& operator=(const CategoryTree&) = delete;
 
+    // False if Windows cannot create the control.
     bool Create(HWND parent);
+    // Colours, font, border and pictures. The pictures stay owned by `look`, which must live until
+    // the next call.
     void ApplyLook(const MainLook& look);
     HWND Handle() const { return TreeView1.Handle(); }
 
-    // Shows all nodes again, in the present language.
+    // Fills the tree again, with its texts in the present language.
     void Fill();
 
 private:

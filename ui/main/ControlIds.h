@@ -2,8 +2,8 @@
 
 namespace tamarind {
 
-// Numbers of the main window's controls and containers, by which tools find them. Commands have
-// lower ones.
+// Numbers of the main window's controls and containers, by which automation tools find them. They
+// are greater than those of commands and menu entries.
 enum ControlId : int {
     kIdToolbar1 = 1001,
     kIdToolbar2,
@@ -23,7 +23,7 @@ enum ControlId : int {
     kIdKeyListPane,
 };
 
-// Menu entries that come and go: the recent files by slot, and the favorites by place.
+// Menu entries that change: recent files by slot, and favorites by their place in the list.
 enum EntryId : int {
     kIdRecentFirst = 300,
     kIdClearRecent = 399,
@@ -31,7 +31,7 @@ enum EntryId : int {
     kIdFavoriteLast = 999,
 };
 
-// Keys of the main window that are no commands.
+// Accelerators of the main window that are no commands.
 enum FocusId : int {
     kIdNextPane = 50,
     kIdPreviousPane,

@@ -80,7 +80,7 @@ void DescriptionPane::ShowDescription() {
     txtDescriptionBox.Enable(m_selection.CurrentKey().has_value());
 }
 
-// A box that cannot be edited any more does not keep the focus.
+// If the box can no longer be edited, it gives up the focus.
 void DescriptionPane::OnKeyShown() {
     const bool hadFocus = GetFocus() == Box();
     ShowDescription();
@@ -95,7 +95,7 @@ void DescriptionPane::OnWentToKey(const std::optional<DescriptionPart>& part) {
     }
 }
 
-// A text that is shown is not one that the user changed.
+// A text that the program has set is no change by the user, should the system report it.
 void DescriptionPane::OnTextChanged() {
     if (!m_isLoading) {
         m_dataFile.ChangeDescription(Narrow(txtDescriptionBox.Text()));
@@ -125,7 +125,7 @@ void DescriptionPane::Layout() {
     PlaceDescriptionToolbar(ToTwips(Pixels{static_cast<int>(area.bottom)}, m_dpi));
 }
 
-// In the corner below on the right, beside the scroll bar.
+// In the lower right corner, beside the scroll bar. `height` is that of the pane.
 void DescriptionPane::PlaceDescriptionToolbar(Twips height) {
     RECT area{};
     GetClientRect(Handle(), &area);

@@ -12,29 +12,34 @@
 
 namespace tamarind {
 
-// The description of the current key. While changed descriptions wait to be saved, a small toolbar
-// in its corner offers that.
+// The description of the current key, which can be edited. While changed descriptions wait to be
+// saved, a small toolbar in the lower corner offers to do that.
 class DescriptionPane final : public Window,
                               private ToolbarListener,
                               private EditBoxListener,
                               private KeyListListener,
                               private WorkplaceListener {
 public:
+    // All arguments are kept by reference and must outlive the pane.
     DescriptionPane(Workplace& workplace, KeySelection& selection, OpenDataFile& dataFile,
                     const CommandStates& states, MainWindowActions& actions);
     ~DescriptionPane() override;
 
+    // False if Windows cannot create the pane or its controls.
     bool Create(HWND parent, const MainLook& look);
+    // The pictures stay owned by `look`, which must live until the next call.
     void ApplyLook(const MainLook& look);
 
-    // Shows the texts of the present language.
+    // Shows all texts in the present language.
     void ApplyLanguage();
 
     HWND Box() const { return txtDescriptionBox.Handle(); }
-    // Shows the current key's text as it is stored.
+    // Shows the stored description of the current key.
     void ShowDescription();
 
 private:
+    // What the parts of the session tell: another key is shown, a search or a favorite has led to a
+    // part of the description, the enabled commands have changed.
     void OnKeyShown() override;
     void OnWentToKey(const std::optional<DescriptionPart>& part) override;
     void OnCommandsChanged() override;

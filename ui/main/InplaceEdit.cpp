@@ -24,7 +24,7 @@ bool InplaceEdit::Create(HWND parent, int id, InplaceEditListener& listener) {
     if (!CreateControl(WC_EDITW, parent, id, WS_BORDER | ES_LEFT | ES_AUTOHSCROLL)) {
         return false;
     }
-    Send(EM_SETLIMITTEXT, 0);  // as much as there is room for
+    Send(EM_SETLIMITTEXT, 0);  // 0: the largest limit that Windows has
     return true;
 }
 
@@ -71,7 +71,8 @@ void InplaceEdit::FollowList() {
     }
 }
 
-// The same lengths as the list's own rows and column have, so that the text stays where it was.
+// Uses the same distances as the rows and the column of the list, so that the text stays in place
+// when the box opens over it.
 RECT InplaceEdit::Place() const {
     const auto pixels = [this](Twips length) { return ToPixels(length, m_dpi).value; };
     RECT list{};
@@ -101,7 +102,7 @@ std::optional<LRESULT> InplaceEdit::OnMessage(UINT message, WPARAM wParam, LPARA
         case WM_CHAR:
             return OnCharacter(wParam, lParam) ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_KILLFOCUS:
-            // A message about the text takes the focus for a while only.
+            // A message box about the text takes the focus only for a while.
             if (!m_isEntering) {
                 Close();
             }
@@ -111,11 +112,11 @@ std::optional<LRESULT> InplaceEdit::OnMessage(UINT message, WPARAM wParam, LPARA
     }
 }
 
-// Returns whether the character is done with. The box itself would beep at those of the keys.
+// The edit control would beep at the characters of these keys.
 bool InplaceEdit::OnCharacter(WPARAM unit, LPARAM flags) {
     switch (unit) {
         case VK_RETURN:
-            // The key that opened the box, still held down, enters nothing.
+            // The key press that opened the box and is still held down enters nothing.
             if ((HIWORD(flags) & KF_REPEAT) == 0) {
                 Enter();
             }
@@ -148,6 +149,7 @@ void InplaceEdit::Enter() {
     }
 }
 
+// The row is looked at again and again: that catches every way in which a list can scroll.
 void InplaceEdit::OnTick() {
     RECT at{};
     GetWindowRect(Handle(), &at);

@@ -7,42 +7,49 @@
 
 namespace tamarind {
 
+// Takes over what the user has typed.
 class InplaceEditListener {
 public:
-    // The user is done with the text. Returns whether it was taken; else the box stays open.
+    // The user has pressed Enter. Returns whether the text was taken; otherwise the box stays open.
     virtual bool OnTextEntered(const std::wstring& text) = 0;
 
 protected:
     ~InplaceEditListener() = default;
 };
 
-// A box of one line over a row of a list, in which the row is edited. It closes without a word
-// when the user leaves it or scrolls the list.
+// An edit box of one line over a row of a list, in which the row is edited. The box closes without
+// storing anything when the user leaves it, scrolls the list or presses Escape.
 class InplaceEdit final : public Control {
 public:
+    // `list` must outlive the box.
     explicit InplaceEdit(VirtualList& list) : m_list(list) {}
 
-    // The parent is the list's.
+    // The parent must be that of the list.
     bool Create(HWND parent, int id, InplaceEditListener& listener);
-    // To be called when list and box have the font of this resolution.
+    // To be called after list and box have got their fonts for this DPI.
     void SetDpi(int dpi);
 
-    // Opens over a row that is in sight, with the focus and the text selected from a UTF-16 unit
-    // to its end.
+    // Opens over a visible row, takes the focus, and selects the text from a UTF-16 unit to its
+    // end.
     void Open(int row, const std::wstring& text, std::size_t selectionStart);
-    // Gives the focus to the list if it had it.
+    // Hides the box. If it had the focus, the list gets it.
     void Close();
     bool IsOpen() const { return m_row != VirtualList::kNoRow; }
+    // VirtualList::kNoRow while the box is closed.
     int Row() const { return m_row; }
 
-    // Follows the list's left edge and width. What moves the row up or down closes the box.
+    // Follows the left edge and the width of the list. If the row has moved up or down, the timer
+    // closes the box.
     void FollowList();
 
 private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Returns whether the character was handled.
     bool OnCharacter(WPARAM unit, LPARAM flags);
+    // Closes the box if its row is elsewhere now.
     void OnTick();
     void Enter();
+    // Where the box belongs, in pixels of the parent.
     RECT Place() const;
     int TextWidth(const std::wstring& text) const;
 

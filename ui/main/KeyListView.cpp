@@ -13,7 +13,8 @@ namespace tamarind {
 namespace {
 
 constexpr Twips kColumnMargin{500};
-constexpr int kIconCount = 3;  // each stands in the picture list twice, the second time dimmed
+// The picture list has each icon twice: the three as they are, then the three dimmed.
+constexpr int kIconCount = 3;
 constexpr UINT kNextKeyMs = 50;
 constexpr std::size_t kRowsBelow = 3;
 
@@ -88,7 +89,7 @@ void KeyListView::OnKeyListChanged() {
     OnKeyShown();
 }
 
-// Selects the current key and brings it into view.
+// Selects the current key and scrolls it into view.
 void KeyListView::OnKeyShown() {
     if (const auto current = m_selection.CurrentRow()) {
         const int row = static_cast<int>(*current);
@@ -96,14 +97,15 @@ void KeyListView::OnKeyShown() {
             txtInplaceEdit.Close();
             ListView1.SelectRow(row);
         }
-        // The rows stay where they are between the two clicks on one that is cut off.
+        // A row that is partly visible is enough: if it scrolled between the two clicks of a
+        // double-click, the second one would hit another row.
         ListView1.EnsureVisible(row, true);
     }
     ShowColor();
 }
 
-// Some of the rows below are brought into view, too. The row itself counts most where there is no
-// room for all.
+// Also scrolls some rows below the key into view. If there is no room for all, the row of the key
+// comes first.
 void KeyListView::OnWentToKey(const std::optional<DescriptionPart>&) {
     if (const auto row = m_selection.CurrentRow()) {
         const std::size_t last = std::min(*row + kRowsBelow, m_selection.Keys().Size() - 1);
@@ -122,7 +124,7 @@ void KeyListView::OnKeyChanged(KeyNumber key) {
     }
 }
 
-// Without a key of its own colour there is no sample.
+// The sample is made when the first key with a colour is shown.
 void KeyListView::ShowColor() {
     const auto sample = m_commands.CurrentColor();
     if (sample && cmdColorSample.Handle() == nullptr) {
@@ -139,7 +141,7 @@ void KeyListView::ShowColor() {
     cmdColorSample.Show(sample.has_value());
 }
 
-// At the right of the list below its title, beside the scroll bar if there is one.
+// At the right edge of the list, below the column title and beside the scroll bar, if there is one.
 void KeyListView::PlaceColorSample() {
     if (cmdColorSample.Handle() == nullptr) {
         return;
@@ -178,7 +180,7 @@ void KeyListView::BeginInplaceEdit() {
     }
 }
 
-// Only now, since most starts of the program end without an edit.
+// Made on the first edit, because most runs of the program end without one.
 bool KeyListView::CreateInplaceEdit() {
     if (txtInplaceEdit.Handle() == nullptr) {
         if (!txtInplaceEdit.Create(Handle(), kIdTxtInplaceEdit, *this)) {
@@ -210,7 +212,7 @@ void KeyListView::ContinueWithNextKey() {
 
 void KeyListView::OnNextKey() {
     Timer1.Stop();
-    // A dialog or a save that began meanwhile keeps the focus.
+    // A dialog or a save that has begun meanwhile keeps the focus.
     const bool isFree =
         IsWindowEnabled(GetAncestor(ListView1.Handle(), GA_ROOT)) && !m_workplace.IsBusy();
     if (isFree && m_selection.SelectNextKey()) {
@@ -218,7 +220,7 @@ void KeyListView::OnNextKey() {
     }
 }
 
-// Nothing where the list asks for a row that the session has dropped already.
+// Nothing if the list asks for a row that no longer exists.
 std::optional<KeyRecord> KeyListView::RecordOf(int row) const {
     const auto at = static_cast<std::size_t>(row);
     if (at >= m_selection.Keys().Size()) {
@@ -245,7 +247,7 @@ RowLook KeyListView::LookOfRow(int row) const {
 
 void KeyListView::OnRowSelected(int row) {
     const auto at = static_cast<std::size_t>(row);
-    // The session tells of the key that it made the current one by itself.
+    // When the program itself has changed the current key, there is nothing to report.
     if (at < m_selection.Keys().Size() &&
         m_selection.Keys().KeyAt(at) != m_selection.CurrentKey()) {
         m_selection.ShowKeyDetails(at);
@@ -260,6 +262,7 @@ void KeyListView::OnRowActivated() {
     m_actions.Execute(Command::EditValue);
 }
 
+// Shortcuts that belong to the list, such as Del, work here and nowhere else.
 bool KeyListView::OnListKey(WPARAM key) {
     for (const CommandInfo& info : AllCommands()) {
         const Shortcut& shortcut = info.shortcut;

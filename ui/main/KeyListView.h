@@ -12,32 +12,37 @@
 
 namespace tamarind {
 
-// The visible key list: the rows of the session's list, each a line of the settings file, with the
-// box in which the current one is edited and the sample of its colour. All three are in a window of
-// their own, which is never mirrored, since the places of the two follow from the rows.
+// The visible key list: one row for each key of KeySelection, with the box in which the current one
+// is edited and the sample of its colour. All three are in a window of their own that is never
+// mirrored, because box and sample are placed beside rows that run from left to right.
 class KeyListView final : public Window,
                           private VirtualListSource,
                           private InplaceEditListener,
                           private KeyListListener {
 public:
+    // All arguments are kept by reference and must outlive the view.
     KeyListView(const Workplace& workplace, KeySelection& selection, KeyCommands& commands,
                 MainWindowActions& actions);
     ~KeyListView() override;
 
+    // False if Windows cannot create the pane or the list. Box and sample are made when they are
+    // needed first.
     bool Create(HWND parent);
+    // The pictures stay owned by `look`, which must live until the next call.
     void ApplyLook(const MainLook& look);
-    // Shows the text of the present language.
+    // Shows the column title in the present language.
     void ApplyLanguage();
     HWND List() const { return ListView1.Handle(); }
 
-    // Opens the box over the current row.
+    // Opens the box over the current row, if its value can be edited.
     void BeginInplaceEdit();
-    // Stores nothing, nor is it the next row's turn any more.
+    // Closes the box without storing anything, and does not go on to the next row either.
     void CloseInplaceEdit();
     bool IsEditing() const { return txtInplaceEdit.IsOpen(); }
-    // Whether a window belongs to the list, which is to get the focus in its place.
+    // Whether the window is the list or its box, so that the list is to get the focus in its place.
     bool IsPart(HWND window) const;
-    // A value was stored: a moment later it is the next row's turn, if the settings say so.
+    // To be called after a value was stored: if the settings say so, the next row is edited a
+    // moment later.
     void ContinueWithNextKey();
 
 private:
@@ -58,8 +63,10 @@ private:
     void OnNextKey();
     bool CreateInplaceEdit();
     void ApplyLookToInplaceEdit();
+    // Shows or hides the colour sample of the current key.
     void ShowColor();
     void PlaceColorSample();
+    // Nothing if there is no such row.
     std::optional<KeyRecord> RecordOf(int row) const;
 
     const Workplace& m_workplace;

@@ -12,7 +12,7 @@
 namespace tamarind {
 namespace {
 
-// What is being typed in the edit box is dropped before these.
+// These commands first close the edit box and drop what was typed.
 constexpr Command kEndEditing[] = {
     Command::FileOpen,       Command::FileOpenDataFile, Command::FileSave,
     Command::FileExport,     Command::FileImport,       Command::FileSaveAndRestart,
@@ -54,6 +54,7 @@ void MainCommands::OnCommand(int id) {
     }
 }
 
+// Entries that are no commands: a recent file, "Clear List", a favorite.
 void MainCommands::OnEntry(int id) {
     if (id >= kIdRecentFirst && id < kIdClearRecent) {
         m_panes.Keys().CloseInplaceEdit();
@@ -70,7 +71,7 @@ void MainCommands::ShowFavorite(int place) {
     const auto at = static_cast<std::size_t>(place);
     if (at < favorites.Items().size()) {
         m_panes.Keys().CloseInplaceEdit();
-        // By value: showing it may make the list anew.
+        // A copy, because showing the favorite may build the list again.
         const std::string name = favorites.Items()[at].name;
         if (favorites.FavoriteDefinition(name)) {
             FocusKeyList();
@@ -79,7 +80,7 @@ void MainCommands::ShowFavorite(int place) {
 }
 
 void MainCommands::Execute(Command command) {
-    // The key list asks to edit under a heading, too, which is heard.
+    // Under a heading the list may ask for an edit, too; KeyCommands answers it with a sound.
     const bool isHeard = command == Command::EditValue && m_session.Selection().ShowsHeading() &&
                          !m_session.Place().IsBusy();
     if (!m_session.States().IsEnabled(command) && !isHeard) {
@@ -91,6 +92,7 @@ void MainCommands::Execute(Command command) {
     Do(command);
 }
 
+// What each command does. Whether it may is decided before.
 void MainCommands::Do(Command command) {
     Workplace& workplace = m_session.Place();
     KeySelection& selection = m_session.Selection();
@@ -145,7 +147,7 @@ void MainCommands::Do(Command command) {
             keys.CommentKey();
             break;
         case Command::EditDelete:
-            // A key whose value is being typed is not deleted.
+            // The Delete key must not delete a key while its value is being typed.
             if (!m_panes.Keys().IsEditing()) {
                 keys.DeleteKey();
             }

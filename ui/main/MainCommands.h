@@ -9,22 +9,23 @@
 
 namespace tamarind {
 
-// Does what menus, keys and toolbars ask for.
+// Carries out what menus, shortcuts and toolbars ask for, and owns the modeless dialogs. Which
+// commands are enabled is decided by CommandStates.
 class MainCommands {
 public:
-    // All arguments outlive it.
+    // All arguments are kept by reference and must outlive this object.
     MainCommands(EditorSession& session, MainPanes& panes, const DialogStyle& style);
 
-    // The main window, which owns the dialogs and is closed by File > Exit.
+    // The main window. It owns the dialogs and is closed by File > Exit.
     void SetOwner(HWND owner) { m_owner = owner; }
 
-    // A number that came with WM_COMMAND: of a command, of an entry that a menu has besides, or of
-    // a key that moves the focus.
+    // Handles a number that came with WM_COMMAND: a command, another menu entry (EntryId), or a key
+    // that moves the focus (FocusId).
     void OnCommand(int id);
-    // Does nothing for a command that is not enabled.
+    // Carries out a command, or does nothing if it is not enabled.
     void Execute(Command command);
 
-    // The dialogs beside the main window.
+    // The window is open only from time to time; the object always exists.
     frmOrganizeFavorites& Organizer() { return m_organizeFavorites; }
     void ApplyLanguage();
 
@@ -33,6 +34,7 @@ private:
     void Do(Command command);
     void AddFavorite();
     void ShowFavorite(int place);
+    // After a value was stored, goes on to the next key if the settings say so.
     void ContinueAfter(bool isStored);
     void ShowAbout();
     void FocusKeyList() { SetFocus(m_panes.Keys().List()); }

@@ -6,7 +6,8 @@
 
 namespace tamarind {
 
-// What the settings and the window's resolution make of its look.
+// Everything about the look of the main window that follows from the settings and its DPI. Lists of
+// pictures are owned here and lent to the controls.
 struct MainLook {
     int dpi = 0;
     UserFont font;
@@ -22,6 +23,7 @@ struct MainLook {
     UniqueImageList statusPictures;
 };
 
+// `dpi` is that of the window. Pictures that cannot be loaded are left out.
 MainLook MakeMainLook(const Settings& settings, int dpi);
 
 }  // namespace tamarind

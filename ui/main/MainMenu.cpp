@@ -13,6 +13,7 @@ constexpr int kFixedFavoriteEntries = 2;
 
 constexpr Command kTreeEntries[] = {Command::FileExport, Command::FileImport};
 
+// The command that the arrow beside a toolbar button offers.
 struct DropDown {
     Command button;
     Command entry;
@@ -39,6 +40,8 @@ MainMenu::MainMenu(const Workplace& workplace, const KeySelection& selection,
     m_favorites.Watchers().Add(*this);
 }
 
+// Everything is built anew, which is simpler than exchanging texts. A menu belongs to the bar from
+// the moment it is appended, hence the Release.
 bool MainMenu::Create(HWND window) {
     UniqueMenu bar(CreateMenu());
     for (const MenuInfo& menu : MenuBar()) {
@@ -104,7 +107,7 @@ void MainMenu::FillRecentFiles(HMENU menu) const {
     AppendMenuW(menu, MF_STRING | clearState, kIdClearRecent, Widen(files.ClearText()).c_str());
 }
 
-// They stand after the fixed entries of their menu.
+// Favorites follow the fixed entries of their menu.
 void MainMenu::OnFavoritesChanged() {
     const HMENU menu = FavoritesMenu();
     while (DeleteMenu(menu, kFixedFavoriteEntries, MF_BYPOSITION)) {
@@ -120,7 +123,7 @@ void MainMenu::OnFavoritesChanged() {
     }
 }
 
-// Only those can be chosen whose keys the list shows.
+// Only favorites whose keys are in the list can be chosen.
 void MainMenu::RefreshFavorites(HMENU menu) const {
     const ShownNames names = m_selection.NamesInList();
     UINT id = kIdFavoriteFirst;
@@ -153,7 +156,7 @@ void MainMenu::Refresh(HMENU menu) const {
     }
 }
 
-// Without the keys of the list: elsewhere these edit text.
+// Shortcuts of the key list are left out: in other windows those keys edit text.
 UniqueAccelerators MainMenu::MakeAccelerators(std::span<const Command> except) {
     std::vector<ACCEL> keys = {
         {FVIRTKEY, VK_F6, kIdNextPane},

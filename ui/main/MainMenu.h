@@ -8,39 +8,42 @@
 
 namespace tamarind {
 
-// The menu bar, the menus that pop up, and the keys, all read from the table of commands.
+// The menu bar, the pop-up menus and the accelerators, all built from the table of commands.
 class MainMenu final : private FavoritesListener {
 public:
-    // All arguments outlive the menu.
+    // All arguments are kept by reference and must outlive this object.
     MainMenu(const Workplace& workplace, const KeySelection& selection, FavoritesBook& favorites,
              const RecentSettings& recent, const CommandStates& states);
     ~MainMenu() override { m_favorites.Watchers().Remove(*this); }
     MainMenu(const MainMenu&) = delete;
     MainMenu& operator=(const MainMenu&) = delete;
 
-    // Makes the menu bar in the present language and gives it to the window, which owns it from
-    // then on. One that it had before is gone.
+    // Builds the menu bar in the present language and gives it to the window, which owns it from
+    // then on. Its former menu bar is destroyed.
     bool Create(HWND window);
-    // While a line of text is edited the keys of the Edit menu belong to that.
+    // The accelerators. While text is edited, those of the Edit menu are left to the text.
     HACCEL Accelerators(bool isEditingText) const {
         return (isEditingText ? m_textAccelerators : m_accelerators).Get();
     }
 
-    // Brings the enabled and checked states in a menu up to date, which it needs before it opens.
+    // Updates the enabled and checked states of a menu; to be called before it opens
+    // (WM_INITMENUPOPUP).
     void Refresh(HMENU menu) const;
 
+    // `at` is in screen pixels. Returns when the menu is closed.
     void ShowPopup(HWND window, PopupMenu menu, POINT at) const;
-    // Below a toolbar button; nothing for a command without such a menu.
+    // Opens the menu of a toolbar button below it. `button` is in screen pixels.
     void ShowDropDown(HWND window, Command command, const RECT& button) const;
 
 private:
     void OnFavoritesChanged() override;
     std::wstring EntryText(Command command) const;
     void Fill(HMENU menu, std::span<const Command> entries) const;
+    // The shortcuts that work in the whole window, except those of the given commands.
     static UniqueAccelerators MakeAccelerators(std::span<const Command> except);
     void FillRecentFiles(HMENU menu) const;
     void RefreshFavorites(HMENU menu) const;
-    // The menu of the menu bar that has a command.
+    // The index of the menu of the menu bar that contains a command.
     static std::size_t MenuWith(Command command);
     HMENU FavoritesMenu() const;
 

@@ -11,11 +11,11 @@ namespace {
 constexpr Twips kBarSize = ToTwips(Pixels{3}, kDesignDpi);
 constexpr Twips kMinListWidth{2100};
 
-// A bar that nobody moved leaves what the file says.
+// A bar that was not moved leaves the setting as the file has it.
 void StorePosition(const cSplitter& splitter, std::int32_t& setting) {
     const Twips position = splitter.SplitPosition();
     if (position.value != UsableBarPosition(setting)) {
-        // A window too low for its description has the bar above its upper edge.
+        // In a window that is too low for its description, the bar is above the upper edge.
         setting = std::max(position, kBarSize).value;
     }
 }

@@ -9,13 +9,15 @@
 
 namespace tamarind {
 
-// The panes of the main window and the two splitters between them: the tree beside the key list,
-// both above the description.
+// The panes of the main window and the two splitters between them: the tree and the key list side
+// by side, and the description below both.
 class MainPanes {
 public:
-    // All arguments outlive the panes.
+    // All arguments are kept by reference and must outlive the panes.
     MainPanes(EditorSession& session, MainWindowActions& actions);
 
+    // Makes all panes, with the splitters where the settings want them. False if Windows cannot
+    // create one.
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
     void SetBounds(const RECT& bounds) { Picture1.SetBounds(bounds); }
@@ -24,14 +26,16 @@ public:
     KeyListView& Keys() { return m_keys; }
     DescriptionPane& Description() { return m_description; }
 
+    // If the pane that is hidden has the focus, the tree gets it.
     void ShowDescriptionPane(bool isVisible);
-    // To be called once the window has its first size: from then on the description keeps its
-    // height.
+    // To be called when the window has its first size. From then on the description keeps its
+    // height when the size of the window changes.
     void StartFollowingSize() { m_descriptionSplitter.KeepSecondPaneSize(true); }
+    // Puts the positions of the splitters into the settings, in twips.
     void StorePositions(Settings& settings) const;
 
     void FocusTree() { SetFocus(m_tree.Handle()); }
-    // Moves the focus between tree, list and description.
+    // Moves the focus to the next or the former one of tree, list and description that can have it.
     void FocusNext(bool isForward);
 
 private:

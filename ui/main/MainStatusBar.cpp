@@ -10,7 +10,7 @@
 namespace tamarind {
 namespace {
 
-constexpr Twips kDataFileSpare{90};  // what its panel is wider than its content
+constexpr Twips kDataFileSpare{90};  // by which its panel is wider than its content
 constexpr int kTextMargin = 6;       // pixels beside a panel's text
 constexpr int kPictureGap = 4;       // pixels between its picture and its text
 
@@ -72,7 +72,7 @@ void MainStatusBar::UpdateParts() {
                          ScaledPixels(kPictureGap, m_dpi) + ToPixels(kDataFileSpare, m_dpi).value;
     const int grip = SystemMetric(SM_CXVSCROLL, m_dpi);
     const int counter = contentWidth(m_selection.CounterPanel()) + grip;
-    // In a narrow window the panels in the middle and at the right stay in sight.
+    // In a narrow window the panel of the data file is cut, so that the other two stay visible.
     const int first = std::min(dataFile, width / 2);
     const int edges[kPartCount] = {first, std::max(first, width - counter), -1};
     StatusBar1.SetParts(edges);
@@ -110,7 +110,7 @@ bool MainStatusBar::CreateProgress() {
             ProgressBar1.Create(picProgressBar.Handle(), kIdProgressBar1));
 }
 
-// Paints at once and leaves all else alone.
+// Called in the middle of a load: it paints the bar at once and handles no other messages.
 void MainStatusBar::OnProgress(const ProgressMeter& progress) {
     if (!IsWindowVisible(m_parent) || !CreateProgress()) {
         return;

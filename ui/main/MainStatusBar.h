@@ -11,13 +11,15 @@
 
 namespace tamarind {
 
-// The status bar with its three panels, and the progress of a load, which covers it.
+// The status bar with its three panels, and the progress bar, which covers it while a file is
+// loaded.
 class MainStatusBar final : private StatusBarListener,
                             private DataFileListener,
                             private SettingsListener,
                             private KeyListListener,
                             private ProgressListener {
 public:
+    // All arguments are kept by reference and must outlive the status bar.
     MainStatusBar(OpenDataFile& dataFile, OpenSettings& settings, KeySelection& selection,
                   MainWindowActions& actions);
     ~MainStatusBar() override;
@@ -26,13 +28,15 @@ public:
 
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
-    // Shows the texts of the present language.
+    // Shows all texts in the present language.
     void ApplyLanguage();
+    // In pixels of the parent.
     void SetBounds(const RECT& bounds);
+    // The height in pixels that the font needs.
     int IdealHeight() const { return StatusBar1.IdealHeight(); }
 
 private:
-    // The panels in their order; the keys are "datafile", "target" and "counter".
+    // The panels in their order. Their names are "datafile", "target" and "counter".
     enum Part : int { kDataFilePart, kTargetPart, kCounterPart, kPartCount };
 
     void OnDataFileChanged() override { ShowDataFile(); }
@@ -45,7 +49,9 @@ private:
     void ShowDataFile();
     void ShowTarget();
     void ShowCounter();
+    // Divides the width among the panels by their texts.
     void UpdateParts();
+    // Makes the progress bar if it does not exist yet.
     bool CreateProgress();
 
     OpenDataFile& m_dataFile;

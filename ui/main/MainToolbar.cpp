@@ -9,6 +9,7 @@
 namespace tamarind {
 namespace {
 
+// A placeholder is a separator with a width.
 BYTE StyleOf(ButtonStyle style) {
     switch (style) {
         case ButtonStyle::Check:

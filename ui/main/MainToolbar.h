@@ -8,10 +8,11 @@
 
 namespace tamarind {
 
-// The main toolbar: its buttons are those that its text form lists, and each does what the
-// command of its name does.
+// The main toolbar. Its text form (ToolbarSpec) lists the buttons, and each carries out the command
+// of its name.
 class MainToolbar final : private ToolbarListener, private WorkplaceListener {
 public:
+    // All arguments are kept by reference and must outlive the toolbar.
     MainToolbar(Workplace& workplace, const CommandStates& states, MainWindowActions& actions)
         : m_workplace(workplace), m_states(states), m_actions(actions) {
         m_workplace.Watchers().Add(*this);
@@ -20,12 +21,14 @@ public:
     MainToolbar(const MainToolbar&) = delete;
     MainToolbar& operator=(const MainToolbar&) = delete;
 
+    // Makes the toolbar with its buttons, hidden. False if Windows cannot create it.
     bool Create(HWND parent, const MainLook& look);
     void ApplyLook(const MainLook& look);
-    // Shows the texts of the present language.
+    // Shows the tooltips in the present language.
     void ApplyLanguage();
     void Show(bool isVisible) { Toolbar1.Show(isVisible); }
     void SetBounds(const RECT& bounds) { Toolbar1.SetBounds(bounds); }
+    // The height in pixels that the buttons need.
     int IdealHeight() const { return static_cast<int>(Toolbar1.IdealSize().cy); }
 
 private:

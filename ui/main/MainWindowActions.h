@@ -6,18 +6,20 @@
 
 namespace tamarind {
 
+// Pop-up menus that parts of the main window ask for.
 enum class PopupMenu { CategoryTree, KeyList };
 
-// What the parts of the main window need of it.
+// What the parts of the main window need from it, so that they do not depend on frmMain.
 class MainWindowActions {
 public:
+    // Carries out a command if it is enabled.
     virtual void Execute(Command command) = 0;
-    // The same for a button of the main toolbar, which first closes the edit box.
+    // The same for a button of the main toolbar. The edit box is closed first.
     virtual void ExecuteButton(Command command) = 0;
     virtual void FocusKeyList() = 0;
-    // `at` is in screen coordinates.
+    // `at` is in screen pixels. Returns when the menu is closed.
     virtual void ShowPopup(PopupMenu menu, POINT at) = 0;
-    // The menu of a toolbar button's arrow; `button` is in screen coordinates.
+    // Opens the menu of the arrow beside a toolbar button; `button` is in screen pixels.
     virtual void ShowDropDown(Command command, const RECT& button) = 0;
 
 protected:

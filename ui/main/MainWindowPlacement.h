@@ -6,20 +6,21 @@
 
 namespace tamarind {
 
+// Where a window is shown.
 struct WindowPlace {
     RECT bounds{};  // in pixels of the screen, of the window that is not maximized
     bool isMaximized = false;
 };
 
-// The smallest size that the main window takes, in pixels.
+// The smallest size of the main window in pixels.
 SIZE LeastMainWindowSize(int dpi);
 
-// Where the settings want the main window, moved onto the nearest monitor
-// and of a usable size.
+// The place that the settings name, on the nearest monitor and of a usable size.
 WindowPlace RestoreMainWindowPlacement(const Settings& settings);
 
-// Puts the window's present place into the settings; a minimized window leaves the former bounds,
-// and so does one that stands where they put it.
+// Puts the place of the window into the settings, in twips. A minimized window leaves the bounds in
+// them as they are, and so does a window that stands exactly where they have put it: converting
+// back and forth must not move it.
 void CaptureMainWindowPlacement(HWND window, Settings& settings);
 
 }  // namespace tamarind

@@ -47,7 +47,7 @@ void WindowPrompts::ShowMessage(MessageIcon icon, const std::string& text) {
     ShowBox(text, MB_OK | IconFlag(icon));
 }
 
-// A box that could not be shown is no consent.
+// A box that cannot be shown counts as cancelled, not as consent.
 Answer WindowPrompts::Ask(const std::string& text) {
     switch (ShowBox(text, MB_YESNOCANCEL | MB_ICONQUESTION)) {
         case IDYES:

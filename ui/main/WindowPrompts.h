@@ -5,15 +5,18 @@
 
 namespace tamarind {
 
-// Asks and tells the user with the system's boxes and dialogs, in front of an owner window or the
-// dialog of it that the user is in. While it is hidden they stand alone and have a button in the
-// taskbar.
+// Asks and tells the user by message boxes and dialogs of the system, in front of the owner window
+// or of the dialog that the user is in. While the owner is hidden they stand alone and have a
+// button in the taskbar.
 class WindowPrompts final : public UserPrompts {
 public:
+    // `title` is that of message boxes.
     explicit WindowPrompts(std::wstring title) : m_title(std::move(title)) {}
 
+    // Null, as at first: there is no main window yet.
     void SetOwner(HWND owner) { m_owner = owner; }
-    // Of the program's own dialogs, which are not shown without it. It outlives the prompts.
+    // For the program's own dialogs, which are not shown before it is set. It must outlive this
+    // object.
     void SetStyle(const DialogStyle& style) { m_style = &style; }
 
     void ShowMessage(MessageIcon icon, const std::string& text) override;
@@ -28,6 +31,7 @@ public:
     void Beep() override;
 
 private:
+    // The window that a question is to be in front of.
     HWND PresentOwner() const;
     cCommonDialog& FileDialog();
     int ShowBox(const std::string& text, UINT flags) const;

@@ -15,19 +15,21 @@
 namespace tamarind {
 namespace {
 
+// In pixels at 96 DPI.
 constexpr int kToolbarMargin = 2;
 constexpr const wchar_t* kClassName = L"frmMain";
 constexpr UINT kCheckFiles = WM_APP + 1;
 constexpr UINT kAnswerMs = 2000;
 constexpr UINT kLookAgainMs = 500;
-constexpr DWORD_PTR kIsForward = 0x54434631;  // nothing answers so by chance
+// The answer of a window that has come to the front: a number that no other window would return.
+constexpr DWORD_PTR kIsForward = 0x54434631;
 
 UINT BringForwardMessage() {
     static const UINT message = RegisterWindowMessageW(L"TamarindEditor.BringForward");
     return message;
 }
 
-// The same in the program for 32-bit systems and in that for 64-bit ones.
+// Has 32 bits, so that 32-bit and 64-bit copies of the program get the same number.
 WPARAM MessageHash(const std::string& path) {
     return static_cast<std::uint32_t>(HashIgnoreCase(path));
 }
@@ -36,7 +38,7 @@ ListLook ListLookOf(const MainLook& look) {
     return {look.foreground, look.background, look.border, look.font};
 }
 
-// A control of the window or of a container in it.
+// A child window with this number, at any depth; null if there is none.
 HWND FindChild(HWND parent, int id) {
     for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         const HWND found = GetDlgCtrlID(child) == id ? child : FindChild(child, id);
@@ -184,7 +186,7 @@ bool frmMain::OnCreate() {
            m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
 }
 
-// Not while it is being asked, nor while a save waits for Total Commander.
+// False while the question is already open, and while a save waits for Total Commander.
 bool frmMain::AskWhetherToClose() {
     if (m_isAskingToClose || m_session.Place().IsBusy()) {
         return false;
@@ -194,8 +196,9 @@ bool frmMain::AskWhetherToClose() {
     return m_session.MayLeaveFiles();
 }
 
-// Windows shows the reason to the user where this program keeps it from ending. A question that is
-// open is not answered by anybody any more: it ends as cancelled, and what it was about waits.
+// The session of Windows ends. If something is not saved, Windows shows the user why this program
+// holds it up (Microsoft: ShutdownBlockReasonCreate). A question that is open now will not be
+// answered any more: it is cancelled, and what it was about is not done.
 bool frmMain::OnQueryEndSession() {
     const bool hasPending =
         m_session.TargetFile().IsModified() || m_session.DataFile().IsModified();
@@ -207,7 +210,8 @@ bool frmMain::OnQueryEndSession() {
     return hasCancelled ? !hasPending : AskWhetherToClose();
 }
 
-// The organize window is destroyed before this one hears of it.
+// The organize window is closed only after StoreLayout has noted that it is open. As an owned
+// window it would be destroyed before WM_DESTROY arrives here.
 void frmMain::OnClose() {
     if (AskWhetherToClose()) {
         StoreLayout();
@@ -232,8 +236,8 @@ void frmMain::StoreLayout() {
     m_session.Place().OwnSettings().SaveSettings();
 }
 
-// Not while a value is being typed: the box is not to be disturbed. Another program that is still
-// writing is given the time to come to its end.
+// Not while a value is being typed, which must not be disturbed. If another program is still
+// writing, this looks again half a second later.
 void frmMain::OnCheckFiles() {
     m_lookAgain.Stop();
     if (IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing() &&
@@ -242,6 +246,9 @@ void frmMain::OnCheckFiles() {
     }
 }
 
+// Each window of the program's class is asked by a registered message whether it shows this data
+// file. Windows lets a process set the foreground window only if it was allowed to (Microsoft:
+// AllowSetForegroundWindow); this process was started by the user and passes that right on.
 bool frmMain::BringForward(const std::string& dataFile) {
     for (HWND other = FindWindowExW(nullptr, nullptr, kClassName, nullptr); other != nullptr;
          other = FindWindowExW(nullptr, other, kClassName, nullptr)) {
@@ -261,6 +268,7 @@ bool frmMain::BringForward(const std::string& dataFile) {
     return false;
 }
 
+// 0 unless this window has the data file open and is shown.
 LRESULT frmMain::OnBringForward(WPARAM dataFile) {
     if (!m_followsFiles || dataFile != MessageHash(m_session.DataFile().Path())) {
         return 0;
@@ -274,7 +282,8 @@ LRESULT frmMain::OnBringForward(WPARAM dataFile) {
 
 void frmMain::OnActivate(UINT state) {
     if (state != WA_INACTIVE) {
-        // The first time the files have just been read.
+        // At the first activation the files have just been read. The check is posted, so that it
+        // does not run within the activation.
         if (m_followsFiles) {
             PostMessageW(Handle(), kCheckFiles, 0, 0);
         }
@@ -284,6 +293,8 @@ void frmMain::OnActivate(UINT state) {
     }
 }
 
+// The window itself has no use for the focus: it goes back to the control that had it, or to the
+// tree.
 void frmMain::OnSetFocus() {
     if (m_lastFocus != nullptr && IsWindowVisible(m_lastFocus) && IsWindowEnabled(m_lastFocus)) {
         SetFocus(m_lastFocus);
@@ -298,12 +309,12 @@ void frmMain::OnSize(UINT kind) {
     }
     Layout();
     if (m_dialogStyle.isRightToLeft) {
-        // Not every system finds out what of a mirrored window is new.
+        // Not every system repaints all of a mirrored window that has changed its size.
         RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     }
 }
 
-// The toolbar above, the status bar below, the panes in all that is left.
+// The toolbar at the top, the status bar at the bottom, and the panes in between.
 void frmMain::Layout() {
     RECT area{};
     GetClientRect(Handle(), &area);
@@ -318,6 +329,7 @@ void frmMain::Layout() {
     m_panes.SetBounds({0, area.top, area.right, statusTop});
 }
 
+// Makes the look anew from the settings and gives it to all parts.
 void frmMain::ApplyLook(int dpi) {
     const RedrawLock lock(Handle());
     MainLook look = MakeMainLook(m_session.Place().OwnSettings().Values(), dpi);
@@ -325,7 +337,7 @@ void frmMain::ApplyLook(int dpi) {
     m_panes.ApplyLook(look);
     m_statusBar.ApplyLook(look);
     m_commands.Organizer().ApplyLook(ListLookOf(look));
-    // Only now the former pictures are out of use.
+    // The former pictures may be destroyed only when no control uses them any more.
     m_look = std::move(look);
     Layout();
 }
@@ -374,7 +386,8 @@ void frmMain::OnLanguageChanged() {
     Layout();
 }
 
-// Names and values of keys, descriptions and paths are written from left to right in all languages.
+// Only some of the windows are mirrored: names and values of keys, descriptions and paths run from
+// left to right in all languages.
 void frmMain::ApplyDirection() {
     const bool isRightToLeft = m_dialogStyle.isRightToLeft;
     SetMirrored(Handle(), isRightToLeft);

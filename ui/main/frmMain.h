@@ -13,39 +13,46 @@
 
 namespace tamarind {
 
-// The main window: makes its parts, places them, and sees to what concerns all of them.
+// The main window. It makes its parts, places them, and handles what concerns all of them: closing,
+// keys, activation, DPI, language. What the commands do is in MainCommands.
 class frmMain final : public Window,
                       private WorkplaceListener,
                       private SettingsListener,
                       private MainWindowActions {
 public:
+    // `session` is kept by reference and must outlive the window.
     explicit frmMain(EditorSession& session);
     ~frmMain() override;
 
-    // Makes the window where the settings want it, hidden until it has something to show.
+    // Makes the window at the place in the settings, but hidden until there is something to show.
+    // False if Windows cannot create it.
     bool Create();
+    // Shows the window for the first time; `showCommand` is one of the SW_ values.
     void ShowFirst(int showCommand);
 
-    // Brings the window of another copy of the program to the front that has the same data file
-    // open. False: there is none.
+    // Looks for another copy of the program that has this data file open, and brings its window to
+    // the front. False if there is none. Waits at most two seconds for the answer of each copy.
     static bool BringForward(const std::string& dataFile);
 
-    // Of the dialogs beside the window; it follows the settings.
+    // The style of all dialogs. It follows the settings and lives as long as the window.
     const DialogStyle& Style() const { return m_dialogStyle; }
 
-    // Whether the message was one of the keys of this window or of a dialog beside it and is done
-    // with.
+    // To be called by the message loop first. Returns whether the message was a key of this window
+    // or of a modeless dialog, and has been handled.
     bool TranslateKey(MSG& message);
 
 private:
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool OnCreate();
+    // Whether the user, asked about unsaved changes, lets the window close.
     bool AskWhetherToClose();
     void OnSize(UINT kind);
     void OnActivate(UINT state);
     void OnSetFocus();
     void OnDpiChanged(int dpi, const RECT& bounds);
+    // Looks for changes that other programs have made to the open files.
     void OnCheckFiles();
+    // The answer to BringForward of another copy.
     LRESULT OnBringForward(WPARAM dataFile);
     void OnClose();
     bool OnQueryEndSession();
@@ -64,6 +71,7 @@ private:
 
     void ApplyLook(int dpi);
     void Layout();
+    // Saves places and sizes in the own settings.
     void StoreLayout();
     void ReadStyle();
     void ApplyDirection();

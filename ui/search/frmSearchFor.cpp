@@ -47,7 +47,7 @@ std::optional<LRESULT> frmSearchFor::HandleMessage(UINT message, WPARAM wParam, 
     }
 }
 
-// The text keeps its selection, which the Tab key would set.
+// Moving the focus as the Tab key does would select the whole text, so its selection is restored.
 void frmSearchFor::OnActivate() {
     DWORD start = 0;
     DWORD end = 0;

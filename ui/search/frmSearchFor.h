@@ -6,8 +6,8 @@
 
 namespace tamarind {
 
-// The small window in which the user says what to look for. Once made it lives as long as its
-// owner; closing it only hides it.
+// The small window in which the user says what to look for. Once made, it lives as long as its
+// owner; closing it only hides it. The settings themselves are in KeySearch.
 class frmSearchFor final : public Dialog {
 public:
     frmSearchFor(const Workplace& workplace, KeySelection& selection, const DialogStyle& style)
@@ -15,10 +15,10 @@ public:
           m_workplace(workplace),
           m_selection(selection) {}
 
-    // Brings the window up for a search that starts at the first key.
+    // Shows the window. The next search starts at the first key.
     void Open(HWND owner);
 
-    // One step of the search with the window's settings, whether it is visible or not.
+    // One step of the search with the present settings, whether the window is visible or not.
     void FindNextString(HWND owner);
 
     // Selects the whole text, so that typing replaces it.

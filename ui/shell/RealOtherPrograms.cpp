@@ -19,7 +19,7 @@ HWND FindTotalCommanderWindow() {
     return FindWindowW(L"TTOTAL_CMD", nullptr);
 }
 
-// Rounded up, so that the time is over when the wait is.
+// Rounded up, so that the time is over when the wait ends.
 DWORD MillisecondsUntil(Clock::time_point end) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
     return left.count() > 0 ? static_cast<DWORD>(left.count()) : 0;
@@ -49,7 +49,7 @@ void RealOtherPrograms::BringTotalCommanderToFront() {
 }
 
 void RealOtherPrograms::CloseTotalCommander() {
-    // Without a window there is nothing to close: the message would go to this program's own loop.
+    // A message posted to a null window would go to this program's own message loop.
     if (const HWND window = FindTotalCommanderWindow()) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
@@ -58,7 +58,8 @@ void RealOtherPrograms::CloseTotalCommander() {
     }
 }
 
-// Handles events until the time is over or a process has ended.
+// A WM_QUIT that arrives meanwhile ends the handling of messages, but not the wait, and is passed
+// on afterwards.
 void RealOtherPrograms::Wait(int milliseconds, HANDLE process) {
     const auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
     const DWORD count = process != nullptr ? 1 : 0;

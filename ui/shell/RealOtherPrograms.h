@@ -5,7 +5,7 @@
 
 namespace tamarind {
 
-// Total Commander and other programs on this desktop.
+// Other programs on the desktop of this user, found by their windows.
 class RealOtherPrograms final : public OtherPrograms {
 public:
     bool IsTotalCommanderRunning() override;
@@ -18,9 +18,10 @@ public:
     void OpenDocument(const std::string& path) override;
 
 private:
+    // Handles window messages until the time is over or `process`, which may be null, has ended.
     static void Wait(int milliseconds, HANDLE process);
 
-    UniqueObject m_closing;  // what was asked to close
+    UniqueObject m_closing;  // the process that was asked to close
 };
 
 }  // namespace tamarind

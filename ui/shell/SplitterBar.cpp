@@ -55,6 +55,7 @@ std::optional<LRESULT> SplitterBar::FilterMessage(UINT message, WPARAM wParam, L
     return std::nullopt;
 }
 
+// For the time of the drag the keys of the window with the focus are filtered, for the Escape key.
 void SplitterBar::OnMouseDown(POINT at) {
     m_isDragging = true;
     SetCapture(Handle());

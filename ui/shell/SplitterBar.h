@@ -5,26 +5,31 @@
 
 namespace tamarind {
 
+// Is told what the user does with the bar.
 class SplitterBarListener {
 public:
     virtual void OnBarDown(POINT at) = 0;  // in pixels of the bar
+    // Only while the left button alone is pressed; `at` as above.
     virtual void OnBarMove(POINT at) = 0;
     virtual void OnBarUp() = 0;
-    // The drag ended in another way; the bar is to go back if the user asked for that.
+    // The drag was interrupted. `goesBack`: by the Escape key, so that the bar is to return to its
+    // place.
     virtual void OnBarCancel(bool goesBack) = 0;
 
 protected:
     ~SplitterBarListener() = default;
 };
 
-// The bar between two panes. It has the sizing pointer and catches the mouse during a drag, which
-// the Escape key ends, whichever window has the focus.
+// The bar between two panes. It has the sizing pointer and captures the mouse during a drag. The
+// Escape key ends a drag whichever window has the focus: for that time it filters the messages of
+// that window.
 class SplitterBar final : public Window, private MessageFilter {
 public:
     SplitterBar() = default;
     ~SplitterBar() override { SetFilter(m_focusWindow, nullptr); }
 
     bool Create(HWND parent, int id);
+    // To be called before the user can reach the bar. `listener` must outlive it.
     void Attach(SplitterBarListener& listener, SplitDirection direction);
 
 private:

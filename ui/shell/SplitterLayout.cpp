@@ -7,7 +7,7 @@ namespace {
 
 constexpr Twips kZero{0};
 
-// The same geometry along the line on which the bar moves.
+// The geometry along one line: the one on which the bar moves, or the one across it.
 struct Line {
     Twips length;
     Twips nearMargin;
@@ -26,7 +26,8 @@ Line CrossLineOf(const SplitterGeometry& geometry) {
                : Line{geometry.containerWidth, geometry.leftMargin, geometry.rightMargin};
 }
 
-// From `from` to `to` on the bar's line, across the whole container; never of negative size.
+// From `from` to `to` on the line of the bar, and across the whole container. Never of negative
+// size.
 TwipsRect Across(const SplitterGeometry& geometry, Twips from, Twips to) {
     const Line cross = CrossLineOf(geometry);
     const Twips crossTo = std::max(cross.nearMargin, cross.length - cross.farMargin);
@@ -47,7 +48,7 @@ Twips ShownPosition(const SplitterGeometry& geometry, Twips position) {
     const Twips last = line.length - line.farMargin - geometry.splitterSize;
     const Twips forSecond = std::min(line.length - geometry.minSecond, last);
     const Twips forFirst = std::max(geometry.minFirst, line.nearMargin);
-    // Without room for both smallest sizes the second pane is squeezed first.
+    // If there is no room for both smallest sizes, the second pane becomes too small first.
     position = std::max(std::min(position, forSecond), forFirst);
     return std::max(std::min(position, last), std::max(line.nearMargin, kZero));
 }

@@ -6,12 +6,13 @@
 
 namespace tamarind {
 
+// Which way a splitter divides its container.
 enum class SplitDirection {
     Vertical = 1,    // a vertical bar, the panes side by side
     Horizontal = 2,  // a horizontal bar, the panes one above the other
 };
 
-// All that the places of a splitter's bar and panes follow from.
+// Everything that decides where the bar and the panes of a splitter are.
 struct SplitterGeometry {
     SplitDirection direction = SplitDirection::Vertical;
     Twips containerWidth;
@@ -21,12 +22,13 @@ struct SplitterGeometry {
     Twips rightMargin;
     Twips bottomMargin;
     Twips splitterSize;
-    Twips minFirst;  // sizes of the panes while dragging
+    Twips minFirst;  // smallest sizes of the panes
     Twips minSecond;
     bool isFirstVisible = true;
     bool isSecondVisible = true;
 };
 
+// A rectangle in twips of the container.
 struct TwipsRect {
     Twips left;
     Twips top;
@@ -35,20 +37,22 @@ struct TwipsRect {
     friend bool operator==(const TwipsRect&, const TwipsRect&) = default;
 };
 
-// Where what is visible lies in the container.
+// The places of what is visible.
 struct SplitterPlaces {
     std::optional<TwipsRect> bar;
     std::optional<TwipsRect> first;
     std::optional<TwipsRect> second;
 };
 
-// Whether a drag may move the bar to `position`, its left or top edge.
+// Whether a drag may move the bar to `position`, which is its left or upper edge.
 bool AcceptsDrag(const SplitterGeometry& geometry, Twips position);
 
-// Where a bar at `position` is shown: as near to it as the panes keep their smallest sizes, as long
-// as the container has room for these, and always inside the container.
+// Where a bar at `position` is shown: as near to it as the smallest sizes of the panes allow, if
+// the container has room for both, and always inside the container.
 Twips ShownPosition(const SplitterGeometry& geometry, Twips position);
 
+// Places the bar and the panes. If only one pane is visible, it gets everything between the
+// margins.
 SplitterPlaces LayOutSplitter(const SplitterGeometry& geometry, Twips position);
 
 }  // namespace tamarind

@@ -13,7 +13,8 @@ namespace {
 
 #define TAMARIND_ALL_FILES "All Files (*.*)|*.*"
 
-// Translations and old habits know these texts as they are, spelling included.
+// In the order of FileFilter. These texts, spelling included, are known to users and stay as they
+// are.
 constexpr std::array<std::string_view, 10> kFilters = {
     TAMARIND_ALL_FILES,
     "Wincmd.ini (*.ini)|*.ini|" TAMARIND_ALL_FILES,
@@ -82,7 +83,8 @@ std::string cCommonDialog::Browse(const FileDialog& kind, const std::string& str
     std::wstring path = Widen(strFileName);
     path.resize(kMaxPathUnits + 1);
 
-    // The dialog leaves the chosen folder as the current one, which would keep the drive in use.
+    // The dialog makes the chosen folder the current one, which would keep its drive from being
+    // removed.
     const ScopeExit restoreFolder(
         [current = CurrentFolder()] { SetCurrentDirectoryW(current.c_str()); });
 
@@ -103,11 +105,12 @@ std::string cCommonDialog::Browse(const FileDialog& kind, const std::string& str
         return std::string(MissingValueMarker);
     }
     BOOL isChosen = chooseFile(&dialog);
+    // A proposed name that no file can have: again without it (Microsoft: FNERR_INVALIDFILENAME).
     if (!isChosen && lastError() == FNERR_INVALIDFILENAME) {
         path[0] = L'\0';
         isChosen = chooseFile(&dialog);
     }
-    // A dialog that could not be shown may come back with the proposed name.
+    // A dialog that could not be shown may return the proposed name, which has no folder.
     if (!isChosen || path.find(L'\\') == std::wstring::npos) {
         return std::string(MissingValueMarker);
     }

@@ -12,36 +12,41 @@
 
 namespace tamarind {
 
-// The text of an entry of the filter table: descriptions and patterns with bars between them.
+// An entry of the filter table: descriptions and patterns, separated by bars.
 std::string_view FilterText(FileFilter lngFilter);
 
-// As the file dialogs take it: a NUL behind every part, another one at the end.
+// The same in the form that the file dialogs take: a NUL after each part and one more at the end.
 std::wstring FilterForDialog(FileFilter lngFilter);
 
-// The flags of the dialog for saving; with the warning it asks before a file is replaced.
+// The flags of the dialog for saving. With `blnShowWarningMsg` it asks before an existing file is
+// chosen.
 DWORD SaveFlags(bool blnShowWarningMsg);
 
-// The system's dialogs for opening and saving files and for colours. It remembers the folders of
-// the last choices and the colours that the user mixed. Each gives the MissingValueMarker back
-// when the user cancels.
+// The system's dialogs for opening and saving files and for colours. Remembers the folders of the
+// last choices and the colours that the user has mixed. Each function returns the
+// MissingValueMarker if the user cancels or the dialog cannot be shown. comdlg32.dll is loaded on
+// the first use.
 class cCommonDialog {
 public:
-    // Paths may be as long as Windows allows.
+    // In UTF-16 units: the longest path of Windows.
     static constexpr std::size_t kMaxPathUnits = 32767;
 
     cCommonDialog();
 
+    // The window that the next dialogs are in front of; ignored while it is hidden.
     void Setup(HWND owner) { m_owner = owner; }
 
-    // The chosen path.
+    // The chosen path. `strFileName` is proposed; with an empty `strInitDir` the dialog opens in
+    // the folder of the last choice, with an empty title under its usual English one.
     std::string BrowseForOpen(const std::string& strInitDir, const std::string& strFileName,
                               FileFilter lngFilter, const std::string& strTitle);
     std::string BrowseForSave(const std::string& strInitDir, const std::string& strFileName,
                               FileFilter lngFilter, const std::string& strTitle,
                               bool blnShowWarningMsg);
 
-    // The chosen colour as a decimal number.
+    // The chosen colour (COLORREF) as a decimal number.
     std::string ColorSelect();
+    // The colour that the dialog starts with the next time.
     void StartColorAt(COLORREF color) { m_color = color; }
 
 private:

@@ -63,7 +63,7 @@ void cFontDlg::TakeChoice(const LOGFONTW& font, const CHOOSEFONTW& dialog) {
 }
 
 bool cFontDlg::ShowFont() {
-    // The screen's fonts stand for the printer's too: not every machine has a printer.
+    // The fonts of the screen serve for those of a printer, too: not every machine has one.
     const ScreenDC screen;
     LOGFONTW font = LogicalFont(GetDeviceCaps(screen.Get(), LOGPIXELSY));
     CHOOSEFONTW dialog = DialogRecord(font, screen.Get());

@@ -8,7 +8,7 @@
 
 namespace tamarind {
 
-// The system's dialog for fonts.
+// The system's font dialog. Its members are what it starts with and what the user has chosen.
 class cFontDlg {
 public:
     std::string mvarFontName;
@@ -17,14 +17,14 @@ public:
     int mvarFontScript = DEFAULT_CHARSET;
     HWND mvarTargetFormhWnd = nullptr;
 
-    // Returns whether the user confirmed; then the values above are his choice.
+    // Returns whether the user has confirmed; the members above are then their choice.
     bool ShowFont();
 
-    // The values as Windows describes a font, and what the dialog is called with: `font` and the
-    // device context, whose fonts it offers, must outlive the call.
+    // The members as Windows describes a font at this DPI, and the record that the dialog is called
+    // with. `font` and the device context `dc`, whose fonts it offers, must outlive the call.
     LOGFONTW LogicalFont(int dpi) const;
     CHOOSEFONTW DialogRecord(LOGFONTW& font, HDC dc) const;
-    // Takes what the dialog left in both.
+    // Takes over what the dialog has left in both.
     void TakeChoice(const LOGFONTW& font, const CHOOSEFONTW& dialog);
 };
 

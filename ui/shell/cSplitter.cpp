@@ -1,3 +1,8 @@
+// Positions are in twips and stay as the user has chosen them: m_splitPosition is what is wanted,
+// and each layout shows it as well as the present size of the container allows (ShownPosition). So
+// a window that is made small and large again has its bar at the old place. A drag starts from
+// where the bar is shown.
+
 #include "ui/shell/cSplitter.h"
 
 #include <windowsx.h>
@@ -39,7 +44,7 @@ std::optional<LRESULT> cSplitter::FilterMessage(UINT message, WPARAM, LPARAM lPa
     if (message == WM_SIZE) {
         OnContainerSize(Pixels{GET_X_LPARAM(lParam)}, Pixels{GET_Y_LPARAM(lParam)});
     } else if (message == WM_STYLECHANGED) {
-        // A container that is mirrored, or not any more, has its panes elsewhere.
+        // A container that becomes mirrored, or stops being so, has its panes on the other sides.
         Layout();
     }
     return std::nullopt;
@@ -130,20 +135,21 @@ SplitterGeometry cSplitter::Geometry() const {
 
 void cSplitter::Layout() {
     const SplitterPlaces places = LayOutSplitter(Geometry(), m_splitPosition);
-    // Not every system finds out what of a mirrored window is new.
+    // Not every system repaints all of a mirrored window whose children have moved.
     const LONG_PTR style = GetWindowLongPtrW(mobjContainerControl, GWL_EXSTYLE);
     const UINT flags = (style & WS_EX_LAYOUTRTL) != 0 ? SWP_NOCOPYBITS : 0;
     HDWP batch = BeginDeferWindowPos(3);
     batch = Place(batch, m_pane1, places.first, flags);
     batch = Place(batch, m_pane2, places.second, flags);
-    // What lay below the bar is no part of its picture.
+    // What was below the bar must not be copied with it.
     batch = Place(batch, mobjSplitterControl->Handle(), places.bar, SWP_NOCOPYBITS);
     if (batch != nullptr) {
         EndDeferWindowPos(batch);
     }
 }
 
-// Edges are converted one by one, so that neighbours have the same one.
+// Each edge is converted to pixels by itself, so that neighbours share the same edge. Converting
+// widths would leave gaps.
 HDWP cSplitter::Place(HDWP batch, HWND window, const std::optional<TwipsRect>& at,
                       UINT flags) const {
     if (!at || batch == nullptr) {

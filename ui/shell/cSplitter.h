@@ -5,6 +5,7 @@
 
 namespace tamarind {
 
+// The first state of a splitter. Margins are kept free around the panes.
 struct SplitterOptions {
     SplitDirection Direction = SplitDirection::Vertical;
     Twips SplitterStartPos;
@@ -15,8 +16,8 @@ struct SplitterOptions {
     Twips BottomMargin;
 };
 
-// Lays two panes out in a container, with a bar between them that the user drags. It follows the
-// container's size by itself.
+// Lays out two panes in a container, with a bar between them that the user can drag. It follows the
+// size of the container by itself. SplitterLayout does the arithmetic, in twips.
 class cSplitter final : private MessageFilter, private SplitterBarListener {
 public:
     cSplitter() = default;
@@ -24,35 +25,40 @@ public:
     cSplitter(const cSplitter&) = delete;
     cSplitter& operator=(const cSplitter&) = delete;
 
-    // Smallest sizes of the panes while dragging.
+    // The smallest sizes of the panes.
     Twips MinLeftPanelWidth{1200};
     Twips MinRightPanelWidth{1200};
 
-    // Takes over the windows; all of them outlive the splitter or are destroyed by Windows.
+    // Makes the windows children of the container and lays them out. They are not owned, and must
+    // exist as long as the splitter lays out.
     void CreateSplitter(HWND Container, SplitterBar& Splitter, HWND Pane1, HWND Pane2,
                         const SplitterOptions& options, int dpi);
 
-    // Sets the container's size, then lays out.
+    // Sets the size of the container and lays out.
     void Resize(Twips ContainerHeight, Twips ContainerWidth);
     void SwapPanels();
 
     bool LeftPanelVisible() const { return m_geometry.isFirstVisible; }
+    // Hiding one pane gives its room to the other and hides the bar; with both hidden, the
+    // container is hidden, too. The left pane is the upper one above a horizontal bar.
     void SetLeftPanelVisible(bool isVisible);
     bool RightPanelVisible() const { return m_geometry.isSecondVisible; }
     void SetRightPanelVisible(bool isVisible);
     bool Visible() const { return m_isVisible; }
+    // Shows or hides the container with everything in it.
     void SetVisible(bool isVisible);
 
-    // The bar's left or top edge as last set by a drag or by the owner; it is not changed by a
-    // container that is too small for it. Setting it takes effect at the next layout.
+    // The left or upper edge of the bar, as a drag or the owner has set it. A container that is too
+    // small for it shows the bar elsewhere but does not change this. A new position takes effect at
+    // the next layout.
     Twips SplitPosition() const { return m_splitPosition; }
     void SetSplitPosition(Twips position) { m_splitPosition = position; }
 
-    // From now on the second pane keeps its size when the container's changes, instead of the
-    // first: the position moves with the container's far edge.
+    // With `isKept` the second pane keeps its size when the container changes its own, instead of
+    // the first one: the position then moves with the far edge of the container.
     void KeepSecondPaneSize(bool isKept) { m_keepsSecondSize = isKept; }
 
-    // The container's resolution; takes effect at the next layout.
+    // The DPI of the container; takes effect at the next layout.
     void SetDpi(int dpi) { m_dpi = dpi; }
 
 private:
@@ -63,8 +69,10 @@ private:
     void OnBarCancel(bool goesBack) override;
     void OnContainerSize(Pixels width, Pixels height);
     void UpdateVisibility();
+    // The state with the smallest sizes of the panes as they are now.
     SplitterGeometry Geometry() const;
     void Layout();
+    // Adds the move of a window to the batch.
     HDWP Place(HDWP batch, HWND window, const std::optional<TwipsRect>& at, UINT flags) const;
     bool IsVertical() const { return m_geometry.direction == SplitDirection::Vertical; }
 

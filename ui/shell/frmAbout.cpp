@@ -34,7 +34,7 @@ void frmAbout::OnInit() {
 
 void frmAbout::ShowIcon() {
     const int size = ScaledPixels(kIconSize, WindowDpi(Handle()));
-    // The linker's library of the common controls lacks this one.
+    // Loaded at run time, because the import library of the common controls lacks this function.
     static const auto loadIcon =
         LateFunction<decltype(&LoadIconWithScaleDown)>(L"comctl32.dll", "LoadIconWithScaleDown");
     if (loadIcon != nullptr) {
@@ -44,7 +44,7 @@ void frmAbout::ShowIcon() {
     SendMessageW(imgIcon.Handle(), STM_SETICON, reinterpret_cast<WPARAM>(m_icon.Get()), 0);
 }
 
-// In the dialog's own font, bold and half as large again.
+// In the font of the dialog, bold and half as large again.
 void frmAbout::ShowName() {
     const HWND label = lblName.Handle();
     LOGFONTW font{};

@@ -12,16 +12,17 @@ namespace tamarind {
 // Says what the program is, which version of it runs, and where it keeps its own settings.
 class frmAbout final : public Dialog {
 public:
+    // What is said about the program.
     struct Program {
         std::string name;
         std::string version;
         std::string settingsPath;  // of the program's own settings
     };
 
-    // `language` outlives the window. `showHelp` opens the help.
+    // `style` is kept by reference and must outlive the window. `showHelp` opens the help.
     frmAbout(const DialogStyle& style, Program program, std::function<void()> showHelp);
 
-    // Shows the window until the user closes it.
+    // Returns when the user has closed the window.
     void Show(HWND owner) { ShowModal(owner); }
 
 private:

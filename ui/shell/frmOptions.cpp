@@ -191,7 +191,7 @@ void frmOptions::OnPathBox(int code) {
     if (code == EN_SETFOCUS) {
         txtLanguageFilePath.SelectText();
     } else if (code == EN_CHANGE) {
-        // Not where the box shows only what the program put there.
+        // Not if the text is what the program itself has put there.
         const std::string path = Narrow(txtLanguageFilePath.Text());
         if (path != m_options.Values().languageFile) {
             m_options.SetLanguageFile(path);
@@ -208,7 +208,7 @@ void frmOptions::OnFlagBox(int id) {
     }
 }
 
-// Windows reports a click also where an option only gets the focus.
+// Windows reports a click also when an option only gets the focus.
 void frmOptions::OnLanguageOption() {
     const bool usesDefault = optUseDefaultLanguage.IsChecked();
     if (usesDefault != m_options.Values().usesDefaultLanguage) {

@@ -11,18 +11,19 @@
 
 namespace tamarind {
 
-// The window of the program's own settings: a panel for the look, one for habits and one for the
-// language.
+// The window of the program's own settings, with panels for the look, for habits and for the
+// language. OptionsEditor keeps what is chosen; this class only shows it.
 class frmOptions final : public Dialog, private TabStripListener {
 public:
-    // Both arguments outlive the window.
+    // Both arguments are kept by reference and must outlive the window.
     frmOptions(OptionsEditor& options, const DialogStyle& style);
 
-    // Lets the user change the settings until they close the window.
+    // Returns when the user has closed the window.
     void Show(HWND owner);
 
 private:
     enum Panel { kLayout, kOperation, kLanguage };
+    // A check box and the choice that it stands for.
     struct FlagBox {
         int id;
         DialogControl frmOptions::*box;
@@ -43,6 +44,7 @@ private:
     void OnColor(OptionsEditor::Color color);
 
     void MakePanels();
+    // Makes the window as wide as its panels need it.
     void FitPanels();
     void ShowChoices();
     void ShowColors();

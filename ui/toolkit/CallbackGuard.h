@@ -2,12 +2,14 @@
 
 namespace tamarind {
 
-// To be called where an exception is caught that nothing can be done about: tells the user of it.
-// Needs no memory itself.
+// Tells the user of an exception, where nothing else can be done about it. To be called in a catch
+// block. Needs no memory of its own.
 void ReportUnexpected() noexcept;
 
 // Calls `function`; when it fails, reports that and gives `failed` back.
 template <typename Result, typename Function>
+// Calls `function` and returns its result. If it throws, reports that and returns `failed`. No
+// exception may leave a procedure that Windows calls.
 Result Guarded(Result failed, Function function) noexcept {
     try {
         return function();

@@ -19,7 +19,7 @@ void ColorButton::SetColor(COLORREF color) {
     InvalidateRect(Handle(), nullptr, FALSE);
 }
 
-// The focus shows on the button's face: on some colours it would not be seen.
+// The focus is shown on the face of the button: on some colours it would not be seen.
 std::optional<LRESULT> ColorButton::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const bool isPressed = (item.itemState & ODS_SELECTED) != 0;
     RECT area = item.rcItem;
@@ -36,7 +36,7 @@ std::optional<LRESULT> ColorButton::OnDrawItem(const DRAWITEMSTRUCT& item) {
     return TRUE;
 }
 
-// Dialogs press their default button on Enter unless the control asks for the key.
+// A dialog presses its default button on Enter, unless the control with the focus asks for the key.
 std::optional<LRESULT> ColorButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_GETDLGCODE:

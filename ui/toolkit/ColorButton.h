@@ -4,8 +4,8 @@
 
 namespace tamarind {
 
-// A field in a colour that is pressed like a button, by the Enter key too. In the dialog's template
-// it is an owner-drawn button; its text, which does not show, names it to screen readers.
+// A button that shows a colour instead of a text; the Enter key presses it, too. In the dialog's
+// template it is an owner-drawn button, whose invisible text names it to screen readers.
 class ColorButton final : public Control {
 public:
     bool Attach(HWND dialog, int id) { return AttachControl(dialog, id); }

@@ -6,13 +6,13 @@
 
 namespace tamarind {
 
-// A small raised field in a colour. It only shows: clicks go to what lies behind it. Its text is
-// the colour's number, for those who cannot see it.
+// A small raised field that shows a colour. Clicks go to the window behind it. Its text is the
+// number of the colour ("#RRGGBB"), for users who cannot see it.
 class ColorSwatch final : public Control {
 public:
     bool Create(HWND parent, int id);
 
-    // Nothing: the system's own colour, shown as a button's face that is crossed through.
+    // Without a colour it stands for the system's own: the face of a button, crossed out.
     void SetColor(std::optional<COLORREF> color);
 
 private:

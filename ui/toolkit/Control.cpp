@@ -22,8 +22,8 @@ bool Control::AttachControl(HWND parent, int id) {
     return Attach(GetDlgItem(parent, id));
 }
 
-// The control's procedure is replaced directly: the subclassing of the common controls looks up a
-// window property at every message, which is a round trip to another process under Wine.
+// The window procedure is replaced directly. SetWindowSubclass looks up a window property at every
+// message, which under Wine is a round trip to another process.
 bool Control::Attach(HWND window) {
     m_window = window;
     if (m_window == nullptr) {

@@ -12,12 +12,14 @@ namespace tamarind {
 // How the edge of a control looks.
 enum class BorderLook { None, Single, Sunken };
 
-// A standard control in a parent window. What Windows tells the parent of the control comes to the
-// control's own class. The parent destroys the window.
+// A standard control in a parent window. The notifications that Windows sends to the parent arrive
+// in the class of the control itself (Reflect), so that all code of a control is in one place. The
+// parent destroys the window; the object may live longer.
 class Control : public WindowObject {
 public:
-    // Passes what a parent is told on to the control that it is about. Nothing: it is about none,
-    // or the control leaves it to the parent. Every Window calls it.
+    // Passes a message that a parent has got on to the control that it is about. Nothing if it is
+    // not about a control of ours, or if that leaves it to the parent. Every Window and Dialog
+    // calls it.
     static std::optional<LRESULT> Reflect(UINT message, WPARAM wParam, LPARAM lParam);
 
     Control(const Control&) = delete;
@@ -25,38 +27,41 @@ public:
 
     HWND Handle() const { return m_window; }
 
-    // In pixels, relative to the parent's client area.
+    // In pixels of the parent's client area.
     void SetBounds(const RECT& bounds);
     void Show(bool isVisible);
     void Enable(bool isEnabled);
+    // Changes the frame of the control only if it differs.
     void SetBorder(BorderLook border);
-    // The control takes the font over.
+    // The control owns the font from then on.
     void SetFont(UniqueFont font);
 
 protected:
     Control() = default;
     virtual ~Control();
 
-    // Lets the tips of a list or tree, which the message gives, show each "&" of a row.
+    // Shows each "&" in the tooltips of a list or tree as it is. `getToolTips` is the message that
+    // gives the tooltip control.
     void ShowMarksInTips(UINT getToolTips) const;
 
+    // False if Windows cannot create the control. It is made without a size.
     bool CreateControl(const wchar_t* className, HWND parent, int id, DWORD style,
                        DWORD extendedStyle = 0);
-    // Takes over a control that the parent has already, such as one of a dialog's template.
+    // Takes over a control that the parent has already, such as one from a dialog's template.
     bool AttachControl(HWND parent, int id);
 
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return SendMessageW(m_window, message, wParam, lParam);
     }
 
-    // What the parent is told; nothing lets it handle that itself.
+    // What the parent is told about the control. Nothing leaves it to the parent.
     virtual std::optional<LRESULT> OnNotify(NMHDR& header);
     virtual std::optional<LRESULT> OnCommand(int id, int code);
     virtual std::optional<LRESULT> OnColors(HDC dc);
     virtual std::optional<LRESULT> OnDrawItem(const DRAWITEMSTRUCT& item);
-    // `at` is in screen coordinates; nothing when the keyboard asked for the menu.
+    // `at` is in screen pixels; nothing if the keyboard asked for the menu.
     virtual std::optional<LRESULT> OnContextMenu(std::optional<POINT> at);
-    // The control's own messages.
+    // A message of the control itself. Nothing leaves it to Windows.
     virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:

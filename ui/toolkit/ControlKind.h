@@ -4,7 +4,7 @@
 
 namespace tamarind {
 
-// The kinds of controls in dialogs that texts, mirroring and colours tell apart.
+// The kinds of controls that dialogs treat differently for texts, mirroring and colours.
 enum class ControlKind {
     Label,
     CheckBox,
@@ -17,9 +17,11 @@ enum class ControlKind {
     Other,
 };
 
+// By window class and style.
 ControlKind KindOf(HWND control);
 
-// Whether controls of that kind have a text of their own. Their template has its number.
+// Whether controls of that kind have a text of their own. In a template the number of the text
+// stands in its place.
 constexpr bool HasCaption(ControlKind kind) {
     return kind != ControlKind::TextBox && kind != ControlKind::List && kind != ControlKind::Other;
 }

@@ -14,7 +14,8 @@
 namespace tamarind {
 namespace {
 
-// A dialog procedure returns the answers to these; all others it leaves in the window.
+// For these messages the result of a dialog procedure is the answer itself. The answers to all
+// others are stored in the window (Microsoft: DialogProc).
 bool IsAnsweredDirectly(UINT message) {
     switch (message) {
         case WM_CTLCOLORMSGBOX:
@@ -34,6 +35,7 @@ bool IsAnsweredDirectly(UINT message) {
     }
 }
 
+// Message boxes and the common dialogs have this class.
 bool IsSystemDialog(HWND window) {
     constexpr std::wstring_view kClass = L"#32770";
     wchar_t name[16] = L"";
@@ -49,7 +51,7 @@ Dialog::~Dialog() {
     }
 }
 
-// A class like that of all dialogs, under the dialog's own name.
+// The class is that of all dialogs under another name.
 bool Dialog::Register() const {
     const HINSTANCE program = GetModuleHandleW(nullptr);
     WNDCLASSEXW info{};
@@ -109,13 +111,14 @@ bool Dialog::TranslateDialogMessage(MSG& message) {
     return dialog != nullptr && IsDialogMessageW(dialog->m_window, &message);
 }
 
-// A dialog of the system's belongs to a call that waits for its end.
+// A dialog of the system is always modal: a call waits for its end.
 BOOL CALLBACK Dialog::CancelIfModal(HWND window, LPARAM hasCancelled) {
     const Dialog* const dialog = FromDescendant(window);
     const bool isModal = dialog != nullptr ? dialog->m_isModal : IsSystemDialog(window);
     if (isModal && IsWindowVisible(window)) {
         *reinterpret_cast<bool*>(hasCancelled) = true;
         SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
+        // A box without a Cancel button ignores the command.
         if (IsWindowVisible(window)) {
             EndDialog(window, IDCANCEL);
         }
@@ -129,7 +132,7 @@ bool Dialog::CancelModalDialogs() {
     return hasCancelled;
 }
 
-// Windows calls it with every message that the loop of a modal dialog gets.
+// Windows calls this hook with every message that the loop of a modal dialog or a menu gets.
 LRESULT CALLBACK Dialog::FilterMessage(int code, WPARAM wParam, LPARAM lParam) {
     const auto* const message = reinterpret_cast<const MSG*>(lParam);
     if (code == MSGF_DIALOGBOX && message->message == WM_KEYDOWN) {
@@ -165,8 +168,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     return TRUE;
 }
 
-// Returns whether Windows is to set the focus: not where the dialog did so; one that is made hidden
-// takes none.
+// Windows must not set the focus if the dialog has set it, or if it is modeless: a hidden dialog
+// takes no focus.
 bool Dialog::Initialize(HWND window, Dialog& dialog) {
     dialog.m_window = window;
     dialog.Bind(window);
@@ -242,7 +245,7 @@ void Dialog::ApplyLanguage() {
     StretchTo(0);
 }
 
-// Mirrors the dialog's coordinates; the controls move when they are placed next.
+// Mirrors the coordinates of the dialog. Its controls move when they are placed the next time.
 void Dialog::SetDirection(bool isRightToLeft) const {
     SetMirrored(m_window, isRightToLeft);
     for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {

@@ -6,7 +6,8 @@
 
 namespace tamarind {
 
-// A control that a dialog has from its template.
+// A control from the template of a dialog. It looks its window up at each call and so may be a
+// member that is made before the dialog's window.
 class DialogControl {
 public:
     DialogControl(const Dialog& dialog, int id) : m_dialog(dialog), m_id(id) {}
@@ -18,13 +19,14 @@ public:
     // Selects the whole text of a text box.
     void SelectText() const;
 
+    // For check boxes and option buttons. Setting a state does not send BN_CLICKED.
     bool IsChecked() const;
     void SetChecked(bool isChecked) const;
 
-    // A control that is disabled while it has the focus passes it on to the next one.
+    // If a control is disabled while it has the focus, the next one gets it.
     void Enable(bool isEnabled) const;
 
-    // As the user does it with the Tab key.
+    // Moves the focus here as the Tab key does: the text of a text box is selected.
     void Focus() const;
 
 private:

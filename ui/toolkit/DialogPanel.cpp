@@ -9,7 +9,8 @@ namespace {
 
 constexpr DWORD kUseTabTexture = 6;  // ETDT_ENABLETAB
 
-// Themes draw the pages of tabs in another colour than dialogs.
+// Themes draw the pages of tabs in another colour than dialogs (Microsoft:
+// EnableThemeDialogTexture).
 void UseTabBackground(HWND panel) {
     const auto enable =
         LateFunction<HRESULT(WINAPI*)(HWND, DWORD)>(L"uxtheme.dll", "EnableThemeDialogTexture");
@@ -38,7 +39,7 @@ void DialogPanel::SetBounds(const RECT& bounds) {
     SetWindowBounds(Handle(), {bounds.left, bounds.top, bounds.left + m_width, bounds.bottom});
 }
 
-// A hidden window's access keys still work as long as it is enabled.
+// The access keys of a hidden window work as long as it is enabled, so it is disabled as well.
 void DialogPanel::Show(bool isShown) const {
     EnableWindow(Handle(), isShown);
     SetWindowPos(
@@ -57,7 +58,7 @@ std::optional<LRESULT> DialogPanel::HandleMessage(UINT message, WPARAM wParam, L
         case WM_COMMAND:
             return SendMessageW(GetParent(Handle()), message, wParam, lParam);
         case WM_CTLCOLORSTATIC:
-            // On a tab's background it would look like one that is enabled.
+            // On the background of a tab it would look as if it were enabled.
             if (IsDisabledTextBox(reinterpret_cast<HWND>(lParam))) {
                 SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_BTNFACE));
                 return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));

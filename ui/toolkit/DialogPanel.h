@@ -4,24 +4,25 @@
 
 namespace tamarind {
 
-// A part of a dialog with controls of its own: a dialog without a frame over a template of its own
-// (WS_CHILD, DS_CONTROL, WS_EX_CONTROLPARENT). The dialog that it is in gets its commands.
+// A part of a dialog, such as the page of a tab, with a template and controls of its own: a child
+// dialog without a frame (WS_CHILD, DS_CONTROL, WS_EX_CONTROLPARENT). Its commands are sent to the
+// dialog that it is in.
 class DialogPanel final : public Dialog {
 public:
-    // All arguments outlive the panel.
+    // As Dialog.
     DialogPanel(int templateId, const wchar_t* className, const DialogStyle& style)
         : Dialog(templateId, className, style) {}
 
-    // Makes it out of sight; false when it can not be made.
+    // Makes the panel, hidden. False if it cannot be made.
     using Dialog::Create;
 
-    // How wide it is with its texts, in pixels.
+    // The width in pixels that it needs for its texts.
     int Width() const { return m_width; }
-    // In pixels of the dialog's client area; not less wide than the texts need.
+    // In pixels of the dialog's client area. The panel is never narrower than its texts need it.
     void SetBounds(const RECT& bounds);
-    // Brings it to the front, or out of sight, where none of its keys is left.
+    // Brings the panel to the front, or hides it and disables its access keys.
     void Show(bool isShown) const;
-    // Gives the focus to its first control.
+    // Gives its first control the focus.
     void FocusFirst() const;
 
 private:

@@ -11,10 +11,11 @@ namespace tamarind {
 namespace {
 
 // What a control needs beside its text, in pixels at 96 DPI.
-constexpr int kMarkWidth = 20;  // the box or circle and the gap behind it
+constexpr int kMarkWidth = 20;  // the box or circle and the gap after it
 constexpr int kButtonMargins = 16;
 constexpr int kFrameMargins = 20;
 
+// The number that is the text of the window; 0 if it is none.
 std::uint16_t NumberIn(HWND window) {
     const long number = std::wcstol(TextOfWindow(window).c_str(), nullptr, 10);
     return number > 0 && number <= UINT16_MAX ? static_cast<std::uint16_t>(number) : 0;
@@ -34,7 +35,7 @@ int MarginsOf(ControlKind kind) {
     }
 }
 
-// A control's text as its own font draws it.
+// Measures the text of a control in the font of that control.
 class MeasuredText {
 public:
     MeasuredText(HWND control, ControlKind kind)
@@ -63,7 +64,8 @@ private:
     UINT m_flags = 0;
 };
 
-// The width at which a text is shown whole in a control of that size; what is at hand will do.
+// The width in pixels at which the text of a control is shown completely. A label that is high
+// enough may break its text into several lines; then the width is only about as small as possible.
 int WidthForText(HWND control, ControlKind kind, SIZE size, int dpi) {
     const MeasuredText text(control, kind);
     const SIZE line = text.OnOneLine();
@@ -138,7 +140,7 @@ int DialogTexts::Stretch(int leastWidth) const {
         }
         const int wanted = WidthForText(item.control, item.kind, size, WindowDpi(m_dialog));
         if (wanted > size.cx) {
-            // One more, since both edges are rounded.
+            // One more pixel, because both edges are rounded.
             stretched = std::max(stretched, Scaled(width, wanted + 1, static_cast<int>(size.cx)));
         }
     }

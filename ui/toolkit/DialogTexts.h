@@ -11,22 +11,24 @@
 
 namespace tamarind {
 
-// Gives the text of a number.
+// Returns the text of a number.
 using TextByNumber = std::function<std::wstring(std::uint16_t)>;
 
-// The controls of a dialog as its template has them: where they stand, and the numbers of their
-// texts, which the template has in the texts' places.
+// The controls of a dialog as they are in its template: their places, and the numbers of their
+// texts, which stand there in the place of the texts. Sets the texts of a language and stretches
+// the dialog to their lengths; used by Dialog.
 class DialogTexts {
 public:
-    // To be called before anything of the new dialog is changed.
+    // To be called before anything in the new dialog is changed.
     void Read(HWND dialog);
 
-    // Gives the dialog and its controls their texts. Those without a number keep what they have.
+    // Sets the texts of the dialog and its controls. Those without a number keep what they have.
     void Set(const TextByNumber& text) const;
 
-    // Stretches places and widths as far as the longest text needs it, but never to less than the
-    // template's, nor than a client area of `leastWidth` pixels. Returns the width of the client
-    // area that this makes, in pixels.
+    // Stretches all places and widths by the same factor, as far as the longest text needs it, but
+    // never below those of the template or a client area of `leastWidth` pixels. Heights stay.
+    // Returns the resulting width of the client area in pixels, which the caller gives to the
+    // dialog.
     int Stretch(int leastWidth = 0) const;
 
 private:
@@ -36,6 +38,7 @@ private:
         std::uint16_t number = 0;  // 0 for none
         RECT bounds{};             // in the client area, not mirrored
     };
+    // The place in the template, in pixels at the present DPI.
     RECT Bounds(const Item& item) const;
     int Width() const;
 

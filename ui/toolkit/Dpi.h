@@ -4,13 +4,14 @@
 
 namespace tamarind {
 
-// The screen resolution that Windows had when the program started.
+// The DPI that the system had when the program was started; it does not change while it runs.
 int SystemDpi();
 
-// The resolution of the monitor that a window is on, where Windows tells it; else the system's.
+// The DPI of the monitor that a window is on, if Windows tells (from Windows 10, version 1607);
+// otherwise that of the system.
 int WindowDpi(HWND window);
 
-// GetSystemMetrics for a resolution.
+// GetSystemMetrics at a DPI, in pixels.
 int SystemMetric(int index, int dpi);
 
 }  // namespace tamarind

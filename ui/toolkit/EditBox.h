@@ -6,30 +6,34 @@
 
 namespace tamarind {
 
+// Hears of changes of a text.
 class EditBoxListener {
 public:
-    // The text is another one than before.
+    // The text is another one than before. Windows does not report a text that the program has set
+    // in a box of several lines (Microsoft: EN_CHANGE), but listeners should not rely on that.
     virtual void OnTextChanged() = 0;
 
 protected:
     ~EditBoxListener() = default;
 };
 
-// A box of several lines of text with a vertical scroll bar. Its selection shows without the focus,
-// too.
+// A box for several lines of text with a vertical scroll bar. Its selection is visible without the
+// focus, too.
 class EditBox final : public Control {
 public:
+    // `listener` must outlive the control. False if Windows cannot create it.
     bool Create(HWND parent, int id, EditBoxListener& listener);
 
-    // With CR LF as line break; scrolls to the first line.
+    // The text has CR LF as line break. Scrolls to the first line.
     void SetText(const std::wstring& text);
     std::wstring Text() const;
-    // The longest text that can be typed, in UTF-16 units; 0 makes the box read-only.
+    // The length up to which text can be typed, in UTF-16 units. 0 makes the box read-only.
     void SetMaxLength(std::size_t units);
-    // Selects a part of the text and brings it into view.
+    // Selects a part of the text, in UTF-16 units, and scrolls it into view.
     void Select(std::size_t start, std::size_t length);
+    // Before the first call the box has the colours of the system.
     void SetColors(COLORREF text, COLORREF background);
-    // Room beside the text, in pixels; to be set again after the font.
+    // The distance of the text from the left and right edges, in pixels. A new font resets it.
     void SetMargins(int pixels);
 
 private:

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kPointsPerInch = 72;
 
-// The bitmap font of that name has three sizes only; its outline twin is what users mean.
+// The bitmap font of that name has only three sizes. Users mean its outline twin.
 std::wstring_view DrawnFace(std::wstring_view name) {
     constexpr std::wstring_view kBitmapFace = L"MS Sans Serif";
     const bool isBitmapFace =

@@ -14,14 +14,14 @@ struct UserFont {
     int style = 0;  // 1 bold, 2 italic, 4 strikethrough, 8 underline
 };
 
-// Gives a control the user's font and character set: in his size and style, or else in `points`
-// without any style.
+// Gives a control the font and the character set of the user: in their size and style, or, if not
+// `withUserSize`, in `points` without any style.
 void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, int points, int dpi);
 
-// The font that Windows uses in message boxes and status bars.
+// The font of message boxes and status bars. Empty if Windows does not tell.
 UniqueFont MakeMessageFont(int dpi);
 
-// Whether the system has a font of that name, and not only another one in its place.
+// Whether the system has a font of that name, rather than another one that it would take instead.
 bool HasFont(const std::wstring& name);
 
 }  // namespace tamarind

@@ -8,6 +8,7 @@
 
 namespace tamarind {
 
+// For handles of which null means none.
 template <typename Handle, auto CloseFunction>
 struct NullHandlePolicy {
     using Type = Handle;
@@ -24,7 +25,7 @@ using UniqueMenu = UniqueHandle<NullHandlePolicy<HMENU, DestroyMenu>>;
 using UniqueHook = UniqueHandle<NullHandlePolicy<HHOOK, UnhookWindowsHookEx>>;
 using UniqueAccelerators = UniqueHandle<NullHandlePolicy<HACCEL, DestroyAcceleratorTable>>;
 
-// The device context of a window, or of the screen, for measuring.
+// The device context of a window, or of the screen, for measuring. Released by the destructor.
 class ScreenDC {
 public:
     explicit ScreenDC(HWND window = nullptr) : m_window(window), m_dc(GetDC(window)) {}
@@ -39,7 +40,7 @@ private:
     HDC m_dc;
 };
 
-// Keeps an object selected in a device context for a while.
+// Keeps an object selected in a device context until the end of the scope.
 class SelectedObject {
 public:
     SelectedObject(HDC dc, HGDIOBJ object) : m_dc(dc), m_former(SelectObject(dc, object)) {}

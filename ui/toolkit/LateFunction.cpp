@@ -5,7 +5,7 @@
 namespace tamarind {
 namespace {
 
-// With a closing backslash; empty where Windows does not tell it.
+// With a closing backslash; empty if Windows does not tell.
 std::wstring SystemFolder() {
     std::wstring folder(MAX_PATH, L'\0');
     const UINT length = GetSystemDirectoryW(folder.data(), MAX_PATH);
@@ -24,7 +24,8 @@ void SearchSystemFolderOnly() {
 }
 
 HMODULE SystemLibrary(const wchar_t* name) {
-    // The version of comctl32.dll that the manifest asks for is no file in that folder.
+    // Loaded already? Asked first, because the version of comctl32.dll from the manifest is not in
+    // that folder.
     HMODULE module = nullptr;
     if (GetModuleHandleExW(0, name, &module)) {
         return module;
@@ -33,7 +34,7 @@ HMODULE SystemLibrary(const wchar_t* name) {
     if (module != nullptr || GetLastError() != ERROR_INVALID_PARAMETER) {
         return module;
     }
-    // Windows 7 without that update does not know the flag.
+    // Windows 7 without the update does not know the flag.
     const std::wstring folder = SystemFolder();
     const std::wstring path = folder + name;
     return folder.empty() ? nullptr

@@ -4,19 +4,22 @@
 
 namespace tamarind {
 
-// From now on Windows looks for libraries in its own folder alone, whoever loads them by their bare
-// name: the folders of the program and of its files are places that others may write to. Nothing
-// where Windows 7 lacks the update for it.
+// Makes Windows look for libraries in its own folder only, whoever loads them by their bare names.
+// The folders of the program and of the files that it opens may be writable by others, who could
+// plant a library there. Does nothing on Windows 7 without update KB2533623.
 void SearchSystemFolderOnly();
 
-// A library of the system's, loaded now if it is not, from the system's folder alone; null where
-// there is none of that name.
+// A library of the system, loaded from the system's folder if it is not loaded yet; null if there
+// is none of that name. It is never unloaded.
 HMODULE SystemLibrary(const wchar_t* name);
 
 // A function of such a library, or null where the system has no such library or function. For
 // libraries that bring many others with them, which most starts of the program do not need, and for
 // functions that Windows 7 lacks: it could not start a program that is linked to them.
 template <typename Function>
+// A function of such a library, or null if the system does not have the library or the function.
+// Used for libraries that load many others and that most runs do not need, and for functions that
+// Windows 7 lacks, which would not start a program that is linked to them.
 Function LateFunction(const wchar_t* library, const char* name) {
     const HMODULE module = SystemLibrary(library);
     const FARPROC address = module != nullptr ? GetProcAddress(module, name) : nullptr;
@@ -25,6 +28,7 @@ Function LateFunction(const wchar_t* library, const char* name) {
 
 // One of the system's dialogs for files, colours and fonts.
 template <typename Function>
+// A function of the library of the file, colour and font dialogs.
 Function DialogFunction(const char* name) {
     return LateFunction<Function>(L"comdlg32.dll", name);
 }

@@ -8,6 +8,9 @@ namespace tamarind {
 // Two units of length that must not be mixed up: a pixel's size depends on the window's DPI, a
 // twip is always 1/1440 inch. Settings hold twips, Windows takes pixels.
 template <typename Unit>
+// A length with its unit in its type, so that the two cannot be mixed up: the size of a pixel
+// depends on the DPI of the window, a twip is always 1/1440 inch. Settings are in twips, Windows
+// takes pixels. 120 twips are 8 pixels at 96 DPI and 16 at 192.
 struct Length {
     std::int32_t value = 0;
 
@@ -22,7 +25,8 @@ using Twips = Length<struct TwipUnit>;
 inline constexpr int kTwipsPerInch = 1440;
 inline constexpr int kDesignDpi = 96;  // of lengths in pixels that stand in the source
 
-// `value` * `numerator` / `denominator`, rounded to the nearest whole number.
+// `value` * `numerator` / `denominator`, rounded to the nearest whole number; halves away from
+// zero.
 constexpr std::int32_t Scaled(std::int32_t value, int numerator, int denominator) {
     const std::int64_t product = std::int64_t{value} * numerator;
     const std::int64_t half = denominator / 2;
@@ -37,13 +41,13 @@ constexpr Twips ToTwips(Pixels length, int dpi) {
     return {Scaled(length.value, kTwipsPerInch, dpi)};
 }
 
-// The same, but twips that mean these pixels already stay: a window that nobody moved is stored as
-// it was.
+// The same, but `stored` stays if it means these pixels already: a window that was not moved is
+// stored as it was, whatever rounding would make of it.
 constexpr Twips ToTwips(Pixels length, int dpi, Twips stored) {
     return ToPixels(stored, dpi) == length ? stored : ToTwips(length, dpi);
 }
 
-// A length in pixels at 96 DPI as pixels at `dpi`.
+// A length in pixels at 96 DPI, in which the source gives lengths, as pixels at `dpi`.
 constexpr int ScaledPixels(int designPixels, int dpi) {
     return Scaled(designPixels, dpi, kDesignDpi);
 }

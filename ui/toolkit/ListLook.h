@@ -4,7 +4,7 @@
 
 namespace tamarind {
 
-// How the user wants a list to look, in whatever window it is.
+// How the user wants lists to look, in all windows.
 struct ListLook {
     COLORREF foreground = 0;
     COLORREF background = 0;

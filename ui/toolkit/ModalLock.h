@@ -6,10 +6,11 @@
 
 namespace tamarind {
 
-// Disables the thread's other visible windows as long as a modal one is open. Windows itself
-// disables the owner of that, and must be the one to enable it again.
+// Disables the other visible windows of the thread while a modal one is open. The owner of the
+// modal window is left out: Windows itself disables it, and must be the one that enables it again.
 class ModalLock {
 public:
+    // `owner` is that of the modal window, and may be null.
     explicit ModalLock(HWND owner);
     ~ModalLock();
     ModalLock(const ModalLock&) = delete;

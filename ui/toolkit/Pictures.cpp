@@ -1,3 +1,7 @@
+// A resource holds all pictures of one list and size in a row: width and height in pixels (16 bits
+// each, low byte first), then four planes (blue, green, red, alpha) packed with PackBits. Colours
+// are multiplied by their alpha.
+
 #include "ui/toolkit/Pictures.h"
 
 #include <algorithm>
@@ -15,13 +19,14 @@ namespace {
 constexpr int kDesignSize = 16;
 constexpr int kSizes[] = {48, 32, 24, 20, 16};
 
-// One picture after the other in a row: blue, green, red and alpha planes.
+// The pictures of a resource side by side: planes of blue, green, red and alpha.
 struct Strip {
     int width = 0;
     int height = 0;
     std::vector<std::uint8_t> planes;
 };
 
+// The size of the pictures to load, in pixels.
 int SizeFor(int dpi) {
     const int wanted = ScaledPixels(kDesignSize, dpi);
     const auto* const size =
@@ -29,6 +34,7 @@ int SizeFor(int dpi) {
     return size == std::end(kSizes) ? kDesignSize : *size;
 }
 
+// Empty if there is no such resource. The bytes live as long as the program.
 std::span<const std::uint8_t> FindBytes(const std::wstring& name) {
     const HRSRC info = FindResourceW(nullptr, name.c_str(), RT_RCDATA);
     const HGLOBAL loaded = info != nullptr ? LoadResource(nullptr, info) : nullptr;
@@ -38,8 +44,9 @@ std::span<const std::uint8_t> FindBytes(const std::wstring& name) {
     return {static_cast<const std::uint8_t*>(LockResource(loaded)), SizeofResource(nullptr, info)};
 }
 
-// PackBits: a control byte n below 128 is followed by n + 1 bytes as they are, one above it by a
-// byte that stands 257 - n times.
+// PackBits: a control byte n below 128 is followed by n + 1 bytes that are taken as they are; any
+// other by one byte that is repeated 257 - n times. `size` is that of the result; packed bytes
+// beyond it, or too few of them, are seen by the caller in the size of the result.
 std::vector<std::uint8_t> Unpack(std::span<const std::uint8_t> packed, std::size_t size) {
     std::vector<std::uint8_t> bytes;
     bytes.reserve(size);
@@ -71,7 +78,7 @@ std::optional<Strip> LoadStrip(const wchar_t* list, int dpi) {
     return strip.planes.size() == size ? std::optional(std::move(strip)) : std::nullopt;
 }
 
-// Image lists take colours that are not yet multiplied by their alpha.
+// Image lists take colours that are not multiplied by their alpha.
 std::uint32_t StraightPixel(const Strip& strip, std::size_t at) {
     const std::size_t plane = strip.planes.size() / 4;
     const std::uint32_t alpha = strip.planes[at + 3 * plane];
@@ -83,6 +90,7 @@ std::uint32_t StraightPixel(const Strip& strip, std::size_t at) {
     return pixel;
 }
 
+// Pixels are 0xAARRGGBB.
 std::uint32_t PixelInLook(std::uint32_t pixel, PictureLook look) {
     const std::uint32_t alpha = pixel >> 24;
     switch (look) {

@@ -4,11 +4,12 @@
 
 namespace tamarind {
 
+// A progress bar without a text.
 class ProgressBar final : public Control {
 public:
     bool Create(HWND parent, int id);
 
-    // `value` is between 0 and `maximum`. Paints at once.
+    // Shows `value`, between 0 and `maximum`, and paints at once, without waiting for messages.
     void ShowProgress(int value, int maximum);
 };
 

@@ -4,8 +4,9 @@
 
 namespace tamarind {
 
-// Holds back the painting of a window and its children, so that many changes show as one. Does
-// nothing to a hidden window: unlocking would make Windows take it for a visible one.
+// Holds back the painting of a window and its children until the end of the scope, so that many
+// changes show as one. Does nothing for a hidden window: WM_SETREDRAW with TRUE would make it
+// visible (Microsoft: WM_SETREDRAW).
 class RedrawLock {
 public:
     explicit RedrawLock(HWND window) : m_window(IsWindowVisible(window) ? window : nullptr) {

@@ -10,7 +10,7 @@
 namespace tamarind {
 namespace {
 
-// Posted by the list to itself: it has another font.
+// Posted by the list to itself when it gets another font, which takes effect after WM_SETFONT.
 constexpr UINT kMeasureTexts = WM_APP;
 
 constexpr UINT kSelectedState = LVIS_SELECTED | LVIS_FOCUSED;
@@ -18,10 +18,13 @@ constexpr int kCellMargins = 24;  // pixels at 96 DPI, beside the longest text o
 // Names, values, numbers and paths run from left to right, also in a list that does not.
 constexpr wchar_t kLeftToRight = L'\u202A';
 constexpr wchar_t kEndOfDirection = L'\u202C';
-constexpr int kMeasuredRows = 200;  // more would be a wait
+// More would make opening a dialog slow.
+constexpr int kMeasuredRows = 200;
 
-// Columns that want no more than an even share of the width get that, the others share the rest.
-// What nobody wants goes to all alike.
+// Divides the width among the columns. A column that wants no more than an even share gets what it
+// wants, and the others share the rest evenly. Width that is left over is given to all alike. For a
+// width of 300, the wanted 50, 200 and 400 become 50, 125 and 125; 50, 60 and 70 become 90, 100 and
+// 110.
 std::vector<int> SharedWidths(std::vector<int> wanted, int width) {
     std::vector<std::size_t> byWidth(wanted.size());
     std::iota(byWidth.begin(), byWidth.end(), std::size_t{0});
@@ -153,6 +156,7 @@ void ReportList::OnGetDisplayInfo(LVITEMW& item) {
     if ((item.mask & LVIF_TEXT) != 0) {
         std::wstring& text = m_texts[m_nextText++ % m_texts.size()];
         text = m_rows.text(item.iItem, item.iSubItem);
+        // Marks of Unicode keep the text running from left to right in a mirrored list.
         if ((GetWindowLongPtrW(Handle(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0) {
             text = kLeftToRight + text + kEndOfDirection;
         }
@@ -209,7 +213,7 @@ std::optional<LRESULT> ReportList::OnMessage(UINT message, WPARAM wParam, LPARAM
             Toggle(m_row);
             return 0;
         case WM_CHAR:
-            // Nothing is found by typing: the list would beep.
+            // Texts cannot be found by typing; the control would beep.
             return 0;
         default:
             return std::nullopt;

@@ -9,44 +9,47 @@
 
 namespace tamarind {
 
+// A column of a ReportList.
 struct ReportColumn {
     std::wstring title;
     bool isNumber = false;  // numbers stand at the right; not in the first column
 };
 
-// What a list's rows say and who hears of them. All but the text may be left out.
+// What the rows of a list say, and who hears of changes. Only `text` is required.
 struct ReportRows {
     std::function<std::wstring(int row, int column)> text;
-    // Whether a text is grey.
+    // Whether the text of a cell is grey.
     std::function<bool(int row, int column)> isPale;
-    // Another row is the selected one, or none: ReportList::kNoRow.
+    // Another row was selected, or none any more (ReportList::kNoRow).
     std::function<void(int row)> onSelected;
-    // The user clicked a row twice, or pressed Space on the selected one.
+    // The user has double-clicked a row, or pressed Space on the selected one.
     std::function<void(int row)> onToggled;
 };
 
-// A list of several columns, which a dialog's template has with the styles LVS_REPORT,
-// LVS_OWNERDATA and LVS_SINGLESEL. It asks for its texts when it draws them. The columns share its
-// width as their texts need it.
+// A list with several columns in a dialog. Its control in the template has the styles LVS_REPORT,
+// LVS_OWNERDATA and LVS_SINGLESEL. It asks for its texts when it draws them, so its length costs
+// nothing. The columns share its width by the lengths of their texts.
 class ReportList final : public Control {
 public:
     static constexpr int kNoRow = -1;
-    // A dash, in a cell for what does not exist.
+    // A dash, for cells that have nothing to show.
     static constexpr wchar_t kNothing[] = L"\u2014";
 
-    // Makes sure that Windows has such controls; the template's dialog comes later.
+    // Makes sure that Windows knows this kind of control before a dialog is made from its template.
     ReportList();
 
+    // Takes the control of the dialog over. False if there is none.
     bool Attach(HWND dialog, int id, const std::vector<ReportColumn>& columns, ReportRows rows);
 
-    // Other rows than before: none of them is selected, which nobody is told. While the texts
-    // change the list has to be empty, since screen readers ask for them at any time.
+    // Shows other rows than before. None of them is selected, and onSelected is not called. While
+    // the texts change, the list must be empty (0), because screen readers ask for texts at any
+    // time.
     void SetRowCount(int count);
     int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
-    // Selects a row and brings it into view.
+    // Selects a row, which calls onSelected if it was another one, and scrolls it into view.
     void SelectRow(int row);
     int SelectedRow() const { return m_row; }
-    // The rows say something else now.
+    // To be called when the rows say something else.
     void Redraw();
 
 private:
@@ -57,6 +60,7 @@ private:
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void Toggle(int row) const;
     void SetState(int row, UINT state);
+    // Measures titles and the first rows, and fits the columns.
     void MeasureTexts();
     void FitColumns();
 
@@ -64,7 +68,7 @@ private:
     std::vector<std::wstring> m_titles;
     std::vector<int> m_wantedWidths;  // of the columns, in pixels
     int m_row = kNoRow;
-    // The list reads a text after it asked for the next ones.
+    // Texts handed to the list control, which may read one after it has asked for the next ones.
     std::array<std::wstring, 4> m_texts;
     std::size_t m_nextText = 0;
 };

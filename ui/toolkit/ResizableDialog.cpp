@@ -38,7 +38,8 @@ std::optional<LRESULT> ResizableDialog::HandleMessage(UINT message, WPARAM, LPAR
     }
 }
 
-// The controls stand at the least size now, whatever size the dialog has.
+// Whatever size the dialog has, its controls are at this moment where they belong at the smallest
+// size.
 void ResizableDialog::OnStretched(int clientWidth) {
     const int dpi = WindowDpi(Handle());
     const LONG height =
@@ -69,11 +70,11 @@ void ResizableDialog::Layout() const {
         const auto top = static_cast<int>(scaled(place.top) + higher * anchor.top / 100);
         const auto right = static_cast<int>(scaled(place.right) + wider * anchor.right / 100);
         const auto bottom = static_cast<int>(scaled(place.bottom) + higher * anchor.bottom / 100);
-        // What a label shows depends on its width: nothing is taken over from the old place.
+        // What a label shows depends on its width, so nothing may be copied from its former place.
         SetWindowPos(GetDlgItem(Handle(), anchor.id), nullptr, left, top, right - left,
                      bottom - top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     }
-    // Not every system finds out what of a mirrored dialog is new.
+    // Not every system repaints all of a mirrored dialog that has changed its size.
     InvalidateRect(Handle(), nullptr, TRUE);
 }
 

@@ -7,8 +7,9 @@
 
 namespace tamarind {
 
-// How the edges of a control follow a dialog's size: the share of each, in percent, in what the
-// dialog is larger than its template and texts need it.
+// How the edges of a control follow the size of the dialog: for each edge, the share in percent
+// that it takes of what the dialog is larger than its smallest size. For example {id, 0, 0, 100,
+// 100} grows in both directions, {id, 100, 100, 100, 100} stays at the lower right corner.
 struct Anchor {
     int id;
     int left;
@@ -17,15 +18,16 @@ struct Anchor {
     int bottom;
 };
 
-// A dialog that the user can make larger. Controls without an anchor stay at the upper left.
+// A dialog that the user can make larger. Controls without an anchor stay at the upper left. Its
+// smallest size is that of its template, stretched for its texts.
 class ResizableDialog : public Dialog {
 protected:
-    // All arguments outlive the dialog.
+    // All arguments are kept by reference and must outlive the dialog.
     ResizableDialog(int templateId, const wchar_t* className, const DialogStyle& style,
                     std::span<const Anchor> anchors)
         : Dialog(templateId, className, style), m_anchors(anchors) {}
 
-    // For all messages that the dialog itself does not handle.
+    // Derived dialogs pass on all messages that they do not handle themselves.
     std::optional<LRESULT> HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnStretched(int clientWidth) override;
 

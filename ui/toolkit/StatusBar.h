@@ -7,6 +7,7 @@
 
 namespace tamarind {
 
+// Is told of clicks.
 class StatusBarListener {
 public:
     virtual void OnStatusPartClicked(int part) = 0;
@@ -15,18 +16,19 @@ protected:
     ~StatusBarListener() = default;
 };
 
-// A bar of text parts at the lower edge of a window, with a size grip.
+// A bar with text panels ("parts") at the lower edge of a window, with a size grip.
 class StatusBar final : public Control {
 public:
     bool Create(HWND parent, int id, StatusBarListener& listener);
 
-    // Right edges in pixels; -1 for the bar's.
+    // The right edges of the parts in pixels; -1 means that of the bar.
     void SetParts(std::span<const int> rightEdges);
+    // Parts are counted from 0.
     void SetText(int part, const std::wstring& text);
-    // The bar takes the icon over.
+    // Takes the icon over. The bar owns one icon: a second one replaces the first.
     void SetIcon(int part, UniqueIcon icon);
 
-    // In pixels.
+    // Both are in pixels, by the present font.
     int TextWidth(const std::wstring& text) const;
     int IdealHeight() const;
 

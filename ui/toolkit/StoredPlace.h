@@ -6,8 +6,8 @@
 
 namespace tamarind {
 
-// A window's place on the desktop as settings hold it. The twips are the system's, whichever
-// monitor the window is on.
+// The place of a window on the desktop as settings have it, in twips by the DPI of the system,
+// whichever monitor the window is on.
 struct StoredPlace {
     Twips left;
     Twips top;
@@ -15,12 +15,12 @@ struct StoredPlace {
     Twips height;
 };
 
-// Where such a place puts a window, in pixels of the screen: on the nearest monitor, and no smaller
-// than `least` or larger than that monitor, whatever numbers a damaged file holds.
+// Where this place puts a window, in screen pixels: on the nearest monitor, at least as large as
+// `least` and at most as large as that monitor, whatever numbers a damaged file contains.
 RECT BoundsOfPlace(const StoredPlace& place, const SIZE& least);
 
-// The place of a window at `bounds`. What puts the window there already stays as it is: a window
-// that nobody moved is stored as it was.
+// The place of a window with these bounds in screen pixels. If `stored` puts the window there
+// already it is returned unchanged, so that a window that was not moved is stored as it was.
 StoredPlace PlaceOfBounds(const RECT& bounds, const StoredPlace& stored, const SIZE& least);
 
 }  // namespace tamarind

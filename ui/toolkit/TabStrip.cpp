@@ -25,7 +25,7 @@ bool TabStrip::Attach(HWND dialog, int id, TabStripListener& listener) {
     if (!AttachControl(dialog, id)) {
         return false;
     }
-    // The strip's own padding does not grow with the resolution everywhere.
+    // On some systems the control's own padding does not grow with the DPI.
     const int dpi = WindowDpi(Handle());
     Send(TCM_SETPADDING, 0,
          MAKELPARAM(ScaledPixels(kTabPaddingX, dpi), ScaledPixels(kTabPaddingY, dpi)));

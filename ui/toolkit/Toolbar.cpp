@@ -5,6 +5,7 @@
 namespace tamarind {
 namespace {
 
+// "Save &As" becomes "Save As", and "A && B" becomes "A & B".
 std::wstring WithoutAccessKey(const std::wstring& text) {
     std::wstring plain;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -27,7 +28,7 @@ bool Toolbar::Create(HWND parent, int id, ToolbarListener& listener) {
         return false;
     }
     Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
-    // With mixed buttons a text that is not shown becomes the tooltip.
+    // With TBSTYLE_EX_MIXEDBUTTONS the text of a button is not shown beside it but as its tooltip.
     constexpr DWORD kExtended =
         TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_DOUBLEBUFFER;
     Send(TB_SETEXTENDEDSTYLE, 0, kExtended);

@@ -62,7 +62,7 @@ void TreeView::Select(HTREEITEM item) {
     const ScopeExit changed([this] { m_isChanging = false; });
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
     Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
-    // The end of a long text is not worth hiding the beginnings of all others.
+    // Showing the end of a long text is not worth hiding the beginnings of all others.
     Send(WM_HSCROLL, SB_PAGELEFT);
 }
 
@@ -77,7 +77,7 @@ std::optional<LRESULT> TreeView::OnNotify(NMHDR& header) {
     return 0;
 }
 
-// As a click there would do it: the whole row counts.
+// Selects the node as a click does: anywhere in its row.
 void TreeView::SelectAt(POINT at) {
     TVHITTESTINFO hit{};
     hit.pt = at;
@@ -92,7 +92,8 @@ std::optional<LRESULT> TreeView::OnContextMenu(std::optional<POINT> at) {
     if (!at) {
         RECT row{};
         const auto selected = Send(TVM_GETNEXTITEM, TVGN_CARET);
-        // The message takes the item in the rectangle that it fills in.
+        // TVM_GETITEMRECT expects the handle of the item in the first bytes of the rectangle that
+        // it fills in.
         std::memcpy(&row, &selected, sizeof(selected));
         at = POINT{};
         if (selected != 0 && Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&row))) {

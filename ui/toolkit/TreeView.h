@@ -6,17 +6,19 @@
 
 namespace tamarind {
 
+// Is told what the user does in the tree.
 class TreeViewListener {
 public:
-    // Another node became the selected one, by the user's mouse or keyboard.
+    // The user has selected another node, by mouse or keyboard.
     virtual void OnNodeSelected(LPARAM data) = 0;
-    // The node at that place is the selected one already.
+    // A context menu is asked for; `at` is in screen pixels. The node there is selected already.
     virtual void OnTreeMenu(POINT at) = 0;
 
 protected:
     ~TreeViewListener() = default;
 };
 
+// A node to be added.
 struct TreeNode {
     std::wstring text;
     int picture = I_IMAGENONE;
@@ -29,14 +31,17 @@ class TreeView final : public Control {
 public:
     bool Create(HWND parent, int id, TreeViewListener& listener);
 
+    // The list must outlive the tree or be replaced first.
     void SetImages(HIMAGELIST images);
     void SetColors(COLORREF text, COLORREF background);
 
+    // Removes all nodes, without a call of the listener.
     void Clear();
+    // Adds a last child to `parent`, or to TVI_ROOT. The item is valid until Clear.
     HTREEITEM Add(HTREEITEM parent, const TreeNode& node);
     void SetText(HTREEITEM item, const std::wstring& text);
     void Expand(HTREEITEM item);
-    // Selects without telling the listener.
+    // Selects a node and scrolls it into view, without a call of the listener.
     void Select(HTREEITEM item);
 
 private:

@@ -5,7 +5,8 @@
 namespace tamarind {
 namespace {
 
-// Posted by the list to itself when a row was deselected: by now another one may be selected.
+// Posted by the list to itself when a row was deselected: only when it arrives is it known whether
+// another row has been selected instead.
 constexpr UINT kCheckSelection = WM_APP;
 
 constexpr UINT kSelectedState = LVIS_SELECTED | LVIS_FOCUSED;
@@ -98,7 +99,7 @@ void VirtualList::SelectRow(int row) {
     EnsureVisible(row);
 }
 
-// Of the one row: left to clear it by itself, the list may look at all rows.
+// Of the one row only: a list control that clears its selection itself may look at all rows.
 void VirtualList::ClearSelection() {
     if (m_row != kNoRow) {
         SetState(m_row, 0);
@@ -118,7 +119,7 @@ void VirtualList::EditLabel(int row) {
     Send(LVM_EDITLABELW, static_cast<WPARAM>(row));
 }
 
-// The box in the row closes with what it holds when it loses the focus.
+// The box in the row closes and keeps what was typed when it loses the focus.
 void VirtualList::EndLabelEdit() {
     if (Send(LVM_GETEDITCONTROL) != 0) {
         SetFocus(Handle());
@@ -148,7 +149,7 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
         case LVN_ODFINDITEMW:
             return OnFindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
         case LVN_BEGINLABELEDITW:
-            // The answer says whether to leave it.
+            // TRUE keeps the text from being changed (Microsoft: LVN_BEGINLABELEDIT).
             return m_source->OnRenameRow(reinterpret_cast<NMLVDISPINFOW&>(header).item.iItem)
                        ? FALSE
                        : TRUE;
@@ -204,7 +205,7 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
         case WM_KEYDOWN:
             return m_source->OnListKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_CHAR:
-            // No row begins with it: the list would beep.
+            // Enter does not start a search for a row, at which the control would beep.
             return wParam == VK_RETURN ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_LBUTTONDOWN:
         case WM_MBUTTONDOWN:
@@ -219,7 +220,7 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
     }
 }
 
-// A click beside the rows deselects, but the row whose details are shown stays the current one.
+// A click beside the rows deselects, but the row whose details are shown stays the selected one.
 void VirtualList::CheckSelection() {
     const auto selected = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
     if (selected == -1 && m_row >= 0 && m_row < RowCount()) {
@@ -234,7 +235,7 @@ bool VirtualList::OnEndLabelEdit(const LVITEMW& item) {
     return isTaken;
 }
 
-// For typing the first letters of a row.
+// Finds the row whose text begins with the characters that the user has typed.
 LRESULT VirtualList::OnFindRow(const NMLVFINDITEMW& search) const {
     const int count = RowCount();
     if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || search.lvfi.psz == nullptr) {

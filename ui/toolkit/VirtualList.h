@@ -7,73 +7,80 @@
 
 namespace tamarind {
 
-// How a row looks beside its text.
+// What a row looks like besides its text.
 struct RowLook {
     int picture = I_IMAGENONE;
     COLORREF color = 0;
 };
 
-// Knows what the rows of a list say, and hears of them.
+// Knows what the rows of a list say, and hears what the user does with them. Rows are counted from
+// 0. The list may ask for a row that no longer exists, so these functions must check it.
 class VirtualListSource {
 public:
     virtual std::wstring RowText(int row) const = 0;
     virtual RowLook LookOfRow(int row) const = 0;
-    // Another row became the selected one, by mouse, keyboard or program.
+    // Another row has been selected, by the user or by the program.
     virtual void OnRowSelected(int row) = 0;
+    // A context menu is asked for; `at` is in screen pixels.
     virtual void OnListMenu(POINT at) = 0;
-    // A row was clicked twice, or the list while it has none.
+    // A row was double-clicked, or anything in a list without rows.
     virtual void OnRowActivated() = 0;
-    // A virtual-key code; whether it is done with.
+    // A key was pressed; `key` is a virtual-key code. Returns whether it was handled.
     virtual bool OnListKey(WPARAM key) = 0;
-    // A mouse button went down on the list.
+    // A mouse button was pressed on the list.
     virtual void OnListPressed() = 0;
-    // The list has another place or size.
+    // The place or the size of the list has changed.
     virtual void OnListPlaced() = 0;
 
-    // Lists with LVS_EDITLABELS only. Whether the user may change a row's text, which he is about
-    // to do.
+    // Only in lists with LVS_EDITLABELS: the user is about to change the text of a row. Returns
+    // whether they may.
     virtual bool OnRenameRow(int) { return false; }
-    // He entered another text for the row; whether it is taken.
+    // The user has entered another text for a row. Returns whether it is taken.
     virtual bool OnRowRenamed(int, const std::wstring&) { return false; }
 
 protected:
     ~VirtualListSource() = default;
 };
 
-// A list of one column that asks for its rows when it draws them, so that its length costs nothing.
-// Once a row is selected there is always a selected one.
+// A list with one column that asks for its rows when it draws them, so that its length costs
+// nothing. From the first selection on there is always exactly one selected row, until SetRowCount.
 class VirtualList final : public Control {
 public:
     static constexpr int kNoRow = -1;
 
-    // `moreStyles` beside those that all such lists have: LVS_EDITLABELS, LVS_NOCOLUMNHEADER.
+    // `moreStyles` are added to the styles of all such lists: LVS_EDITLABELS, LVS_NOCOLUMNHEADER.
+    // `source` must outlive the list. False if Windows cannot create it.
     bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source,
                 DWORD moreStyles = 0);
 
     void SetColumnTitle(const std::wstring& title);
+    // The picture list must outlive the control or be replaced first.
     void SetImages(HIMAGELIST images);
     void SetColors(COLORREF text, COLORREF background);
     void ShowGridLines(bool isVisible);
-    // The column stays narrower than the list by so many pixels.
+    // The column is narrower than the list by this number of pixels.
     void SetColumnMargin(int pixels);
 
-    // Other rows than before: none of them is selected.
+    // Shows other rows than before. None of them is selected, and the source is not told.
     void SetRowCount(int count);
-    // Selects a row and brings it into view.
+    // Selects a row and scrolls it into view. If another one was selected, OnRowSelected is called.
     void SelectRow(int row);
+    // kNoRow before the first selection.
     int SelectedRow() const { return m_row; }
+    // Scrolls until the row is visible, or with `isPartEnough` a part of it.
     void EnsureVisible(int row, bool isPartEnough = false);
+    // To be called when a row says something else.
     void RedrawRow(int row);
     int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
 
-    // Lets the user change a row's text, if the source does. The list gets the focus.
+    // Lets the user change the text of a row, if the source allows it. The list gets the focus.
     void EditLabel(int row);
-    // Takes over the text that is being changed, if one is.
+    // Ends a change of a text as the Enter key does, if one is going on.
     void EndLabelEdit();
 
-    // In pixels of the list.
+    // In pixels of the list's client area.
     RECT RowBounds(int row) const;
-    // The height of the column's title at the top of the list, in pixels.
+    // The height in pixels of the column's title above the rows.
     int HeaderHeight() const;
 
 private:
@@ -94,7 +101,7 @@ private:
     int m_row = kNoRow;
     int m_columnMargin = 0;
     bool m_isFilling = false;
-    // The list reads a text after it asked for the next ones.
+    // Texts handed to the list control, which may read one after it has asked for the next ones.
     std::array<std::wstring, 4> m_texts;
     std::size_t m_nextText = 0;
 };

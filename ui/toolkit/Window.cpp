@@ -53,7 +53,7 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     if (self == nullptr) {
         return DefWindowProcW(window, message, wParam, lParam);
     }
-    // A window whose creation fails half-way must not come to be.
+    // An exception in WM_CREATE keeps the window from being created at all.
     const LRESULT failed = message == WM_CREATE ? -1 : 0;
     const LRESULT result = Guarded(failed, [&] {
         auto answer = self->Filter(message, wParam, lParam);

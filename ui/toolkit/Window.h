@@ -6,7 +6,7 @@
 
 namespace tamarind {
 
-// What a window is created with. The class is registered at its first use.
+// What a window is created with. Its class is registered on the first use.
 struct WindowParams {
     const wchar_t* className = nullptr;
     const wchar_t* text = L"";
@@ -20,27 +20,31 @@ struct WindowParams {
     LPCWSTR cursor = IDC_ARROW;
 };
 
-// A window with a class of its own. The object owns the window: it is destroyed with it.
+// A window with a class of its own, named in WindowParams. The object owns the window: destroying
+// the object destroys it. An exception in a handler is reported and does not leave the window
+// procedure.
 class Window : public WindowObject {
 public:
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
-    // Null before it is created and after Windows destroyed it.
+    // Null before the window is created and after Windows has destroyed it.
     HWND Handle() const { return m_window; }
 
 protected:
     Window() = default;
     virtual ~Window();
 
-    // Returns false when Windows could not create the window, or OnCreate of the class refused.
+    // False if Windows cannot create the window, or the class refuses it in its answer to
+    // WM_CREATE.
     bool CreateHandle(const WindowParams& params);
 
-    // One switch over the messages; what it does not handle goes to the base class.
+    // Handles a message. Derived classes have one switch in it and pass on what they do not handle.
     virtual LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    // Classes are registered once; later calls use the class as it is.
     static bool Register(const WindowParams& params);
 
     HWND m_window = nullptr;

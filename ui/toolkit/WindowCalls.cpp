@@ -50,7 +50,7 @@ void SetMirrored(HWND window, bool isMirrored) {
     const LONG_PTR wanted = isMirrored ? style | kMirrored : style & ~kMirrored;
     if (wanted != style) {
         SetWindowLongPtrW(window, GWL_EXSTYLE, wanted);
-        // Its scroll bars stand on the other side now.
+        // The scroll bars are on the other side now, which is a change of the frame.
         SetWindowPos(window, nullptr, 0, 0, 0, 0,
                      SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
         InvalidateRect(window, nullptr, TRUE);

@@ -6,23 +6,25 @@
 
 namespace tamarind {
 
-// Gives a window other bounds, in pixels of the screen or of its parent, and nothing else.
+// Sets the bounds of a window, in pixels of the screen or of its parent. Neither its order nor the
+// activation changes.
 void SetWindowBounds(HWND window, const RECT& bounds);
 
-// Sends a message without parameters to all windows in a window.
+// Sends a message without parameters to all child windows at any depth.
 void SendToDescendants(HWND window, UINT message);
 
-// Moves a window to the middle of the screen.
+// Moves a window to the middle of the primary screen.
 void CenterForm(HWND window);
 
-// The same bounds, moved, and made smaller if need be, so that they lie on the nearest monitor
-// outside its taskbar. In pixels of the screen.
+// The same bounds in screen pixels, moved, and if need be made smaller, so that they lie in the
+// work area of the nearest monitor.
 RECT MovedOntoMonitor(const RECT& bounds);
 
-// Whether a window runs from right to left: coordinates in it, and the places of what is in it the
-// next time that is placed. Controls made in it later are not mirrored by themselves.
+// Makes a window run from right to left, or back: its coordinates are mirrored, and what is in it
+// moves when it is placed the next time. Controls that are made in it later do not inherit this.
 void SetMirrored(HWND window, bool isMirrored);
 
+// The whole text of a window or control, of any length.
 std::wstring TextOfWindow(HWND window);
 
 }  // namespace tamarind

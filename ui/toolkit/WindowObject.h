@@ -8,34 +8,37 @@ namespace tamarind {
 
 class Control;
 
-// Sees a window's messages before the window does.
+// Sees the messages of a window before the window itself does. A splitter follows the size of its
+// container in this way.
 class MessageFilter {
 public:
-    // The answer to a message, or nothing to let the window handle it.
+    // The answer to a message; nothing leaves it to the window.
     virtual std::optional<LRESULT> FilterMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
 
 protected:
     ~MessageFilter() = default;
 };
 
-// The object behind a window of ours, which the window's user data point to.
+// The object that belongs to a window of ours. The user data of the window (GWLP_USERDATA) point to
+// it. Base of Window, Control and Dialog.
 class WindowObject {
 public:
-    // Null for windows that are none of ours.
+    // Null for windows that are not ours. The window must belong to this program.
     static WindowObject* FromHandle(HWND window) {
         return window == nullptr
                    ? nullptr
                    : reinterpret_cast<WindowObject*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     }
 
-    // Puts a filter before a window of ours, or takes it away (null). Other windows have none.
+    // Puts a filter before a window of ours, or removes it (null). There is one filter at a time;
+    // nothing happens for other windows.
     static void SetFilter(HWND window, MessageFilter* filter) {
         if (WindowObject* const object = FromHandle(window)) {
             object->m_filter = filter;
         }
     }
 
-    // The control that it is, or null.
+    // The Control that this is, or null.
     virtual Control* AsControl() { return nullptr; }
 
 protected:
