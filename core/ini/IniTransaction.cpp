@@ -81,7 +81,7 @@ void IniTransaction::Pause() {
 
 IniSnapshot IniTransaction::Read(const std::string& path) {
     const Entry& entry = EntryOf(path);
-    return {entry.document, entry.error, entry.isSettled};
+    return {entry.document, entry.error};
 }
 
 void IniTransaction::MakeFrom(const std::string& path, std::string bytes) {

@@ -66,7 +66,6 @@ private:
         IniEdit refused = IniEdit::Unchanged;  // why two texts could not be merged
         FileState onDisk;
         std::shared_ptr<const IniDocument> document;  // what is edited
-        bool isSettled = true;
     };
     // What another program has written in the middle of a replacement. It was found in the file
     // that was moved aside, so it has to be merged into the next edit: the round edits `base`, plus

@@ -53,10 +53,11 @@ bool MainMenu::Create(HWND window) {
             popup.Release();  // the bar destroys it
         }
     }
-    const UniqueMenu former(GetMenu(window));
+    const HMENU former = GetMenu(window);
     if (!SetMenu(window, bar.Get())) {
         return false;
     }
+    DestroyMenu(former);
     m_bar = bar.Release();
     m_recentFiles = CreatePopupMenu();
     const HMENU fileMenu = GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::FileRecentFiles)));
