@@ -29,8 +29,7 @@ constexpr CaseRow kLowerCaseRows[] = {
 };
 
 char32_t MapCase(std::span<const CaseRow> rows, char32_t codePoint) {
-    const auto row = std::lower_bound(rows.begin(), rows.end(), codePoint,
-                                      [](const CaseRow& r, char32_t c) { return r.last < c; });
+    const auto row = std::ranges::lower_bound(rows, codePoint, {}, &CaseRow::last);
     if (row == rows.end() || codePoint < row->first) {
         return codePoint;
     }

@@ -49,7 +49,7 @@ std::string StoredDescription(std::string_view text) {
 std::size_t MaxDescriptionUnits(const KeyStore& store, KeyNumber key) {
     const std::string_view value = store.Record(key).defaultValue;
     // A slash at its end would be taken for the first of the three behind it.
-    const bool isClear = value.empty() || value.back() != '/';
+    const bool isClear = !value.ends_with('/');
     const std::size_t used = Utf16Length(value) + kEntrySeparator.size() + 1;
     return store.CanDescribe(key) && isClear && used < cProfile::kBufferSize
                ? cProfile::kBufferSize - used

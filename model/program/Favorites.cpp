@@ -61,12 +61,12 @@ ShownNames::ShownNames(const KeyList& keys, const KeyStore& store) {
     for (std::size_t row = 0; row < keys.Size(); ++row) {
         m_names.push_back(UpperCase(store.KeyName(keys.KeyAt(row))));
     }
-    std::sort(m_names.begin(), m_names.end());
+    std::ranges::sort(m_names);
 }
 
 bool ShownNames::HasNameFrom(std::string_view start) const {
     const std::string upper = UpperCase(start);
-    const auto next = std::lower_bound(m_names.begin(), m_names.end(), upper);
+    const auto next = std::ranges::lower_bound(m_names, upper);
     return next != m_names.end() && BeginsWith(*next, upper);
 }
 
@@ -92,9 +92,8 @@ bool Favorites::IsFull() const {
 
 bool Favorites::FavoriteExists(std::string_view name) const {
     name = name.substr(0, name.find('='));
-    return std::any_of(m_items.begin(), m_items.end(), [&](const Favorite& favorite) {
-        return EqualsIgnoreCase(favorite.name, name);
-    });
+    return std::ranges::any_of(
+        m_items, [&](const Favorite& favorite) { return EqualsIgnoreCase(favorite.name, name); });
 }
 
 // An edit after which some names would not be read any more is none.

@@ -96,9 +96,8 @@ bool frmOptions::IsMirrored(HWND control) const {
 
 void frmOptions::OnTabSelected(int tab) {
     const HWND focus = GetFocus();
-    const bool isFocusInPanel =
-        std::any_of(picOptions.begin(), picOptions.end(),
-                    [&](const DialogPanel& panel) { return IsChild(panel.Handle(), focus); });
+    const bool isFocusInPanel = std::ranges::any_of(
+        picOptions, [&](const DialogPanel& panel) { return IsChild(panel.Handle(), focus); });
     const DialogPanel& shown = picOptions[static_cast<std::size_t>(tab)];
     shown.Show(true);
     if (isFocusInPanel) {

@@ -25,8 +25,7 @@ struct Strip {
 
 int SizeFor(int dpi) {
     const int wanted = ScaledPixels(kDesignSize, dpi);
-    const auto* const size =
-        std::find_if(std::begin(kSizes), std::end(kSizes), [&](int s) { return s <= wanted; });
+    const auto* const size = std::ranges::find_if(kSizes, [&](int s) { return s <= wanted; });
     return size == std::end(kSizes) ? kDesignSize : *size;
 }
 

@@ -25,8 +25,7 @@ constexpr int kMeasuredRows = 200;  // more would be a wait
 std::vector<int> SharedWidths(std::vector<int> wanted, int width) {
     std::vector<std::size_t> byWidth(wanted.size());
     std::iota(byWidth.begin(), byWidth.end(), std::size_t{0});
-    std::sort(byWidth.begin(), byWidth.end(),
-              [&](std::size_t left, std::size_t right) { return wanted[left] < wanted[right]; });
+    std::ranges::sort(byWidth, {}, [&](std::size_t column) { return wanted[column]; });
     int rest = width;
     int columns = static_cast<int>(wanted.size());
     for (const std::size_t column : byWidth) {
