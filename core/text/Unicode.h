@@ -47,6 +47,10 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right);
 // for what is malformed.
 std::string ToUpperCase(std::string_view text);
 
+// In simple lower case, with U+FFFD for what is malformed. Some texts that EqualsIgnoreCase calls
+// equal differ in it.
+std::string ToLowerCase(std::string_view text);
+
 // Equal for any two texts that EqualsIgnoreCase calls equal. The same in every process and version
 // of the program: other copies know locks and messages by it.
 std::uint64_t HashIgnoreCase(std::string_view text);
