@@ -34,7 +34,6 @@ public:
 
     void Clear();
     HTREEITEM Add(HTREEITEM parent, const TreeNode& node);
-    void SetText(HTREEITEM item, const std::wstring& text);
     void Expand(HTREEITEM item);
     // Selects without telling the listener.
     void Select(HTREEITEM item);
