@@ -33,7 +33,6 @@ public:
     // Gives the focus to the list if it had it.
     void Close();
     bool IsOpen() const { return m_row != VirtualList::kNoRow; }
-    int Row() const { return m_row; }
 
     // Follows the list's left edge and width. What moves the row up or down closes the box.
     void FollowList();
@@ -44,7 +43,6 @@ private:
     void OnTick();
     void Enter();
     RECT Place() const;
-    int TextWidth(const std::wstring& text) const;
 
     VirtualList& m_list;
     InplaceEditListener* m_listener = nullptr;

@@ -305,8 +305,7 @@ void frmMain::OnSize(UINT kind) {
 
 // The toolbar above, the status bar below, the panes in all that is left.
 void frmMain::Layout() {
-    RECT area{};
-    GetClientRect(Handle(), &area);
+    RECT area = ClientAreaOf(Handle());
     if (m_isToolbarShown) {
         const int margin = ScaledPixels(kToolbarMargin, m_look.dpi);
         const int bottom = margin + m_toolbar.IdealHeight();

@@ -27,7 +27,6 @@ public:
     void SetIcon(int part, UniqueIcon icon);
 
     // In pixels.
-    int TextWidth(const std::wstring& text) const;
     int IdealHeight() const;
 
 private:
