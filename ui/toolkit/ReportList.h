@@ -1,11 +1,10 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/Control.h"
+#include "ui/toolkit/OwnerDataList.h"
 
 namespace tamarind {
 
@@ -28,9 +27,8 @@ struct ReportRows {
 // A list of several columns, which a dialog's template has with the styles LVS_REPORT,
 // LVS_OWNERDATA and LVS_SINGLESEL. It asks for its texts when it draws them. The columns share its
 // width as their texts need it.
-class ReportList final : public Control {
+class ReportList final : public OwnerDataList {
 public:
-    static constexpr int kNoRow = -1;
     // A dash, in a cell for what does not exist.
     static constexpr wchar_t kNothing[] = L"\u2014";
 
@@ -42,10 +40,8 @@ public:
     // Other rows than before: none of them is selected, which nobody is told. While the texts
     // change the list has to be empty, since screen readers ask for them at any time.
     void SetRowCount(int count);
-    int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
     // Selects a row and brings it into view.
     void SelectRow(int row);
-    int SelectedRow() const { return m_row; }
     // The rows say something else now.
     void Redraw();
 
@@ -56,17 +52,12 @@ private:
     void OnItemChanged();
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void Toggle(int row) const;
-    void SetState(int row, UINT state);
     void MeasureTexts();
     void FitColumns();
 
     ReportRows m_rows;
     std::vector<std::wstring> m_titles;
     std::vector<int> m_wantedWidths;  // of the columns, in pixels
-    int m_row = kNoRow;
-    // The list reads a text after it asked for the next ones.
-    std::array<std::wstring, 4> m_texts;
-    std::size_t m_nextText = 0;
 };
 
 }  // namespace tamarind

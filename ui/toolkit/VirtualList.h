@@ -1,9 +1,8 @@
 #pragma once
 
-#include <array>
 #include <string>
 
-#include "ui/toolkit/Control.h"
+#include "ui/toolkit/OwnerDataList.h"
 
 namespace tamarind {
 
@@ -42,10 +41,8 @@ protected:
 
 // A list of one column that asks for its rows when it draws them, so that its length costs nothing.
 // Once a row is selected there is always a selected one.
-class VirtualList final : public Control {
+class VirtualList final : public OwnerDataList {
 public:
-    static constexpr int kNoRow = -1;
-
     // `moreStyles` beside those that all such lists have: LVS_EDITLABELS, LVS_NOCOLUMNHEADER.
     bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source,
                 DWORD moreStyles = 0);
@@ -61,10 +58,7 @@ public:
     void SetRowCount(int count);
     // Selects a row and brings it into view.
     void SelectRow(int row);
-    int SelectedRow() const { return m_row; }
-    void EnsureVisible(int row, bool isPartEnough = false);
     void RedrawRow(int row);
-    int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
 
     // Lets the user change a row's text, if the source does. The list gets the focus.
     void EditLabel(int row);
@@ -85,18 +79,13 @@ private:
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void ClearSelection();
-    void SetState(int row, UINT state);
     void FitColumn();
     void CheckSelection();
     bool OnEndLabelEdit(const LVITEMW& item);
 
     VirtualListSource* m_source = nullptr;
-    int m_row = kNoRow;
     int m_columnMargin = 0;
     bool m_isFilling = false;
-    // The list reads a text after it asked for the next ones.
-    std::array<std::wstring, 4> m_texts;
-    std::size_t m_nextText = 0;
 };
 
 }  // namespace tamarind
