@@ -9,7 +9,8 @@ configure_file(app/Version.h.in "${HOUSE_GENERATED_DIR}/app/Version.h" @ONLY)
 add_library(house_version INTERFACE)
 target_include_directories(house_version INTERFACE "${HOUSE_GENERATED_DIR}")
 
-find_program(PYTHON_PROGRAM python3 REQUIRED)
+# The system's own Python, which the packages of the system belong to, also where another is first on the PATH.
+find_program(SYSTEM_PYTHON python3 HINTS /usr/bin REQUIRED)
 set(pictureScript "${CMAKE_SOURCE_DIR}/tools/render_pictures.py")
 file(GLOB_RECURSE pictureSources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/art/*")
 set(pictures
@@ -19,7 +20,7 @@ set(pictures
 )
 add_custom_command(
     OUTPUT ${pictures}
-    COMMAND "${PYTHON_PROGRAM}" "${pictureScript}" "${CMAKE_SOURCE_DIR}/art" "${HOUSE_PICTURES_DIR}"
+    COMMAND "${SYSTEM_PYTHON}" "${pictureScript}" "${CMAKE_SOURCE_DIR}/art" "${HOUSE_PICTURES_DIR}"
     DEPENDS "${pictureScript}" ${pictureSources}
     COMMENT "Rendering the pictures"
     VERBATIM

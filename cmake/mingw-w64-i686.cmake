@@ -7,7 +7,7 @@ set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-win32)
 set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-win32)
 set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
 
-# Every processor that Windows 7 still got updates for has SSE2, and core/text/AsciiSearch.cpp is written for it. Floating
+# Every processor that Windows 7 still got updates for has SSE2, and core/text/AsciiSearch.cpp is fast with it. Floating
 # point numbers are rounded as in the 64-bit program. Windows calls 32-bit programs with a stack that is aligned to 4
 # bytes: a function that needs more aligns it itself.
 set(CMAKE_C_FLAGS_INIT "-msse2 -mfpmath=sse -mpreferred-stack-boundary=2")

@@ -9,7 +9,8 @@ set -euo pipefail
 packages_of() {
     case $1 in
     build)
-        echo cmake ninja-build g++ g++-mingw-w64-x86-64-posix librsvg2-bin icoutils python3 fp-utils
+        echo cmake ninja-build g++ g++-mingw-w64-x86-64-posix librsvg2-bin icoutils python3 python3-pil \
+            fp-utils
         ;;
     run)
         # Wine recommends the X libraries and its fonts rather than depending on them.

@@ -12,26 +12,16 @@ import struct
 import subprocess
 import sys
 import tempfile
-import zlib
+from io import BytesIO
 from pathlib import Path
-from typing import NamedTuple
+
+from PIL import Image
 
 LISTS = ("toolbar", "tree", "keys", "status")
 STRIP_SIZES = (16, 20, 24, 32, 48)
 ICONS = ("tamarind", "datafile")
 ICON_BITMAP_SIZES = (16, 20, 24, 32, 48)
 ICON_PNG_SIZES = (64, 128, 256)  # as bitmaps these would take most of the program's size
-
-PNG_SIGNATURE = b"\x89PNG\r\n\x1a\n"
-PIXEL_BYTES = 4
-
-
-class Picture(NamedTuple):
-    """Straight (not premultiplied) RGBA pixels, rows top-down."""
-
-    width: int
-    height: int
-    rgba: bytes
 
 
 def render_svg(svg: Path, size: int) -> bytes:
@@ -40,87 +30,23 @@ def render_svg(svg: Path, size: int) -> bytes:
     return subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout
 
 
-def png_chunks(png: bytes) -> dict[bytes, bytes]:
-    """Chunk contents by type; the pieces of a split chunk are joined."""
-    if not png.startswith(PNG_SIGNATURE):
-        raise ValueError("not a PNG file")
-    chunks: dict[bytes, bytes] = {}
-    position = len(PNG_SIGNATURE)
-    while position < len(png):
-        length, kind = struct.unpack_from(">I4s", png, position)
-        body = png[position + 8 : position + 8 + length]
-        chunks[kind] = chunks.get(kind, b"") + body
-        position += 12 + length  # length, type and checksum surround the body
-    return chunks
+def render_strip(svgs: list[Path], size: int) -> Image.Image:
+    """The pictures side by side."""
+    strip = Image.new("RGBA", (size * len(svgs), size))
+    for index, svg in enumerate(svgs):
+        with Image.open(BytesIO(render_svg(svg, size))) as picture:
+            strip.paste(picture, (size * index, 0))
+    return strip
 
 
-def paeth(left: int, up: int, corner: int) -> int:
-    """The neighbour closest to left + up - corner; ties go left, then up."""
-    estimate = left + up - corner
-    return min((left, up, corner), key=lambda value: abs(estimate - value))
+def planes(picture: Image.Image) -> bytes:
+    """The planes of blue, green, red and alpha one after the other.
 
-
-def unfilter_row(kind: int, row: bytearray, above: bytes) -> None:
-    """Turns the differences stored in a row back into pixels, in place."""
-    for i in range(len(row)):
-        left = row[i - PIXEL_BYTES] if i >= PIXEL_BYTES else 0
-        corner = above[i - PIXEL_BYTES] if i >= PIXEL_BYTES else 0
-        up = above[i]
-        if kind == 1:
-            predicted = left
-        elif kind == 2:
-            predicted = up
-        elif kind == 3:
-            predicted = (left + up) // 2
-        elif kind == 4:
-            predicted = paeth(left, up, corner)
-        elif kind == 0:
-            return
-        else:
-            raise ValueError(f"unknown PNG filter {kind}")
-        row[i] = (row[i] + predicted) & 0xFF
-
-
-def decode_png(png: bytes) -> Picture:
-    chunks = png_chunks(png)
-    width, height, depth, colour, _, _, interlace = struct.unpack(">IIBBBBB", chunks[b"IHDR"])
-    if (depth, colour, interlace) != (8, 6, 0):
-        raise ValueError("expected a plain 8-bit RGBA PNG")
-    data = zlib.decompress(chunks[b"IDAT"])
-    stride = width * PIXEL_BYTES
-    if len(data) != height * (stride + 1):
-        raise ValueError("PNG data has the wrong length")
-    rows: list[bytes] = []
-    above = bytes(stride)
-    for start in range(0, len(data), stride + 1):
-        row = bytearray(data[start + 1 : start + 1 + stride])
-        unfilter_row(data[start], row, above)
-        above = bytes(row)
-        rows.append(above)
-    return Picture(width, height, b"".join(rows))
-
-
-def join_horizontally(pictures: list[Picture]) -> Picture:
-    height = pictures[0].height
-    rows: list[bytes] = []
-    for y in range(height):
-        for picture in pictures:
-            stride = picture.width * PIXEL_BYTES
-            rows.append(picture.rgba[y * stride : (y + 1) * stride])
-    return Picture(sum(picture.width for picture in pictures), height, b"".join(rows))
-
-
-def premultiplied_planes(picture: Picture) -> bytes:
-    """The B, G, R and A planes one after the other.
-
-    Separate planes hold far longer runs than interleaved pixels do.
+    Separate planes hold far longer runs than interleaved pixels do. The colours are not multiplied by the alpha,
+    which image lists want and which keeps a shape's colour the same up to its smooth edge.
     """
-    red, green, blue, alpha = (picture.rgba[channel::PIXEL_BYTES] for channel in range(4))
-
-    def premultiply(plane: bytes) -> bytes:
-        return bytes((value * a + 127) // 255 for value, a in zip(plane, alpha))
-
-    return premultiply(blue) + premultiply(green) + premultiply(red) + alpha
+    red, green, blue, alpha = picture.split()
+    return b"".join(plane.tobytes() for plane in (blue, green, red, alpha))
 
 
 def pack_bits(data: bytes) -> bytes:
@@ -153,9 +79,8 @@ def pack_bits(data: bytes) -> bytes:
 
 
 def write_strip(svgs: list[Path], size: int, target: Path) -> None:
-    strip = join_horizontally([decode_png(render_svg(svg, size)) for svg in svgs])
-    header = struct.pack("<HH", strip.width, strip.height)
-    target.write_bytes(header + pack_bits(premultiplied_planes(strip)))
+    strip = render_strip(svgs, size)
+    target.write_bytes(struct.pack("<HH", *strip.size) + pack_bits(planes(strip)))
 
 
 def write_icon(svg: Path, target: Path) -> None:

@@ -31,8 +31,8 @@ bool IsDigit(char c) {
 
 // Whether the text has the form of DateText; "9999-99-99 99.99.99" passes as well.
 bool IsDate(std::string_view text) {
-    return std::equal(text.begin(), text.end(), kDatePattern.begin(), kDatePattern.end(),
-                      [](char c, char form) { return form == 'd' ? IsDigit(c) : c == form; });
+    return std::ranges::equal(
+        text, kDatePattern, [](char c, char form) { return form == 'd' ? IsDigit(c) : c == form; });
 }
 
 // If the text begins with `start`, in whatever letter case, removes it from the text and returns
@@ -114,7 +114,7 @@ std::vector<Backups::Entry> Backups::Sort(const std::vector<FolderEntry>& files)
                                name->date <= tomorrow});
         }
     }
-    std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+    std::ranges::sort(entries, [](const Entry& left, const Entry& right) {
         const auto order = [](const Entry& entry) {
             return std::tuple(entry.isBelieved, std::string_view(entry.file.date),
                               !entry.file.isFirst, entry.number);
@@ -138,7 +138,7 @@ bool Backups::Has(const std::string& bytes) {
         return false;
     }
     const std::vector<Entry> entries = Sort(files);
-    return std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
+    return std::ranges::any_of(entries, [&](const Entry& entry) {
         return entry.file.size == bytes.size() && m_steps.Read(entry.file.path).bytes == bytes;
     });
 }

@@ -289,8 +289,8 @@ CallError PosixFileCalls::List(const std::string& pathPrefix, std::vector<Folder
          entry.increment(error)) {
         const std::string name = entry->path().filename().string();
         struct stat info = {};
-        if (name.compare(0, prefix.size(), prefix) == 0 &&
-            stat(entry->path().c_str(), &info) == 0 && S_ISREG(info.st_mode)) {
+        if (name.starts_with(prefix) && stat(entry->path().c_str(), &info) == 0 &&
+            S_ISREG(info.st_mode)) {
             files.push_back(
                 {name, {static_cast<std::uint64_t>(info.st_size), TicksOf(info.st_mtim)}});
         }

@@ -26,9 +26,10 @@ namespace tamarind {
 namespace {
 
 constexpr std::string_view kStart = ".~";
-constexpr std::pair<LeftoverKind, std::string_view> kMarks[] = {{LeftoverKind::New, ".~new-"},
-                                                                {LeftoverKind::Old, ".~old-"},
-                                                                {LeftoverKind::Whole, ".~whole-"}};
+using Mark = std::pair<LeftoverKind, std::string_view>;
+constexpr Mark kMarks[] = {{LeftoverKind::New, ".~new-"},
+                           {LeftoverKind::Old, ".~old-"},
+                           {LeftoverKind::Whole, ".~whole-"}};
 // Digits of a 64-bit hash in hexadecimal.
 constexpr std::size_t kHashDigits = 16;
 
@@ -47,7 +48,7 @@ std::optional<LeftoverName> ParseName(std::string_view path) {
     const std::size_t start = path.rfind(kStart);
     const std::string_view text = start == std::string_view::npos ? "" : path.substr(start);
     for (const auto& [kind, mark] : kMarks) {
-        if (text.substr(0, mark.size()) != mark) {
+        if (!text.starts_with(mark)) {
             continue;
         }
         LeftoverName name = {kind, 0, 0};
@@ -76,9 +77,8 @@ bool IsHeld(CallError error) {
 // Whether `present` is what overwriting `old` with `planned`, byte by byte from the start, leaves
 // when it stops in the middle: a beginning of `planned`, then the rest of `old` from there on.
 bool IsBetween(std::string_view present, std::string_view old, std::string_view planned) {
-    const auto differ =
-        std::mismatch(present.begin(), present.end(), planned.begin(), planned.end());
-    const auto written = static_cast<std::size_t>(differ.first - present.begin());
+    const auto differ = std::ranges::mismatch(present, planned);
+    const auto written = static_cast<std::size_t>(differ.in1 - present.begin());
     return present.substr(written) == old.substr(std::min(written, old.size()));
 }
 
@@ -86,8 +86,7 @@ bool IsBetween(std::string_view present, std::string_view old, std::string_view 
 
 std::string LeftoverPath(const std::string& path, LeftoverKind kind, std::string_view bytes,
                          int number) {
-    const auto mark = std::find_if(std::begin(kMarks), std::end(kMarks),
-                                   [&](const auto& row) { return row.first == kind; });
+    const auto mark = std::ranges::find(kMarks, kind, &Mark::first);
     char text[48];
     std::snprintf(text, sizeof(text), "%llu-%016llx", static_cast<unsigned long long>(bytes.size()),
                   static_cast<unsigned long long>(HashBytes(bytes)));
@@ -166,7 +165,7 @@ CallError Leftovers::Read(bool isMissing, List& list) {
 CallError Leftovers::PutBack(List& list, FileBytes& present) {
     // In this order: the old content rather than the new one, which nobody has been told of yet.
     for (const LeftoverKind kind : {LeftoverKind::Old, LeftoverKind::Whole, LeftoverKind::New}) {
-        const auto found = std::find_if(list.begin(), list.end(), [&](const Leftover& leftover) {
+        const auto found = std::ranges::find_if(list, [&](const Leftover& leftover) {
             return leftover.kind == kind && leftover.agrees &&
                    (leftover.isPlanned || kind != LeftoverKind::New);
         });
@@ -190,7 +189,7 @@ CallError Leftovers::PutBack(List& list, FileBytes& present) {
 // Ends the overwriting of a file with several hard links by giving it its old content again.
 CallError Leftovers::Mend(const List& list, FileBytes& present) {
     present = m_steps.Read(m_path);
-    const auto whole = std::find_if(list.begin(), list.end(), [&](const Leftover& leftover) {
+    const auto whole = std::ranges::find_if(list, [&](const Leftover& leftover) {
         return leftover.kind == LeftoverKind::Whole && leftover.agrees;
     });
     if (present.error != CallError::None || whole == list.end() || !IsTorn(list, *whole, present)) {

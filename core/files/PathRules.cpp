@@ -31,10 +31,9 @@ bool IsDevice(std::string_view name) {
     constexpr std::string_view kDevices[] = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
     const std::string_view port = name.substr(0, 3);
     const auto isName = [&](std::string_view device) { return EqualsIgnoreCase(device, name); };
-    return std::any_of(std::begin(kDevices), std::end(kDevices), isName) ||
+    return std::ranges::any_of(kDevices, isName) ||
            ((EqualsIgnoreCase(port, "COM") || EqualsIgnoreCase(port, "LPT")) && name.size() > 3 &&
-            std::find(std::begin(kPortNumbers), std::end(kPortNumbers), name.substr(3)) !=
-                std::end(kPortNumbers));
+            std::ranges::find(kPortNumbers, name.substr(3)) != std::end(kPortNumbers));
 }
 
 // Control characters, and those with a meaning in searches, redirections and streams.
@@ -46,7 +45,7 @@ bool IsForbidden(char c) {
 }  // namespace
 
 bool CanBeFile(std::string_view path) {
-    if (path.substr(0, kLiteralPrefix.size()) == kLiteralPrefix) {
+    if (path.starts_with(kLiteralPrefix)) {
         path.remove_prefix(kLiteralPrefix.size());
     } else if (path.size() > 3 && IsSeparator(path[0]) && IsSeparator(path[1]) && path[2] == '.' &&
                IsSeparator(path[3])) {
@@ -55,7 +54,7 @@ bool CanBeFile(std::string_view path) {
     if (path.size() > 1 && IsLetter(path[0]) && path[1] == ':') {
         path.remove_prefix(2);
     }
-    if (std::any_of(path.begin(), path.end(), IsForbidden)) {
+    if (std::ranges::any_of(path, IsForbidden)) {
         return false;
     }
     for (;;) {

@@ -4,7 +4,7 @@ namespace tamarind {
 
 std::string AddBackslash(std::string_view text) {
     std::string path(text);
-    if (path.empty() || path.back() != '\\') {
+    if (!path.ends_with('\\')) {
         path += '\\';
     }
     return path;
@@ -22,7 +22,7 @@ std::string_view FolderOfPath(std::string_view path) {
 
 bool IsAbsolutePath(std::string_view path) {
     const bool hasDrive = path.size() > 1 && path[1] == ':';
-    return hasDrive || (!path.empty() && (path[0] == '\\' || path[0] == '/'));
+    return hasDrive || path.starts_with('\\') || path.starts_with('/');
 }
 
 std::string ExpandPathVariables(const std::string& path, const Environment& environment) {
@@ -34,9 +34,9 @@ std::string ExpandPathVariables(const std::string& path, const Environment& envi
     while (true) {
         const std::size_t end = rest.find('\\');
         const std::string_view segment = rest.substr(0, end);
-        if (segment.empty() || segment.front() != '%') {
+        if (!segment.starts_with('%')) {
             result.append(1, '\\').append(segment);
-        } else if (segment.back() == '%') {
+        } else if (segment.ends_with('%')) {
             const std::string name(segment.size() > 2 ? segment.substr(1, segment.size() - 2) : "");
             const std::string value = name.empty() ? name : environment.Variable(name);
             result.append(1, '\\').append(value.empty() ? segment : value);
@@ -50,7 +50,7 @@ std::string ExpandPathVariables(const std::string& path, const Environment& envi
 }
 
 bool FileExists(const std::string& path, FileSystem& files, bool isNetwork) {
-    if (isNetwork && path.substr(0, 2) != "\\\\") {
+    if (isNetwork && !path.starts_with("\\\\")) {
         return false;
     }
     return files.Stamp(path).has_value();

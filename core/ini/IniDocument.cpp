@@ -116,9 +116,8 @@ std::string_view IniDocument::SearchableBytes() const {
 
 // The lines of a document that was not edited are sorted by their first byte.
 IniDocument::LineId IniDocument::LineAt(std::size_t offset) const {
-    const auto behind =
-        std::upper_bound(m_lines.begin(), m_lines.end(), offset,
-                         [](std::size_t at, const IniLine& line) { return at < line.bytes.begin; });
+    const auto behind = std::ranges::upper_bound(
+        m_lines, offset, {}, [](const IniLine& line) { return std::size_t{line.bytes.begin}; });
     return static_cast<LineId>(behind - m_lines.begin()) - 1;
 }
 

@@ -23,7 +23,7 @@ bool IsSectionName(std::string_view name) {
 
 bool IsKeyName(std::string_view name) {
     return name.find('=') == std::string_view::npos && TrimIniBlanks(name) == name &&
-           name.substr(0, 1) != "[";
+           !name.starts_with('[');
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ IniEdit IniDocument::SetValue(std::string_view section, std::string_view key,
 // nothing but its mark, FE FF.
 bool IniDocument::IsText() const {
     if (!m_isText) {
-        const bool hasOtherOrder = m_bytes.compare(0, 2, "\xFE\xFF") == 0;
+        const bool hasOtherOrder = m_bytes.starts_with("\xFE\xFF");
         m_isText = m_mark == FileMark::Utf16Le ||
                    (!hasOtherOrder && m_bytes.find('\0') == std::string::npos);
     }

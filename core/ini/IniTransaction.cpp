@@ -67,8 +67,8 @@ FileError IniTransaction::Begin(const std::vector<std::string>& paths) {
 }
 
 bool IniTransaction::Holds(const std::vector<std::string>& paths) const {
-    return std::all_of(paths.begin(), paths.end(), [this](const std::string& path) {
-        return std::find(m_locked.begin(), m_locked.end(), path) != m_locked.end();
+    return std::ranges::all_of(paths, [this](const std::string& path) {
+        return std::ranges::find(m_locked, path) != m_locked.end();
     });
 }
 

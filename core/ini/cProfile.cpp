@@ -12,7 +12,7 @@ namespace tamarind {
 namespace {
 
 std::string_view WithoutTrailingSpaces(std::string_view text) {
-    while (!text.empty() && text.back() == ' ') {
+    while (text.ends_with(' ')) {
         text.remove_suffix(1);
     }
     return text;
@@ -23,8 +23,8 @@ std::string_view WithoutTrailingSpaces(std::string_view text) {
 template <typename Entries>
 std::int32_t FillList(std::vector<std::string>& list, const Entries& entries) {
     list.assign(entries.begin(), entries.end());
-    const auto filled = std::count_if(list.begin(), list.end(),
-                                      [](const std::string& entry) { return !entry.empty(); });
+    const auto filled =
+        std::ranges::count_if(list, [](const std::string& entry) { return !entry.empty(); });
     if (!list.empty()) {
         list.emplace_back();
     }

@@ -28,10 +28,10 @@ inline std::wstring FullPath(const std::string& path) {
 //   \\?\UNC\server\share     \\server\share
 //   \\?\Volume{...}\a        unchanged: it has no other form
 inline std::wstring PlainPath(const std::wstring& path) {
-    if (path.compare(0, 8, L"\\\\?\\UNC\\") == 0) {
+    if (path.starts_with(L"\\\\?\\UNC\\")) {
         return L"\\\\" + path.substr(8);
     }
-    const bool hasDrive = path.compare(0, 4, L"\\\\?\\") == 0 && path.size() > 5 && path[5] == L':';
+    const bool hasDrive = path.starts_with(L"\\\\?\\") && path.size() > 5 && path[5] == L':';
     return hasDrive ? path.substr(4) : path;
 }
 
@@ -41,10 +41,10 @@ inline std::wstring PlainPath(const std::wstring& path) {
 inline std::wstring LongPath(const std::string& path) {
     constexpr std::size_t kLongestShortPath = MAX_PATH - 13;
     std::wstring full = FullPath(path);
-    if (full.size() <= kLongestShortPath || full.compare(0, 4, L"\\\\?\\") == 0) {
+    if (full.size() <= kLongestShortPath || full.starts_with(L"\\\\?\\")) {
         return full;
     }
-    if (full.compare(0, 2, L"\\\\") == 0) {
+    if (full.starts_with(L"\\\\")) {
         return L"\\\\?\\UNC" + full.substr(1);
     }
     return L"\\\\?\\" + full;

@@ -4,14 +4,15 @@
 
 #include "core/text/AsciiSearch.h"
 
+#if defined(__SSE2__) || defined(_M_X64)
+#define TAMARIND_HAS_SSE2
 #include <emmintrin.h>
 
 #include <bit>
+#endif
 
 namespace tamarind {
 namespace {
-
-constexpr std::size_t kBlock = 16;
 
 bool IsLetter(char c) {
     return c >= 'a' && c <= 'z';
@@ -30,6 +31,10 @@ bool MatchesAt(const char* text, std::string_view needle) {
     }
     return true;
 }
+
+#ifdef TAMARIND_HAS_SSE2
+
+constexpr std::size_t kBlock = 16;
 
 __m128i Load(const char* text) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
@@ -51,21 +56,17 @@ private:
     __m128i m_case;
 };
 
-}  // namespace
-
-// Looks for the needle's first and last character at their distance: few places have both.
-std::size_t FindAsciiIgnoreCase(std::string_view text, std::string_view needle, std::size_t from) {
-    if (text.size() < needle.size()) {
-        return std::string_view::npos;
-    }
-    const std::size_t places = text.size() - needle.size() + 1;
+// The first match at or behind `at`, or the first place that no whole block of the first `places`
+// is left for. Looks for the needle's first and last character at their distance: few places have
+// both.
+std::size_t PassBlocks(std::string_view text, std::string_view needle, std::size_t at,
+                       std::size_t places) {
     const std::size_t toLast = needle.size() - 1;
     const WideCharacter first(needle.front());
     const WideCharacter last(needle.back());
     const auto hitsAt = [&](const char* here) {
         return _mm_and_si128(first.EqualAt(here), last.EqualAt(here + toLast));
     };
-    std::size_t at = from;
     while (at + kBlock <= places) {
         // Four blocks without a candidate are skipped together.
         for (; at + 4 * kBlock <= places; at += 4 * kBlock) {
@@ -90,7 +91,41 @@ std::size_t FindAsciiIgnoreCase(std::string_view text, std::string_view needle, 
         }
         at += kBlock;
     }
-    for (; at < places; ++at) {
+    return at;
+}
+
+// The first byte at or behind `at` that is not ASCII, or the first that no whole block is left for.
+std::size_t PassAsciiBlocks(std::string_view text, std::size_t at) {
+    for (; at + kBlock <= text.size(); at += kBlock) {
+        const auto high = static_cast<unsigned>(_mm_movemask_epi8(Load(text.data() + at)));
+        if (high != 0) {
+            return at + static_cast<std::size_t>(std::countr_zero(high));
+        }
+    }
+    return at;
+}
+
+#else
+
+std::size_t PassBlocks(std::string_view /*text*/, std::string_view /*needle*/, std::size_t at,
+                       std::size_t /*places*/) {
+    return at;
+}
+
+std::size_t PassAsciiBlocks(std::string_view /*text*/, std::size_t at) {
+    return at;
+}
+
+#endif
+
+}  // namespace
+
+std::size_t FindAsciiIgnoreCase(std::string_view text, std::string_view needle, std::size_t from) {
+    if (text.size() < needle.size()) {
+        return std::string_view::npos;
+    }
+    const std::size_t places = text.size() - needle.size() + 1;
+    for (std::size_t at = PassBlocks(text, needle, from, places); at < places; ++at) {
         if (MatchesAt(text.data() + at, needle)) {
             return at;
         }
@@ -99,14 +134,7 @@ std::size_t FindAsciiIgnoreCase(std::string_view text, std::string_view needle, 
 }
 
 std::size_t FindNonAscii(std::string_view text, std::size_t from) {
-    std::size_t at = from;
-    for (; at + kBlock <= text.size(); at += kBlock) {
-        const auto high = static_cast<unsigned>(_mm_movemask_epi8(Load(text.data() + at)));
-        if (high != 0) {
-            return at + static_cast<std::size_t>(std::countr_zero(high));
-        }
-    }
-    for (; at < text.size(); ++at) {
+    for (std::size_t at = PassAsciiBlocks(text, from); at < text.size(); ++at) {
         if (static_cast<unsigned char>(text[at]) >= 0x80) {
             return at;
         }

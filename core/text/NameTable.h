@@ -78,7 +78,7 @@ private:
     static constexpr std::size_t kLongestRow = 512;
 
     static std::string_view WithoutComment(std::string_view name) {
-        return name.substr(!name.empty() && name.front() == ';' ? 1 : 0);
+        return name.substr(name.starts_with(';') ? 1 : 0);
     }
     static std::string TreeKey(std::string_view name) { return ToUpperCase(WithoutComment(name)); }
 

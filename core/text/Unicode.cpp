@@ -29,10 +29,20 @@ constexpr CaseRow kLowerCaseRows[] = {
 #include "core/text/UnicodeLowerCase.inc"
 };
 
+std::string MapText(std::string_view text, char32_t (*map)(char32_t)) {
+    std::string mapped;
+    mapped.reserve(text.size());
+    while (!text.empty()) {
+        const CodePoint next = DecodeUtf8(text);
+        AppendUtf8(mapped, map(next.value));
+        text.remove_prefix(next.length);
+    }
+    return mapped;
+}
+
 // `rows` are sorted. Code points in none of them stay as they are.
 char32_t MapCase(std::span<const CaseRow> rows, char32_t codePoint) {
-    const auto row = std::lower_bound(rows.begin(), rows.end(), codePoint,
-                                      [](const CaseRow& r, char32_t c) { return r.last < c; });
+    const auto row = std::ranges::lower_bound(rows, codePoint, {}, &CaseRow::last);
     if (row == rows.end() || codePoint < row->first) {
         return codePoint;
     }
@@ -370,14 +380,11 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
 }
 
 std::string ToUpperCase(std::string_view text) {
-    std::string upper;
-    upper.reserve(text.size());
-    while (!text.empty()) {
-        const CodePoint next = DecodeUtf8(text);
-        AppendUtf8(upper, SimpleUpperCase(next.value));
-        text.remove_prefix(next.length);
-    }
-    return upper;
+    return MapText(text, SimpleUpperCase);
+}
+
+std::string ToLowerCase(std::string_view text) {
+    return MapText(text, SimpleLowerCase);
 }
 
 std::uint64_t HashIgnoreCase(std::string_view text) {

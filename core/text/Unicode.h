@@ -49,6 +49,10 @@ bool EqualsIgnoreCase(std::string_view left, std::string_view right);
 // EqualsIgnoreCase calls equal.
 std::string ToUpperCase(std::string_view text);
 
+// In simple lower case, with U+FFFD for what is malformed. Some texts that EqualsIgnoreCase calls
+// equal differ in it.
+std::string ToLowerCase(std::string_view text);
+
 // Equal for any two texts that EqualsIgnoreCase calls equal, and the same in every process and
 // version of the program: names of locks and messages between copies of it are made from this hash.
 std::uint64_t HashIgnoreCase(std::string_view text);

@@ -20,7 +20,7 @@ std::vector<BackupDifference> CompareBackup(const IniDocument& backup, const Ini
         difference.inBackup = LineOf(backup, section, name);
         difference.now = LineOf(now, section, name);
         if (difference.inBackup != difference.now) {
-            const bool isCommented = name.substr(0, 1) == ";";
+            const bool isCommented = name.starts_with(';');
             difference.key =
                 "[" + std::string(section) + "] " + std::string(name.substr(isCommented ? 1 : 0));
             differences.push_back(std::move(difference));

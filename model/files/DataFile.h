@@ -28,7 +28,7 @@ SettingsTarget GetDataFileTarget(const IniDocument& dataFile);
 struct CategoryNode {
     std::uint32_t position = 0;  // among all sections of the file; its key is "Key_" and this
     std::string_view tag;        // the section's whole name
-    bool IsHeading() const { return !tag.empty() && tag.front() == '/'; }
+    bool IsHeading() const { return tag.starts_with('/'); }
     std::string_view Text() const { return IsHeading() ? tag.substr(1) : tag; }
 };
 

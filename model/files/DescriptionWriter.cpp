@@ -51,7 +51,7 @@ std::string StoredDescription(std::string_view text) {
 std::size_t MaxDescriptionUnits(const KeyStore& store, KeyNumber key) {
     const std::string_view value = store.Record(key).defaultValue;
     // A "/" at the end of the value would become the first "/" of the separator.
-    const bool isClear = value.empty() || value.back() != '/';
+    const bool isClear = !value.ends_with('/');
     const std::size_t used = Utf16Length(value) + kEntrySeparator.size() + 1;
     return store.CanDescribe(key) && isClear && used < cProfile::kBufferSize
                ? cProfile::kBufferSize - used

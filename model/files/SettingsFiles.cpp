@@ -31,7 +31,7 @@ public:
         if (expanded.empty() || IsAbsolutePath(expanded)) {
             return expanded;
         }
-        const bool isHere = expanded.substr(0, 2) == ".\\";
+        const bool isHere = expanded.starts_with(".\\");
         return m_folder + (isHere ? expanded.substr(2) : expanded);
     }
 
@@ -44,9 +44,8 @@ private:
 }  // namespace
 
 const SettingsFiles::File* SettingsFiles::Find(const std::string& path) const {
-    const auto found = std::find_if(m_files.begin(), m_files.end(), [&](const File& file) {
-        return EqualsIgnoreCase(file.path, path);
-    });
+    const auto found = std::ranges::find_if(
+        m_files, [&](const File& file) { return EqualsIgnoreCase(file.path, path); });
     return found == m_files.end() ? nullptr : &*found;
 }
 
@@ -127,17 +126,16 @@ std::size_t SettingsFiles::FileOf(std::string_view section) const {
 }
 
 bool SettingsFiles::StaysInMainFile(std::string_view key) {
-    return std::any_of(std::begin(kStayingKeys), std::end(kStayingKeys),
-                       [&](std::string_view name) { return EqualsIgnoreCase(name, key); });
+    return std::ranges::any_of(kStayingKeys,
+                               [&](std::string_view name) { return EqualsIgnoreCase(name, key); });
 }
 
 bool SettingsFiles::IsSameAs(const SettingsFiles& other) const {
-    return std::equal(m_files.begin(), m_files.end(), other.m_files.begin(), other.m_files.end(),
-                      [](const File& left, const File& right) {
-                          return left.path == right.path && left.error == right.error &&
-                                 (left.document == right.document ||
-                                  left.document->Bytes() == right.document->Bytes());
-                      });
+    return std::ranges::equal(m_files, other.m_files, [](const File& left, const File& right) {
+        return left.path == right.path && left.error == right.error &&
+               (left.document == right.document ||
+                left.document->Bytes() == right.document->Bytes());
+    });
 }
 
 }  // namespace tamarind

@@ -15,8 +15,8 @@ constexpr std::uint32_t kColorBits = 0xFFFFFF;
 bool IsColorKey(std::string_view name) {
     constexpr std::string_view kNames[] = {"fgcolor", "bgcolor", "fgselcolor", "bgselcolor",
                                            "linkcolor"};
-    return std::any_of(std::begin(kNames), std::end(kNames),
-                       [&](std::string_view colorKey) { return EqualsIgnoreCase(name, colorKey); });
+    return std::ranges::any_of(
+        kNames, [&](std::string_view colorKey) { return EqualsIgnoreCase(name, colorKey); });
 }
 
 }  // namespace

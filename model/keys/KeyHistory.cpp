@@ -18,7 +18,7 @@ void KeyHistory::Clear() {
 void KeyHistory::Forget(const std::vector<KeyNumber>& keys) {
     for (Entries* const entries : {&m_undo, &m_redo}) {
         std::erase_if(*entries, [&](const HistoryEntry& entry) {
-            return std::find(keys.begin(), keys.end(), entry.key) != keys.end();
+            return std::ranges::find(keys, entry.key) != keys.end();
         });
     }
 }

@@ -31,7 +31,7 @@ std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view c
 }
 
 std::size_t KeyList::RowOf(KeyNumber key) const {
-    const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), key);
+    const auto found = std::ranges::lower_bound(m_rows, key);
     return found != m_rows.end() && *found == key ? static_cast<std::size_t>(found - m_rows.begin())
                                                   : m_rows.size();
 }

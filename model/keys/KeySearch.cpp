@@ -57,8 +57,8 @@ Pattern MakePattern(const KeySearch& search) {
     pattern.units = Utf16FromUtf8(search.Text());
     LowerUnits(pattern.units);
     pattern.asciiPart = LongestAsciiPart(pattern.units);
-    const bool isBeyondAscii = std::any_of(pattern.units.begin(), pattern.units.end(),
-                                           [](char16_t unit) { return unit >= 0x80; });
+    const bool isBeyondAscii =
+        std::ranges::any_of(pattern.units, [](char16_t unit) { return unit >= 0x80; });
     pattern.isBlank = pattern.asciiPart.empty() && !isBeyondAscii;
     if (pattern.isWholeWord) {
         pattern.units = u' ' + pattern.units + u' ';

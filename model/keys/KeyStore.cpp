@@ -60,9 +60,7 @@ std::string_view KeyStore::KeyName(KeyNumber key) const {
     if (!Stored(key).isNamed) {
         return m_dataFile->KeyName(Stored(key).line);
     }
-    return std::lower_bound(m_oddNames.begin(), m_oddNames.end(), key,
-                            [](const OddName& odd, KeyNumber wanted) { return odd.key < wanted; })
-        ->name;
+    return std::ranges::lower_bound(m_oddNames, key, {}, &OddName::key)->name;
 }
 
 std::uint32_t KeyStore::NameHash(KeyNumber key) const {
@@ -110,9 +108,7 @@ bool KeyStore::CanDescribe(KeyNumber key) const {
 }
 
 KeyNumber KeyStore::KeyAtLine(LineId line) const {
-    const auto found =
-        std::lower_bound(m_keys.begin(), m_keys.end(), line,
-                         [](const StoredKey& key, LineId wanted) { return key.line < wanted; });
+    const auto found = std::ranges::lower_bound(m_keys, line, {}, &StoredKey::line);
     return static_cast<KeyNumber>(found - m_keys.begin()) + 1;
 }
 
@@ -149,9 +145,8 @@ void KeyStore::SetFromSettings(KeyNumber key, KeyState state, LineId line, std::
 }
 
 bool KeyStore::HasPending() const {
-    return std::any_of(m_keys.begin(), m_keys.end(), [](const StoredKey& key) {
-        return key.currentState >= KeyState::ToBeDeleted;
-    });
+    return std::ranges::any_of(
+        m_keys, [](const StoredKey& key) { return key.currentState >= KeyState::ToBeDeleted; });
 }
 
 // Done when a key is changed for the first time: it takes a noticeable part of the time of loading.
@@ -169,7 +164,7 @@ void KeyStore::FindTwins() {
     for (KeyNumber key = 1; key <= m_keys.size(); ++key) {
         byHash.emplace_back(sectionHashes[Stored(key).category] | NameHash(key), key);
     }
-    std::sort(byHash.begin(), byHash.end());
+    std::ranges::sort(byHash);
     for (std::size_t at = 1; at < byHash.size(); ++at) {
         for (std::size_t other = at; other-- > 0 && byHash[other].first == byHash[at].first;) {
             if (AreTwins(byHash[other].second, byHash[at].second)) {

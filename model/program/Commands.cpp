@@ -174,10 +174,9 @@ const CommandInfo* FindCommand(std::uint32_t number) {
 }
 
 Command CommandOfButton(std::string_view toolbarName) {
-    const auto* const row =
-        std::find_if(std::begin(kCommands), std::end(kCommands), [&](const CommandInfo& info) {
-            return !toolbarName.empty() && info.toolbarName == toolbarName;
-        });
+    const auto* const row = std::ranges::find_if(kCommands, [&](const CommandInfo& info) {
+        return !toolbarName.empty() && info.toolbarName == toolbarName;
+    });
     return row == std::end(kCommands) ? Command::None : row->command;
 }
 

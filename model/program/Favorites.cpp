@@ -11,20 +11,6 @@ namespace {
 constexpr std::string_view kSection = "FavoritesList";
 constexpr std::size_t kFixedMenuEntries = 3;
 
-std::string UpperCase(std::string_view text) {
-    std::string upper;
-    while (!text.empty()) {
-        const CodePoint next = DecodeUtf8(text);
-        AppendUtf8(upper, SimpleUpperCase(next.value));
-        text.remove_prefix(next.length);
-    }
-    return upper;
-}
-
-bool BeginsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
 // All names in the section. They are deleted one by one when the list is replaced: without its
 // header, a second section of that name, which nobody has seen, would take its place.
 std::vector<std::string> KeysOf(const IniDocument& file) {
@@ -59,15 +45,15 @@ bool IsReadWhole(const IniDocument& file) {
 ShownNames::ShownNames(const KeyList& keys, const KeyStore& store) {
     m_names.reserve(keys.Size());
     for (std::size_t row = 0; row < keys.Size(); ++row) {
-        m_names.push_back(UpperCase(store.KeyName(keys.KeyAt(row))));
+        m_names.push_back(ToUpperCase(store.KeyName(keys.KeyAt(row))));
     }
-    std::sort(m_names.begin(), m_names.end());
+    std::ranges::sort(m_names);
 }
 
 bool ShownNames::HasNameFrom(std::string_view start) const {
-    const std::string upper = UpperCase(start);
-    const auto next = std::lower_bound(m_names.begin(), m_names.end(), upper);
-    return next != m_names.end() && BeginsWith(*next, upper);
+    const std::string upper = ToUpperCase(start);
+    const auto next = std::ranges::lower_bound(m_names, upper);
+    return next != m_names.end() && next->starts_with(upper);
 }
 
 void Favorites::CreateFavoritesList() {
@@ -93,9 +79,8 @@ bool Favorites::IsFull() const {
 
 bool Favorites::FavoriteExists(std::string_view name) const {
     name = name.substr(0, name.find('='));
-    return std::any_of(m_items.begin(), m_items.end(), [&](const Favorite& favorite) {
-        return EqualsIgnoreCase(favorite.name, name);
-    });
+    return std::ranges::any_of(
+        m_items, [&](const Favorite& favorite) { return EqualsIgnoreCase(favorite.name, name); });
 }
 
 // Refuses an edit after which some names could no longer be read.

@@ -35,9 +35,9 @@ void FavoritesOrganizer::Append(const Favorite& favorite) {
 
 void FavoritesOrganizer::AppendUnknown(const std::vector<Favorite>& favorites) {
     for (const Favorite& favorite : favorites) {
-        const bool isKnown = std::any_of(
-            m_knownNames.begin(), m_knownNames.end(),
-            [&](const std::string& name) { return EqualsIgnoreCase(name, favorite.name); });
+        const bool isKnown = std::ranges::any_of(m_knownNames, [&](const std::string& name) {
+            return EqualsIgnoreCase(name, favorite.name);
+        });
         if (!isKnown) {
             m_rows.push_back(favorite);
             m_knownNames.push_back(favorite.name);

@@ -16,16 +16,6 @@ constexpr const char* kCommandKey = "Fernedit\\Shell\\Open\\Command";
 constexpr const char* kIconKey = "Fernedit\\DefaultIcon";
 constexpr const char* kVersionName = "CurrentVersion";
 
-std::string LowerCase(std::string_view text) {
-    std::string lower;
-    while (!text.empty()) {
-        const CodePoint next = DecodeUtf8(text);
-        AppendUtf8(lower, SimpleLowerCase(next.value));
-        text.remove_prefix(next.length);
-    }
-    return lower;
-}
-
 // What is registered; both texts are the MissingValueMarker where nothing is.
 struct Registration {
     std::string command;
@@ -38,7 +28,7 @@ public:
     ClassesRoot(Registry& registry, const char* root) : m_registry(registry), m_root(root) {}
 
     Registration Read() {
-        return {LowerCase(m_registry.ReadValue(m_root + kCommandKey, "")),
+        return {ToLowerCase(m_registry.ReadValue(m_root + kCommandKey, "")),
                 m_registry.ReadValue(m_root + kCommandKey, kVersionName)};
     }
 
@@ -63,7 +53,7 @@ private:
 
 bool RegisterDataFileType(Registry& registry, const std::string& programPath,
                           const std::string& versionText) {
-    const Registration own = {LowerCase("\"" + programPath + "\" \"%1\""), versionText};
+    const Registration own = {ToLowerCase("\"" + programPath + "\" \"%1\""), versionText};
     ClassesRoot allUsers(registry, kAllUsers);
     ClassesRoot thisUser(registry, kThisUser);
     Registration present = allUsers.Read();

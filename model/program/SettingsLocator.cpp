@@ -19,10 +19,10 @@ SettingsLocator::SettingsLocator(FileSystem& files, Registry& registry,
 
 bool SettingsLocator::ResolveSettingsPath(const std::string& path, std::string& found) const {
     std::string candidate = ExpandPathVariables(path, m_environment);
-    if (candidate.substr(0, 2) == ".\\") {
+    if (candidate.starts_with(".\\")) {
         candidate = ExpandPathVariables(m_settings.Values().totalCommanderFolder, m_environment) +
                     candidate.substr(2);
-    } else if (candidate.substr(0, 2) != "\\\\" &&
+    } else if (!candidate.starts_with("\\\\") &&
                (candidate.size() < 3 || candidate.substr(1, 2) != ":\\")) {
         candidate = AddBackslash(m_environment.Variable("windir")) + candidate;
     }

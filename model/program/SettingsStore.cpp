@@ -108,13 +108,11 @@ bool IsLook(const SettingRow& row) {
                            &Settings::activeKeyForeColor, &Settings::fontName,
                            &Settings::fontScript,         &Settings::fontSize,
                            &Settings::fontStyle};
-    return std::find(std::begin(look), std::end(look), row.member) != std::end(look);
+    return std::ranges::find(look, row.member) != std::end(look);
 }
 
 std::size_t RowOf(const Member& member) {
-    const auto* const row =
-        std::find_if(std::begin(kRows), std::end(kRows),
-                     [&](const SettingRow& entry) { return IsMember(entry, member); });
+    const auto* const row = std::ranges::find(kRows, member, &SettingRow::member);
     return static_cast<std::size_t>(row - std::begin(kRows));
 }
 

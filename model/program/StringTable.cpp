@@ -191,9 +191,7 @@ constexpr TextRow kTexts[] = {
 }  // namespace
 
 std::string_view BuiltInText(std::uint16_t number) {
-    const auto* const row = std::lower_bound(
-        std::begin(kTexts), std::end(kTexts), number,
-        [](const TextRow& entry, std::uint16_t wanted) { return entry.number < wanted; });
+    const auto* const row = std::ranges::lower_bound(kTexts, number, {}, &TextRow::number);
     return row != std::end(kTexts) && row->number == number ? row->text : std::string_view();
 }
 

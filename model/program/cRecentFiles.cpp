@@ -112,9 +112,8 @@ void cRecentFiles::AddFile(const std::string& file) {
     if (m_slots.empty()) {
         return;
     }
-    auto slot = std::find_if(m_slots.begin(), m_slots.end(), [&](const std::string& known) {
-        return EqualsIgnoreCase(known, file);
-    });
+    auto slot = std::ranges::find_if(
+        m_slots, [&](const std::string& known) { return EqualsIgnoreCase(known, file); });
     if (slot == m_slots.end()) {
         --slot;
     }
@@ -139,7 +138,7 @@ bool cRecentFiles::Clear() {
     if (!m_prompts.AskWhetherSure(m_language.GetLanguageString(text::kAreYouSure))) {
         return false;
     }
-    std::fill(m_slots.begin(), m_slots.end(), kEmptySlot);
+    std::ranges::fill(m_slots, kEmptySlot);
     return true;
 }
 

@@ -131,7 +131,7 @@ TEST(KeySearchTest, TheFastSearchFindsWhatThePlainOneFinds) {
         "[A]\nCategoryTargetSection=T\nB=1///color\n[B]\nCategoryTargetSection=T\nC=1///b\n[A]\n"
         "CategoryTargetSection=T\nD=3///color\n",
         "[A]\nCategoryTargetSection=T\nB=1///color\nb=2///k\nC=\"q///color\"\n",
-        "[A]\nCategoryTargetSection=T\nB=1///k\nC=1///color",
+        "[A]\nCategoryTargetSection=T\nB=1///k\nC=1///color\nD=1///b\xF6r",
     };
     for (const std::string& bytes : files) {
         KeyStore store;
@@ -139,7 +139,8 @@ TEST(KeySearchTest, TheFastSearchFindsWhatThePlainOneFinds) {
         ASSERT_TRUE(LoadDataFile(
             document, "none", [] {}, store));
         store.SetDescription(2, "my own Color");
-        for (const char* const text : {"color", "c", "o", "r", "k", "x", "no", "1", "/"}) {
+        for (const char* const text :
+             {"color", "c", "o", "r", "k", "x", "no", "1", "/", "\u00F6"}) {
             for (const bool inNames : {true, false}) {
                 KeySearch search;
                 search.SetText(text);

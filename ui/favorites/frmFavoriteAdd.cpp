@@ -14,10 +14,8 @@ constexpr Twips kTopOfOwner{1800};
 // Below and to the right of the owner's corner, but on one monitor as a whole.
 void PlaceNearOwner(HWND window) {
     const HWND owner = GetWindow(window, GW_OWNER);
-    RECT place{};
-    GetWindowRect(owner, &place);
-    RECT bounds{};
-    GetWindowRect(window, &bounds);
+    const RECT place = BoundsOf(owner);
+    RECT bounds = BoundsOf(window);
     const LONG left = place.left + ToPixels(kLeftOfOwner, WindowDpi(owner)).value;
     const LONG top = place.top + ToPixels(kTopOfOwner, WindowDpi(owner)).value;
     OffsetRect(&bounds, static_cast<int>(left - bounds.left), static_cast<int>(top - bounds.top));

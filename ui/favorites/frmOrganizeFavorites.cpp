@@ -19,28 +19,6 @@ constexpr Twips kColumnMargin{400};
 constexpr int kListMargin = 1;    // pixels at 96 DPI, at the left and at the right
 constexpr int kListDistance = 2;  // above and below the list
 
-SIZE SizeOf(const RECT& bounds) {
-    return {bounds.right - bounds.left, bounds.bottom - bounds.top};
-}
-
-RECT BoundsOf(HWND window) {
-    RECT bounds{};
-    GetWindowRect(window, &bounds);
-    return bounds;
-}
-
-SIZE ClientSizeOf(HWND window) {
-    RECT area{};
-    GetClientRect(window, &area);
-    return SizeOf(area);
-}
-
-RECT BoundsInParent(HWND child) {
-    RECT bounds = BoundsOf(child);
-    MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&bounds), 2);
-    return bounds;
-}
-
 StoredPlace PlaceIn(const Settings& settings) {
     return {Twips{settings.favoriteWindowLeft}, Twips{settings.favoriteWindowTop},
             Twips{settings.favoriteWindowWidth}, Twips{settings.favoriteWindowHeight}};

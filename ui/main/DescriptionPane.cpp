@@ -6,6 +6,7 @@
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -119,19 +120,16 @@ LRESULT DescriptionPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
 }
 
 void DescriptionPane::Layout() {
-    RECT area{};
-    GetClientRect(Handle(), &area);
+    const RECT area = ClientAreaOf(Handle());
     txtDescriptionBox.SetBounds(area);
     PlaceDescriptionToolbar(ToTwips(Pixels{static_cast<int>(area.bottom)}, m_dpi));
 }
 
 // In the lower right corner, beside the scroll bar. `height` is that of the pane.
 void DescriptionPane::PlaceDescriptionToolbar(Twips height) {
-    RECT area{};
-    GetClientRect(Handle(), &area);
     const SIZE size = Toolbar2.IdealSize();
-    const LONG left =
-        std::max<LONG>(area.right - size.cx - ToPixels(kToolbarDistance, m_dpi).value, 0);
+    const LONG left = std::max<LONG>(
+        ClientSizeOf(Handle()).cx - size.cx - ToPixels(kToolbarDistance, m_dpi).value, 0);
     const LONG bottom = ToPixels(height, m_dpi).value - ScaledPixels(kToolbarMargin, m_dpi);
     Toolbar2.SetBounds({left, bottom - size.cy, left + size.cx, bottom});
     SetWindowPos(Toolbar2.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);

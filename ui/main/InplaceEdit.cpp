@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/ScopeExit.h"
 #include "ui/toolkit/WindowCalls.h"
@@ -32,14 +33,14 @@ void InplaceEdit::SetDpi(int dpi) {
     m_dpi = dpi;
     Send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
     if (IsOpen()) {
-        m_textWidth = TextWidth(TextOfWindow(Handle()));
+        m_textWidth = TextWidth(Handle(), TextOfWindow(Handle()));
         SetBounds(Place());
     }
 }
 
 void InplaceEdit::Open(int row, const std::wstring& text, std::size_t selectionStart) {
     m_row = row;
-    m_textWidth = TextWidth(text);
+    m_textWidth = TextWidth(Handle(), text);
     SetWindowTextW(Handle(), text.c_str());
     const RECT at = Place();
     SetWindowPos(Handle(), HWND_TOP, at.left, at.top, at.right - at.left, at.bottom - at.top,
@@ -63,9 +64,7 @@ void InplaceEdit::Close() {
 
 void InplaceEdit::FollowList() {
     if (IsOpen()) {
-        RECT former{};
-        GetWindowRect(Handle(), &former);
-        MapWindowPoints(nullptr, GetParent(Handle()), reinterpret_cast<POINT*>(&former), 2);
+        const RECT former = BoundsInParent(Handle());
         const RECT at = Place();
         SetBounds({at.left, former.top, at.right, former.bottom});
     }
@@ -75,11 +74,9 @@ void InplaceEdit::FollowList() {
 // when the box opens over it.
 RECT InplaceEdit::Place() const {
     const auto pixels = [this](Twips length) { return ToPixels(length, m_dpi).value; };
-    RECT list{};
-    GetWindowRect(m_list.Handle(), &list);
-    MapWindowPoints(nullptr, GetParent(Handle()), reinterpret_cast<POINT*>(&list), 2);
+    const RECT list = BoundsInParent(m_list.Handle());
     const RECT row = m_list.RowBounds(m_row);
-    const int listWidth = static_cast<int>(list.right - list.left);
+    const int listWidth = static_cast<int>(SizeOf(list).cx);
     const int cap = std::max(listWidth - pixels(kListMargin), pixels(kLeastCap));
     RECT at{};
     at.left = list.left + row.left + ScaledPixels(kIconWidth, m_dpi);
@@ -87,14 +84,6 @@ RECT InplaceEdit::Place() const {
     at.right = at.left + std::min(m_textWidth + pixels(kTextMargin), cap);
     at.bottom = at.top + (row.bottom - row.top) - pixels(kRowMargin);
     return at;
-}
-
-int InplaceEdit::TextWidth(const std::wstring& text) const {
-    const ScreenDC dc(Handle());
-    const SelectedObject font(dc.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));
-    SIZE size{};
-    GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
-    return static_cast<int>(size.cx);
 }
 
 std::optional<LRESULT> InplaceEdit::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -151,10 +140,7 @@ void InplaceEdit::Enter() {
 
 // The row is looked at again and again: that catches every way in which a list can scroll.
 void InplaceEdit::OnTick() {
-    RECT at{};
-    GetWindowRect(Handle(), &at);
-    MapWindowPoints(nullptr, GetParent(Handle()), reinterpret_cast<POINT*>(&at), 2);
-    if (at.top != Place().top) {
+    if (BoundsInParent(Handle()).top != Place().top) {
         Close();
     }
 }

@@ -35,8 +35,6 @@ public:
     // Hides the box. If it had the focus, the list gets it.
     void Close();
     bool IsOpen() const { return m_row != VirtualList::kNoRow; }
-    // VirtualList::kNoRow while the box is closed.
-    int Row() const { return m_row; }
 
     // Follows the left edge and the width of the list. If the row has moved up or down, the timer
     // closes the box.
@@ -51,7 +49,6 @@ private:
     void Enter();
     // Where the box belongs, in pixels of the parent.
     RECT Place() const;
-    int TextWidth(const std::wstring& text) const;
 
     VirtualList& m_list;
     InplaceEditListener* m_listener = nullptr;

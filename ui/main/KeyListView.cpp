@@ -8,6 +8,7 @@
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -148,10 +149,8 @@ void KeyListView::PlaceColorSample() {
     }
     const auto pixels = [this](Twips length) { return ToPixels(length, m_dpi).value; };
     const HWND list = ListView1.Handle();
-    RECT area{};
-    GetWindowRect(list, &area);
-    RECT inside{};
-    GetClientRect(list, &inside);
+    RECT area = BoundsOf(list);
+    RECT inside = ClientAreaOf(list);
     MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&inside), 2);
     if ((GetWindowLongPtrW(list, GWL_STYLE) & WS_VSCROLL) != 0) {
         area.right = inside.right;

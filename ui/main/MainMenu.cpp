@@ -167,8 +167,7 @@ UniqueAccelerators MainMenu::MakeAccelerators(std::span<const Command> except) {
     };
     for (const CommandInfo& info : AllCommands()) {
         const Shortcut& shortcut = info.shortcut;
-        const bool isExcepted =
-            std::find(except.begin(), except.end(), info.command) != except.end();
+        const bool isExcepted = std::ranges::find(except, info.command) != except.end();
         if (shortcut.key != 0 && !shortcut.isOfKeyList && !isExcepted) {
             const int modifiers = (shortcut.control ? FCONTROL : 0) | (shortcut.shift ? FSHIFT : 0);
             keys.push_back({static_cast<BYTE>(FVIRTKEY | modifiers), shortcut.key,
@@ -180,8 +179,8 @@ UniqueAccelerators MainMenu::MakeAccelerators(std::span<const Command> except) {
 
 std::size_t MainMenu::MenuWith(Command command) {
     const auto menus = MenuBar();
-    const auto found = std::find_if(menus.begin(), menus.end(), [&](const MenuInfo& menu) {
-        return std::find(menu.entries.begin(), menu.entries.end(), command) != menu.entries.end();
+    const auto found = std::ranges::find_if(menus, [&](const MenuInfo& menu) {
+        return std::ranges::find(menu.entries, command) != menu.entries.end();
     });
     return static_cast<std::size_t>(found - menus.begin());
 }
@@ -202,9 +201,7 @@ void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {
 
 void MainMenu::ShowDropDown(HWND window, Command command, const RECT& button) const {
     const UniqueMenu menu(CreatePopupMenu());
-    const auto* const row =
-        std::find_if(std::begin(kDropDowns), std::end(kDropDowns),
-                     [&](const DropDown& entry) { return entry.button == command; });
+    const auto* const row = std::ranges::find(kDropDowns, command, &DropDown::button);
     if (row != std::end(kDropDowns)) {
         Fill(menu.Get(), {&row->entry, 1});
     } else if (command == Command::FileOpen) {

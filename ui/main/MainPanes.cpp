@@ -84,7 +84,7 @@ void MainPanes::FocusNext(bool isForward) {
     const HWND order[] = {m_tree.Handle(), m_keys.List(), m_description.Box()};
     constexpr std::size_t kCount = std::size(order);
     const HWND focus = m_keys.IsPart(GetFocus()) ? m_keys.List() : GetFocus();
-    auto at = static_cast<std::size_t>(std::find(order, order + kCount, focus) - order);
+    auto at = static_cast<std::size_t>(std::ranges::find(order, focus) - order);
     if (at == kCount) {
         at = isForward ? kCount - 1 : 0;
     }

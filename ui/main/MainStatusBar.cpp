@@ -5,6 +5,7 @@
 #include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Lengths.h"
 
 namespace tamarind {
@@ -62,7 +63,7 @@ void MainStatusBar::SetBounds(const RECT& bounds) {
 
 void MainStatusBar::UpdateParts() {
     const auto contentWidth = [this](const std::string& text) {
-        return StatusBar1.TextWidth(Widen(text)) + 2 * ScaledPixels(kTextMargin, m_dpi);
+        return TextWidth(StatusBar1.Handle(), Widen(text)) + 2 * ScaledPixels(kTextMargin, m_dpi);
     };
     const int width = static_cast<int>(m_bounds.right - m_bounds.left);
     int pictureWidth = 0;

@@ -2,6 +2,7 @@
 
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/StoredPlace.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -33,10 +34,8 @@ void CaptureMainWindowPlacement(HWND window, Settings& settings) {
     if (IsIconic(window)) {
         return;
     }
-    RECT bounds{};
-    GetWindowRect(window, &bounds);
     const StoredPlace place =
-        PlaceOfBounds(bounds, PlaceIn(settings), LeastMainWindowSize(SystemDpi()));
+        PlaceOfBounds(BoundsOf(window), PlaceIn(settings), LeastMainWindowSize(SystemDpi()));
     settings.mainWindowLeft = place.left.value;
     settings.mainWindowTop = place.top.value;
     settings.mainWindowWidth = place.width.value;

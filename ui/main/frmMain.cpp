@@ -316,8 +316,7 @@ void frmMain::OnSize(UINT kind) {
 
 // The toolbar at the top, the status bar at the bottom, and the panes in between.
 void frmMain::Layout() {
-    RECT area{};
-    GetClientRect(Handle(), &area);
+    RECT area = ClientAreaOf(Handle());
     if (m_isToolbarShown) {
         const int margin = ScaledPixels(kToolbarMargin, m_look.dpi);
         const int bottom = margin + m_toolbar.IdealHeight();

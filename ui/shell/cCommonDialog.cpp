@@ -48,7 +48,7 @@ std::string_view FilterText(FileFilter lngFilter) {
 
 std::wstring FilterForDialog(FileFilter lngFilter) {
     std::wstring text = Widen(FilterText(lngFilter)) + L'|';
-    std::replace(text.begin(), text.end(), L'|', L'\0');
+    std::ranges::replace(text, L'|', L'\0');
     return text;
 }
 

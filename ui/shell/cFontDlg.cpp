@@ -1,21 +1,13 @@
 #include "ui/shell/cFontDlg.h"
 
-#include <algorithm>
-
 #include "core/text/WideText_win32.h"
+#include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/LateFunction.h"
-#include "ui/toolkit/Lengths.h"
 
 namespace tamarind {
 namespace {
 
-constexpr int kBold = 1;
-constexpr int kItalic = 2;
-constexpr int kStrikeOut = 4;
-constexpr int kUnderline = 8;
-
-constexpr int kPointsPerInch = 72;
 constexpr int kTenths = 10;  // the dialog counts in tenths of a point
 constexpr int kSmallest = 8;
 constexpr int kLargest = 72;
@@ -28,16 +20,9 @@ static_assert(kFlags == 74051);
 }  // namespace
 
 LOGFONTW cFontDlg::LogicalFont(int dpi) const {
-    LOGFONTW font{};
-    font.lfHeight = -Scaled(mvarFontSize, dpi, kPointsPerInch);
-    font.lfWeight = (mvarFontStyle & kBold) != 0 ? FW_BOLD : FW_NORMAL;
-    font.lfItalic = (mvarFontStyle & kItalic) != 0;
-    font.lfStrikeOut = (mvarFontStyle & kStrikeOut) != 0;
-    font.lfUnderline = (mvarFontStyle & kUnderline) != 0;
-    font.lfCharSet = static_cast<BYTE>(mvarFontScript);
+    LOGFONTW font =
+        LogicalFontOf({Widen(mvarFontName), mvarFontScript, mvarFontSize, mvarFontStyle}, dpi);
     font.lfPitchAndFamily = kVariablePitch;
-    const std::wstring name = Widen(mvarFontName).substr(0, LF_FACESIZE - 1);
-    std::copy(name.begin(), name.end(), font.lfFaceName);
     return font;
 }
 
@@ -57,8 +42,7 @@ CHOOSEFONTW cFontDlg::DialogRecord(LOGFONTW& font, HDC dc) const {
 void cFontDlg::TakeChoice(const LOGFONTW& font, const CHOOSEFONTW& dialog) {
     mvarFontName = Narrow(font.lfFaceName);
     mvarFontSize = dialog.iPointSize / kTenths;
-    mvarFontStyle = (font.lfWeight >= FW_BOLD ? kBold : 0) | (font.lfItalic ? kItalic : 0) |
-                    (font.lfStrikeOut ? kStrikeOut : 0) | (font.lfUnderline ? kUnderline : 0);
+    mvarFontStyle = StyleOf(font);
     mvarFontScript = font.lfCharSet;
 }
 

@@ -9,6 +9,8 @@
 
 #include <utility>
 
+#include "ui/toolkit/WindowCalls.h"
+
 namespace tamarind {
 
 void cSplitter::CreateSplitter(HWND Container, SplitterBar& Splitter, HWND Pane1, HWND Pane2,
@@ -33,10 +35,9 @@ void cSplitter::CreateSplitter(HWND Container, SplitterBar& Splitter, HWND Pane1
     m_geometry.bottomMargin = options.BottomMargin;
     m_splitPosition = options.SplitterStartPos;
     WindowObject::SetFilter(Container, this);
-    RECT area{};
-    GetClientRect(Container, &area);
-    m_geometry.containerWidth = ToTwips(Pixels{area.right}, m_dpi);
-    m_geometry.containerHeight = ToTwips(Pixels{area.bottom}, m_dpi);
+    const SIZE area = ClientSizeOf(Container);
+    m_geometry.containerWidth = ToTwips(Pixels{area.cx}, m_dpi);
+    m_geometry.containerHeight = ToTwips(Pixels{area.cy}, m_dpi);
     Layout();
 }
 

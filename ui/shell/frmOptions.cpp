@@ -17,16 +17,6 @@ constexpr std::uint16_t kTabTexts[] = {1002, 1005, 1006};
 constexpr OptionsEditor::Color kColors[] = {
     OptionsEditor::Color::Text, OptionsEditor::Color::Background, OptionsEditor::Color::ActiveKey};
 
-int WidthOf(const RECT& bounds) {
-    return static_cast<int>(bounds.right - bounds.left);
-}
-
-int ClientWidthOf(HWND window) {
-    RECT area{};
-    GetClientRect(window, &area);
-    return WidthOf(area);
-}
-
 }  // namespace
 
 const frmOptions::FlagBox frmOptions::kFlagBoxes[] = {
@@ -78,12 +68,13 @@ void frmOptions::MakePanels() {
 // All panels are as wide as the one with the longest texts.
 void frmOptions::FitPanels() {
     int missing = tbsOptions.MissingWidth();
+    const int page = SizeOf(tbsOptions.PageBounds()).cx;
     for (const DialogPanel& panel : picOptions) {
-        missing = std::max(missing, panel.Width() - WidthOf(tbsOptions.PageBounds()));
+        missing = std::max(missing, panel.Width() - page);
     }
     if (missing > 0) {
-        const int strip = ClientWidthOf(tbsOptions.Handle());
-        StretchTo(Scaled(ClientWidthOf(Handle()), strip + missing + 1, strip));
+        const int strip = ClientSizeOf(tbsOptions.Handle()).cx;
+        StretchTo(Scaled(ClientSizeOf(Handle()).cx, strip + missing + 1, strip));
     }
     for (DialogPanel& panel : picOptions) {
         panel.SetBounds(tbsOptions.PageBounds());
@@ -96,9 +87,8 @@ bool frmOptions::IsMirrored(HWND control) const {
 
 void frmOptions::OnTabSelected(int tab) {
     const HWND focus = GetFocus();
-    const bool isFocusInPanel =
-        std::any_of(picOptions.begin(), picOptions.end(),
-                    [&](const DialogPanel& panel) { return IsChild(panel.Handle(), focus); });
+    const bool isFocusInPanel = std::ranges::any_of(
+        picOptions, [&](const DialogPanel& panel) { return IsChild(panel.Handle(), focus); });
     const DialogPanel& shown = picOptions[static_cast<std::size_t>(tab)];
     shown.Show(true);
     if (isFocusInPanel) {

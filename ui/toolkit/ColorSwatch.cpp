@@ -1,5 +1,7 @@
 #include "ui/toolkit/ColorSwatch.h"
 
+#include "ui/toolkit/WindowCalls.h"
+
 namespace tamarind {
 
 bool ColorSwatch::Create(HWND parent, int id) {
@@ -33,8 +35,7 @@ std::optional<LRESULT> ColorSwatch::OnMessage(UINT message, WPARAM, LPARAM) {
 void ColorSwatch::Paint() const {
     PAINTSTRUCT paint{};
     const HDC dc = BeginPaint(Handle(), &paint);
-    RECT area{};
-    GetClientRect(Handle(), &area);
+    RECT area = ClientAreaOf(Handle());
     DrawEdge(dc, &area, EDGE_RAISED, BF_RECT | BF_ADJUST);
     if (m_color) {
         const UniqueBrush brush(CreateSolidBrush(*m_color));

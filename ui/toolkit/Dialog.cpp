@@ -267,11 +267,8 @@ bool Dialog::IsMirrored(HWND control) const {
 }
 
 void Dialog::OnStretched(int clientWidth) {
-    RECT area{};
-    GetClientRect(m_window, &area);
-    RECT bounds{};
-    GetWindowRect(m_window, &bounds);
-    bounds.right += clientWidth - area.right;
+    RECT bounds = BoundsOf(m_window);
+    bounds.right += clientWidth - ClientSizeOf(m_window).cx;
     const RECT at = MovedOntoMonitor(bounds);
     SetWindowBounds(m_window, {at.left, at.top, at.left + (bounds.right - bounds.left),
                                at.top + (bounds.bottom - bounds.top)});

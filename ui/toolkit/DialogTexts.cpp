@@ -89,17 +89,14 @@ void DialogTexts::Read(HWND dialog) {
     m_dialog = dialog;
     m_dpi = WindowDpi(dialog);
     m_captionNumber = NumberIn(dialog);
-    RECT area{};
-    GetClientRect(dialog, &area);
-    m_width = static_cast<int>(area.right);
+    m_width = static_cast<int>(ClientSizeOf(dialog).cx);
     m_items.clear();
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         Item item;
         item.control = child;
         item.kind = KindOf(child);
         item.number = HasCaption(item.kind) ? NumberIn(child) : std::uint16_t{0};
-        GetWindowRect(child, &item.bounds);
-        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&item.bounds), 2);
+        item.bounds = BoundsInParent(child);
         m_items.push_back(item);
     }
 }

@@ -1,7 +1,7 @@
 #include "ui/toolkit/Fonts.h"
 
-#include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
@@ -10,6 +10,11 @@ namespace tamarind {
 namespace {
 
 constexpr int kPointsPerInch = 72;
+
+constexpr int kBold = 1;
+constexpr int kItalic = 2;
+constexpr int kStrikeOut = 4;
+constexpr int kUnderline = 8;
 
 // The bitmap font of that name has only three sizes. Users mean its outline twin.
 std::wstring_view DrawnFace(std::wstring_view name) {
@@ -23,20 +28,43 @@ std::wstring_view DrawnFace(std::wstring_view name) {
 
 }  // namespace
 
+LOGFONTW LogicalFontOf(const UserFont& font, int dpi) {
+    LOGFONTW logical{};
+    logical.lfHeight = -Scaled(font.points, dpi, kPointsPerInch);
+    logical.lfWeight = (font.style & kBold) != 0 ? FW_BOLD : FW_NORMAL;
+    logical.lfItalic = (font.style & kItalic) != 0;
+    logical.lfStrikeOut = (font.style & kStrikeOut) != 0;
+    logical.lfUnderline = (font.style & kUnderline) != 0;
+    logical.lfCharSet = static_cast<BYTE>(font.charset);
+    font.name.copy(logical.lfFaceName, LF_FACESIZE - 1);
+    return logical;
+}
+
+int StyleOf(const LOGFONTW& font) {
+    return (font.lfWeight >= FW_BOLD ? kBold : 0) | (font.lfItalic ? kItalic : 0) |
+           (font.lfStrikeOut ? kStrikeOut : 0) | (font.lfUnderline ? kUnderline : 0);
+}
+
 void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, int points, int dpi) {
-    const int style = withUserSize ? font.style : 0;
-    LOGFONTW wanted{};
-    wanted.lfHeight = -Scaled(withUserSize ? font.points : points, dpi, kPointsPerInch);
-    wanted.lfWeight = (style & 1) != 0 ? FW_BOLD : FW_NORMAL;
-    wanted.lfItalic = (style & 2) != 0;
-    wanted.lfStrikeOut = (style & 4) != 0;
-    wanted.lfUnderline = (style & 8) != 0;
-    wanted.lfCharSet = static_cast<BYTE>(font.charset);
-    const std::wstring_view face = DrawnFace(font.name).substr(0, LF_FACESIZE - 1);
-    std::copy(face.begin(), face.end(), wanted.lfFaceName);
-    if (UniqueFont made{CreateFontIndirectW(&wanted)}) {
+    UserFont drawn = font;
+    drawn.name = DrawnFace(font.name);
+    if (!withUserSize) {
+        drawn.points = points;
+        drawn.style = 0;
+    }
+    const LOGFONTW logical = LogicalFontOf(drawn, dpi);
+    if (UniqueFont made{CreateFontIndirectW(&logical)}) {
         control.SetFont(std::move(made));
     }
+}
+
+int TextWidth(HWND window, const std::wstring& text) {
+    const ScreenDC dc(window);
+    const SelectedObject font(dc.Get(),
+                              reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+    return static_cast<int>(size.cx);
 }
 
 UniqueFont MakeMessageFont(int dpi) {

@@ -14,9 +14,18 @@ struct UserFont {
     int style = 0;  // 1 bold, 2 italic, 4 strikethrough, 8 underline
 };
 
+// As Windows describes it; the name is cut to what fits.
+LOGFONTW LogicalFontOf(const UserFont& font, int dpi);
+
+// The style of a font that Windows describes, as in UserFont.
+int StyleOf(const LOGFONTW& font);
+
 // Gives a control the font and the character set of the user: in their size and style, or, if not
 // `withUserSize`, in `points` without any style.
 void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, int points, int dpi);
+
+// How wide a text is in a window's font, in pixels.
+int TextWidth(HWND window, const std::wstring& text);
 
 // The font of message boxes and status bars. Empty if Windows does not tell.
 UniqueFont MakeMessageFont(int dpi);

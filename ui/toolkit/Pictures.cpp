@@ -19,7 +19,8 @@ namespace {
 constexpr int kDesignSize = 16;
 constexpr int kSizes[] = {48, 32, 24, 20, 16};
 
-// The pictures of a resource side by side: planes of blue, green, red and alpha.
+// The pictures of a resource side by side: planes of blue, green, red and alpha. As image lists
+// want them, the colours are not multiplied by their alpha.
 struct Strip {
     int width = 0;
     int height = 0;
@@ -29,8 +30,7 @@ struct Strip {
 // The size of the pictures to load, in pixels.
 int SizeFor(int dpi) {
     const int wanted = ScaledPixels(kDesignSize, dpi);
-    const auto* const size =
-        std::find_if(std::begin(kSizes), std::end(kSizes), [&](int s) { return s <= wanted; });
+    const auto* const size = std::ranges::find_if(kSizes, [&](int s) { return s <= wanted; });
     return size == std::end(kSizes) ? kDesignSize : *size;
 }
 
@@ -78,14 +78,11 @@ std::optional<Strip> LoadStrip(const wchar_t* list, int dpi) {
     return strip.planes.size() == size ? std::optional(std::move(strip)) : std::nullopt;
 }
 
-// Image lists take colours that are not multiplied by their alpha.
-std::uint32_t StraightPixel(const Strip& strip, std::size_t at) {
+std::uint32_t PixelAt(const Strip& strip, std::size_t at) {
     const std::size_t plane = strip.planes.size() / 4;
-    const std::uint32_t alpha = strip.planes[at + 3 * plane];
-    std::uint32_t pixel = alpha << 24;
-    for (std::size_t color = 0; color < 3 && alpha != 0; ++color) {
-        const std::uint32_t value = (strip.planes[at + color * plane] * 255U + alpha / 2) / alpha;
-        pixel |= std::min(value, 255U) << (8 * color);
+    std::uint32_t pixel = 0;
+    for (std::size_t channel = 0; channel < 4; ++channel) {
+        pixel |= std::uint32_t{strip.planes[at + channel * plane]} << (8 * channel);
     }
     return pixel;
 }
@@ -121,7 +118,7 @@ UniqueBitmap MakeBitmap(const Strip& strip, PictureLook look) {
     if (bitmap) {
         auto* const pixels = static_cast<std::uint32_t*>(bits);
         for (std::size_t at = 0; at < strip.planes.size() / 4; ++at) {
-            pixels[at] = PixelInLook(StraightPixel(strip, at), look);
+            pixels[at] = PixelInLook(PixelAt(strip, at), look);
         }
     }
     return bitmap;

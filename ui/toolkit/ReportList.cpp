@@ -6,6 +6,7 @@
 
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -13,7 +14,6 @@ namespace {
 // Posted by the list to itself when it gets another font, which takes effect after WM_SETFONT.
 constexpr UINT kMeasureTexts = WM_APP;
 
-constexpr UINT kSelectedState = LVIS_SELECTED | LVIS_FOCUSED;
 constexpr int kCellMargins = 24;  // pixels at 96 DPI, beside the longest text of a column
 // Names, values, numbers and paths run from left to right, also in a list that does not.
 constexpr wchar_t kLeftToRight = L'\u202A';
@@ -28,8 +28,7 @@ constexpr int kMeasuredRows = 200;
 std::vector<int> SharedWidths(std::vector<int> wanted, int width) {
     std::vector<std::size_t> byWidth(wanted.size());
     std::iota(byWidth.begin(), byWidth.end(), std::size_t{0});
-    std::sort(byWidth.begin(), byWidth.end(),
-              [&](std::size_t left, std::size_t right) { return wanted[left] < wanted[right]; });
+    std::ranges::sort(byWidth, {}, [&](std::size_t column) { return wanted[column]; });
     int rest = width;
     int columns = static_cast<int>(wanted.size());
     for (const std::size_t column : byWidth) {
@@ -57,44 +56,30 @@ bool ReportList::Attach(HWND dialog, int id, const std::vector<ReportColumn>& co
     if (!AttachControl(dialog, id)) {
         return false;
     }
-    constexpr DWORD kExtended =
-        LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | LVS_EX_INFOTIP;
-    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
-    ShowMarksInTips(LVM_GETTOOLTIPS);
+    SetUp(LVS_EX_INFOTIP);
     for (const ReportColumn& column : columns) {
         m_titles.push_back(column.title);
-        LVCOLUMNW info{};
-        info.mask = LVCF_TEXT | LVCF_FMT;
-        info.fmt = column.isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT;
-        info.pszText = m_titles.back().data();
-        Send(LVM_INSERTCOLUMNW, m_titles.size() - 1, reinterpret_cast<LPARAM>(&info));
+        AddColumn(m_titles.size() - 1, column.title, column.isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT);
     }
     MeasureTexts();
     return true;
 }
 
-void ReportList::SetState(int row, UINT state) {
-    LVITEMW item{};
-    item.state = state;
-    item.stateMask = kSelectedState;
-    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
 void ReportList::SetRowCount(int count) {
     if (const int row = std::exchange(m_row, kNoRow); row != kNoRow) {
-        SetState(row, 0);
+        ShowSelected(row, false);
     }
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
     if (count > 0) {
-        Send(LVM_ENSUREVISIBLE, 0, FALSE);
+        EnsureVisible(0);
         MeasureTexts();
     }
 }
 
 void ReportList::SelectRow(int row) {
     Send(LVM_SETSELECTIONMARK, 0, row);
-    SetState(row, kSelectedState);
-    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    ShowSelected(row, true);
+    EnsureVisible(row);
 }
 
 void ReportList::Redraw() {
@@ -121,10 +106,9 @@ void ReportList::MeasureTexts() {
 }
 
 void ReportList::FitColumns() {
-    RECT area{};
-    GetClientRect(Handle(), &area);
     WPARAM column = 0;
-    for (const int width : SharedWidths(m_wantedWidths, static_cast<int>(area.right))) {
+    for (const int width :
+         SharedWidths(m_wantedWidths, static_cast<int>(ClientSizeOf(Handle()).cx))) {
         if (Send(LVM_GETCOLUMNWIDTH, column) != width) {
             Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(width, 0));
         }
@@ -154,19 +138,17 @@ std::optional<LRESULT> ReportList::OnNotify(NMHDR& header) {
 
 void ReportList::OnGetDisplayInfo(LVITEMW& item) {
     if ((item.mask & LVIF_TEXT) != 0) {
-        std::wstring& text = m_texts[m_nextText++ % m_texts.size()];
-        text = m_rows.text(item.iItem, item.iSubItem);
+        std::wstring text = m_rows.text(item.iItem, item.iSubItem);
         // Marks of Unicode keep the text running from left to right in a mirrored list.
         if ((GetWindowLongPtrW(Handle(), GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0) {
             text = kLeftToRight + text + kEndOfDirection;
         }
-        item.pszText = text.data();
+        Answer(item, std::move(text));
     }
 }
 
 void ReportList::OnItemChanged() {
-    const auto row =
-        static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(kNoRow), LVNI_SELECTED));
+    const int row = RowShownSelected();
     if (std::exchange(m_row, row) != row && m_rows.onSelected) {
         m_rows.onSelected(row);
     }

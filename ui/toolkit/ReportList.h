@@ -1,11 +1,10 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "ui/toolkit/Control.h"
+#include "ui/toolkit/OwnerDataList.h"
 
 namespace tamarind {
 
@@ -29,9 +28,8 @@ struct ReportRows {
 // A list with several columns in a dialog. Its control in the template has the styles LVS_REPORT,
 // LVS_OWNERDATA and LVS_SINGLESEL. It asks for its texts when it draws them, so its length costs
 // nothing. The columns share its width by the lengths of their texts.
-class ReportList final : public Control {
+class ReportList final : public OwnerDataList {
 public:
-    static constexpr int kNoRow = -1;
     // A dash, for cells that have nothing to show.
     static constexpr wchar_t kNothing[] = L"\u2014";
 
@@ -45,10 +43,8 @@ public:
     // the texts change, the list must be empty (0), because screen readers ask for texts at any
     // time.
     void SetRowCount(int count);
-    int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
     // Selects a row, which calls onSelected if it was another one, and scrolls it into view.
     void SelectRow(int row);
-    int SelectedRow() const { return m_row; }
     // To be called when the rows say something else.
     void Redraw();
 
@@ -59,7 +55,6 @@ private:
     void OnItemChanged();
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void Toggle(int row) const;
-    void SetState(int row, UINT state);
     // Measures titles and the first rows, and fits the columns.
     void MeasureTexts();
     void FitColumns();
@@ -67,10 +62,6 @@ private:
     ReportRows m_rows;
     std::vector<std::wstring> m_titles;
     std::vector<int> m_wantedWidths;  // of the columns, in pixels
-    int m_row = kNoRow;
-    // Texts handed to the list control, which may read one after it has asked for the next ones.
-    std::array<std::wstring, 4> m_texts;
-    std::size_t m_nextText = 0;
 };
 
 }  // namespace tamarind

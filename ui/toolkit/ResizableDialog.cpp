@@ -2,22 +2,10 @@
 
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
-
-SIZE ClientSizeOf(HWND window) {
-    RECT area{};
-    GetClientRect(window, &area);
-    return {area.right, area.bottom};
-}
-
-RECT BoundsInParent(HWND child) {
-    RECT bounds{};
-    GetWindowRect(child, &bounds);
-    MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&bounds), 2);
-    return bounds;
-}
 
 LONG FromDpiToDpi(LONG length, int from, int to) {
     return Scaled(static_cast<std::int32_t>(length), to, from);

@@ -21,14 +21,6 @@ void StatusBar::SetIcon(int part, UniqueIcon icon) {
     m_icon = std::move(icon);
 }
 
-int StatusBar::TextWidth(const std::wstring& text) const {
-    const ScreenDC dc(Handle());
-    const SelectedObject font(dc.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));
-    SIZE size{};
-    GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
-    return static_cast<int>(size.cx);
-}
-
 int StatusBar::IdealHeight() const {
     const ScreenDC dc(Handle());
     const SelectedObject font(dc.Get(), reinterpret_cast<HFONT>(Send(WM_GETFONT)));

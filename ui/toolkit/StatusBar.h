@@ -28,8 +28,7 @@ public:
     // Takes the icon over. The bar owns one icon: a second one replaces the first.
     void SetIcon(int part, UniqueIcon icon);
 
-    // Both are in pixels, by the present font.
-    int TextWidth(const std::wstring& text) const;
+    // In pixels, by the present font.
     int IdealHeight() const;
 
 private:

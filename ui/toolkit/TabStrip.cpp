@@ -4,6 +4,7 @@
 
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -50,14 +51,8 @@ void TabStrip::SelectNext(bool isForward) {
     Select((Selected() + (isForward ? 1 : count - 1)) % count);
 }
 
-RECT TabStrip::ClientBounds() const {
-    RECT area{};
-    GetClientRect(Handle(), &area);
-    return area;
-}
-
 RECT TabStrip::PageBounds() const {
-    RECT page = ClientBounds();
+    RECT page = ClientAreaOf(Handle());
     Send(TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&page));
     MapWindowPoints(Handle(), GetParent(Handle()), reinterpret_cast<POINT*>(&page), 2);
     return page;
@@ -66,7 +61,7 @@ RECT TabStrip::PageBounds() const {
 int TabStrip::MissingWidth() const {
     RECT last{};
     Send(TCM_GETITEMRECT, static_cast<WPARAM>(Count() - 1), reinterpret_cast<LPARAM>(&last));
-    return std::max(0, static_cast<int>(last.right - ClientBounds().right));
+    return std::max(0, static_cast<int>(last.right - ClientSizeOf(Handle()).cx));
 }
 
 std::optional<LRESULT> TabStrip::OnNotify(NMHDR& header) {

@@ -42,7 +42,6 @@ public:
 private:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     int Count() const { return static_cast<int>(Send(TCM_GETITEMCOUNT)); }
-    RECT ClientBounds() const;
 
     TabStripListener* m_listener = nullptr;
 };

@@ -45,14 +45,6 @@ HTREEITEM TreeView::Add(HTREEITEM parent, const TreeNode& node) {
     return reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
-void TreeView::SetText(HTREEITEM item, const std::wstring& text) {
-    TVITEMEXW change{};
-    change.mask = TVIF_TEXT;
-    change.hItem = item;
-    change.pszText = const_cast<wchar_t*>(text.c_str());
-    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&change));
-}
-
 void TreeView::Expand(HTREEITEM item) {
     Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
 }

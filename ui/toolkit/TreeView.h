@@ -39,7 +39,6 @@ public:
     void Clear();
     // Adds a last child to `parent`, or to TVI_ROOT. The item is valid until Clear.
     HTREEITEM Add(HTREEITEM parent, const TreeNode& node);
-    void SetText(HTREEITEM item, const std::wstring& text);
     void Expand(HTREEITEM item);
     // Selects a node and scrolls it into view, without a call of the listener.
     void Select(HTREEITEM item);

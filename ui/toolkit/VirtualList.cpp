@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
+#include "ui/toolkit/WindowCalls.h"
+
 namespace tamarind {
 namespace {
 
 // Posted by the list to itself when a row was deselected: only when it arrives is it known whether
 // another row has been selected instead.
 constexpr UINT kCheckSelection = WM_APP;
-
-constexpr UINT kSelectedState = LVIS_SELECTED | LVIS_FOCUSED;
 
 bool StartsWith(const std::wstring& text, const std::wstring& start) {
     const int length = static_cast<int>(start.size());
@@ -28,13 +28,8 @@ bool VirtualList::Create(HWND parent, int id, const std::wstring& columnTitle,
     if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle | moreStyles)) {
         return false;
     }
-    constexpr DWORD kExtended = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
-    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
-    ShowMarksInTips(LVM_GETTOOLTIPS);
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT;
-    column.pszText = const_cast<wchar_t*>(columnTitle.c_str());
-    return Send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column)) != -1;
+    SetUp();
+    return AddColumn(0, columnTitle);
 }
 
 void VirtualList::SetColumnTitle(const std::wstring& title) {
@@ -65,19 +60,10 @@ void VirtualList::SetColumnMargin(int pixels) {
 }
 
 void VirtualList::FitColumn() {
-    RECT bounds{};
-    GetWindowRect(Handle(), &bounds);
-    const auto width = std::max<LONG>(0, bounds.right - bounds.left - m_columnMargin);
+    const auto width = std::max<LONG>(0, SizeOf(BoundsOf(Handle())).cx - m_columnMargin);
     if (Send(LVM_GETCOLUMNWIDTH, 0) != width) {
         Send(LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(width, 0));
     }
-}
-
-void VirtualList::SetState(int row, UINT state) {
-    LVITEMW item{};
-    item.state = state;
-    item.stateMask = kSelectedState;
-    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 void VirtualList::SetRowCount(int count) {
@@ -95,19 +81,15 @@ void VirtualList::SelectRow(int row) {
         m_isFilling = false;
         Send(LVM_SETSELECTIONMARK, 0, row);
     }
-    SetState(row, kSelectedState);
+    ShowSelected(row, true);
     EnsureVisible(row);
 }
 
 // Of the one row only: a list control that clears its selection itself may look at all rows.
 void VirtualList::ClearSelection() {
     if (m_row != kNoRow) {
-        SetState(m_row, 0);
+        ShowSelected(m_row, false);
     }
-}
-
-void VirtualList::EnsureVisible(int row, bool isPartEnough) {
-    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), isPartEnough ? TRUE : FALSE);
 }
 
 void VirtualList::RedrawRow(int row) {
@@ -133,9 +115,7 @@ RECT VirtualList::RowBounds(int row) const {
 }
 
 int VirtualList::HeaderHeight() const {
-    RECT bounds{};
-    GetClientRect(reinterpret_cast<HWND>(Send(LVM_GETHEADER)), &bounds);
-    return static_cast<int>(bounds.bottom);
+    return static_cast<int>(ClientSizeOf(reinterpret_cast<HWND>(Send(LVM_GETHEADER))).cy);
 }
 
 std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
@@ -170,9 +150,7 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
 void VirtualList::OnGetDisplayInfo(NMLVDISPINFOW& info) {
     LVITEMW& item = info.item;
     if ((item.mask & LVIF_TEXT) != 0) {
-        std::wstring& text = m_texts[m_nextText++ % m_texts.size()];
-        text = m_source->RowText(item.iItem);
-        item.pszText = text.data();
+        Answer(item, m_source->RowText(item.iItem));
     }
     if ((item.mask & LVIF_IMAGE) != 0) {
         item.iImage = m_source->LookOfRow(item.iItem).picture;
@@ -222,9 +200,8 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
 
 // A click beside the rows deselects, but the row whose details are shown stays the selected one.
 void VirtualList::CheckSelection() {
-    const auto selected = Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
-    if (selected == -1 && m_row >= 0 && m_row < RowCount()) {
-        SetState(m_row, kSelectedState);
+    if (RowShownSelected() == kNoRow && m_row >= 0 && m_row < RowCount()) {
+        ShowSelected(m_row, true);
     }
 }
 

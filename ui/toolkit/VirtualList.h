@@ -1,9 +1,8 @@
 #pragma once
 
-#include <array>
 #include <string>
 
-#include "ui/toolkit/Control.h"
+#include "ui/toolkit/OwnerDataList.h"
 
 namespace tamarind {
 
@@ -44,10 +43,8 @@ protected:
 
 // A list with one column that asks for its rows when it draws them, so that its length costs
 // nothing. From the first selection on there is always exactly one selected row, until SetRowCount.
-class VirtualList final : public Control {
+class VirtualList final : public OwnerDataList {
 public:
-    static constexpr int kNoRow = -1;
-
     // `moreStyles` are added to the styles of all such lists: LVS_EDITLABELS, LVS_NOCOLUMNHEADER.
     // `source` must outlive the list. False if Windows cannot create it.
     bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source,
@@ -65,13 +62,8 @@ public:
     void SetRowCount(int count);
     // Selects a row and scrolls it into view. If another one was selected, OnRowSelected is called.
     void SelectRow(int row);
-    // kNoRow before the first selection.
-    int SelectedRow() const { return m_row; }
-    // Scrolls until the row is visible, or with `isPartEnough` a part of it.
-    void EnsureVisible(int row, bool isPartEnough = false);
     // To be called when a row says something else.
     void RedrawRow(int row);
-    int RowCount() const { return static_cast<int>(Send(LVM_GETITEMCOUNT)); }
 
     // Lets the user change the text of a row, if the source allows it. The list gets the focus.
     void EditLabel(int row);
@@ -92,18 +84,13 @@ private:
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
     void ClearSelection();
-    void SetState(int row, UINT state);
     void FitColumn();
     void CheckSelection();
     bool OnEndLabelEdit(const LVITEMW& item);
 
     VirtualListSource* m_source = nullptr;
-    int m_row = kNoRow;
     int m_columnMargin = 0;
     bool m_isFilling = false;
-    // Texts handed to the list control, which may read one after it has asked for the next ones.
-    std::array<std::wstring, 4> m_texts;
-    std::size_t m_nextText = 0;
 };
 
 }  // namespace tamarind

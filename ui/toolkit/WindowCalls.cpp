@@ -18,15 +18,40 @@ void SetWindowBounds(HWND window, const RECT& bounds) {
                  static_cast<int>(bounds.bottom - bounds.top), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+RECT BoundsOf(HWND window) {
+    RECT bounds{};
+    GetWindowRect(window, &bounds);
+    return bounds;
+}
+
+RECT BoundsInParent(HWND child) {
+    RECT bounds = BoundsOf(child);
+    MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&bounds), 2);
+    return bounds;
+}
+
+SIZE SizeOf(const RECT& bounds) {
+    return {bounds.right - bounds.left, bounds.bottom - bounds.top};
+}
+
+RECT ClientAreaOf(HWND window) {
+    RECT area{};
+    GetClientRect(window, &area);
+    return area;
+}
+
+SIZE ClientSizeOf(HWND window) {
+    return SizeOf(ClientAreaOf(window));
+}
+
 void SendToDescendants(HWND window, UINT message) {
     EnumChildWindows(window, SendTo, static_cast<LPARAM>(message));
 }
 
 void CenterForm(HWND window) {
-    RECT at{};
-    GetWindowRect(window, &at);
-    const int left = (GetSystemMetrics(SM_CXSCREEN) - (at.right - at.left)) / 2;
-    const int top = (GetSystemMetrics(SM_CYSCREEN) - (at.bottom - at.top)) / 2;
+    const SIZE size = SizeOf(BoundsOf(window));
+    const int left = (GetSystemMetrics(SM_CXSCREEN) - size.cx) / 2;
+    const int top = (GetSystemMetrics(SM_CYSCREEN) - size.cy) / 2;
     SetWindowPos(window, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

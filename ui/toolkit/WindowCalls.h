@@ -10,6 +10,16 @@ namespace tamarind {
 // activation changes.
 void SetWindowBounds(HWND window, const RECT& bounds);
 
+// Where a window is, in pixels of the screen or of its parent's client area.
+RECT BoundsOf(HWND window);
+RECT BoundsInParent(HWND child);
+
+SIZE SizeOf(const RECT& bounds);
+
+// Of what is inside a window's frame, in pixels.
+RECT ClientAreaOf(HWND window);
+SIZE ClientSizeOf(HWND window);
+
 // Sends a message without parameters to all child windows at any depth.
 void SendToDescendants(HWND window, UINT message);
 

@@ -1,0 +1,42 @@
+#include "ui/toolkit/OwnerDataList.h"
+
+#include <utility>
+
+namespace tamarind {
+
+void OwnerDataList::SetUp(DWORD moreStyles) {
+    const DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP | moreStyles;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, styles, static_cast<LPARAM>(styles));
+    ShowMarksInTips(LVM_GETTOOLTIPS);
+}
+
+bool OwnerDataList::AddColumn(std::size_t column, const std::wstring& title, int format) {
+    LVCOLUMNW info{};
+    info.mask = LVCF_TEXT | LVCF_FMT;
+    info.fmt = format;
+    info.pszText = const_cast<wchar_t*>(title.c_str());
+    return Send(LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&info)) != -1;
+}
+
+void OwnerDataList::ShowSelected(int row, bool isSelected) {
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = isSelected ? item.stateMask : 0;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void OwnerDataList::EnsureVisible(int row, bool isPartEnough) {
+    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), isPartEnough ? TRUE : FALSE);
+}
+
+int OwnerDataList::RowShownSelected() const {
+    return static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(kNoRow), LVNI_SELECTED));
+}
+
+void OwnerDataList::Answer(LVITEMW& item, std::wstring text) {
+    std::wstring& kept = m_texts[m_nextText++ % m_texts.size()];
+    kept = std::move(text);
+    item.pszText = kept.data();
+}
+
+}  // namespace tamarind
