@@ -3,12 +3,10 @@
 #include <functional>
 
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/main/WindowPrompts.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/shell/frmAbout.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/ScopeExit.h"
-#include "ui/toolkit/Timer.h"
 
 namespace tamarind {
 namespace {
@@ -19,7 +17,7 @@ constexpr const char* kLanguageFile = "C:\\Tamarind\\Languages\\Other.lng";
 class OptionsWindowTest : public MainWindowTest {
 protected:
     void ShowOptions(const std::function<void()>& actions) {
-        Show(L"frmOptions", actions, [&] { Command(tamarind::Command::ViewOptions); });
+        Show(L"frmOptions", actions, [&] { Do(Command::ViewOptions); });
     }
     void Focus(int id) const {
         SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(In(id)), TRUE);
@@ -83,10 +81,10 @@ TEST_F(OptionsWindowTest, ChangesReachTheSettingsByApplyAndOkOnly) {
     PutOwnSettings(
         "ForegroundColor=255\r\nBackgroundColor=65535\r\nActiveKeyForeColor=16711680\r\n");
     Start();
-    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
+    const std::string before = StoredSettings();
     for (const bool isCancelled : {true, false}) {
         ShowOptions([&] {
-            EXPECT_FALSE(IsWindowEnabled(window->Handle()));
+            EXPECT_FALSE(IsWindowEnabled(Main()));
             EXPECT_EQ(ColorOf(IDC_OPTIONS_LBLCOLORCHANGE0), RGB(255, 0, 0));
             EXPECT_EQ(ColorOf(IDC_OPTIONS_LBLCOLORCHANGE1), RGB(255, 255, 0));
             EXPECT_EQ(ColorOf(IDC_OPTIONS_LBLCOLORCHANGE2), RGB(0, 0, 255));
@@ -118,7 +116,7 @@ TEST_F(OptionsWindowTest, ChangesReachTheSettingsByApplyAndOkOnly) {
             Click(IDC_OPTIONS_CMDBROWSEFORLANGFILE);
             Click(isCancelled ? IDCANCEL : IDOK);
         });
-        EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings) == before, isCancelled);
+        EXPECT_EQ(StoredSettings() == before, isCancelled);
     }
     EXPECT_EQ(OwnSettings({"ForegroundColor", "BackgroundColor", "ActiveKeyForeColor", "FontName",
                            "UseDefaultLanguage"}),
@@ -175,8 +173,6 @@ TEST_F(OptionsWindowTest, TabsAndButtonsFollowTheKeyboard) {
 
 TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFront) {
     Start();
-    WindowPrompts prompts(L"Test");
-    prompts.SetOwner(window->Handle());
     ShowOptions([&] {
         int boxes = 0;
         Timer timer([&] {
@@ -184,7 +180,7 @@ TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFront) {
             if (IsWindowVisible(box)) {
                 ++boxes;
                 EXPECT_EQ(GetWindow(box, GW_OWNER), dialog);
-                EXPECT_FALSE(IsWindowEnabled(dialog) || IsWindowEnabled(window->Handle()));
+                EXPECT_FALSE(IsWindowEnabled(dialog) || IsWindowEnabled(Main()));
                 PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
             }
         });
@@ -201,10 +197,8 @@ TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFront) {
 // As at the end of Windows: whatever is open, nothing is taken for the user's answer.
 TEST_F(OptionsWindowTest, ModalDialogsAreCancelledFromOutside) {
     Start();
-    Command(tamarind::Command::SearchFind);
-    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
-    WindowPrompts prompts(L"Test");
-    prompts.SetOwner(window->Handle());
+    Do(Command::SearchFind);
+    const std::string before = StoredSettings();
     FontChoice font;
     const std::function<bool()> questions[] = {
         [] { return Dialog::CancelModalDialogs(); },  // the options window alone
@@ -225,11 +219,11 @@ TEST_F(OptionsWindowTest, ModalDialogsAreCancelledFromOutside) {
                     EXPECT_FALSE(Dialog::CancelModalDialogs());
                 }
             });
-            timer.Start(window->Handle(), 50);
+            timer.Start(Main(), 50);
             EXPECT_TRUE(isCancelled());
             EXPECT_FALSE(IsWindowVisible(dialog));
         });
-        EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
+        EXPECT_EQ(StoredSettings(), before);
     }
     EXPECT_TRUE(IsWindowVisible(FindWindowW(L"frmSearchFor", nullptr)));  // not modal
 }
@@ -251,7 +245,7 @@ TEST_F(OptionsWindowTest, TheAboutWindowTellsTheVersionAndOpensTheHelp) {
             PressKey(VK_ESCAPE);
             EXPECT_FALSE(IsWindowVisible(dialog));
         },
-        [&] { about.Show(window->Handle()); });
+        [&] { about.Show(Main()); });
     EXPECT_EQ(helps, 1);
 }
 
