@@ -171,59 +171,45 @@ TEST_F(OptionsWindowTest, TabsAndButtonsFollowTheKeyboard) {
     });
 }
 
-TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFront) {
-    Start();
-    ShowOptions([&] {
-        int boxes = 0;
-        Timer timer([&] {
-            const HWND box = FindWindowW(WC_DIALOG, nullptr);
-            if (IsWindowVisible(box)) {
-                ++boxes;
-                EXPECT_EQ(GetWindow(box, GW_OWNER), dialog);
-                EXPECT_FALSE(IsWindowEnabled(dialog) || IsWindowEnabled(Main()));
-                PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-            }
-        });
-        timer.Start(dialog, 50);
-        FontChoice font{"Arial", 12, 1, 204};
-        EXPECT_EQ(prompts.Ask("?"), Answer::Cancel);
-        EXPECT_FALSE(prompts.FontSelect(font));
-        EXPECT_EQ(prompts.ColorSelect(), MissingValueMarker);
-        EXPECT_EQ(boxes, 3);
-        EXPECT_TRUE(IsWindowEnabled(dialog));
-    });
-}
-
-// As at the end of Windows: whatever is open, nothing is taken for the user's answer.
-TEST_F(OptionsWindowTest, ModalDialogsAreCancelledFromOutside) {
+// By the user, and at the end of Windows: then nothing is taken for an answer, whatever is open.
+TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFrontAndAreCancelledWithIt) {
     Start();
     Do(Command::SearchFind);
     const std::string before = StoredSettings();
-    FontChoice font;
+    FontChoice font{"Arial", 12, 1, 204};
     const std::function<bool()> questions[] = {
-        [] { return Dialog::CancelModalDialogs(); },  // the options window alone
         [&] { return prompts.Ask("?") == Answer::Cancel; },
         [&] { return !prompts.AskWhetherSure("?"); },
         [&] { return prompts.ShowMessage(MessageIcon::Critical, "!"), true; },
         [&] { return !prompts.FontSelect(font); },
         [&] { return prompts.ColorSelect() == MissingValueMarker; },
         [&] { return prompts.BrowseForOpen({}) == MissingValueMarker; },
+        [] { return Dialog::CancelModalDialogs(); },  // the options window alone
     };
-    for (const auto& isCancelled : questions) {
-        SCOPED_TRACE(&isCancelled - questions);
-        ShowOptions([&] {
-            Click(IDC_OPTIONS_CHKSHOWGRIDLINES);
-            Timer timer([&] {
-                if (IsWindowVisible(FindWindowW(WC_DIALOG, nullptr))) {
-                    EXPECT_TRUE(Dialog::CancelModalDialogs());
-                    EXPECT_FALSE(Dialog::CancelModalDialogs());
-                }
+    for (const bool byUser : {true, false}) {
+        for (const auto& isCancelled : std::span(questions).first(byUser ? 6 : 7)) {
+            SCOPED_TRACE(&isCancelled - questions);
+            ShowOptions([&] {
+                Click(IDC_OPTIONS_CHKSHOWGRIDLINES);
+                Timer timer([&] {
+                    const HWND box = FindWindowW(WC_DIALOG, nullptr);
+                    if (IsWindowVisible(box)) {
+                        EXPECT_EQ(GetWindow(box, GW_OWNER), dialog);
+                        EXPECT_FALSE(IsWindowEnabled(dialog) || IsWindowEnabled(Main()));
+                        if (byUser) {
+                            PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+                        } else {
+                            EXPECT_TRUE(Dialog::CancelModalDialogs());
+                            EXPECT_FALSE(Dialog::CancelModalDialogs());
+                        }
+                    }
+                });
+                timer.Start(dialog, 50);
+                EXPECT_TRUE(isCancelled());
+                EXPECT_EQ(IsWindowVisible(dialog) && IsWindowEnabled(dialog), byUser);
             });
-            timer.Start(Main(), 50);
-            EXPECT_TRUE(isCancelled());
-            EXPECT_FALSE(IsWindowVisible(dialog));
-        });
-        EXPECT_EQ(StoredSettings(), before);
+            EXPECT_EQ(StoredSettings(), before);
+        }
     }
     EXPECT_TRUE(IsWindowVisible(FindWindowW(L"frmSearchFor", nullptr)));  // not modal
 }
