@@ -261,11 +261,11 @@ TEST_F(MainWindowTest, NothingOverlapsAtTheSmallestSizeAndAfterAChangeOfResoluti
 
     SetDpi(144, {50, 60, 1100, 900});
     EXPECT_EQ(HeightOf(Main()), 840);
-    int width = 0;
-    int height = 0;
     for (const auto list :
          {Send(kIdToolbar1, TB_GETIMAGELIST), Send(kIdTreeView1, TVM_GETIMAGELIST, TVSIL_NORMAL),
           Send(kIdListView1, LVM_GETIMAGELIST, LVSIL_SMALL)}) {
+        int width = 0;
+        int height = 0;
         ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(list), &width, &height);
         EXPECT_EQ(height, 24);
     }
@@ -295,7 +295,7 @@ TEST_F(MainWindowTest, RestoresAndStoresItsPlace) {
         "MainWindowLeft=1500\r\nMainWindowTop=900\r\nMainWindowWidth=9000\r\n"
         "MainWindowHeight=7500\r\nSplitPosition=3001\r\nDescriptionPanelHeight=3002\r\n");
     Start(SW_HIDE);
-    RECT bounds = BoundsOf(Main());
+    const RECT bounds = BoundsOf(Main());
     EXPECT_TRUE(EqualRect(&bounds, std::data({RECT{100, 60, 700, 560}})));
     SetWindowPos(Main(), nullptr, 120, 70, 640, 600, SWP_NOZORDER);
     DestroyWindow(Main());
@@ -315,9 +315,9 @@ TEST_F(MainWindowTest, RestoresAndStoresItsPlace) {
     PutOwnSettings(farOff + "0\r\n");
     Start(SW_HIDE);
     const RECT area = WorkArea();
-    bounds = BoundsOf(Main());
-    EXPECT_TRUE(EqualRect(
-        &bounds, std::data({RECT{area.right - 600, area.top, area.right, bounds.bottom}})));
+    EXPECT_EQ(BoundsOf(Main()).top, area.top);
+    EXPECT_EQ(BoundsOf(Main()).right, area.right);
+    EXPECT_EQ(WidthOf(Main()), 600);
 }
 
 // A damaged settings file: what it says of sizes is not used as it stands, and not rewritten.
