@@ -55,9 +55,6 @@ protected:
                 << input << ": " << State();
         }
     }
-    bool WaitForFile(const std::string& bytes) const {
-        return WaitUntil([&] { return Read(L"Wincmd.ini") == bytes; });
-    }
 };
 
 TEST_F(EditingTest, ValuesAreTypedUndoneAndSaved) {
@@ -74,7 +71,7 @@ TEST_F(EditingTest, ValuesAreTypedUndoneAndSaved) {
         {"Return", "[ShowHidden=0]"},
         {"8 ctrl+s", kEdited},
     });
-    EXPECT_TRUE(WaitForFile(kEditedSettings));
+    EXPECT_TRUE(WaitUntil([&] { return Read(L"Wincmd.ini") == kEditedSettings; }));
 }
 
 TEST_F(EditingTest, KeysBelongToTheBoxWhileItIsOpen) {

@@ -8,13 +8,6 @@ namespace {
 
 class SearchWindowTest : public MainWindowTest {
 protected:
-    void PressCloseBox() const {
-        SendMessageW(dialog, WM_CLOSE, 0, 0);
-        MSG message{};
-        while (PeekMessageW(&message, dialog, WM_COMMAND, WM_COMMAND, PM_REMOVE)) {
-            DispatchMessageW(&message);
-        }
-    }
     static bool IsSelected(HWND box, int start, int end) {
         return SendMessageW(box, EM_GETSEL, 0, 0) == MAKELRESULT(start, end);
     }
@@ -40,8 +33,12 @@ TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
 
     for (const bool usesBox : {false, true}) {
         SetFocus(In(IDCANCEL));
-        usesBox ? PressCloseBox() : PressKey(VK_ESCAPE);
-        EXPECT_FALSE(IsWindowVisible(dialog));
+        if (usesBox) {
+            SendMessageW(dialog, WM_CLOSE, 0, 0);
+        } else {
+            PressKey(VK_ESCAPE);
+        }
+        EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
         ASSERT_TRUE(IsWindow(dialog));
         Do(Command::SearchFind);
         EXPECT_TRUE(IsWindowVisible(dialog));
