@@ -1,11 +1,8 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "core/text/WideText_win32.h"
 #include "model/program/Commands.h"
-#include "tests/app/ProgramFixture.h"
+#include "tests/app/RunningProgram.h"
 #include "ui/main/ControlIds.h"
 
 namespace tamarind {
@@ -20,56 +17,46 @@ class RestartTest : public ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
-        folder.AddProgram(L"standin\\Totalcmd.exe");
-        SetEnvironmentVariableW(L"Commander_Path", folder.Path(L"").c_str());
+        AddProgram(L"standin\\Totalcmd.exe");
+        SetEnvironmentVariableW(L"Commander_Path", Path(L"").c_str());
     }
     void TearDown() override {
         EndStandins();
         // A program's file can be deleted once it has ended.
-        EXPECT_TRUE(WaitUntil([&] { return DeleteFileW(folder.Path(L"Totalcmd.exe").c_str()); }));
+        EXPECT_TRUE(WaitUntil([&] { return DeleteFileW(Path(L"Totalcmd.exe").c_str()); }));
         SetEnvironmentVariableW(L"Commander_Path", nullptr);
         ProgramTest::TearDown();
     }
 
     void EndStandins() const {
-        DeleteFileW(folder.Path(L"refuse").c_str());
+        DeleteFileW(Path(L"refuse").c_str());
         EXPECT_TRUE(WaitUntil([] {
             const HWND standin = FindWindowW(kStandinClass, nullptr);
             PostMessageW(standin, standin != nullptr ? WM_CLOSE : WM_NULL, 0, 0);
             return standin == nullptr;
         }));
     }
-    std::string StandinCommand() const {
-        return Narrow(Quoted(L"Totalcmd.exe") + L" /i=" + Quoted(L"Wincmd.ini")) + "\n";
-    }
+    std::wstring StandinArguments() const { return L"/i=" + Quoted(L"Wincmd.ini"); }
+    // Waits until it was started that often, each time for the settings.
     bool WaitForStarts(int count) const {
-        return WaitUntil([&] {
-            const std::string starts = folder.Read(L"started.txt");
-            return std::count(starts.begin(), starts.end(), '\n') == count;
-        });
-    }
-    void StartStandin() const {
-        std::wstring line = Widen(StandinCommand());
-        line.pop_back();
-        StartDetached(folder.Path(L"Totalcmd.exe"), line);
-        ASSERT_TRUE(WaitForStarts(1));
-    }
-    static int CountStandins() {
-        int count = 0;
-        for (HWND found = nullptr;
-             (found = FindWindowExW(nullptr, found, kStandinClass, nullptr)) != nullptr;) {
-            ++count;
+        std::string expected;
+        while (count-- > 0) {
+            expected += Narrow(Quoted(L"Totalcmd.exe") + L" " + StandinArguments()) + "\n";
         }
-        return count;
+        return WaitUntil([&] { return Read(L"started.txt") == expected; });
     }
-    // Sets the first key to 0 by the Edit menu, as soon as the window has the focus.
-    void SetFirstValue(RunningProgram& program) const {
-        const HWND window = program.WaitForMainWindow();
-        ASSERT_NE(window, nullptr) << RunningProgram::DialogText(program.WaitForDialog());
-        program.TypeFirst("mousemove " + program.PlaceOfRow(0) + " click 1");
-        ASSERT_TRUE(WaitUntil([&] { return program.Focus() == kIdListView1; }));
+    static bool WaitForBox(const RunningProgram& program, const std::string& text) {
+        return WaitUntil([&] { return TextOf(program.Control(kIdTxtInplaceEdit)) == text; });
+    }
+    // Sets the first key to 0 by the Edit menu.
+    static HWND SetFirstValue(const RunningProgram& program) {
+        const HWND window = program.WaitForWindow();
+        Type(window, program.ClickOn(0));
+        EXPECT_TRUE(WaitUntil([&] { return FocusBeside(window) == kIdListView1; }));
         PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(Command::EditSetValue0), 0);
-        ASSERT_TRUE(program.WaitForRow(0, "PanelsVertical=0"));
+        const HWND list = program.Control(kIdListView1);
+        EXPECT_TRUE(WaitUntil([&] { return CellIn(list, 0, 0) == "PanelsVertical=0"; }));
+        return window;
     }
 };
 
@@ -78,60 +65,53 @@ protected:
 TEST_F(RestartTest, SavesBetweenClosingAndStartingTotalCommander) {
     for (const bool refuses : {false, true}) {
         SCOPED_TRACE(refuses);
-        DeleteFileW(folder.Path(L"started.txt").c_str());
-        folder.Write(L"Wincmd.ini", kSettings);
-        StartStandin();
+        DeleteFileW(Path(L"started.txt").c_str());
+        Write(L"Wincmd.ini", kSettings);
+        const RunningProgram standin(Path(L"Totalcmd.exe"), StandinArguments());
+        ASSERT_TRUE(WaitForStarts(1));
         if (refuses) {
-            folder.Write(L"refuse", "");
+            Write(L"refuse", "");
         }
-        RunningProgram program(folder, Quoted(L"data.tmdf"));
-        SetFirstValue(program);
+        const RunningProgram program(Path(L"TamarindEditor.exe"), Quoted(L"data.tmdf"));
         // File > Save and Restart Total Commander, by their access keys.
-        TypeWithXdotool("key --delay 100 alt+f c");
+        Type(SetFirstValue(program), "key --delay 100 alt+f c");
         ASSERT_TRUE(WaitForStarts(2));
-        EXPECT_EQ(CountStandins(), refuses ? 2 : 1);
-        EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
-        EXPECT_EQ(folder.Read(L"started.txt"), StandinCommand() + StandinCommand());
+        const HWND first = FindWindowW(kStandinClass, nullptr);
+        EXPECT_EQ(FindWindowExW(nullptr, first, kStandinClass, nullptr) != nullptr, refuses);
+        EXPECT_EQ(Read(L"Wincmd.ini"), kChangedSettings);
         EndStandins();
     }
 }
 
 // While the box is open and a change is pending, Total Commander closes and writes what it had.
 TEST_F(RestartTest, ItsLastWriteDisturbsNoEditing) {
-    folder.Write(
-        L"Wincmd.ini",
-        "[Configuration]\r\nPanelsVertical=1\r\nShowHidden=8\r\n[Colors]\r\nBackColor=6\r\n");
-    StartStandin();
-    folder.Write(L"Wincmd.ini", kSettings);
-    RunningProgram program(folder, Quoted(L"data.tmdf"));
-    SetFirstValue(program);
-    TypeWithXdotool("key Down Return");
-    const auto box = [&] { return program.Control(kIdTxtInplaceEdit); };
-    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box()) == "ShowHidden=0"; }));
-    TypeWithXdotool("key 3");
-    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box()) == "ShowHidden=3"; }));
+    Write(L"Wincmd.ini",
+          "[Configuration]\r\nPanelsVertical=1\r\nShowHidden=8\r\n[Colors]\r\nBackColor=6\r\n");
+    const RunningProgram standin(Path(L"Totalcmd.exe"), StandinArguments());
+    ASSERT_TRUE(WaitForStarts(1));
+    Write(L"Wincmd.ini", kSettings);
+    const RunningProgram program(Path(L"TamarindEditor.exe"), Quoted(L"data.tmdf"));
+    const HWND window = SetFirstValue(program);
+    Type(window, "key Down Return 3");
+    ASSERT_TRUE(WaitForBox(program, "ShowHidden=3"));
     EndStandins();
-    program.TypeFirst("key 4");
-    ASSERT_TRUE(WaitUntil([&] { return RunningProgram::TextOf(box()) == "ShowHidden=34"; }));
-    TypeWithXdotool("key Return ctrl+s");
-    const HWND conflicts = program.WaitForWindow(L"frmConflicts");
-    ASSERT_NE(conflicts, nullptr);
-    RunningProgram::TypeInto(conflicts, "key Return");
+    Type(window, "key 4");
+    ASSERT_TRUE(WaitForBox(program, "ShowHidden=34"));
+    Type(window, "key Return ctrl+s");
+    Type(program.WaitForWindow(L"frmConflicts"), "key Return");
     EXPECT_TRUE(WaitUntil([&] {
-        return folder.Read(L"Wincmd.ini") ==
+        return Read(L"Wincmd.ini") ==
                "[Configuration]\r\nPanelsVertical=0\r\nShowHidden=34\r\n[Colors]\r\nBackColor="
                "6\r\n";
-    })) << folder.Read(L"Wincmd.ini");
+    })) << Read(L"Wincmd.ini");
 }
 
 TEST_F(RestartTest, EverySaveStartsItWhenTheSettingsSaySo) {
-    folder.Write(L"tamarind editors.ini", "[ConfigurationEditor]\r\nAlwaysRestartTC=1\r\n");
-    RunningProgram program(folder, Quoted(L"data.tmdf"));
-    SetFirstValue(program);
-    TypeWithXdotool("key ctrl+s");
+    Write(L"tamarind editors.ini", "[ConfigurationEditor]\r\nAlwaysRestartTC=1\r\n");
+    const RunningProgram program(Path(L"TamarindEditor.exe"), Quoted(L"data.tmdf"));
+    Type(SetFirstValue(program), "key ctrl+s");
     ASSERT_TRUE(WaitForStarts(1));
-    EXPECT_EQ(folder.Read(L"Wincmd.ini"), kChangedSettings);
-    EXPECT_EQ(folder.Read(L"started.txt"), StandinCommand());
+    EXPECT_EQ(Read(L"Wincmd.ini"), kChangedSettings);
 }
 
 }  // namespace

@@ -1,10 +1,9 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <new>
 #include <stdexcept>
-#include <vector>
 
+#include "tests/ui/WindowDriver.h"
 #include "ui/shell/RealOtherPrograms.h"
 #include "ui/shell/cCommonDialog.h"
 #include "ui/shell/cFontDlg.h"
@@ -50,54 +49,44 @@ TEST(FontDialog, TranslatesItsValuesBothWays) {
     EXPECT_EQ(dialog.mvarFontSize, 9);
 }
 
-constexpr UINT kUseUpMemory = WM_APP;
-constexpr UINT kFail = WM_APP + 1;
-
-class FailingWindow final : public Window {
-public:
-    bool Create() {
-        WindowParams params;
-        params.className = L"TamarindFailingWindow";
-        params.style = WS_POPUP;
-        return CreateHandle(params);
-    }
-
-private:
+struct FailingWindow final : Window {
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
-            case kUseUpMemory:
+            case WM_APP:
                 throw std::bad_alloc();
-            case kFail:
+            case WM_APP + 1:
                 throw std::runtime_error("of any kind");
             default:
                 return Window::HandleMessage(message, wParam, lParam);
         }
     }
+    using Window::CreateHandle;
 };
 
 TEST(Window, AnExceptionIsToldAndEndsNothing) {
     TakeWaitingMessages();
     FailingWindow window;
-    ASSERT_TRUE(window.Create());
-    std::vector<std::wstring> told;
+    WindowParams params;
+    params.className = L"TamarindFailingWindow";
+    params.style = WS_POPUP;
+    ASSERT_TRUE(window.CreateHandle(params));
+    Strings told;
     Timer answer([&] {
         if (const HWND box = FindWindowW(L"#32770", L"Tamarind Configuration Editor")) {
             constexpr int kMessageText = 0xFFFF;
-            wchar_t text[200] = L"";
-            GetDlgItemTextW(box, kMessageText, text, ARRAYSIZE(text));
-            told.emplace_back(text);
+            told.push_back(TextOf(GetDlgItem(box, kMessageText)));
             SendMessageW(box, WM_COMMAND, IDOK, 0);
         }
     });
     answer.Start(window.Handle(), 10);
-    for (const UINT message : {kUseUpMemory, kFail}) {
+    for (const UINT message : {WM_APP, WM_APP + 1}) {
         EXPECT_EQ(SendMessageW(window.Handle(), message, 0, 0), 0);
     }
-    EXPECT_THAT(told, testing::ElementsAre(
-                          L"There is not enough memory. What was being done was not finished.",
-                          L"An unexpected error occurred. What was being done was not finished."));
+    EXPECT_EQ(told,
+              (Strings{"There is not enough memory. What was being done was not finished.",
+                       "An unexpected error occurred. What was being done was not finished."}));
     SetWindowTextW(window.Handle(), L"alive");
-    EXPECT_EQ(GetWindowTextLengthW(window.Handle()), 5);
+    EXPECT_EQ(TextOf(window.Handle()), "alive");
 }
 
 // Somebody put a library where Windows looks for one before it looks into its own folder.

@@ -9,10 +9,6 @@ class EditingWindowTest : public MainWindowTest {
 protected:
     HWND Box() const { return Find(kIdTxtInplaceEdit); }
     HWND Sample() const { return Find(kIdCmdColorSample); }
-    void Enter(const char* text) const {
-        SetWindowTextW(Box(), Widen(text).c_str());
-        SendMessageW(Box(), WM_CHAR, VK_RETURN, 1);
-    }
 };
 
 TEST_F(EditingWindowTest, TheBoxLiesOverItsRow) {
@@ -29,12 +25,11 @@ TEST_F(EditingWindowTest, TheBoxLiesOverItsRow) {
         Start();
         SetDpi(c.dpi, {20, 20, 1020, 720});
         Press(kIdListView1, VK_DOWN);
-        Command(tamarind::Command::EditValue);
+        Do(Command::EditValue);
         ASSERT_TRUE(IsWindowVisible(Box()));
         EXPECT_EQ(TextOf(Box()), "ShowHidden=0");
         const RECT list = BoundsOf(Find(kIdListView1));
-        RECT row{};
-        ListView_GetItemRect(Find(kIdListView1), 1, &row, LVIR_BOUNDS);
+        const RECT row = PlaceOfRow(Find(kIdListView1), 1);
         const RECT box = BoundsOf(Box());
         EXPECT_EQ(box.top, list.top + row.top + c.rowMargin);
         EXPECT_EQ(box.bottom - box.top, row.bottom - row.top - c.rowMargin);
@@ -51,45 +46,57 @@ TEST_F(EditingWindowTest, TheBoxLiesOverItsRow) {
 }
 
 TEST_F(EditingWindowTest, ScrollingClosesTheBoxAndStoresNothing) {
-    std::string keys = "[Panels]\r\nCategoryTargetSection=Configuration\r\n";
-    for (int key = 0; key < 100; ++key) {
-        keys += "K" + std::to_string(key) + "=1///\r\n";
-    }
-    world.disk.Put(SessionWorld::kWincmdData, keys);
-    world.disk.Wait(10);
+    PutManyKeys();
     Start();
-    Command(tamarind::Command::EditValue);
+    Do(Command::EditValue);
     SetWindowTextW(Box(), L"K0=5");
     Send(kIdListView1, LVM_SCROLL, 0, 100);
-    EXPECT_TRUE(PumpUntil([&] { return !IsWindowVisible(Box()); }));
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(Box()); }));
     EXPECT_EQ(GetFocus(), Find(kIdListView1));
     EXPECT_EQ(Rows()[0], "K0");
 
     // Undoing brings the key's row back into sight and makes it the selected one.
     Press(kIdListView1, VK_HOME);
-    Command(tamarind::Command::EditSetValue0);
+    Do(Command::EditSetValue0);
     EXPECT_EQ(Rows()[0], "K0=0");
     Press(kIdListView1, VK_END);
-    Command(tamarind::Command::EditUndo);
+    Do(Command::EditUndo);
     EXPECT_EQ(SelectedRow(), 0);
     EXPECT_EQ(Send(kIdListView1, LVM_GETTOPINDEX), 0);
     EXPECT_EQ(Rows()[0], "K0");
 }
 
+TEST_F(EditingWindowTest, AValueThatIsTooLongStaysInTheBox) {
+    Start();
+    Do(Command::EditValue);
+    SetWindowTextW(Box(), std::wstring(100000, L'x').c_str());
+    SendMessageW(Box(), EM_SETSEL, 100000, 100000);
+    SendMessageW(Box(), WM_CHAR, 'y', 1);
+    SendMessageW(Box(), WM_CHAR, VK_RETURN, 1);
+    ASSERT_FALSE(world.prompts.messages.empty());
+    EXPECT_NE(world.prompts.messages[0].find("at most 4,095 characters"), std::string::npos);
+    EXPECT_EQ(GetFocus(), Box());
+    EXPECT_TRUE(IsWindowVisible(Box()));
+    EXPECT_EQ(GetWindowTextLengthW(Box()), 100001);
+    SendMessageW(Box(), WM_CHAR, VK_ESCAPE, 1);
+    EXPECT_FALSE(IsWindowVisible(Box()));
+    EXPECT_EQ(Rows()[0], "PanelsVertical=1");
+}
+
 TEST_F(EditingWindowTest, AButtonFirstClosesTheBox) {
     Start();
-    const auto click = [&](tamarind::Command command) {
-        SendMessageW(window->Handle(), WM_COMMAND, static_cast<WPARAM>(command),
-                     reinterpret_cast<LPARAM>(Find(kIdToolbar1)));
+    const auto toolbar = reinterpret_cast<LPARAM>(Find(kIdToolbar1));
+    const auto click = [&](Command command) {
+        SendMessageW(Main(), WM_COMMAND, static_cast<WPARAM>(command), toolbar);
     };
-    Command(tamarind::Command::EditValue);
+    Do(Command::EditValue);
     SetWindowTextW(Box(), L"PanelsVertical=typed");
-    Command(tamarind::Command::EditDelete);  // of the menu
+    Do(Command::EditDelete);  // of the menu
     EXPECT_TRUE(IsWindowVisible(Box()));
-    click(tamarind::Command::EditValue);
+    click(Command::EditValue);
     EXPECT_TRUE(IsWindowVisible(Box()));
     EXPECT_EQ(TextOf(Box()), "PanelsVertical=1");
-    click(tamarind::Command::EditDelete);
+    click(Command::EditDelete);
     EXPECT_FALSE(IsWindowVisible(Box()));
     EXPECT_EQ(Rows()[0], "PanelsVertical");
 }
@@ -100,8 +107,9 @@ TEST_F(EditingWindowTest, ColourKeysHaveASample) {
     Press(kIdListView1, VK_END);
     EXPECT_TRUE(IsWindowVisible(Sample()));
     EXPECT_EQ(TextOf(Sample()), "");  // the system's colour
-    Command(tamarind::Command::EditValue);
-    Enter("BackColor=16711935");
+    Do(Command::EditValue);
+    SetWindowTextW(Box(), L"BackColor=16711935");
+    SendMessageW(Box(), WM_CHAR, VK_RETURN, 1);
     EXPECT_EQ(TextOf(Sample()), "#FF00FF");
     const HWND list = Find(kIdListView1);
     const RECT at = BoundsOf(Sample());
@@ -112,12 +120,12 @@ TEST_F(EditingWindowTest, ColourKeysHaveASample) {
     EXPECT_EQ(GetPixel(dc.Get(), 12, 12), RGB(255, 0, 255));
 
     world.prompts.colorsToChoose = {"255"};
-    Command(tamarind::Command::EditBrowseValue);
+    Do(Command::EditBrowseValue);
     EXPECT_EQ(TextOf(Sample()), "#FF0000");
-    Command(tamarind::Command::EditUndo);
+    Do(Command::EditUndo);
     EXPECT_EQ(TextOf(Sample()), "#FF00FF");
     EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{0xFF00FF});
-    Command(tamarind::Command::EditDelete);
+    Do(Command::EditDelete);
     EXPECT_EQ(TextOf(Sample()), "");
     Press(kIdListView1, VK_HOME);
     EXPECT_FALSE(IsWindowVisible(Sample()));
@@ -125,33 +133,33 @@ TEST_F(EditingWindowTest, ColourKeysHaveASample) {
 
 TEST_F(EditingWindowTest, NothingIsDoneWhileASaveWaits) {
     Start();
-    Command(tamarind::Command::EditSetValue0);
+    Do(Command::EditSetValue0);
     world.programs.isRunning = true;
     int waits = 0;
     world.programs.onWait = [&] {
         ++waits;
-        SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
-        EXPECT_EQ(SendMessageW(window->Handle(), WM_QUERYENDSESSION, 0, 0), FALSE);
-        Command(tamarind::Command::EditSetValue1);
-        Command(tamarind::Command::FileSaveAndRestart);
+        SendMessageW(Main(), WM_CLOSE, 0, 0);
+        EXPECT_EQ(SendMessageW(Main(), WM_QUERYENDSESSION, 0, 0), FALSE);
+        Do(Command::EditSetValue1);
+        Do(Command::FileSaveAndRestart);
         Press(kIdListView1, VK_DELETE);
         Press(kIdListView1, VK_RETURN);
         EXPECT_FALSE(IsWindowVisible(Box()));
     };
-    Command(tamarind::Command::FileSaveAndRestart);
+    Do(Command::FileSaveAndRestart);
     EXPECT_EQ(waits, 2);
     EXPECT_EQ(Rows()[0], "PanelsVertical=0");
     EXPECT_TRUE(world.prompts.messages.empty());
-    ASSERT_NE(window->Handle(), nullptr);
+    ASSERT_NE(Main(), nullptr);
 
     // Afterwards it closes, unless the user cancels that.
-    Command(tamarind::Command::EditSetValue1);
-    EXPECT_EQ(SendMessageW(window->Handle(), WM_QUERYENDSESSION, 0, 0), FALSE);
-    SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
-    EXPECT_NE(window->Handle(), nullptr);
+    Do(Command::EditSetValue1);
+    EXPECT_EQ(SendMessageW(Main(), WM_QUERYENDSESSION, 0, 0), FALSE);
+    SendMessageW(Main(), WM_CLOSE, 0, 0);
+    EXPECT_NE(Main(), nullptr);
     world.prompts.answers = {Answer::No};
-    SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
-    EXPECT_EQ(window->Handle(), nullptr);
+    SendMessageW(Main(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(Main(), nullptr);
 }
 
 }  // namespace

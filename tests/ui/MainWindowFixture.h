@@ -6,21 +6,17 @@
 #include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
 #include "core/text/WideText_win32.h"
 #include "tests/model/fakes/SessionWorld.h"
+#include "tests/ui/WindowDriver.h"
 #include "ui/main/ControlIds.h"
+#include "ui/main/WindowPrompts.h"
 #include "ui/main/frmMain.h"
 #include "ui/toolkit/ControlKind.h"
 #include "ui/toolkit/Timer.h"
 
 namespace tamarind {
-
-using Strings = std::vector<std::string>;
-
-inline constexpr const char* kWincmd =
-    "[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n";
 
 // The whole window over a session in memory.
 class MainWindowTest : public testing::Test {
@@ -30,7 +26,7 @@ protected:
         // The window of a test before may have ended the loop, and a dialog's loop ends with it.
         MSG message{};
         PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-        world.PutUsualFiles(kWincmd);
+        world.PutUsualFiles("[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n");
     }
 
     void Start(int showCommand = SW_SHOW) {
@@ -39,100 +35,73 @@ protected:
         world.session->LoadSettings();
         window = std::make_unique<frmMain>(*world.session);
         ASSERT_TRUE(window->Create());
-        EXPECT_FALSE(IsWindowVisible(window->Handle()));
+        EXPECT_FALSE(IsWindowVisible(Main()));
         ASSERT_TRUE(world.session->Activate(""));
         window->ShowFirst(showCommand);
+        prompts.SetOwner(Main());
+        prompts.SetStyle(window->Style());
     }
-
-    void PutOwnSettings(const std::string& lines) {
-        world.disk.Put(SessionWorld::kOwnSettings, "[ConfigurationEditor]\r\n" + lines);
+    void Put(const char* path, const std::string& bytes) {
+        world.disk.Put(path, bytes);
         world.disk.Wait(10);
     }
+    void PutOwnSettings(const std::string& lines) {
+        Put(SessionWorld::kOwnSettings, "[ConfigurationEditor]\r\n" + lines);
+    }
+    // More keys than the list has room for: K0 to K99.
+    void PutManyKeys() {
+        std::string keys = "[Panels]\r\nCategoryTargetSection=Configuration\r\n";
+        for (int key = 0; key < 100; ++key) {
+            keys += "K" + std::to_string(key) + "=1///\r\n";
+        }
+        Put(SessionWorld::kWincmdData, keys);
+    }
+    std::string StoredSettings() const { return world.disk.BytesOf(SessionWorld::kOwnSettings); }
+    Strings OwnSettings(const Strings& keys) {
+        Strings values;
+        for (const std::string& key : keys) {
+            values.push_back(world.OwnSetting("ConfigurationEditor", key));
+        }
+        return values;
+    }
 
-    static std::vector<HWND> ChildrenOf(HWND parent) {
-        std::vector<HWND> children;
-        for (HWND child = GetWindow(parent, GW_CHILD); child;
-             child = GetWindow(child, GW_HWNDNEXT)) {
-            children.push_back(child);
-        }
-        return children;
-    }
-    static HWND FindIn(HWND parent, int id) {
-        for (const HWND child : ChildrenOf(parent)) {
-            if (const HWND found = GetDlgCtrlID(child) == id ? child : FindIn(child, id)) {
-                return found;
-            }
-        }
-        return nullptr;
-    }
-    HWND Find(int id) const { return FindIn(window->Handle(), id); }
+    HWND Main() const { return window->Handle(); }
+    HWND Find(int id) const { return FindControl(Main(), id); }
     LRESULT Send(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return SendMessageW(Find(id), message, wParam, lParam);
     }
-    void Command(tamarind::Command command) const {
-        SendMessageW(window->Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+    // The text with which a control answers a message.
+    std::string Told(int id, UINT message, WPARAM which) const {
+        wchar_t text[300] = L"";
+        Send(id, message, which, reinterpret_cast<LPARAM>(text));
+        return Narrow(text);
     }
+    void Do(int command) const {
+        SendMessageW(Main(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+    }
+    void Do(Command command) const { Do(static_cast<int>(command)); }
     void Press(int id, WPARAM key) const {
         Send(id, WM_KEYDOWN, key);
         Send(id, WM_KEYUP, key);
     }
-
-    static std::string CellIn(HWND list, int row, int column) {
-        wchar_t text[300] = L"";
-        ListView_GetItemText(list, row, column, text, ARRAYSIZE(text));
-        return Narrow(text);
-    }
-    static Strings RowsIn(HWND list) {
-        Strings rows;
-        for (int row = 0; row < ListView_GetItemCount(list); ++row) {
-            rows.push_back(CellIn(list, row, 0));
-        }
-        return rows;
-    }
     Strings Rows() const { return RowsIn(Find(kIdListView1)); }
-    static int SelectedIn(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
     int SelectedRow() const { return SelectedIn(Find(kIdListView1)); }
-    Strings Nodes() const {
-        Strings texts;
-        const HWND tree = Find(kIdTreeView1);
-        for (HTREEITEM node = TreeView_GetRoot(tree); node != nullptr;
-             node = TreeView_GetNextVisible(tree, node)) {
-            wchar_t text[100] = L"";
-            TVITEMW item{};
-            item.mask = TVIF_TEXT;
-            item.hItem = node;
-            item.pszText = text;
-            item.cchTextMax = ARRAYSIZE(text);
-            TreeView_GetItem(tree, &item);
-            texts.push_back(Narrow(text));
-        }
-        return texts;
+    Strings Nodes() const { return NodesIn(Find(kIdTreeView1)); }
+    void SetSize(int width, int height) const {
+        SetWindowPos(Main(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
     }
-    std::string Status(int part) const {
-        wchar_t text[300] = L"";
-        Send(kIdStatusBar1, SB_GETTEXTW, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(text));
-        return Narrow(text);
+    void SetDpi(int dpi, const RECT& bounds) const {
+        SendMessageW(Main(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
+                     reinterpret_cast<LPARAM>(&bounds));
     }
-    static std::string TextOf(HWND handle) {
-        wchar_t text[300] = L"";
-        GetWindowTextW(handle, text, ARRAYSIZE(text));
-        return Narrow(text);
-    }
-    static RECT BoundsOf(HWND handle) {
-        RECT bounds{};
-        GetWindowRect(handle, &bounds);
-        return bounds;
-    }
-    static LONG HeightOf(HWND handle) { return BoundsOf(handle).bottom - BoundsOf(handle).top; }
+
     static bool IsInside(const RECT& inner, const RECT& outer) {
         RECT common{};
         return IntersectRect(&common, &inner, &outer) && EqualRect(&common, &inner);
     }
     // Groups and tabs have other controls inside of them.
     static bool Holds(HWND container, HWND window) {
-        wchar_t name[32] = L"";
-        GetClassNameW(container, name, ARRAYSIZE(name));
-        return (KindOf(container) == ControlKind::Frame || Narrow(name) == WC_TABCONTROLA) &&
+        return (KindOf(container) == ControlKind::Frame || ClassOf(container) == WC_TABCONTROLA) &&
                IsInside(BoundsOf(window), BoundsOf(container));
     }
     // All that is in a window is inside of it and beside the others.
@@ -145,31 +114,17 @@ protected:
         for (std::size_t at = 0; at < children.size(); ++at) {
             const HWND child = children[at];
             SCOPED_TRACE(std::to_string(GetDlgCtrlID(child)) + " " + TextOf(child));
-            EXPECT_TRUE(IsInside(BoundsOf(child), area)) << area.right << " " << area.bottom;
+            const RECT bounds = BoundsOf(child);
+            EXPECT_TRUE(IsInside(bounds, area)) << area.right << " " << area.bottom;
             for (const HWND other : std::span(children).first(at)) {
-                const RECT bounds[] = {BoundsOf(child), BoundsOf(other)};
+                const RECT otherBounds = BoundsOf(other);
                 RECT common{};
                 EXPECT_TRUE(Holds(child, other) || Holds(other, child) ||
-                            !IntersectRect(&common, &bounds[0], &bounds[1]))
+                            !IntersectRect(&common, &bounds, &otherBounds))
                     << TextOf(other);
             }
             ExpectNoOverlaps(child);
         }
-    }
-    void SetSize(int width, int height) const {
-        SetWindowPos(window->Handle(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
-    }
-
-    void SetDpi(int dpi, const RECT& bounds) const {
-        SendMessageW(window->Handle(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
-                     reinterpret_cast<LPARAM>(&bounds));
-    }
-    Strings OwnSettings(const Strings& keys) {
-        Strings values;
-        for (const std::string& key : keys) {
-            values.push_back(world.OwnSetting("ConfigurationEditor", key));
-        }
-        return values;
     }
 
     // Does something in the dialog that `open` opens, which may be a modal one, and closes it if
@@ -187,30 +142,36 @@ protected:
             }
         };
         Timer timer(visit);
-        timer.Start(window->Handle(), 10);
+        timer.Start(Main(), 10);
         open();
         visit();
         EXPECT_TRUE(isDone);
-        EXPECT_TRUE(IsWindowEnabled(window->Handle()));
+        EXPECT_TRUE(IsWindowEnabled(Main()));
     }
-
-    // Handles what is posted, timers too, until `condition` holds.
-    static bool PumpUntil(const std::function<bool()>& condition) {
-        const ULONGLONG end = GetTickCount64() + 5000;
-        while (!condition() && GetTickCount64() < end) {
-            for (MSG message{}; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
-                DispatchMessageW(&message);
-            }
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-        }
-        return condition();
+    bool Resolve(std::vector<ValueConflict>& conflicts, const std::function<void()>& actions) {
+        bool isResolved = false;
+        Show(L"frmConflicts", actions, [&] { isResolved = prompts.ResolveConflicts(conflicts); });
+        return isResolved;
     }
 
     // What is in the dialog.
-    HWND In(int id) const { return FindIn(dialog, id); }
+    HWND In(int id) const { return FindControl(dialog, id); }
     bool IsOn(int id) const { return IsWindowEnabled(In(id)); }
     bool IsChecked(int id) const { return SendMessageW(In(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
     void Click(int id) const { SendMessageW(In(id), BM_CLICK, 0, 0); }
+    // A row of a list of three columns: "key: mine | theirs".
+    Strings Triples(int id) const {
+        Strings rows = RowsIn(In(id));
+        for (int row = 0; std::string & text : rows) {
+            text += ": " + CellIn(In(id), row, 1) + " | " + CellIn(In(id), row, 2);
+            ++row;
+        }
+        return rows;
+    }
+    void SelectRow(int list, int row) const {
+        constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
+        ListView_SetItemState(In(list), row, kChosen, kChosen);
+    }
     // As the loops treat a key for the window with the focus. It handles nothing else: the window
     // manager might take the focus meanwhile.
     static void PressKey(WPARAM key, UINT kind = WM_KEYDOWN) {
@@ -225,6 +186,7 @@ protected:
     }
 
     SessionWorld world;
+    WindowPrompts prompts{L"Test"};
     std::unique_ptr<frmMain> window;
     HWND dialog = nullptr;  // the one that Show opened last
 };

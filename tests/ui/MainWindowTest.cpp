@@ -5,9 +5,22 @@
 namespace tamarind {
 namespace {
 
+RECT WorkArea() {
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    return area;
+}
+
+LONG FontHeightOf(HWND control) {
+    LOGFONTW font{};
+    const auto handle = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+    GetObjectW(handle, sizeof(font), &font);
+    return font.lfHeight;
+}
+
 TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     Start();
-    EXPECT_EQ(TextOf(window->Handle()), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");
+    EXPECT_EQ(TextOf(Main()), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");
     EXPECT_EQ(Nodes(),
               (Strings{"Total Commander Configuration", "Display", "Panels", "Colors", "Broken"}));
     EXPECT_EQ(Rows(), (Strings{"PanelsVertical=1", "ShowHidden=0", "BackColor"}));
@@ -21,9 +34,10 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     }
     EXPECT_EQ(SelectedRow(), 0);
     EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), "Arrange panels.\r\n0 = side by side");
-    EXPECT_EQ((Strings{Status(0), Status(1), Status(2)}),
-              (Strings{"Data File:  tc all keys english.tmdf", "Target Section:  [Configuration]",
-                       "3  Key(s)"}));
+    const auto status = [&](WPARAM part) { return Told(kIdStatusBar1, SB_GETTEXTW, part); };
+    EXPECT_EQ(status(0), "Data File:  tc all keys english.tmdf");
+    EXPECT_EQ(status(1), "Target Section:  [Configuration]");
+    EXPECT_EQ(status(2), "3  Key(s)");
 
     Press(kIdTreeView1, VK_DOWN);  // a heading
     EXPECT_EQ(Rows(), Strings{});
@@ -42,23 +56,23 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), "Description not available!");
     world.session->Selection().GoToKey(3);
     EXPECT_EQ(SelectedRow(), 2);
-    EXPECT_EQ(Status(1), "Target Section:  [Colors]");
+    EXPECT_EQ(status(1), "Target Section:  [Colors]");
 }
 
 TEST_F(MainWindowTest, AClickBesideTheRowsKeepsTheCurrentOne) {
     Start();
     ListView_SetItemState(Find(kIdListView1), 0, 0, LVIS_SELECTED);
-    EXPECT_TRUE(PumpUntil([&] { return SelectedRow() == 0; }));
+    EXPECT_TRUE(WaitUntil([&] { return SelectedRow() == 0; }));
 }
 
 TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
     Start();
     const HWND tree = Find(kIdTreeView1);
-    RECT row{};
     HTREEITEM node = TreeView_GetRoot(tree);
     for (int step = 0; step < 3; ++step) {
         node = TreeView_GetNextVisible(tree, node);
     }
+    RECT row{};
     TreeView_GetItemRect(tree, node, &row, TRUE);
     ClientToScreen(tree, reinterpret_cast<POINT*>(&row));
     Strings rows;
@@ -66,7 +80,7 @@ TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
         rows = Rows();
         EndMenu();
     });
-    timer.Start(window->Handle(), 10);
+    timer.Start(Main(), 10);
     SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree),
                  MAKELPARAM(row.left + 3, row.top + 3));
     EXPECT_EQ(rows, Strings{"BackColor"});
@@ -76,26 +90,25 @@ TEST_F(MainWindowTest, TheFocusLeavesADescriptionThatIsDisabled) {
     Start();
     world.session->Selection().SelectCategory(2);
     SetFocus(Find(kIdTxtDescriptionBox));
-    Command(tamarind::Command::ViewActiveKeys);
+    Do(Command::ViewActiveKeys);
     EXPECT_FALSE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
     EXPECT_EQ(GetFocus(), Find(kIdListView1));
 }
 
 TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {
     Start();
-    Command(tamarind::Command::ViewInactiveKeys);
+    Do(Command::ViewInactiveKeys);
     EXPECT_EQ(Rows(), (Strings{"ShowHidden=0", "BackColor"}));
-    const HMENU bar = GetMenu(window->Handle());
+    const HMENU bar = GetMenu(Main());
     for (int at = 0; at < GetMenuItemCount(bar); ++at) {
-        SendMessageW(window->Handle(), WM_INITMENUPOPUP,
-                     reinterpret_cast<WPARAM>(GetSubMenu(bar, at)), at);
+        SendMessageW(Main(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(GetSubMenu(bar, at)), at);
     }
     for (const CommandInfo& info : AllCommands()) {
         SCOPED_TRACE(info.textNumber);
         const auto button = static_cast<UINT>(info.command);
         const bool isEnabled = world.session->States().IsEnabled(info.command);
         const bool isChecked = world.session->States().IsChecked(info.command);
-        if (info.command != tamarind::Command::FileRecentFiles) {  // a menu of its own
+        if (info.command != Command::FileRecentFiles) {  // a menu of its own
             const UINT state = GetMenuState(bar, button, MF_BYCOMMAND);
             EXPECT_EQ((state & MF_GRAYED) == 0, isEnabled);
             EXPECT_EQ((state & MF_CHECKED) != 0, isChecked);
@@ -112,25 +125,26 @@ TEST_F(MainWindowTest, PanesComeBackAsTheyWere) {
     PutOwnSettings("DescriptionPanelHeight=1500\r\n");  // of what is above it
     Start();
     SetSize(700, 500);
-    const LONG height = HeightOf(Find(kIdDescriptionPane));
-    Command(tamarind::Command::ViewDescription);
+    const HWND pane = Find(kIdDescriptionPane);
+    const LONG height = HeightOf(pane);
+    Do(Command::ViewDescription);
     EXPECT_FALSE(IsWindowVisible(Find(kIdTxtDescriptionBox)));
-    Command(tamarind::Command::ViewToolbar);
+    Do(Command::ViewToolbar);
     EXPECT_FALSE(IsWindowVisible(Find(kIdToolbar1)));
-    Command(tamarind::Command::ViewDescription);
-    EXPECT_EQ(HeightOf(Find(kIdDescriptionPane)), height);
-    Command(tamarind::Command::ViewToolbar);
+    Do(Command::ViewDescription);
+    EXPECT_EQ(HeightOf(pane), height);
+    Do(Command::ViewToolbar);
     SetSize(700, 300);  // too low for it
-    EXPECT_LT(HeightOf(Find(kIdDescriptionPane)), height);
+    EXPECT_LT(HeightOf(pane), height);
     SetSize(700, 500);
-    EXPECT_EQ(HeightOf(Find(kIdDescriptionPane)), height);
+    EXPECT_EQ(HeightOf(pane), height);
 }
 
 TEST_F(MainWindowTest, BarsAreDragged) {
     PutOwnSettings("SplitPosition=3000\r\n");  // 200 pixels
     Start();
     SetFocus(Find(kIdTreeView1));
-    const LONG width = BoundsOf(Find(kIdPicture1)).right - BoundsOf(Find(kIdPicture1)).left;
+    const LONG width = WidthOf(Find(kIdPicture1));
     const auto move = [&](LONG x, WPARAM buttons = MK_LBUTTON) {
         Send(kIdFrame1, WM_MOUSEMOVE, buttons, MAKELPARAM(x, 5));
         return BoundsOf(Find(kIdFrame1)).left - BoundsOf(Find(kIdPicture1)).left;
@@ -149,7 +163,7 @@ TEST_F(MainWindowTest, BarsAreDragged) {
     // Another window comes up meanwhile.
     Send(kIdFrame1, WM_LBUTTONDOWN, MK_LBUTTON);
     EXPECT_EQ(move(60), 260);
-    SetCapture(window->Handle());
+    SetCapture(Main());
     EXPECT_EQ(move(60), 260);
     ReleaseCapture();
 }
@@ -170,91 +184,95 @@ TEST_F(MainWindowTest, TheDescriptionShowsItsRoomToTranslators) {
 TEST_F(MainWindowTest, ATypedDescriptionOffersToBeSaved) {
     Start();
     SetSize(700, 500);
+    const HWND toolbar = Find(kIdToolbar2);
     Press(kIdListView1, VK_DOWN);
     Press(kIdListView1, VK_UP);
-    EXPECT_FALSE(IsWindowVisible(Find(kIdToolbar2)));
+    EXPECT_FALSE(IsWindowVisible(toolbar));
     Send(kIdTxtDescriptionBox, EM_SETSEL, 0, -1);
     Send(kIdTxtDescriptionBox, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"one\r\ntwo"));
-    EXPECT_TRUE(IsWindowVisible(Find(kIdToolbar2)));
-    const RECT toolbar = BoundsOf(Find(kIdToolbar2));
-    const RECT box = BoundsOf(Find(kIdTxtDescriptionBox));
-    EXPECT_TRUE(toolbar.left > box.left && toolbar.right < box.right);
-    EXPECT_TRUE(toolbar.top > box.top && toolbar.bottom < box.bottom);
-    Send(kIdToolbar2, TB_PRESSBUTTON, static_cast<WPARAM>(tamarind::Command::FileSaveDataFile), 1);
-    Command(tamarind::Command::FileSaveDataFile);
-    EXPECT_FALSE(IsWindowVisible(Find(kIdToolbar2)));
+    EXPECT_TRUE(IsWindowVisible(toolbar));
+    RECT inside = BoundsOf(Find(kIdTxtDescriptionBox));
+    InflateRect(&inside, -1, -1);
+    EXPECT_TRUE(IsInside(BoundsOf(toolbar), inside));
+    SendMessageW(toolbar, TB_PRESSBUTTON, static_cast<WPARAM>(Command::FileSaveDataFile), 1);
+    Do(Command::FileSaveDataFile);
+    EXPECT_FALSE(IsWindowVisible(toolbar));
     EXPECT_NE(world.disk.BytesOf(SessionWorld::kWincmdData).find("PanelsVertical=0///one@two\r\n"),
               std::string::npos);
 }
 
 TEST_F(MainWindowTest, MenusListFavoritesAndRecentFiles) {
-    world.disk.Put(SessionWorld::kOwnSettings,
-                   "[ConfigurationEditor]\r\nRecentFiles1=C:\\a.ini\r\nRecentFiles3=C:\\b.ini\r\n"
-                   "[FavoritesList]\r\nShowHidden=Hidden\r\nSp_1=-\r\nGone=Gone\r\n");
-    world.disk.Wait(10);
+    PutOwnSettings(
+        "RecentFiles1=C:\\a.ini\r\nRecentFiles3=C:\\b.ini\r\n"
+        "[FavoritesList]\r\nShowHidden=Hidden\r\nSp_1=-\r\nGone=Gone\r\n");
     Start();
-    const HMENU bar = GetMenu(window->Handle());
-    const auto entriesOf = [](HMENU menu) {
+    const HMENU bar = GetMenu(Main());
+    const auto entriesOf = [&](HMENU menu, LPARAM place) {
+        SendMessageW(Main(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), place);
         std::string entries;
-        for (int at = 0; at < GetMenuItemCount(menu); ++at) {
+        for (UINT at = 0; static_cast<int>(at) < GetMenuItemCount(menu); ++at) {
             wchar_t text[100] = L"";
-            const auto place = static_cast<UINT>(at);
-            GetMenuStringW(menu, place, text, ARRAYSIZE(text), MF_BYPOSITION);
-            const UINT state = GetMenuState(menu, place, MF_BYPOSITION);
+            GetMenuStringW(menu, at, text, ARRAYSIZE(text), MF_BYPOSITION);
+            const UINT state = GetMenuState(menu, at, MF_BYPOSITION);
             const std::string name = (state & MF_GRAYED) != 0 ? "(off)" : Narrow(text);
             entries += ((state & MF_SEPARATOR) != 0 ? "-" : name) + "\n";
         }
         return entries;
     };
-    const HMENU favorites = GetSubMenu(bar, 4);
     // The last category has no such keys.
     for (const auto& [key, end] :
          {std::pair(VK_END, "\n(off)\n-\n(off)\n"), std::pair(VK_HOME, "\nHidden\n-\n(off)\n")}) {
         Press(kIdTreeView1, key);
-        SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(favorites), 4);
-        EXPECT_TRUE(entriesOf(favorites).ends_with(end)) << entriesOf(favorites);
+        const std::string entries = entriesOf(GetSubMenu(bar, 4), 4);
+        EXPECT_TRUE(entries.ends_with(end)) << entries;
     }
-    SendMessageW(window->Handle(), WM_COMMAND, kIdFavoriteFirst, 0);
+    Do(kIdFavoriteFirst);
     EXPECT_EQ(GetFocus(), Find(kIdListView1));
     EXPECT_EQ(SelectedRow(), 1);
 
     const HMENU recent = GetSubMenu(GetSubMenu(bar, 0), 11);
-    const auto recentEntries = [&] {
-        SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(recent), 11);
-        return entriesOf(recent);
-    };
-    EXPECT_EQ(recentEntries(), "&1 C:\\a.ini\n&3 C:\\b.ini\n-\nClear List\n");
+    EXPECT_EQ(entriesOf(recent, 11), "&1 C:\\a.ini\n&3 C:\\b.ini\n-\nClear List\n");
     world.prompts.answers = {Answer::Yes};
-    SendMessageW(window->Handle(), WM_COMMAND, kIdClearRecent, 0);
-    EXPECT_EQ(recentEntries(), "(off)\n-\n(off)\n");
+    Do(kIdClearRecent);
+    EXPECT_EQ(entriesOf(recent, 11), "(off)\n-\n(off)\n");
+}
+
+// A file that is still being written is looked at again, without the user doing anything.
+TEST_F(MainWindowTest, AYoungFileIsLookedAtAgain) {
+    Start();
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nPanelsVertical=7\r\n");
+    const auto isTaken = [&] { return Rows()[0] == "PanelsVertical=7"; };
+    world.disk.reads = 0;
+    SendMessageW(Main(), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_TRUE(WaitUntil([&] { return world.disk.reads > 0; }));
+    EXPECT_FALSE(isTaken());
+    world.disk.Wait(10);
+    EXPECT_TRUE(WaitUntil(isTaken));
 }
 
 TEST_F(MainWindowTest, NothingOverlapsAtTheSmallestSizeAndAfterAChangeOfResolution) {
     Start();
     MINMAXINFO info{};
-    SendMessageW(window->Handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(Main(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
     SetSize(info.ptMinTrackSize.x, info.ptMinTrackSize.y);
-    ExpectNoOverlaps(window->Handle());
+    ExpectNoOverlaps(Main());
     EXPECT_GE(HeightOf(Find(kIdTxtDescriptionBox)), 60);
     EXPECT_GE(HeightOf(Find(kIdListView1)), 60);
 
     SetDpi(144, {50, 60, 1100, 900});
-    EXPECT_EQ(HeightOf(window->Handle()), 840);
-    int width = 0;
-    int height = 0;
+    EXPECT_EQ(HeightOf(Main()), 840);
     for (const auto list :
          {Send(kIdToolbar1, TB_GETIMAGELIST), Send(kIdTreeView1, TVM_GETIMAGELIST, TVSIL_NORMAL),
           Send(kIdListView1, LVM_GETIMAGELIST, LVSIL_SMALL)}) {
+        int width = 0;
+        int height = 0;
         ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(list), &width, &height);
         EXPECT_EQ(height, 24);
     }
-    LOGFONTW font{};
-    GetObjectW(reinterpret_cast<HFONT>(Send(kIdListView1, WM_GETFONT)), sizeof(font), &font);
-    EXPECT_EQ(font.lfHeight, -20);
-    const RECT list = BoundsOf(Find(kIdListView1));
-    EXPECT_EQ(Send(kIdListView1, LVM_GETCOLUMNWIDTH, 0), list.right - list.left - 50);
+    EXPECT_EQ(FontHeightOf(Find(kIdListView1)), -20);
+    EXPECT_EQ(Send(kIdListView1, LVM_GETCOLUMNWIDTH, 0), WidthOf(Find(kIdListView1)) - 50);
     EXPECT_EQ(BoundsOf(Find(kIdFrame1)).left - BoundsOf(Find(kIdPicture1)).left, 400);
-    ExpectNoOverlaps(window->Handle());
+    ExpectNoOverlaps(Main());
 }
 
 TEST_F(MainWindowTest, ALanguageThatVanishesEndsWithTheNextWindow) {
@@ -263,7 +281,7 @@ TEST_F(MainWindowTest, ALanguageThatVanishesEndsWithTheNextWindow) {
     Start();
     EXPECT_EQ(Nodes()[0], "Wurzel");
     world.disk.Remove("C:\\a.lng");
-    Command(tamarind::Command::SearchFind);
+    Do(Command::SearchFind);
     EXPECT_EQ(TextOf(FindWindowW(L"frmSearchFor", nullptr)), "Find");
     EXPECT_EQ(Nodes()[0], "Total Commander Configuration");
     EXPECT_EQ(world.prompts.messages, Strings{"XCannot find language file!"});
@@ -277,10 +295,10 @@ TEST_F(MainWindowTest, RestoresAndStoresItsPlace) {
         "MainWindowLeft=1500\r\nMainWindowTop=900\r\nMainWindowWidth=9000\r\n"
         "MainWindowHeight=7500\r\nSplitPosition=3001\r\nDescriptionPanelHeight=3002\r\n");
     Start(SW_HIDE);
-    RECT bounds = BoundsOf(window->Handle());
+    const RECT bounds = BoundsOf(Main());
     EXPECT_TRUE(EqualRect(&bounds, std::data({RECT{100, 60, 700, 560}})));
-    SetWindowPos(window->Handle(), nullptr, 120, 70, 640, 600, SWP_NOZORDER);
-    DestroyWindow(window->Handle());
+    SetWindowPos(Main(), nullptr, 120, 70, 640, 600, SWP_NOZORDER);
+    DestroyWindow(Main());
     EXPECT_EQ(OwnSettings(keys), (Strings{"1800", "1050", "9600", "9000", "3001", "4502"}));
 
     const std::string farOff =
@@ -288,26 +306,23 @@ TEST_F(MainWindowTest, RestoresAndStoresItsPlace) {
         "DescriptionPanelHeight=3002\r\nMainWindowMaxmized=";
     PutOwnSettings(farOff + "1\r\n");
     Start();
-    EXPECT_TRUE(IsZoomed(window->Handle()));
-    DestroyWindow(window->Handle());
+    EXPECT_TRUE(IsZoomed(Main()));
+    DestroyWindow(Main());
     // The former place stays, and so does the height that belongs to the maximized window.
     EXPECT_EQ(OwnSettings({keys[0], "MainWindowMaxmized", keys[5]}),
               (Strings{"900000", "1", "3002"}));
 
     PutOwnSettings(farOff + "0\r\n");
     Start(SW_HIDE);
-    RECT area{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    bounds = BoundsOf(window->Handle());
-    EXPECT_EQ(bounds.right, area.right);
-    EXPECT_EQ(bounds.top, area.top);
-    EXPECT_EQ(bounds.right - bounds.left, 600);
+    const RECT area = WorkArea();
+    EXPECT_EQ(BoundsOf(Main()).top, area.top);
+    EXPECT_EQ(BoundsOf(Main()).right, area.right);
+    EXPECT_EQ(WidthOf(Main()), 600);
 }
 
 // A damaged settings file: what it says of sizes is not used as it stands, and not rewritten.
 TEST_F(MainWindowTest, DamagedSizesAreUsableAndStayInTheFile) {
-    RECT area{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const RECT area = WorkArea();
     for (const std::string value : {"0", "-5", "2147483647", "-2147483648", "damaged"}) {
         SCOPED_TRACE(value);
         std::string lines = "StartUpIniFile=Wincmd\r\n";  // as a start writes it
@@ -318,25 +333,22 @@ TEST_F(MainWindowTest, DamagedSizesAreUsableAndStayInTheFile) {
             lines += std::string(key) + "=" + value + "\r\n";
         }
         PutOwnSettings(lines);
-        const std::string file = world.disk.BytesOf(SessionWorld::kOwnSettings);
+        const std::string file = StoredSettings();
         Start(SW_HIDE);
-        LOGFONTW font{};
-        GetObjectW(reinterpret_cast<HFONT>(Send(kIdListView1, WM_GETFONT)), sizeof(font), &font);
-        EXPECT_EQ(font.lfHeight, -13);
-        Command(tamarind::Command::FavoritesOrganize);
+        EXPECT_EQ(FontHeightOf(Find(kIdListView1)), -13);
+        Do(Command::FavoritesOrganize);
         const HWND organizer = FindWindowW(L"frmOrganizeFavorites", nullptr);
         for (const auto& [part, width, height] :
-             {std::tuple(window->Handle(), 400, 300), std::tuple(organizer, 184, 267),
+             {std::tuple(Main(), 400, 300), std::tuple(organizer, 184, 267),
               std::tuple(Find(kIdTreeView1), 130, 60), std::tuple(Find(kIdListView1), 130, 60),
               std::tuple(Find(kIdDescriptionPane), 130, 60)}) {
-            const RECT bounds = BoundsOf(part);
-            EXPECT_TRUE(IsInside(bounds, area)) << bounds.left << " " << bounds.top;
-            EXPECT_GE(bounds.right - bounds.left, width);
-            EXPECT_GE(bounds.bottom - bounds.top, height);
+            EXPECT_TRUE(IsInside(BoundsOf(part), area)) << BoundsOf(part).left;
+            EXPECT_GE(WidthOf(part), width);
+            EXPECT_GE(HeightOf(part), height);
         }
         SendMessageW(organizer, WM_COMMAND, IDCANCEL, 0);
-        DestroyWindow(window->Handle());
-        EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), file);
+        DestroyWindow(Main());
+        EXPECT_EQ(StoredSettings(), file);
     }
 }
 

@@ -3,12 +3,10 @@
 #include <functional>
 
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/main/WindowPrompts.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/shell/frmAbout.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/ScopeExit.h"
-#include "ui/toolkit/Timer.h"
 
 namespace tamarind {
 namespace {
@@ -19,7 +17,7 @@ constexpr const char* kLanguageFile = "C:\\Tamarind\\Languages\\Other.lng";
 class OptionsWindowTest : public MainWindowTest {
 protected:
     void ShowOptions(const std::function<void()>& actions) {
-        Show(L"frmOptions", actions, [&] { Command(tamarind::Command::ViewOptions); });
+        Show(L"frmOptions", actions, [&] { Do(Command::ViewOptions); });
     }
     void Focus(int id) const {
         SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(In(id)), TRUE);
@@ -48,11 +46,8 @@ protected:
     // In the middle of a control.
     COLORREF ColorOf(int id) const {
         RedrawWindow(In(id), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-        RECT area{};
-        GetClientRect(In(id), &area);
         const ScreenDC dc(In(id));
-        return GetPixel(dc.Get(), static_cast<int>(area.right / 2),
-                        static_cast<int>(area.bottom / 2));
+        return GetPixel(dc.Get(), WidthOf(In(id)) / 2, HeightOf(In(id)) / 2);
     }
 };
 
@@ -83,15 +78,15 @@ TEST_F(OptionsWindowTest, ChangesReachTheSettingsByApplyAndOkOnly) {
     PutOwnSettings(
         "ForegroundColor=255\r\nBackgroundColor=65535\r\nActiveKeyForeColor=16711680\r\n");
     Start();
-    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
+    const std::string before = StoredSettings();
     for (const bool isCancelled : {true, false}) {
         ShowOptions([&] {
-            EXPECT_FALSE(IsWindowEnabled(window->Handle()));
+            EXPECT_FALSE(IsWindowEnabled(Main()));
             EXPECT_EQ(ColorOf(IDC_OPTIONS_LBLCOLORCHANGE0), RGB(255, 0, 0));
             EXPECT_EQ(ColorOf(IDC_OPTIONS_LBLCOLORCHANGE1), RGB(255, 255, 0));
             EXPECT_EQ(ColorOf(IDC_OPTIONS_LBLCOLORCHANGE2), RGB(0, 0, 255));
-            EXPECT_FALSE(IsOn(IDC_OPTIONS_CMDBROWSEFORLANGFILE));
-            EXPECT_FALSE(IsOn(IDC_OPTIONS_TXTLANGUAGEFILEPATH));
+            EXPECT_FALSE(IsOn(IDC_OPTIONS_CMDBROWSEFORLANGFILE) ||
+                         IsOn(IDC_OPTIONS_TXTLANGUAGEFILEPATH));
             // What changes nothing: an option that is set, and choosers that are cancelled.
             for (const int id : {IDC_OPTIONS_OPTUSEDEFAULTLANGUAGE, IDC_OPTIONS_LBLCOLORCHANGE1,
                                  IDC_OPTIONS_CMDCHANGEFONT}) {
@@ -110,15 +105,15 @@ TEST_F(OptionsWindowTest, ChangesReachTheSettingsByApplyAndOkOnly) {
                     EXPECT_FALSE(IsOn(IDC_OPTIONS_CMDAPPLY)) << id;
                 }
             }
-            EXPECT_TRUE(IsOn(IDC_OPTIONS_CMDBROWSEFORLANGFILE));
-            EXPECT_TRUE(IsOn(IDC_OPTIONS_TXTLANGUAGEFILEPATH));
+            EXPECT_TRUE(IsOn(IDC_OPTIONS_CMDBROWSEFORLANGFILE) &&
+                        IsOn(IDC_OPTIONS_TXTLANGUAGEFILEPATH));
             SetWindowTextW(In(IDC_OPTIONS_TXTLANGUAGEFILEPATH), L"a");
             EXPECT_TRUE(IsOn(IDC_OPTIONS_CMDAPPLY));
             world.prompts.filesToChoose = {kLanguageFile};
             Click(IDC_OPTIONS_CMDBROWSEFORLANGFILE);
             Click(isCancelled ? IDCANCEL : IDOK);
         });
-        EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings) == before, isCancelled);
+        EXPECT_EQ(StoredSettings() == before, isCancelled);
     }
     EXPECT_EQ(OwnSettings({"ForegroundColor", "BackgroundColor", "ActiveKeyForeColor", "FontName",
                            "UseDefaultLanguage"}),
@@ -132,18 +127,18 @@ TEST_F(OptionsWindowTest, ChangesReachTheSettingsByApplyAndOkOnly) {
 TEST_F(OptionsWindowTest, TabsAndButtonsFollowTheKeyboard) {
     Start();
     ShowOptions([&] {
-        EXPECT_TRUE(ShowsOnlyPanelOf(IDC_OPTIONS_CMDCHANGEFONT));
-        Focus(IDC_OPTIONS_CMDCHANGEFONT);
-        PressWithControl(VK_TAB);
-        EXPECT_TRUE(ShowsOnlyPanelOf(IDC_OPTIONS_CHKALWAYSRESTARTTC));
-        EXPECT_EQ(GetFocus(), In(IDC_OPTIONS_CHKALWAYSRESTARTTC));
-        PressWithControl(VK_TAB, true);
-        PressWithControl(VK_TAB, true);
-        EXPECT_TRUE(ShowsOnlyPanelOf(IDC_OPTIONS_OPTUSEDEFAULTLANGUAGE));
-        EXPECT_EQ(GetParent(GetFocus()), GetParent(In(IDC_OPTIONS_OPTUSEDEFAULTLANGUAGE)));
-        PressWithControl(VK_NEXT);
-        EXPECT_TRUE(ShowsOnlyPanelOf(IDC_OPTIONS_CMDCHANGEFONT));
-
+        constexpr int kPanels[] = {IDC_OPTIONS_CMDCHANGEFONT, IDC_OPTIONS_CHKALWAYSRESTARTTC,
+                                   IDC_OPTIONS_OPTUSEDEFAULTLANGUAGE};
+        EXPECT_TRUE(ShowsOnlyPanelOf(kPanels[0]));
+        Focus(kPanels[0]);
+        for (const auto& [key, withShift, panel] : {std::tuple(VK_TAB, false, 1),
+                                                    {VK_TAB, true, 0},
+                                                    {VK_TAB, true, 2},
+                                                    {VK_NEXT, false, 0}}) {
+            PressWithControl(key, withShift);
+            EXPECT_TRUE(ShowsOnlyPanelOf(kPanels[panel])) << panel;
+            EXPECT_EQ(GetParent(GetFocus()), GetParent(In(kPanels[panel]))) << panel;
+        }
         Focus(IDC_OPTIONS_TBSOPTIONS);
         PressKey(VK_RIGHT);
         EXPECT_TRUE(ShowsOnlyPanelOf(IDC_OPTIONS_CHKALWAYSRESTARTTC));
@@ -173,63 +168,45 @@ TEST_F(OptionsWindowTest, TabsAndButtonsFollowTheKeyboard) {
     });
 }
 
-TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFront) {
+// By the user, and at the end of Windows: then nothing is taken for an answer, whatever is open.
+TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFrontAndAreCancelledWithIt) {
     Start();
-    WindowPrompts prompts(L"Test");
-    prompts.SetOwner(window->Handle());
-    ShowOptions([&] {
-        int boxes = 0;
-        Timer timer([&] {
-            const HWND box = FindWindowW(WC_DIALOG, nullptr);
-            if (IsWindowVisible(box)) {
-                ++boxes;
-                EXPECT_EQ(GetWindow(box, GW_OWNER), dialog);
-                EXPECT_FALSE(IsWindowEnabled(dialog) || IsWindowEnabled(window->Handle()));
-                PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-            }
-        });
-        timer.Start(dialog, 50);
-        FontChoice font{"Arial", 12, 1, 204};
-        EXPECT_EQ(prompts.Ask("?"), Answer::Cancel);
-        EXPECT_FALSE(prompts.FontSelect(font));
-        EXPECT_EQ(prompts.ColorSelect(), MissingValueMarker);
-        EXPECT_EQ(boxes, 3);
-        EXPECT_TRUE(IsWindowEnabled(dialog));
-    });
-}
-
-// As at the end of Windows: whatever is open, nothing is taken for the user's answer.
-TEST_F(OptionsWindowTest, ModalDialogsAreCancelledFromOutside) {
-    Start();
-    Command(tamarind::Command::SearchFind);
-    const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
-    WindowPrompts prompts(L"Test");
-    prompts.SetOwner(window->Handle());
-    FontChoice font;
+    Do(Command::SearchFind);
+    const std::string before = StoredSettings();
+    FontChoice font{"Arial", 12, 1, 204};
     const std::function<bool()> questions[] = {
-        [] { return Dialog::CancelModalDialogs(); },  // the options window alone
         [&] { return prompts.Ask("?") == Answer::Cancel; },
         [&] { return !prompts.AskWhetherSure("?"); },
         [&] { return prompts.ShowMessage(MessageIcon::Critical, "!"), true; },
         [&] { return !prompts.FontSelect(font); },
         [&] { return prompts.ColorSelect() == MissingValueMarker; },
         [&] { return prompts.BrowseForOpen({}) == MissingValueMarker; },
+        [] { return Dialog::CancelModalDialogs(); },  // the options window alone
     };
-    for (const auto& isCancelled : questions) {
-        SCOPED_TRACE(&isCancelled - questions);
-        ShowOptions([&] {
-            Click(IDC_OPTIONS_CHKSHOWGRIDLINES);
-            Timer timer([&] {
-                if (IsWindowVisible(FindWindowW(WC_DIALOG, nullptr))) {
-                    EXPECT_TRUE(Dialog::CancelModalDialogs());
-                    EXPECT_FALSE(Dialog::CancelModalDialogs());
-                }
+    for (const bool byUser : {true, false}) {
+        for (const auto& isCancelled : std::span(questions).first(byUser ? 6 : 7)) {
+            SCOPED_TRACE(&isCancelled - questions);
+            ShowOptions([&] {
+                Click(IDC_OPTIONS_CHKSHOWGRIDLINES);
+                Timer timer([&] {
+                    const HWND box = FindWindowW(WC_DIALOG, nullptr);
+                    if (IsWindowVisible(box)) {
+                        EXPECT_EQ(GetWindow(box, GW_OWNER), dialog);
+                        EXPECT_FALSE(IsWindowEnabled(dialog) || IsWindowEnabled(Main()));
+                        if (byUser) {
+                            PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+                        } else {
+                            EXPECT_TRUE(Dialog::CancelModalDialogs());
+                            EXPECT_FALSE(Dialog::CancelModalDialogs());
+                        }
+                    }
+                });
+                timer.Start(dialog, 50);
+                EXPECT_TRUE(isCancelled());
+                EXPECT_EQ(IsWindowVisible(dialog) && IsWindowEnabled(dialog), byUser);
             });
-            timer.Start(window->Handle(), 50);
-            EXPECT_TRUE(isCancelled());
-            EXPECT_FALSE(IsWindowVisible(dialog));
-        });
-        EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
+            EXPECT_EQ(StoredSettings(), before);
+        }
     }
     EXPECT_TRUE(IsWindowVisible(FindWindowW(L"frmSearchFor", nullptr)));  // not modal
 }
@@ -251,7 +228,7 @@ TEST_F(OptionsWindowTest, TheAboutWindowTellsTheVersionAndOpensTheHelp) {
             PressKey(VK_ESCAPE);
             EXPECT_FALSE(IsWindowVisible(dialog));
         },
-        [&] { about.Show(window->Handle()); });
+        [&] { about.Show(Main()); });
     EXPECT_EQ(helps, 1);
 }
 

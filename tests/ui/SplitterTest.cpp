@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "tests/ui/WindowDriver.h"
 #include "ui/shell/cSplitter.h"
 #include "ui/toolkit/Pane.h"
 
 namespace tamarind {
-
 namespace {
 
 constexpr TwipsRect Rect(int left, int top, int right, int bottom) {
@@ -61,8 +61,7 @@ TEST(Splitter, SwapsHidesAndMovesPanes) {
                 second.Create(container.Handle(), 3) && bar.Create(container.Handle(), 4));
     container.SetBounds({0, 0, 600, 400});
     const auto boundsOf = [&](const Window& window) {
-        RECT bounds{};
-        GetWindowRect(window.Handle(), &bounds);
+        RECT bounds = BoundsOf(window.Handle());
         MapWindowPoints(nullptr, container.Handle(), reinterpret_cast<POINT*>(&bounds), 2);
         return bounds;
     };

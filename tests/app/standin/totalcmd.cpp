@@ -19,28 +19,13 @@ std::filesystem::path Beside(const wchar_t* name) {
     return std::filesystem::path(path).replace_filename(name);
 }
 
-// The path in quotes behind /i= or /f=.
-std::wstring PathOnCommandLine(const std::wstring& line) {
-    for (const wchar_t* option : {L" /i=\"", L" /f=\""}) {
-        const std::size_t start = line.find(option);
-        if (start != std::wstring::npos) {
-            const std::size_t path = start + 5;
-            return line.substr(path, line.find(L'"', path) - path);
-        }
-    }
-    return {};
-}
-
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_CLOSE:
             if (!std::filesystem::exists(Beside(L"refuse"))) {
                 std::ofstream(settingsPath, std::ios::binary) << settingsBytes;
-                DestroyWindow(window);
+                PostQuitMessage(0);
             }
-            return 0;
-        case WM_DESTROY:
-            PostQuitMessage(0);
             return 0;
         default:
             return DefWindowProcW(window, message, wParam, lParam);
@@ -51,7 +36,8 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand) {
     const std::wstring line = GetCommandLineW();
-    settingsPath = PathOnCommandLine(line);
+    const std::size_t path = line.find(L" /i=\"") + 5;
+    settingsPath = line.substr(path, line.find(L'"', path) - path);
     std::ifstream file(settingsPath, std::ios::binary);
     settingsBytes.assign(std::istreambuf_iterator<char>(file), {});
     file.close();

@@ -10,7 +10,6 @@
 #include "model/program/StringTable.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/changes/ChangesIds.h"
-#include "ui/main/WindowPrompts.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Handles.h"
@@ -65,12 +64,6 @@ SIZE Measure(HWND control, const std::string& text, LONG width = 0, HFONT font =
     return {area.right, area.bottom};
 }
 
-std::string ClassOf(HWND window) {
-    wchar_t name[64] = L"";
-    GetClassNameW(window, name, ARRAYSIZE(name));
-    return Narrow(name);
-}
-
 // Goes through all windows with all languages.
 class TourTest : public MainWindowTest {
 protected:
@@ -97,7 +90,7 @@ protected:
         }
     }
     std::string Text(int number) const { return language->texts.at(number); }
-    int Scaled(int pixels) const { return ScaledPixels(pixels, WindowDpi(window->Handle())); }
+    int Scaled(int pixels) const { return ScaledPixels(pixels, WindowDpi(Main())); }
     void ExpectText(const std::string& text) const {
         EXPECT_TRUE(known.contains(Plain(text))) << text;
     }
@@ -105,9 +98,8 @@ protected:
     // Everything has its place and direction, all texts are whole and in the language.
     void ExpectDialog(const wchar_t* className) const {
         const HWND shown = FindWindowW(className, nullptr);
-        const RECT bounds = BoundsOf(shown);
-        EXPECT_LE(bounds.right - bounds.left, Scaled(1024));
-        EXPECT_LE(bounds.bottom - bounds.top, Scaled(700));
+        EXPECT_LE(WidthOf(shown), Scaled(1024));
+        EXPECT_LE(HeightOf(shown), Scaled(700));
         ExpectText(TextOf(shown));
         ExpectTitle(shown);
         ExpectNoOverlaps(shown);
@@ -150,7 +142,7 @@ protected:
             const bool isLabel = kind == ControlKind::Label;
             // What edges and marks take at the least.
             const int margins = isLabel ? 0 : kind == ControlKind::CommandButton ? 10 : 18;
-            const LONG room = BoundsOf(control).right - BoundsOf(control).left - Scaled(margins);
+            const LONG room = WidthOf(control) - Scaled(margins);
             const SIZE size = Measure(control, TextOf(control), isLabel ? room : 0);
             EXPECT_LE(size.cx, room);
             EXPECT_LE(size.cy, HeightOf(control));
@@ -186,42 +178,43 @@ protected:
             ExpectText(Narrow(text));
             const LONG room = place.right - place.left - Scaled(12);  // margins
             EXPECT_LE(Measure(control, Narrow(text)).cx, room) << Narrow(text);
-            EXPECT_LE(place.right, BoundsOf(control).right - BoundsOf(control).left);
+            EXPECT_LE(place.right, WidthOf(control));
         }
     }
 
     void ExpectMain() const {
-        ExpectNoOverlaps(window->Handle());
-        ExpectWindow(window->Handle());
+        ExpectNoOverlaps(Main());
+        ExpectWindow(Main());
         EXPECT_EQ(BoundsOf(Find(kIdTreeView1)).left > BoundsOf(Find(kIdListView1)).left,
                   language->isRightToLeft);
         EXPECT_EQ(Nodes().front(), Text(3073));
-        ExpectMenu(GetMenu(window->Handle()));
+        ExpectMenu(GetMenu(Main()));
         RECT menus[2] = {};
-        GetMenuItemRect(window->Handle(), GetMenu(window->Handle()), 0, &menus[0]);
-        GetMenuItemRect(window->Handle(), GetMenu(window->Handle()), 5, &menus[1]);
+        GetMenuItemRect(Main(), GetMenu(Main()), 0, &menus[0]);
+        GetMenuItemRect(Main(), GetMenu(Main()), 5, &menus[1]);
         EXPECT_EQ(menus[0].top, menus[1].top);  // the menu bar is one line
         for (const CommandInfo& info : AllCommands()) {
-            const bool isBelow = info.command == tamarind::Command::FileSaveDataFile;
+            const bool isBelow = info.command == Command::FileSaveDataFile;
             if (isBelow || !info.toolbarName.empty()) {
-                wchar_t tip[100] = L"";
-                Send(isBelow ? kIdToolbar2 : kIdToolbar1, TB_GETBUTTONTEXTW,
-                     static_cast<WPARAM>(info.command), reinterpret_cast<LPARAM>(tip));
-                EXPECT_EQ(Narrow(tip), Text(info.textNumber));
+                EXPECT_EQ(Told(isBelow ? kIdToolbar2 : kIdToolbar1, TB_GETBUTTONTEXTW,
+                               static_cast<WPARAM>(info.command)),
+                          Text(info.textNumber));
             }
         }
-        EXPECT_EQ(Status(0), Text(3078) + "  tc all keys english.tmdf");
-        EXPECT_TRUE(Status(1).starts_with(Text(3079) + "  [")) << Status(1);
-        EXPECT_EQ(Status(2), std::to_string(Rows().size()) + "  " + Text(3077));
+        const auto status = [&](WPARAM part) { return Told(kIdStatusBar1, SB_GETTEXTW, part); };
+        EXPECT_EQ(status(0), Text(3078) + "  tc all keys english.tmdf");
+        EXPECT_TRUE(status(1).starts_with(Text(3079) + "  [")) << status(1);
+        EXPECT_EQ(status(2),
+                  std::to_string(ListView_GetItemCount(Find(kIdListView1))) + "  " + Text(3077));
         for (WPARAM part = 0; part < 3; ++part) {
             RECT place{};
             Send(kIdStatusBar1, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
             const LONG room = place.right - place.left - Scaled(part == 0 ? 16 : 0);  // a picture
-            EXPECT_LE(Measure(Find(kIdStatusBar1), Status(static_cast<int>(part))).cx, room);
+            EXPECT_LE(Measure(Find(kIdStatusBar1), status(part)).cx, room);
         }
     }
     void ExpectMenu(HMENU menu) const {
-        SendMessageW(window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+        SendMessageW(Main(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
         for (int at = 0; at < GetMenuItemCount(menu); ++at) {
             wchar_t text[100] = L"";
             GetMenuStringW(menu, static_cast<UINT>(at), text, ARRAYSIZE(text), MF_BYPOSITION);
@@ -247,7 +240,7 @@ protected:
         const std::wstring take = L"\"sleep 0.2; import -silent -frame -window " +
                                   std::to_wstring(id) + L" " + Widen(file) + L"\"";
         _wspawnl(_P_NOWAIT, L"\\\\?\\unix\\bin\\sh", L"sh", L"-c", take.c_str(), nullptr);
-        EXPECT_TRUE(PumpUntil([&] { return std::filesystem::exists(file); }));
+        EXPECT_TRUE(WaitUntil([&] { return std::filesystem::exists(file); }));
     }
     void Visit(const wchar_t* className, const std::string& name, const std::function<void()>& open,
                WPARAM pages = 1) {
@@ -255,7 +248,7 @@ protected:
             ExpectDialog(className);
             Keep(dialog, name);
             for (WPARAM page = 1; page < pages; ++page) {
-                SendMessageW(FindIn(dialog, IDC_OPTIONS_TBSOPTIONS), TCM_SETCURFOCUS, page, 0);
+                SendMessageW(FindControl(dialog, IDC_OPTIONS_TBSOPTIONS), TCM_SETCURFOCUS, page, 0);
                 ExpectDialog(className);
                 Keep(dialog, name + std::to_string(page + 1));
             }
@@ -276,17 +269,14 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         SCOPED_TRACE(wanted.name);
         StartIn(wanted);
         ExpectMain();
-        Keep(window->Handle(), "main");
-        const auto by = [&](tamarind::Command command) { return [=, this] { Command(command); }; };
-        Visit(L"frmSearchFor", "search", by(tamarind::Command::SearchFind));
-        Visit(L"frmFavoriteAdd", "favorite", by(tamarind::Command::FavoritesAdd));
-        Visit(L"frmOrganizeFavorites", "favorites", by(tamarind::Command::FavoritesOrganize));
-        Visit(L"frmRestoreBackup", "backups", by(tamarind::Command::FileRestoreBackup));
-        Visit(L"frmAbout", "about", by(tamarind::Command::HelpAbout));
-        Visit(L"frmOptions", "options", by(tamarind::Command::ViewOptions), 3);
-        WindowPrompts prompts(L"Tour");
-        prompts.SetOwner(window->Handle());
-        prompts.SetStyle(window->Style());
+        Keep(Main(), "main");
+        const auto by = [&](Command command) { return [=, this] { Do(command); }; };
+        Visit(L"frmSearchFor", "search", by(Command::SearchFind));
+        Visit(L"frmFavoriteAdd", "favorite", by(Command::FavoritesAdd));
+        Visit(L"frmOrganizeFavorites", "favorites", by(Command::FavoritesOrganize));
+        Visit(L"frmRestoreBackup", "backups", by(Command::FileRestoreBackup));
+        Visit(L"frmAbout", "about", by(Command::HelpAbout));
+        Visit(L"frmOptions", "options", by(Command::ViewOptions), 3);
         std::vector<ValueConflict> conflicts = {{"[Colors] BackColor", "BackColor=1", ""}};
         Visit(L"frmConflicts", "conflicts", [&] { prompts.ResolveConflicts(conflicts); });
     }
@@ -301,9 +291,9 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
     }
     world.disk.Put(SessionWorld::kWincmdData, data);
     StartIn(languages[0]);
-    Command(tamarind::Command::SearchFind);
-    Command(tamarind::Command::FavoritesOrganize);
-    const RECT before = BoundsOf(FindWindowW(L"frmSearchFor", nullptr));
+    Do(Command::SearchFind);
+    Do(Command::FavoritesOrganize);
+    const LONG width = WidthOf(FindWindowW(L"frmSearchFor", nullptr));
     for (std::size_t at = 1; at <= languages.size(); ++at) {
         const TourLanguage& next = languages[at % languages.size()];
         SCOPED_TRACE(next.name);
@@ -322,13 +312,12 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
 
         // What belongs to a row stands where the row has it in all languages.
         world.session->Selection().GoToKey(3);
-        Command(tamarind::Command::EditValue);
+        Do(Command::EditValue);
         const RECT list = BoundsOf(Find(kIdListView1));
         EXPECT_LT(BoundsOf(Find(kIdTxtInplaceEdit)).left - list.left, Scaled(30));
         EXPECT_LT(list.right - BoundsOf(Find(kIdCmdColorSample)).right, Scaled(30));
     }
-    const RECT after = BoundsOf(FindWindowW(L"frmSearchFor", nullptr));
-    EXPECT_EQ(after.right - after.left, before.right - before.left);
+    EXPECT_EQ(WidthOf(FindWindowW(L"frmSearchFor", nullptr)), width);
 }
 
 }  // namespace

@@ -4,36 +4,20 @@
 
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/favorites/FavoritesIds.h"
-#include "ui/search/SearchIds.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
 
 namespace tamarind {
 namespace {
 
-// The windows that the Search and Favorites menus open, through the main window.
-class FindingWindowsTest : public MainWindowTest {
+// The windows that the Favorites menu opens, through the main window.
+class FavoritesWindowsTest : public MainWindowTest {
 protected:
-    static HWND Window(const wchar_t* name) { return FindWindowW(name, nullptr); }
-    HWND Search() const { return Window(L"frmSearchFor"); }
-    HWND Organizer() const { return Window(L"frmOrganizeFavorites"); }
-
-    void Type(int id, const char* text) const { SetWindowTextW(In(id), Widen(text).c_str()); }
-    void PressCloseBox() const {
-        SendMessageW(dialog, WM_CLOSE, 0, 0);
-        MSG message{};
-        while (PeekMessageW(&message, dialog, WM_COMMAND, WM_COMMAND, PM_REMOVE)) {
-            DispatchMessageW(&message);
-        }
-    }
-    static bool IsSelected(HWND box, int start, int end) {
-        return SendMessageW(box, EM_GETSEL, 0, 0) == MAKELRESULT(start, end);
-    }
-
-    HWND FavoriteList() const { return GetDlgItem(Organizer(), IDC_ORGANIZE_LISTVIEW1); }
-    HWND LabelBox() const { return ListView_GetEditControl(FavoriteList()); }
+    static HWND Organizer() { return FindWindowW(L"frmOrganizeFavorites", nullptr); }
+    static HWND FavoriteList() { return GetDlgItem(Organizer(), IDC_ORGANIZE_LISTVIEW1); }
+    static HWND LabelBox() { return ListView_GetEditControl(FavoriteList()); }
     // What the organizer's list shows, the selected row in brackets.
-    Strings Favorites() const {
+    static Strings Favorites() {
         Strings texts = RowsIn(FavoriteList());
         if (const int selected = SelectedIn(FavoriteList()); selected >= 0) {
             std::string& text = texts.at(static_cast<std::size_t>(selected));
@@ -42,7 +26,7 @@ protected:
         return texts;
     }
     // Which rows of the organizer's list are grey: "010".
-    std::string GreyFavorites() const {
+    static std::string GreyFavorites() {
         std::string grey;
         for (int row = 0; row < ListView_GetItemCount(FavoriteList()); ++row) {
             NMLVCUSTOMDRAW draw{};
@@ -56,7 +40,7 @@ protected:
         return grey;
     }
     std::string StoredFavorites() const {
-        const std::string file = world.disk.BytesOf(SessionWorld::kOwnSettings);
+        const std::string file = StoredSettings();
         const std::size_t start = file.find("[FavoritesList]\r\n");
         return start == std::string::npos ? "" : file.substr(start + 17);
     }
@@ -67,69 +51,16 @@ protected:
         ASSERT_TRUE(IsWindowVisible(dialog));
     }
     void Organize() {
-        Command(tamarind::Command::FavoritesOrganize);
+        Do(Command::FavoritesOrganize);
         dialog = Organizer();
     }
     // Adds the current key to the favorites; `answer` deals with the window that asks for more.
     void AddFavorite(const std::function<void()>& answer) {
-        Show(L"frmFavoriteAdd", answer, [&] { Command(tamarind::Command::FavoritesAdd); });
+        Show(L"frmFavoriteAdd", answer, [&] { Do(Command::FavoritesAdd); });
     }
 };
 
-// What its keys do is tried with real ones on the running program.
-TEST_F(FindingWindowsTest, TheSearchWindowKeepsItsSettings) {
-    Start();
-    Command(tamarind::Command::SearchFind);
-    dialog = Search();
-    const HWND box = In(IDC_SEARCHFOR_TXTFIND);
-    EXPECT_EQ(GetFocus(), box);
-    EXPECT_FALSE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
-    EXPECT_FALSE(world.session->States().IsEnabled(tamarind::Command::SearchFindNext));
-    // A word of a description, which the box then shows.
-    Type(IDC_SEARCHFOR_TXTFIND, "side");
-    EXPECT_TRUE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
-    Click(IDC_SEARCHFOR_OPTKEYDESCRIPTION);
-    Click(IDC_SEARCHFOR_CHKWHOLEWORD);
-    Click(IDC_SEARCHFOR_CMDFINDNEXT);
-    EXPECT_EQ(SelectedRow(), 0);
-    EXPECT_TRUE(IsSelected(Find(kIdTxtDescriptionBox), 21, 25));
-
-    for (const bool usesBox : {false, true}) {
-        SetFocus(In(IDCANCEL));
-        usesBox ? PressCloseBox() : PressKey(VK_ESCAPE);
-        EXPECT_FALSE(IsWindowVisible(dialog));
-        ASSERT_TRUE(IsWindow(dialog));
-        Command(tamarind::Command::SearchFind);
-        EXPECT_TRUE(IsWindowVisible(dialog));
-        EXPECT_EQ(GetFocus(), box);
-        EXPECT_TRUE(IsSelected(box, 0, 4));
-        EXPECT_TRUE(IsChecked(IDC_SEARCHFOR_OPTKEYDESCRIPTION));
-    }
-    Command(tamarind::Command::SearchFindNext);  // from the first key again
-    EXPECT_EQ(world.prompts.messages, Strings{});
-    window.reset();
-    EXPECT_EQ(Search(), nullptr);
-}
-
-TEST_F(FindingWindowsTest, AHitIsNotTheLastRowInSight) {
-    std::string keys = "[Panels]\r\nCategoryTargetSection=Configuration\r\n";
-    for (int key = 0; key < 100; ++key) {
-        keys += "K" + std::to_string(key) + "=1///\r\n";
-    }
-    world.disk.Put(SessionWorld::kWincmdData, keys);
-    world.disk.Wait(10);
-    Start();
-    for (const auto& [name, lowest] : {std::pair("K50", 53), {"K98", 99}, {"K40", 43}, {"K1", 4}}) {
-        world.session->Selection().SetSearchText(name);
-        world.session->Selection().FindNextString();
-        EXPECT_EQ(Rows()[static_cast<std::size_t>(SelectedRow())], name);
-        const LRESULT top = Send(kIdListView1, LVM_GETTOPINDEX);
-        EXPECT_LE(top, SelectedRow()) << name;
-        EXPECT_GE(top + Send(kIdListView1, LVM_GETCOUNTPERPAGE), lowest + 1) << name;
-    }
-}
-
-TEST_F(FindingWindowsTest, FavoritesAreAddedUnderACaption) {
+TEST_F(FavoritesWindowsTest, FavoritesAreAddedUnderACaption) {
     Start();
     Organize();
     EXPECT_FALSE(IsWindowEnabled(FavoriteList()));
@@ -138,11 +69,11 @@ TEST_F(FindingWindowsTest, FavoritesAreAddedUnderACaption) {
     AddFavorite([&] {
         const HWND box = In(IDC_FAVORITEADD_TEXT1);
         EXPECT_EQ(TextOf(box), "PanelsVertical");
-        EXPECT_TRUE(IsSelected(box, 0, 14));
-        EXPECT_FALSE(IsWindowEnabled(window->Handle()) || IsWindowEnabled(Organizer()));
-        Type(IDC_FAVORITEADD_TEXT1, "");
+        EXPECT_EQ(SendMessageW(box, EM_GETSEL, 0, 0), MAKELRESULT(0, 14));
+        EXPECT_FALSE(IsWindowEnabled(Main()) || IsWindowEnabled(Organizer()));
+        SetWindowTextW(box, L"");
         EXPECT_FALSE(IsOn(IDOK));
-        Type(IDC_FAVORITEADD_TEXT1, "Panels \xC3\xBC");
+        SetWindowTextW(box, L"Panels \x00FC");
         Click(IDOK);
     });
     EXPECT_EQ(world.OwnSetting("FavoritesList", "PanelsVertical"), "Panels \xC3\xBC");
@@ -150,7 +81,7 @@ TEST_F(FindingWindowsTest, FavoritesAreAddedUnderACaption) {
     EXPECT_TRUE(IsWindowEnabled(Organizer()) && IsWindowEnabled(FavoriteList()));
 }
 
-TEST_F(FindingWindowsTest, TheOrganizerChangesTheFavorites) {
+TEST_F(FavoritesWindowsTest, TheOrganizerChangesTheFavorites) {
     OpenOrganizer("ShowHidden=Hidden\r\nBackColor=Back\r\nGone=Gone\r\n");
     EXPECT_EQ(GetFocus(), FavoriteList());
     EXPECT_FALSE(IsOn(IDC_ORGANIZE_CMDAPPLY));
@@ -198,7 +129,7 @@ TEST_F(FindingWindowsTest, TheOrganizerChangesTheFavorites) {
     EXPECT_EQ(Favorites().size(), 4U);
 }
 
-TEST_F(FindingWindowsTest, RowsOfTheOrganizerAreRenamed) {
+TEST_F(FavoritesWindowsTest, RowsOfTheOrganizerAreRenamed) {
     OpenOrganizer("ShowHidden=Hidden\r\nSp_1=-\r\n");
     const struct {
         const char* text;
@@ -229,19 +160,17 @@ TEST_F(FindingWindowsTest, RowsOfTheOrganizerAreRenamed) {
     EXPECT_EQ(LabelBox(), nullptr);
 }
 
-TEST_F(FindingWindowsTest, TheOrganizerKeepsItsPlace) {
+TEST_F(FavoritesWindowsTest, TheOrganizerKeepsItsPlace) {
     OpenOrganizer("ShowHidden=Hidden\r\n", "FavoriteWindowLeft=1500\r\nFavoriteWindowTop=750\r\n");
     const auto pixels = [](int twips) { return ToPixels(Twips{twips}, SystemDpi()).value; };
-    RECT bounds = BoundsOf(dialog);
-    EXPECT_EQ(bounds.left, pixels(1500));
-    EXPECT_EQ(bounds.top, pixels(750));
+    EXPECT_EQ(BoundsOf(dialog).left, pixels(1500));
+    EXPECT_EQ(BoundsOf(dialog).top, pixels(750));
     SetWindowPos(dialog, nullptr, 0, 0, 10, 500, SWP_NOMOVE | SWP_NOZORDER);
-    bounds = BoundsOf(dialog);
-    EXPECT_EQ(bounds.right - bounds.left, pixels(2760));  // its buttons need that much
+    EXPECT_EQ(WidthOf(dialog), pixels(2760));  // its buttons need that much
     ExpectNoOverlaps(dialog);
 
     // With the main window it goes, to come again with it.
-    SendMessageW(window->Handle(), WM_CLOSE, 0, 0);
+    SendMessageW(Main(), WM_CLOSE, 0, 0);
     EXPECT_EQ(Organizer(), nullptr);
     EXPECT_EQ(
         OwnSettings({"FavoritesOroganizeVisible", "FavoriteWindowLeft", "FavoriteWindowHeight"}),

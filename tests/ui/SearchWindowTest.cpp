@@ -1,0 +1,69 @@
+#include <gtest/gtest.h>
+
+#include "tests/ui/MainWindowFixture.h"
+#include "ui/search/SearchIds.h"
+
+namespace tamarind {
+namespace {
+
+class SearchWindowTest : public MainWindowTest {
+protected:
+    static bool IsSelected(HWND box, int start, int end) {
+        return SendMessageW(box, EM_GETSEL, 0, 0) == MAKELRESULT(start, end);
+    }
+};
+
+// What its keys do is tried with real ones on the running program.
+TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
+    Start();
+    Do(Command::SearchFind);
+    dialog = FindWindowW(L"frmSearchFor", nullptr);
+    const HWND box = In(IDC_SEARCHFOR_TXTFIND);
+    EXPECT_EQ(GetFocus(), box);
+    EXPECT_FALSE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
+    EXPECT_FALSE(world.session->States().IsEnabled(Command::SearchFindNext));
+    // A word of a description, which the box then shows.
+    SetWindowTextW(box, L"side");
+    EXPECT_TRUE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
+    Click(IDC_SEARCHFOR_OPTKEYDESCRIPTION);
+    Click(IDC_SEARCHFOR_CHKWHOLEWORD);
+    Click(IDC_SEARCHFOR_CMDFINDNEXT);
+    EXPECT_EQ(SelectedRow(), 0);
+    EXPECT_TRUE(IsSelected(Find(kIdTxtDescriptionBox), 21, 25));
+
+    for (const bool usesBox : {false, true}) {
+        SetFocus(In(IDCANCEL));
+        if (usesBox) {
+            SendMessageW(dialog, WM_CLOSE, 0, 0);
+        } else {
+            PressKey(VK_ESCAPE);
+        }
+        EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
+        ASSERT_TRUE(IsWindow(dialog));
+        Do(Command::SearchFind);
+        EXPECT_TRUE(IsWindowVisible(dialog));
+        EXPECT_EQ(GetFocus(), box);
+        EXPECT_TRUE(IsSelected(box, 0, 4));
+        EXPECT_TRUE(IsChecked(IDC_SEARCHFOR_OPTKEYDESCRIPTION));
+    }
+    Do(Command::SearchFindNext);  // from the first key again
+    EXPECT_EQ(world.prompts.messages, Strings{});
+    window.reset();
+    EXPECT_EQ(FindWindowW(L"frmSearchFor", nullptr), nullptr);
+}
+
+TEST_F(SearchWindowTest, AHitIsNotTheLastRowInSight) {
+    PutManyKeys();
+    Start();
+    for (const auto& [name, lowest] : {std::pair("K50", 53), {"K98", 99}, {"K40", 43}, {"K1", 4}}) {
+        world.session->Selection().SetSearchText(name);
+        world.session->Selection().FindNextString();
+        EXPECT_EQ(Rows()[static_cast<std::size_t>(SelectedRow())], name);
+        const LRESULT top = Send(kIdListView1, LVM_GETTOPINDEX);
+        EXPECT_LE(top, SelectedRow()) << name;
+        EXPECT_GE(top + Send(kIdListView1, LVM_GETCOUNTPERPAGE), lowest + 1) << name;
+    }
+}
+
+}  // namespace
+}  // namespace tamarind
