@@ -23,9 +23,7 @@ std::string ContentOf(int save) {
 
 // With an argument it saves nothing and waits for the file "stop".
 int main(int count, char**) {
-    constexpr int kNotWhole = 3;
-    constexpr int kNotSaved = 4;
-    constexpr int kMissing = 5;
+    enum { kNotWhole = 3, kNotSaved, kMissing };
     const std::string path = "settings.ini";
     tamarind::DiskFileSystem disk;
     while (count > 1 && !disk.Stamp("stop")) {

@@ -31,22 +31,17 @@ TEST_F(ProfileTest, ListsAreReadAndSorted) {
     m_profile.ReadSectionKeysNameOnly("A", kPath);
     m_profile.ReadSectionKeysNameAndValue("A", kPath, 14);
     m_profile.SortKeysNameOnlyList();
-    const auto joined = [](std::int32_t last, auto list) {
-        std::string all;
-        for (std::int32_t i = 0; i <= last; ++i) {
-            all += list(i) + "|";
-        }
-        return all;
-    };
-    EXPECT_EQ(joined(m_profile.FileSectionsNameCount,
-                     [&](std::int32_t i) { return m_profile.FileSectionsNameList(i); }),
-              "A|a|");
-    EXPECT_EQ(joined(m_profile.SectionKeysNameOnlyCount,
-                     [&](std::int32_t i) { return m_profile.SectionKeysNameOnlyList(i); }),
-              "Z|z|z|\U0001F600|\uFF21|");
-    EXPECT_EQ(joined(m_profile.SectionKeysNameAndValueCount,
-                     [&](std::int32_t i) { return m_profile.SectionKeysNameAndValueList(i); }),
-              "z=\"1\"|prose|");
+    std::string all;
+    for (std::int32_t i = 0; i <= m_profile.FileSectionsNameCount; ++i) {
+        all += m_profile.FileSectionsNameList(i) + "|";
+    }
+    for (std::int32_t i = 0; i <= m_profile.SectionKeysNameOnlyCount; ++i) {
+        all += m_profile.SectionKeysNameOnlyList(i) + "|";
+    }
+    for (std::int32_t i = 0; i <= m_profile.SectionKeysNameAndValueCount; ++i) {
+        all += m_profile.SectionKeysNameAndValueList(i) + "|";
+    }
+    EXPECT_EQ(all, "A|a|Z|z|z|\U0001F600|\uFF21|z=\"1\"|prose|");
 }
 
 TEST_F(ProfileTest, ReadsThroughABuffer) {
@@ -93,7 +88,7 @@ TEST_F(ProfileTest, Writes) {
     m_profile.WriteStringValue("A", "x", "abc", kPath, true);
     EXPECT_EQ(m_profile.ReadStringValue("A", "x", "", kPath), "abc");
     m_profile.DeleteValue("A", "m", "C:\\none.ini");
-    EXPECT_EQ(m_disk.Count(), 1U);
+    EXPECT_FALSE(m_disk.Has("C:\\none.ini"));
 }
 
 TEST_F(ProfileTest, ATransactionReadsAndReplacesOnce) {
@@ -154,44 +149,54 @@ TEST_F(ProfileTest, AFailedTransactionLeavesTheFile) {
 }
 
 TEST_F(ProfileTest, ReadsAFileAgainOnlyWhenItMayHaveChanged) {
-    const auto x = [&] { return m_profile.ReadStringValue("A", "x", "none", kPath); };
-    EXPECT_EQ(x(), "none");
-    m_disk.Put(kPath, "[A]\nx=1\n");
-    EXPECT_EQ(x(), "1");
-    // As young as it is, the file may change without a new stamp.
-    m_disk.Put(kPath, "[A]\nx=2\n");
-    EXPECT_EQ(x(), "2");
-    // Later it need not be read again, as long as somebody holds it.
-    m_disk.Wait(2.1);
-    auto held = m_files.Read(kPath).document;
-    m_disk.reads = 0;
-    EXPECT_EQ(x(), "2");
-    EXPECT_EQ(m_disk.reads, 0);
-    held.reset();
-    EXPECT_EQ(x(), "2");
-    EXPECT_EQ(m_disk.reads, 1);
-    m_disk.reads = 0;
-    // Same size, other time; other encoding; gone; back; with an error.
-    m_disk.Put(kPath, "[A]\nx=3\n");
-    m_disk.Wait(60);
-    EXPECT_EQ(x(), "3");
-    EXPECT_EQ(m_files.Read(kPath, 936).document->FindValue("A", "x"), "3");
-    EXPECT_EQ(m_disk.reads, 2);
-    m_disk.Remove(kPath);
-    EXPECT_EQ(x(), "none");
-    EXPECT_EQ(m_files.Read(kPath).error, FileError::NotFound);
-    m_disk.Put(kPath, "[A]\nx=4\n");
-    EXPECT_EQ(x(), "4");
-    m_disk.FailReads(kPath, FileError::InUse);
-    EXPECT_EQ(m_files.Read(kPath).error, FileError::InUse);
-    EXPECT_EQ(x(), "none");
-    // A clock that was set back makes files from the future, which are never trusted.
+    const struct {
+        const char* bytes;  // that are put there, if any
+        double wait;        // until it is read
+        bool isHeld;        // from then on
+        const char* expected;
+        int reads;
+        FileError error = FileError::None;
+    } steps[] = {
+        {nullptr, 0, false, "none", 1},
+        {"[A]\nx=1\n", 0, false, "1", 1},
+        // As young as it is, the file may change without a new stamp.
+        {"[A]\nx=2\n", 0, true, "2", 1},
+        // Later it need not be read again, as long as somebody holds it.
+        {nullptr, 2.1, true, "2", 1},
+        {nullptr, 0, false, "2", 0},
+        {nullptr, 0, true, "2", 1},
+        // Same size, other time; with an error.
+        {"[A]\nx=3\n", 60, true, "3", 1},
+        {"[A]\nx=4\n", 0, true, "none", 1, FileError::InUse},
+    };
+    IniSnapshot held;
+    const auto read = [&] {
+        m_disk.reads = 0;
+        return m_profile.ReadStringValue("A", "x", "none", kPath);
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(&step - steps);
+        if (step.bytes != nullptr) {
+            m_disk.Put(kPath, step.bytes);
+        }
+        m_disk.Wait(step.wait);
+        m_disk.FailReads(kPath, step.error);
+        EXPECT_EQ(read(), step.expected);
+        EXPECT_EQ(m_disk.reads, step.reads);
+        held = step.isHeld ? m_files.Read(kPath) : IniSnapshot();
+        EXPECT_EQ(held.error, step.error);
+    }
     m_disk.FailReads(kPath, FileError::None);
+    EXPECT_EQ(read(), "4");
+    EXPECT_EQ(m_files.Read(kPath, 936).document->FindValue("A", "x"), "4");
+    EXPECT_EQ(m_disk.reads, 2) << "in another encoding it is another document";
+    // A clock that was set back makes files from the future, which are never trusted.
     m_disk.now -= 600'000'000;
-    x();
-    m_disk.reads = 0;
-    x();
+    held = m_files.Read(kPath);
+    read();
     EXPECT_EQ(m_disk.reads, 1);
+    m_disk.Remove(kPath);
+    EXPECT_EQ(m_files.Read(kPath).error, FileError::NotFound);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <thread>
 
 #include "core/files/FileSystem.h"
 #include "core/system/UniqueHandle_win32.h"
@@ -87,19 +86,6 @@ TEST_F(ShareModeTest, WhoeverHoldsTheFileItStaysWhole) {
             EXPECT_LE(std::distance(begin(files), end(files)), 2);  // with the backups
         }
     }
-}
-
-TEST_F(ShareModeTest, AHolderThatGoesIsWaitedFor) {
-    ASSERT_EQ(m_disk.Replace(m_path, "old"), FileError::None);
-    OtherProcess holder;
-    ASSERT_TRUE(holder.TakeOver(Open(GENERIC_READ, 0)));
-    std::thread scanner([&holder] {
-        Sleep(60);
-        holder.LetGo();
-    });
-    EXPECT_EQ(m_disk.Replace(m_path, "new", Backup::Yes), FileError::None);
-    scanner.join();
-    EXPECT_EQ(m_disk.Read(m_path, 10).bytes, "new");
 }
 
 }  // namespace

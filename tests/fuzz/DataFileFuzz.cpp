@@ -36,10 +36,8 @@ void CheckDescriptions(SessionWorld& world) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tamarind;
-    SessionWorld world;
-    world.PutUsualFiles("[Configuration]\r\nPanelsVertical=1\r\n;K=2\r\n");
-    world.disk.Put(SessionWorld::kWincmdData, FuzzedFile(data, size));
-    world.disk.Wait(10);  // files that are young are read again for each text
+    FuzzWorld world("[Configuration]\r\nPanelsVertical=1\r\n;K=2\r\n", SessionWorld::kWincmdData,
+                    FuzzedFile(data, size));
     Require(world.Start());
     EditorSession& session = *world.session;
     for (std::size_t node = 0; node < session.Selection().Categories().size(); ++node) {

@@ -1,24 +1,18 @@
 #pragma once
 
-#include <cstdio>
-#include <cstdlib>
-#include <string>
-
+#include "tests/fuzz/Require.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {
 
-inline void Require(bool condition, int line = __builtin_LINE()) {
-    if (!condition) {
-        std::fprintf(stderr, "The condition in line %d does not hold\n", line);
-        std::abort();
+// A world with the usual files and one more, all of them older than files that are read again for
+// each text.
+struct FuzzWorld : SessionWorld {
+    FuzzWorld(const std::string& wincmd, const std::string& path, const std::string& bytes) {
+        PutUsualFiles(wincmd);
+        disk.Put(path, bytes);
+        disk.Wait(10);
     }
-}
-
-// Longer files take more time without finding more.
-inline std::string FuzzedFile(const std::uint8_t* data, std::size_t size) {
-    constexpr std::size_t kMost = 4096;
-    return {reinterpret_cast<const char*>(data), size < kMost ? size : kMost};
-}
+};
 
 }  // namespace tamarind

@@ -3,10 +3,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace tamarind;
-    SessionWorld world;
-    world.PutUsualFiles("[Configuration]\r\nPanelsVertical=1\r\n");
-    world.disk.Put(SessionWorld::kOwnSettings, FuzzedFile(data, size));
-    world.disk.Wait(10);
+    FuzzWorld world("[Configuration]\r\nPanelsVertical=1\r\n", SessionWorld::kOwnSettings,
+                    FuzzedFile(data, size));
     if (!world.Start()) {
         return 0;  // its data file is another one
     }

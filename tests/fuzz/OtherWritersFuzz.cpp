@@ -133,12 +133,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string input = FuzzedFile(data, size);
     const std::size_t turns = input.empty() ? 0 : static_cast<unsigned char>(input[0]) % 32U;
     const std::string file = input.substr(std::min(input.size(), turns + 1));
-    SessionWorld world;
-    world.PutUsualFiles(file + "\n[Configuration]\n");
-    world.disk.Put(
-        SessionWorld::kWincmdData,
+    FuzzWorld world(
+        file + "\n[Configuration]\n", SessionWorld::kWincmdData,
         "[One]\nCategoryTargetSection=S\nA=0\nB=0\n[Two]\nCategoryTargetSection=S\nC=0\n");
-    world.disk.Wait(10);
     Require(world.Start());
     const auto before = world.files.Read(SessionWorld::kWincmd).document;
     if (!before->FindSection("Configuration")) {

@@ -9,16 +9,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace tamarind;
     const std::string input = FuzzedFile(data, size);
     const std::size_t nul = input.find('\0');
-    SessionWorld world;
-    world.PutUsualFiles(input.substr(0, nul));
+    FuzzWorld world(input.substr(0, nul), SessionWorld::kWincmdData,
+                    "[A]\nCategoryTargetSection=Configuration\nPanelsVertical=0\n"
+                    "RedirectSection=\nAlternateUserIni=\n[B]\nCategoryTargetSection=Colors\n"
+                    "BackColor=-1\nRedirectSection=\n[C]\nCategoryTargetSection=Left\npath=\n");
     world.disk.Put("C:\\TC\\History.ini", nul == std::string::npos ? "[Colors]\r\nBackColor=1\r\n"
                                                                    : input.substr(nul + 1));
+    world.disk.Wait(10);
     world.environment.variables["COMMANDER_PATH"] = "C:\\TC";
-    world.disk.Put(SessionWorld::kWincmdData,
-                   "[A]\nCategoryTargetSection=Configuration\nPanelsVertical=0\n"
-                   "RedirectSection=\nAlternateUserIni=\n[B]\nCategoryTargetSection=Colors\n"
-                   "BackColor=-1\nRedirectSection=\n[C]\nCategoryTargetSection=Left\npath=\n");
-    world.disk.Wait(10);  // files that are young are read again for each text
     Require(world.Start());
     EditorSession& session = *world.session;
     const bool saved = session.TargetFile().SaveToSettingsFile();

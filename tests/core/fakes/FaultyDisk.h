@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -10,6 +9,8 @@
 #include <vector>
 
 #include "core/files/FileCalls.h"
+#include "core/text/Unicode.h"
+#include "tests/core/fakes/IgnoreCase.h"
 
 namespace tamarind {
 
@@ -27,7 +28,8 @@ enum class Fault {
 
 // A disk in memory under the calls of the system. It tells bytes that are on the disk from those
 // that wait to be flushed, and the chosen fault strikes at the call with the chosen number. Names
-// are on the disk at once. Its one folder is C:\TC, besides those that are made.
+// are on the disk at once, in whatever letter case. Its one folder is C:\TC, besides those that are
+// made, unless it has all.
 class FaultyDisk final : public FileCalls {
 public:
     struct Plan {
@@ -45,18 +47,20 @@ public:
     Plan plan;
     int calls = 0;
     std::deque<ReplaceResult> replaceResults;  // of the next calls; as usual beyond its end
-    std::function<void()> whileAside;          // in the middle of the next replacement
-    unsigned slept = 0;                        // milliseconds
-    std::uint64_t now = 0;                     // since 2026-11-21 00:00:00
+    // In the middle of the next replacement, with the old file's name by then.
+    std::function<void(const std::string& old)> whileAside;
+    unsigned slept = 0;     // milliseconds
+    std::uint64_t now = 0;  // since 2026-11-21 00:00:00
     bool isLockTaken = false;
     bool hasReplace = true;  // whether the file system has such a function
+    bool hasAllFolders = false;
 
     // Called with the number of each call before it is carried out: another program's turn.
     std::function<void(int call)> others;
 
     // In a new file, or into the one that is there, under all its names.
     void Put(const std::string& path, const std::string& bytes) {
-        m_files[path] = std::make_shared<Node>(Node{bytes, bytes, now, 0});
+        m_files[path] = std::make_shared<Node>(Node{bytes, bytes, now});
     }
     void PutInPlace(const std::string& path, const std::string& bytes) {
         m_files.at(path)->bytes = m_files.at(path)->flushed = bytes;
@@ -64,11 +68,12 @@ public:
     }
     // Whether somebody keeps writers out.
     bool IsHeld(const std::string& path) const {
-        return Has(path) && m_files.at(path)->holders > 0;
+        return Has(path) && m_files.at(path)->mark.use_count() > 1;
     }
     void PutHardLink(const std::string& path, const std::string& other) {
         m_files[path] = m_files.at(other);
     }
+    void Remove(const std::string& path) { m_files.erase(path); }
     bool Has(const std::string& path) const { return m_files.count(path) != 0; }
     std::string BytesOf(const std::string& path) const {
         return Has(path) ? m_files.at(path)->bytes : "(none)";
@@ -97,7 +102,7 @@ public:
     FileFacts Inspect(const std::string& path) override {
         LetOthersWrite();
         FileFacts facts;
-        facts.isFolder = m_folders.count(path) != 0;
+        facts.isFolder = HasFolderOf(path) && (path.empty() || path.back() == '\\');
         facts.error = Begin(facts.isFolder || Has(path));
         facts.finalPath = path;
         facts.links = Has(path) ? LinksOf(path) : 1;
@@ -116,7 +121,7 @@ public:
             read = {read.error, BytesOf(path), StampOf(path), LinksOf(path)};
         }
         if (held != nullptr && read.error == CallError::None) {
-            *held = std::make_unique<Held>(m_files.at(path));
+            *held = std::make_unique<Held>(*m_files.at(path));
         }
         return read.bytes.size() > maxBytes ? FileBytes{CallError::TooLarge, {}, {}} : read;
     }
@@ -126,7 +131,8 @@ public:
         const CallError error = Begin(HasFolderOf(pathPrefix), CallError::FolderMissing);
         const std::size_t nameAt = pathPrefix.rfind('\\') + 1;
         for (const auto& [path, node] : m_files) {
-            if (error == CallError::None && path.rfind(pathPrefix, 0) == 0 &&
+            if (error == CallError::None &&
+                EqualsIgnoreCase(path.substr(0, pathPrefix.size()), pathPrefix) &&
                 path.find('\\', nameAt) == std::string::npos) {
                 files.push_back({path.substr(nameAt), {node->bytes.size(), node->modified}});
             }
@@ -164,7 +170,7 @@ public:
             Rename(path, backup);
         }
         if (whileAside) {
-            std::exchange(whileAside, nullptr)();
+            std::exchange(whileAside, nullptr)(result.movesOld ? backup : path);
         }
         result.error = StopsInside() ? CallError::Other : result.error;
         if (result.error == CallError::None && Has(path)) {
@@ -215,24 +221,19 @@ private:
         std::string bytes;
         std::string flushed;
         std::uint64_t modified = 0;
-        int holders = 0;
+        std::shared_ptr<bool> mark = std::make_shared<bool>();
     };
 
-    class Held final : public HeldFile {
-    public:
-        explicit Held(std::shared_ptr<Node> node) : m_node(std::move(node)) { ++m_node->holders; }
-        ~Held() override { --m_node->holders; }
-        Held(const Held&) = delete;
-        Held& operator=(const Held&) = delete;
-
-    private:
-        std::shared_ptr<Node> m_node;
+    // Copies of the file's mark count those who hold it.
+    struct Held final : HeldFile {
+        explicit Held(const Node& node) : mark(node.mark) {}
+        const std::shared_ptr<bool> mark;
     };
 
     class File final : public WritableFile {
     public:
         File(FaultyDisk& disk, std::shared_ptr<Node> node)
-            : m_disk(disk), m_node(node), m_held(std::move(node)) {}
+            : m_disk(disk), m_node(std::move(node)), m_held(*m_node) {}
         FileBytes ReadAndRewind(std::uint64_t) override {
             FileBytes read;
             m_place = 0;
@@ -321,11 +322,11 @@ private:
                           [&](const auto& file) { return file.second == m_files.at(path); }));
     }
     bool HasFolderOf(const std::string& path) const {
-        return m_folders.count(path.substr(0, path.rfind('\\') + 1)) != 0;
+        return hasAllFolders || m_folders.count(path.substr(0, path.rfind('\\') + 1)) != 0;
     }
 
-    std::map<std::string, std::shared_ptr<Node>> m_files;
-    std::set<std::string> m_folders = {"C:\\TC\\"};
+    std::map<std::string, std::shared_ptr<Node>, LessIgnoreCase> m_files;
+    std::set<std::string, LessIgnoreCase> m_folders = {"C:\\TC\\"};
     bool m_stopsNow = false;  // before the next call
     bool m_isFull = false;
 };
