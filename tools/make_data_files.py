@@ -5,7 +5,8 @@ Beside each it makes a file of types, which tells what the values of these keys 
 
 Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 
-  check                   prints what is wrong in knowledge/, each with file and line
+  check                   prints what is wrong in knowledge/, each with file and line, and counts
+                          the translated rows; those made from an older English text are no fault
   write [FOLDER]          writes these files into FOLDER, by default "Data Files"
   verify [FOLDER]         fails unless the files in FOLDER are what write would make
   coverage TABLE... [--corpus FOLDER]
@@ -16,9 +17,10 @@ Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 
 Every command checks first and writes nothing when something is wrong. The exit code is then 1.
 
-Each folder in knowledge/ makes one data file out of its *.tsv files in the order of their names.
-What the lines of a table are and what a family of keys is stands in docs/data_files.md, the types
-there and in value_types.py.
+The folders wincmd and wcx_ftp of knowledge/ make one data file each, out of their *.tsv files in the
+order of their names. Every other folder there holds the texts of both in the language that it is
+named after; see translations.py. What the lines of a table are and what a family of keys is stands
+in docs/data_files.md, the types there and in value_types.py.
 """
 
 from __future__ import annotations
@@ -279,19 +281,19 @@ def data_file(knowledge: Knowledge, target: str, encoding: str) -> bytes:
     return "\r\n".join(sections).encode(encoding)
 
 
-def translate(folder: Path, english: dict[str, Knowledge]
-              ) -> dict[str, tuple[Translation, dict[str, Knowledge]]]:
+def read_translations(folder: Path, english: dict[str, Knowledge]
+                      ) -> dict[str, tuple[Translation, dict[str, Knowledge]]]:
     """The translation and the data files of every language that has a folder in this one."""
     names = {name for one in english.values() for _, name, _ in one.keys()}
     languages: dict[str, tuple[Translation, dict[str, Knowledge]]] = {}
     for source in sorted(folder.iterdir()):
         if source.is_dir() and source.name not in DATA_FILES:
-            one = Translation(source, names)
-            translated: dict[str, Knowledge] = {
-                name: TranslatedKnowledge(one.categories(name, knowledge.categories))
-                for name, knowledge in english.items()}
-            one.check_use()
-            languages[source.name] = one, translated
+            translation = Translation(source, names)
+            files: dict[str, Knowledge] = {
+                name: TranslatedKnowledge(translation.categories(name, one.categories))
+                for name, one in english.items()}
+            translation.check_use()
+            languages[source.name] = translation, files
     return languages
 
 
@@ -354,17 +356,15 @@ def main(arguments: list[str]) -> int:
     types = {name: one.types() for name, one in knowledge.items()}
     outside = KnownOutside(options.knowledge / OUTSIDE_TYPES, types)
     faults = [fault for one in (*knowledge.values(), outside) for fault in one.faults]
-    languages = {"english": knowledge}
-    # A fault in an English row would be told again for each translation.
-    for language, (one, translated) in translate(options.knowledge, knowledge).items(
-            ) if not faults else ():
-        languages[language] = translated
-        faults += dict.fromkeys([*one.faults, *(
-            fault for data in translated.values() for fault in data.faults)])
-        for where, what in one.old.items():
+    # A translation would tell the faults of the English rows again.
+    languages = read_translations(options.knowledge, knowledge) if not faults else {}
+    for translation, files in languages.values():
+        faults += dict.fromkeys(
+            fault for one in (translation, *files.values()) for fault in one.faults)
+        for where, what in translation.old.items():
             print(f"{where}: old: {what}", file=sys.stderr)
         if options.command == "check":
-            print(one.summary())
+            print(translation.summary())
     print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
     succeeded = not faults
     if options.command == "coverage":
@@ -373,7 +373,8 @@ def main(arguments: list[str]) -> int:
     elif options.command == "types":
         succeeded &= check_values(options.corpus, types, outside)
     elif options.command != "check" and not faults:
-        succeeded = write_files(languages, types, options.folder, options.command == "verify")
+        all_files = {"english": knowledge} | {name: files for name, (_, files) in languages.items()}
+        succeeded = write_files(all_files, types, options.folder, options.command == "verify")
     return 0 if succeeded else 1
 
 

@@ -45,7 +45,8 @@ class Translation:
         self.missing = 0
         self.texts: dict[str, str] = {}
         self.rows: dict[tuple[str, str, str], TranslatedRow] = {}
-        self.unused: dict[str, str] = {}  # by the place of the line
+        self.unused_texts: dict[str, str] = {}  # and their places
+        self.unused_rows: dict[str, str] = {}  # by their places
         self._read_texts()
         for source in sorted(folder.glob("*/*.tsv")):
             self._read_rows(source)
@@ -65,7 +66,10 @@ class Translation:
 
     def check_use(self) -> None:
         """To be called when all categories are made: tells what none of them has used."""
-        self.faults += [f"{where}: {what}" for where, what in self.unused.items()]
+        self.faults += [f"{where}: '{text}' is used by nothing"
+                        for text, where in self.unused_texts.items()]
+        self.faults += [f"{where}: {row} has no English row"
+                        for where, row in self.unused_rows.items()]
 
     def _lines(self, source: Path) -> Iterator[tuple[str, list[str]]]:
         """Place and fields of every line that has any."""
@@ -74,8 +78,7 @@ class Translation:
             where, fields = f"{shown_name}:{number}", line.split("\t")
             if not line or line.startswith("#"):
                 continue
-            if any(one != one.strip() for one in fields) or not line.isprintable() and any(
-                    not one.isprintable() for one in fields):
+            if any(one != one.strip() or not one.isprintable() for one in fields):
                 self.faults.append(f"{where}: blanks at the edge of a field, or control characters")
             if "@" in line or "///" in line:
                 self.faults.append(f"{where}: @ or ///")
@@ -88,7 +91,7 @@ class Translation:
                 self.faults.append(f"{where}: no new English text with its translation")
                 continue
             self.texts[fields[0]] = fields[1]
-            self.unused[f"text {fields[0]}"] = "is used by nothing"
+            self.unused_texts[fields[0]] = where
 
     def _read_rows(self, source: Path) -> None:
         section = ""
@@ -102,10 +105,10 @@ class Translation:
                 self.faults.append(f"{where}: neither a section nor a new row with 3 to 5 fields")
                 continue
             self.rows[place] = TranslatedRow(where, mark, description, split(values), split(notes))
-            self.unused[where] = f"[{section}] {name} has no English row"
+            self.unused_rows[where] = f"[{section}] {name}"
 
     def _text(self, where: str, english: str) -> str:
-        self.unused.pop(f"text {english}", None)
+        self.unused_texts.pop(english, None)
         if english not in self.texts:
             self.faults.append(f"{self.folder.name}/{TEXTS}: no '{english}', as at {where}")
         return self.texts.get(english, english)
@@ -120,7 +123,7 @@ class Translation:
             self.faults.append(f"{self.folder.name}: no row [{english.section}] {english.name}, as "
                                f"at {english.where}, mark {mark_of(english)}")
             return english
-        self.unused.pop(row.where, None)
+        self.unused_rows.pop(row.where, None)
         if row.mark != mark_of(english):
             self.old[row.where] = f"the text at {english.where} now has the mark {mark_of(english)}"
         self.faults += (f"{row.where}: {fault}" for fault in self._differences(english, row))
@@ -152,8 +155,9 @@ class Translation:
 
     def _value(self, english: Row, value: str) -> str:
         """How the translation writes a value: words about values are translated, values never."""
-        is_words = re.search("[a-z]", value) and not english.type.text.startswith("enum")
-        return self._text(english.where, value) if is_words and len(value) > 2 else value
+        is_text = re.search("[a-z]", value) and len(value) > 2  # %p and 4i are none
+        is_own = english.kind.startswith("enum")
+        return self._text(english.where, value) if is_text and not is_own else value
 
     def _names_in(self, text: str) -> set[str]:
         """The names in the text that are no mere words."""
