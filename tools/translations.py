@@ -42,7 +42,7 @@ class Translation:
         self.key_names = key_names
         self.faults: list[str] = []
         self.old: dict[str, str] = {}  # by the place of the row
-        self.missing = 0
+        self.missing: set[str] = set()  # places of the English rows
         self.texts: dict[str, str] = {}
         self.rows: dict[tuple[str, str, str], TranslatedRow] = {}
         self.unused_texts: dict[str, str] = {}  # and their places
@@ -52,8 +52,8 @@ class Translation:
             self._read_rows(source)
 
     def summary(self) -> str:
-        return (f"{self.folder.name}: {len(self.rows)} rows are translated, {self.missing} are "
-                f"missing, {len(self.old)} are old")
+        return (f"{self.folder.name}: {len(self.rows)} rows are translated, "
+                f"{len(self.missing)} are missing, {len(self.old)} are old")
 
     def categories(self, data_file: str, english: list[Category]) -> list[Category]:
         """These categories in the other language; what is missing stays English."""
@@ -119,7 +119,7 @@ class Translation:
         places = ((data_file, one.lower(), english.name) for one in (section, english.section))
         row = next((self.rows[place] for place in places if place in self.rows), None)
         if not row:
-            self.missing += 1
+            self.missing.add(english.where)
             self.faults.append(f"{self.folder.name}: no row [{english.section}] {english.name}, as "
                                f"at {english.where}, mark {mark_of(english)}")
             return english
