@@ -17,10 +17,10 @@ Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 
 Every command checks first and writes nothing when something is wrong. The exit code is then 1.
 
-The folders wincmd and wcx_ftp of knowledge/ make one data file each, out of their *.tsv files in the
-order of their names. Every other folder there holds the texts of both in the language that it is
-named after; see translations.py. What the lines of a table are and what a family of keys is stands
-in docs/data_files.md, the types there and in value_types.py.
+The folders wincmd and wcx_ftp of knowledge/ make one data file each, out of their *.tsv files in
+the order of their names. Every other folder there holds the texts of both in the language that it
+is named after; see translations.py. What the lines of a table are and what a family of keys is
+stands in docs/data_files.md, the types there and in value_types.py.
 """
 
 from __future__ import annotations
