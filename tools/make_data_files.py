@@ -5,7 +5,8 @@ Beside each it makes a file of types, which tells what the values of these keys 
 
 Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 
-  check                   prints what is wrong in knowledge/, each with file and line
+  check                   prints what is wrong in knowledge/, each with file and line, and counts
+                          the translated rows; those made from an older English text are no fault
   write [FOLDER]          writes these files into FOLDER, by default "Data Files"
   verify [FOLDER]         fails unless the files in FOLDER are what write would make
   coverage TABLE... [--corpus FOLDER]
@@ -16,9 +17,10 @@ Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 
 Every command checks first and writes nothing when something is wrong. The exit code is then 1.
 
-Each folder in knowledge/ makes one data file out of its *.tsv files in the order of their names.
-What the lines of a table are and what a family of keys is stands in docs/data_files.md, the types
-there and in value_types.py.
+The folders wincmd and wcx_ftp of knowledge/ make one data file each, out of their *.tsv files in
+the order of their names. Every other folder there holds the texts of both in the language that it
+is named after; see translations.py. What the lines of a table are and what a family of keys is
+stands in docs/data_files.md, the types there and in value_types.py.
 """
 
 from __future__ import annotations
@@ -27,21 +29,21 @@ import argparse
 import re
 import sys
 import textwrap
-from dataclasses import dataclass, field
-from itertools import groupby
 from pathlib import Path
 from typing import Iterator
 
+from key_rows import COLOR_NOTE, Category, Row, members_of
 from settings_coverage import check_coverage, settings_in, settings_of
-from value_types import BadType, IntType, KnownOutside, TypeTable, ValueType, parse_type
+from translations import Translation, split
+from value_types import BadType, IntType, KnownOutside, TypeTable, parse_type
 
 ROOT = Path(__file__).resolve().parent.parent
 
-# The folders in knowledge/, the data file each makes, the settings file this is about, and the
-# file of types for that.
+# The folders in knowledge/, the data file each makes with {} for its language, the settings file
+# this is about, and the file of types for that.
 DATA_FILES = {
-    "wincmd": ("tc all keys english.tmdf", "Wcx_ftp=0", "Wincmd.types"),
-    "wcx_ftp": ("tc wcx_ftp keys english.tmdf", "Wcx_ftp=1", "Wcx_ftp.types"),
+    "wincmd": ("tc all keys {}.tmdf", "Wcx_ftp=0", "Wincmd.types"),
+    "wcx_ftp": ("tc wcx_ftp keys {}.tmdf", "Wcx_ftp=1", "Wcx_ftp.types"),
 }
 OUTSIDE_TYPES = "outside_types.tsv"
 TARGET_SECTION = "TargetIniFile"
@@ -53,67 +55,9 @@ LINE_LENGTH = 80
 MAX_LINES_BEFORE = 2
 MAX_LINES_BESIDES = 6
 
-# What every color key says about its value.
-COLOR_NOTE = ("A color is red + 256 x green + 65536 x blue (each 0 to 255), or $BBGGRR in "
-              "hexadecimal.")
-SINCE = "Since version "  # begins the last note of a key
-
 # The editor reads a data file through buffers of 4096 characters.
 MAX_VALUE = 4095
 MAX_NAMES = 4094  # of all keys of a category, or of all categories; each name is followed by a null
-
-
-@dataclass
-class Row:
-    """A key or a family of keys, as it stands in its source file."""
-
-    where: str
-    name: str
-    default: str
-    kind: str
-    description: str
-    values: list[str]
-    notes: list[str]
-    members: list[str] = field(default_factory=list)  # of a family: what stands for its braces
-    type: ValueType = field(default_factory=lambda: parse_type("string", {}))
-
-    def pattern(self, name: str) -> str:
-        """The name of a member, with # for its number if all members are numbers."""
-        is_numbered = self.members and all(member.isdigit() for member in self.members)
-        return re.sub(r"\{.*\}", "#", self.name) if is_numbered else name
-
-    def key(self, member: str | None, category: Category) -> tuple[str, str]:
-        """The name and the entry of the key, or of this member of the family, in the category."""
-        lines = [self.description, *self.values, *self.all_notes(category)]
-        entry = f"{self.default}///{'@'.join(lines)}".replace("{section}", category.section)
-        if member is None:
-            return self.name, entry
-        return re.sub(r"\{.*\}", lambda _: member, self.name), entry.replace("{n}", member)
-
-    def all_notes(self, category: Category) -> list[str]:
-        """Its own notes, that on colors and those of the category; the one on versions is last."""
-        of_type = [COLOR_NOTE] if self.kind.startswith("color") else []
-        notes = [*self.notes, *of_type, *category.notes]
-        return sorted(notes, key=lambda note: note.startswith(SINCE))
-
-
-@dataclass
-class Category:
-    """A category, or a heading: that has no section and no keys."""
-
-    where: str
-    name: str
-    section: str = ""
-    rows: list[Row] = field(default_factory=list)
-    notes: list[str] = field(default_factory=list)  # of every key
-
-    def keys(self) -> Iterator[tuple[Row, str, str]]:
-        """Row, name and entry of every key; neighbouring families of the same members take turns."""
-        for members, group in groupby(self.rows, key=lambda row: row.members):
-            rows = list(group)
-            for member in members or [None]:
-                for row in rows:
-                    yield row, *row.key(member, self)
 
 
 class Knowledge:
@@ -198,8 +142,9 @@ class Knowledge:
             self._fault(where, "key outside a category")
             return
         name, default, kind, description, values, notes = (fields + ["", ""])[:6]
-        row = Row(where, name, default, kind, description,
-                  values.split(" | ") if values else [], notes.split(" | ") if notes else [])
+        of_type = [COLOR_NOTE] if kind.startswith("color") else []
+        row = Row(where, categories[-1].section, name, default, kind, description,
+                  split(values), split(notes) + of_type)
         self._read_members(row)
         self._check_row(row, categories[-1])
         categories[-1].rows.append(row)
@@ -305,22 +250,18 @@ class Knowledge:
                         self._fault(row.where, f"{companion} is no number of this section")
 
 
+class TranslatedKnowledge(Knowledge):
+    """Checks the categories of a data file in another language: their names and their lengths."""
+
+    def __init__(self, categories: list[Category]) -> None:
+        self.categories = categories
+        self.faults: list[str] = []
+        self._check_categories()
+
+
 def lines_of(text: str) -> int:
     """How many lines of the description pane the text takes."""
     return len(textwrap.wrap(text, LINE_LENGTH))
-
-
-def members_of(braces: str) -> list[str]:
-    """What may stand for the braces of a name: numbers or capital letters from first to last, or
-    the names of a list; nothing if they hold none of these."""
-    match = re.fullmatch(r"(?:(\d+)\.\.(\d+)|([A-Z])\.\.([A-Z]))", braces)
-    if match and match[1]:
-        return [str(number) for number in range(int(match[1]), int(match[2]) + 1)]
-    if match:
-        return [chr(code) for code in range(ord(match[3]), ord(match[4]) + 1)]
-    members = braces.split(",")
-    is_list = len(members) > 1 and ".." not in braces and all(one.strip() == one for one in members)
-    return members if is_list and all(members) else []
 
 
 def quoted(entry: str) -> str:
@@ -328,7 +269,7 @@ def quoted(entry: str) -> str:
     return f'"{entry}"' if len(entry) > 1 and entry[0] == entry[-1] and entry[0] in "\"'" else entry
 
 
-def data_file(knowledge: Knowledge, target: str) -> bytes:
+def data_file(knowledge: Knowledge, target: str, encoding: str) -> bytes:
     """The contents of the data file: its sections with empty lines between, CRLF line ends."""
     sections = [f"[{TARGET_SECTION}]\r\n{target}\r\n"]
     for category in knowledge.categories:
@@ -337,7 +278,23 @@ def data_file(knowledge: Knowledge, target: str) -> bytes:
             lines.append(f"{CATEGORY_TARGET}={category.section}")
         lines += [f"{name}={quoted(entry)}" for _, name, entry in category.keys()]
         sections.append("".join(line + "\r\n" for line in lines))
-    return "\r\n".join(sections).encode("ascii")
+    return "\r\n".join(sections).encode(encoding)
+
+
+def read_translations(folder: Path, english: dict[str, Knowledge]
+                      ) -> dict[str, tuple[Translation, dict[str, Knowledge]]]:
+    """The translation and the data files of every language that has a folder in this one."""
+    names = {name for one in english.values() for _, name, _ in one.keys()}
+    languages: dict[str, tuple[Translation, dict[str, Knowledge]]] = {}
+    for source in sorted(folder.iterdir()):
+        if source.is_dir() and source.name not in DATA_FILES:
+            translation = Translation(source, names)
+            files: dict[str, Knowledge] = {
+                name: TranslatedKnowledge(translation.categories(name, one.categories))
+                for name, one in english.items()}
+            translation.check_use()
+            languages[source.name] = translation, files
+    return languages
 
 
 def check_values(folder: Path, tables: dict[str, TypeTable], known: KnownOutside) -> bool:
@@ -373,19 +330,23 @@ def parse_arguments(arguments: list[str]) -> argparse.Namespace:
     return parser.parse_args(arguments)
 
 
-def write_files(knowledge: dict[str, Knowledge], types: dict[str, TypeTable],
+def write_files(languages: dict[str, dict[str, Knowledge]], types: dict[str, TypeTable],
                 folder: Path, only_verify: bool) -> bool:
     """Writes the data files and the files of types, or tells which of them are stale."""
+    files = {types_name: types[name].contents() for name, (_, _, types_name) in DATA_FILES.items()}
+    for language, knowledge in languages.items():
+        encoding = "ascii" if language == "english" else "utf-8-sig"
+        for name, (file_name, target, _) in DATA_FILES.items():
+            files[file_name.format(language)] = data_file(knowledge[name], target, encoding)
     succeeded = True
-    for name, (file_name, target, types_name) in DATA_FILES.items():
-        for path, contents in ((folder / file_name, data_file(knowledge[name], target)),
-                               (folder / types_name, types[name].contents())):
-            if not only_verify:
-                folder.mkdir(parents=True, exist_ok=True)
-                path.write_bytes(contents)
-            elif not path.is_file() or path.read_bytes() != contents:
-                print(f"{path} is stale: run tools/make_data_files.py write", file=sys.stderr)
-                succeeded = False
+    for file_name, contents in files.items():
+        path = folder / file_name
+        if not only_verify:
+            folder.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(contents)
+        elif not path.is_file() or path.read_bytes() != contents:
+            print(f"{path} is stale: run tools/make_data_files.py write", file=sys.stderr)
+            succeeded = False
     return succeeded
 
 
@@ -395,6 +356,15 @@ def main(arguments: list[str]) -> int:
     types = {name: one.types() for name, one in knowledge.items()}
     outside = KnownOutside(options.knowledge / OUTSIDE_TYPES, types)
     faults = [fault for one in (*knowledge.values(), outside) for fault in one.faults]
+    # A translation would tell the faults of the English rows again.
+    languages = read_translations(options.knowledge, knowledge) if not faults else {}
+    for translation, files in languages.values():
+        faults += dict.fromkeys(
+            fault for one in (translation, *files.values()) for fault in one.faults)
+        for where, what in translation.old.items():
+            print(f"{where}: old: {what}", file=sys.stderr)
+        if options.command == "check":
+            print(translation.summary())
     print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
     succeeded = not faults
     if options.command == "coverage":
@@ -403,7 +373,8 @@ def main(arguments: list[str]) -> int:
     elif options.command == "types":
         succeeded &= check_values(options.corpus, types, outside)
     elif options.command != "check" and not faults:
-        succeeded = write_files(knowledge, types, options.folder, options.command == "verify")
+        all_files = {"english": knowledge} | {name: files for name, (_, files) in languages.items()}
+        succeeded = write_files(all_files, types, options.folder, options.command == "verify")
     return 0 if succeeded else 1
 
 

@@ -210,6 +210,52 @@ my_8=color
 the text_8=color
 """.replace(b"\n", b"\r\n")
 
+# Rows, their translation with MARK for each mark, and what becomes of the last category.
+ENGLISH = r"""[Panels]	Configuration
++ Of [{section}].
+Path	9	path folder	See Tab1 or [Left].	other text = name | 9 = own	At most 12. | Since version 9.
+Tab{1..2}	{n}	enum 1 2	Tab {n}.	1 = one | 2 = two	Counts while show is 1.
+[Colors]	Dark	Panels
+show	-1	color -1	Shown.	-1 = none	Own.
+"""
+TEXTS = f"""# comment\nSince version\tSeit\nTaken\tBelegt\nFtp\tFTP\nPanels\tFenster
+Of [{{section}}].\tAus [{{section}}].\nother text\tText\nColors\tFarben
+{make_data_files.COLOR_NOTE}\tBunt.\n"""
+GERMAN = """[Configuration]
+Path	MARK	Siehe Tab1 oder [Left].	Text = Name | 9 = für eigene	Höchstens 12.
+Tab{1..2}	MARK	Tab {n}.	1 = eins | 2 = zwei	Gilt, wenn show 1 ist.
+
+[Dark]
+Tab{1..2}	MARK	Dunkler Tab {n}.	1 = eins | 2 = zwei	Gilt, wenn show 1 ist.
+show	MARK	Gezeigt.	-1 = ohne	Eigene.
+"""
+TRANSLATED = """Tab2=2///Tab 2.@1 = eins@2 = zwei@Gilt, wenn show 1 ist.@Aus [Configuration].
+
+[Farben]
+CategoryTargetSection=Dark
+Path=9///Siehe Tab1 oder [Left].@Text = Name@9 = für eigene@Höchstens 12.@Seit 9.
+Tab1=1///Dunkler Tab 1.@1 = eins@2 = zwei@Gilt, wenn show 1 ist.
+Tab2=2///Dunkler Tab 2.@1 = eins@2 = zwei@Gilt, wenn show 1 ist.
+show=-1///Gezeigt.@-1 = ohne@Eigene.@Bunt.
+""".replace("\n", "\r\n").encode()
+
+# What is changed in the translation, where the fault is and a part of the message.
+TRANSLATION_FAULTS = (
+    ("Höchstens 12", "Höchstens 13", "wincmd/2.tsv:2", "other numbers than in 'At most 12.'"),
+    ("Siehe Tab1 oder [Left]", "1", "wincmd/2.tsv:2", "Tab1, [Left] is not named as in 'See Tab1"),
+    ("wenn show 1", "wenn es 1", "wincmd/2.tsv:3", "show is not named"),
+    ("1 = eins | 2 = zwei", "2 = zwei | 1 = eins", "wincmd/2.tsv:3", "begin with '1 = '"),
+    ("Text = Name", "other text = Name", "wincmd/2.tsv:2", "begin with 'Text = '"),
+    ("\tEigene.", "", "wincmd/2.tsv:7", "0 notes, not 1"),
+    ("Gezeigt.", "Wort " * 33 + "Ende", "wincmd/2.tsv:7", "3 lines before"),
+    ("[Dark]\n", "[Dark]\nshow\tMARK\tNoch mal.\n", "wincmd/2.tsv:8", "neither a section nor a"),
+    ("[Dark]\n", "[Dark]\nOther\tMARK\tMehr.\n", "wincmd/2.tsv:6", "[Dark] Other has no English"),
+    ("show\tMARK", "shown\tMARK", "german", "no row [Dark] show, as at wincmd/2.tsv:6"),
+    ("Panels\tFenster\n", "", "german/texts.tsv", "no 'Panels', as at wincmd/2.tsv:1"),
+    ("Panels\tFenster\n", "Panels\tFarben\n", "wincmd/2.tsv:5", "second category 'Farben'"),
+    ("Ftp\tFTP\n", "Ftp\tFTP\nNo\tNein\n", "texts.tsv:5", "'No' is used by nothing"),
+)
+
 TABLE = """section	key	type	seen	confidence
 Main	Key	int	2	high
 Main	Filter1	pattern	2	medium
@@ -321,6 +367,42 @@ class MakeDataFilesTest(unittest.TestCase):
             code, text = self.run_tool("verify", out)
             self.assertEqual((code, f"{path.name} is stale" in text), (1, True))
             self.run_tool("write", out)
+
+    def put_translation(self, old: str = "", new: str = "") -> None:
+        """The translation with a part of it replaced; each MARK becomes the right one."""
+        for name, contents in (("texts", TEXTS), ("wincmd/1", "[Layout]\nKey\tMARK\tÄ.\n"),
+                               ("wincmd/2", GERMAN), ("wcx_ftp/1", "[General]\nKey\tMARK\tÖ.\n")):
+            self.put(f"knowledge/german/{name}.tsv", contents.replace(old or "\r", new))
+        for name, line, mark in re.findall(r"(?m)^german/(\S+):(\d+): old: .* mark (\w+)$",
+                                           self.run_tool("check")[1]):
+            path = self.folder / "knowledge" / "german" / name
+            lines = path.read_text(encoding="utf-8").split("\n")
+            lines[int(line) - 1] = lines[int(line) - 1].replace("MARK", mark)
+            self.put(f"knowledge/german/{name}", "\n".join(lines))
+
+    def test_translated_files(self) -> None:
+        self.put("knowledge/wincmd/2.tsv", ENGLISH)
+        self.put_translation()
+        counts = "german: 6 rows are translated, 0 are missing, {} are old\n"
+        self.assertEqual(self.run_tool("check"), (0, counts.format(0)))
+        self.assertEqual(self.run_tool("write", str(self.folder)), (0, ""))
+        written = (self.folder / "tc all keys german.tmdf").read_bytes()
+        self.assertEqual((written[:18], written[-len(TRANSLATED):]),
+                         (b"\xef\xbb\xbf[TargetIniFile]", TRANSLATED))
+        self.put("knowledge/wincmd/2.tsv", ENGLISH.replace("Shown.", "Visible."))
+        code, text = self.run_tool("check")
+        self.assertEqual((code, counts.format(1) in text), (0, True))
+        self.assertIn("german/wincmd/2.tsv:7: old: the text at wincmd/2.tsv:6 now", text)
+
+    def test_a_translation_tells_the_same(self) -> None:
+        self.put("knowledge/wincmd/2.tsv", ENGLISH)
+        for old, new, where, message in TRANSLATION_FAULTS:
+            with self.subTest(new or old):
+                self.put_translation(old, new)
+                code, text = self.run_tool("write", str(self.folder / "out"))
+                self.assertEqual((code, (self.folder / "out").exists()), (1, False))
+                self.assertRegex(
+                    text, rf"(?m)^(german/)?{re.escape(where)}: .*{re.escape(message)}")
 
     def test_coverage_of_tables_and_of_real_files(self) -> None:
         self.put("wincmd_keys.tsv", TABLE)
