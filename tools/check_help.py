@@ -191,7 +191,7 @@ def check_program(pages: dict[str, Page], root: Path) -> Iterator[Fault]:
 
     source = (root / "model/program/Commands.cpp").read_text(encoding="utf-8")
     shortcuts = re.findall(r'(?:true|false|\'\w\'), "([^"]+)"[)}]', source)
-    source = (root / "model/program/SettingsStore.cpp").read_text(encoding="utf-8")
+    source = (root / "model/program/OwnSettingsStore.cpp").read_text(encoding="utf-8")
     settings = re.findall(r'\{"(\w+)", k(?:Editor|Common),', source)
     for name, kind, wanted in (("keyboard.html", "kbd", shortcuts),
                                ("own-settings.html", "code", settings)):

@@ -7,7 +7,7 @@
 
 #include "core/files/FileSystem.h"
 #include "core/ini/IniFiles.h"
-#include "model/program/Settings.h"
+#include "model/program/OwnSettings.h"
 
 namespace tamarind {
 
@@ -17,7 +17,7 @@ namespace tamarind {
 class Language {
 public:
     // Has the built-in texts until it is loaded. `settings` is kept by reference.
-    Language(IniFiles& files, const Settings& settings) : m_files(files), m_settings(settings) {}
+    Language(IniFiles& files, const OwnSettings& settings) : m_files(files), m_settings(settings) {}
 
     // Switches to the language that the settings name now. False if its file is missing; all texts
     // are then the built-in ones.
@@ -43,7 +43,7 @@ private:
     std::string Entry(std::string_view key) const;
 
     IniFiles& m_files;
-    const Settings& m_settings;
+    const OwnSettings& m_settings;
     std::shared_ptr<const IniDocument> m_file;  // null: only built-in texts
     std::string m_path;                         // as the settings have it
     std::string m_expandedPath;

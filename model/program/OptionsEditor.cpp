@@ -10,27 +10,27 @@ namespace {
 
 struct FlagRow {
     bool OptionsEditor::Choices::*choice;
-    std::int32_t Settings::*setting;
+    std::int32_t OwnSettings::*setting;
 };
 constexpr FlagRow kFlags[] = {
-    {&OptionsEditor::Choices::showsGridLines, &Settings::commandListShowLines},
-    {&OptionsEditor::Choices::isFlat, &Settings::flatUserInterface},
-    {&OptionsEditor::Choices::hasFixedBorders, &Settings::fixedBorders},
-    {&OptionsEditor::Choices::restartsTotalCommander, &Settings::alwaysRestartTC},
-    {&OptionsEditor::Choices::selectsNextKey, &Settings::autoSelectNextKey},
-    {&OptionsEditor::Choices::usesDefaultLanguage, &Settings::useDefaultLanguage},
+    {&OptionsEditor::Choices::showsGridLines, &OwnSettings::commandListShowLines},
+    {&OptionsEditor::Choices::isFlat, &OwnSettings::flatUserInterface},
+    {&OptionsEditor::Choices::hasFixedBorders, &OwnSettings::fixedBorders},
+    {&OptionsEditor::Choices::restartsTotalCommander, &OwnSettings::alwaysRestartTC},
+    {&OptionsEditor::Choices::selectsNextKey, &OwnSettings::autoSelectNextKey},
+    {&OptionsEditor::Choices::usesDefaultLanguage, &OwnSettings::useDefaultLanguage},
 };
 
-constexpr std::array<std::int32_t Settings::*, 3> kColors = {
-    &Settings::foregroundColor, &Settings::backgroundColor, &Settings::activeKeyForeColor};
+constexpr std::array<std::int32_t OwnSettings::*, 3> kColors = {
+    &OwnSettings::foregroundColor, &OwnSettings::backgroundColor, &OwnSettings::activeKeyForeColor};
 
-std::int32_t Settings::*SettingOf(OptionsEditor::Color color) {
+std::int32_t OwnSettings::*SettingOf(OptionsEditor::Color color) {
     return kColors[static_cast<std::size_t>(color)];
 }
 
 }  // namespace
 
-OptionsEditor::OptionsEditor(SettingsStore& settings, UserPrompts& prompts,
+OptionsEditor::OptionsEditor(OwnSettingsStore& settings, UserPrompts& prompts,
                              std::string languageFolder, OptionsListener& listener)
     : m_settings(settings),
       m_prompts(prompts),
@@ -39,7 +39,7 @@ OptionsEditor::OptionsEditor(SettingsStore& settings, UserPrompts& prompts,
 
 void OptionsEditor::Begin() {
     m_settings.ReloadOptions();
-    const Settings& settings = m_settings.Values();
+    const OwnSettings& settings = m_settings.Values();
     for (const FlagRow& row : kFlags) {
         m_choices.*row.choice = settings.*row.setting != 0;
     }
@@ -84,7 +84,7 @@ bool OptionsEditor::SelectColor(Color color) {
 }
 
 bool OptionsEditor::SelectFont() {
-    Settings& settings = m_settings.Values();
+    OwnSettings& settings = m_settings.Values();
     FontChoice font{settings.fontName, UsableFontSize(settings.fontSize), settings.fontStyle,
                     settings.fontScript};
     if (!m_prompts.FontSelect(font)) {
@@ -104,7 +104,7 @@ std::int32_t OptionsEditor::ColorSetting(Color color) const {
 }
 
 bool OptionsEditor::Apply() {
-    Settings& settings = m_settings.Values();
+    OwnSettings& settings = m_settings.Values();
     for (const FlagRow& row : kFlags) {
         settings.*row.setting = m_choices.*row.choice ? 1 : 0;
     }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "model/program/SettingsStore.h"
+#include "model/program/OwnSettingsStore.h"
 #include "model/program/UserPrompts.h"
 
 namespace tamarind {
@@ -32,7 +32,7 @@ public:
     enum class Color { Text, Background, ActiveKey };
 
     // `languageFolder` is the folder in which language files are offered.
-    OptionsEditor(SettingsStore& settings, UserPrompts& prompts, std::string languageFolder,
+    OptionsEditor(OwnSettingsStore& settings, UserPrompts& prompts, std::string languageFolder,
                   OptionsListener& listener);
 
     // Reads the settings that the dialog edits from their file and starts with them.
@@ -58,7 +58,7 @@ public:
     void End() { m_listener.OnOptionsEnd(); }
 
 private:
-    SettingsStore& m_settings;
+    OwnSettingsStore& m_settings;
     UserPrompts& m_prompts;
     std::string m_languageFolder;
     OptionsListener& m_listener;

@@ -8,7 +8,7 @@
 namespace tamarind {
 
 SettingsLocator::SettingsLocator(FileSystem& files, Registry& registry,
-                                 const Environment& environment, SettingsStore& settings,
+                                 const Environment& environment, OwnSettingsStore& settings,
                                  const Language& language, UserPrompts& prompts)
     : m_files(files),
       m_registry(registry),
@@ -77,7 +77,7 @@ std::string SettingsLocator::FindWincmdIni() {
         return earlier;
     }
     std::string chosen = Ask(text::kCannotFindWincmdIni, "Wincmd.ini", FileFilter::WincmdIni);
-    m_settings.WriteNow(&Settings::userDefinedWincmd, chosen);
+    m_settings.WriteNow(&OwnSettings::userDefinedWincmd, chosen);
     return chosen == MissingValueMarker ? std::string()
                                         : ExpandPathVariables(chosen, m_environment);
 }
@@ -93,7 +93,7 @@ std::string SettingsLocator::FindWcxFtpIni() {
         return earlier;
     }
     std::string chosen = Ask(text::kCannotFindWcxFtpIni, "Wcx_ftp.ini", FileFilter::WcxFtpIni);
-    m_settings.WriteNow(&Settings::userDefinedWcxFtp, chosen);
+    m_settings.WriteNow(&OwnSettings::userDefinedWcxFtp, chosen);
     return chosen;
 }
 

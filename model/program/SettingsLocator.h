@@ -7,7 +7,7 @@
 #include "core/system/Environment.h"
 #include "core/system/Registry.h"
 #include "model/program/Language.h"
-#include "model/program/SettingsStore.h"
+#include "model/program/OwnSettingsStore.h"
 #include "model/program/UserPrompts.h"
 
 namespace tamarind {
@@ -18,7 +18,7 @@ class SettingsLocator {
 public:
     // All arguments are kept by reference and must outlive this object.
     SettingsLocator(FileSystem& files, Registry& registry, const Environment& environment,
-                    SettingsStore& settings, const Language& language, UserPrompts& prompts);
+                    OwnSettingsStore& settings, const Language& language, UserPrompts& prompts);
 
     // The path of Wincmd.ini; empty if the user cancels. An answer is stored in the own settings.
     std::string FindWincmdIni();
@@ -42,7 +42,7 @@ private:
     FileSystem& m_files;
     Registry& m_registry;
     const Environment& m_environment;
-    SettingsStore& m_settings;
+    OwnSettingsStore& m_settings;
     const Language& m_language;
     UserPrompts& m_prompts;
     std::string m_foundWincmd;

@@ -101,7 +101,7 @@ void EditorSession::AskOpenDataFile() {
         return;
     }
     m_dataFile.Remember(path);
-    m_workplace.OwnSettings().WriteNow(&Settings::startUpIniFile,
+    m_workplace.OwnSettings().WriteNow(&OwnSettings::startUpIniFile,
                                        NameOfTarget(m_dataFile.Target()));
     const std::string target = LocateTarget();
     m_settings.Show(target, m_settings.Read(target));
@@ -117,7 +117,7 @@ bool EditorSession::OpenSettingsFile(const std::string& path, bool addToRecent) 
         return false;
     }
     if (kind) {
-        m_workplace.OwnSettings().WriteNow(&Settings::startUpIniFile, NameOfTarget(*kind));
+        m_workplace.OwnSettings().WriteNow(&OwnSettings::startUpIniFile, NameOfTarget(*kind));
     }
     m_settings.Show(path, std::move(settings));
     if (addToRecent) {

@@ -27,7 +27,7 @@ public:
     const Workplace& Place() const { return m_workplace; }
     KeySelection& Selection() { return m_selection; }
     OpenDataFile& DataFile() { return m_dataFile; }
-    OpenSettings& TargetFile() { return m_settings; }
+    OpenSettings& Settings() { return m_settings; }
     KeyCommands& Commands() { return m_commands; }
     FavoritesBook& FavoriteKeys() { return m_favorites; }
     RecentSettings& Recent() { return m_recent; }

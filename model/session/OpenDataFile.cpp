@@ -9,8 +9,9 @@
 namespace tamarind {
 namespace {
 
-std::string Settings::*DataFileSetting(SettingsTarget target) {
-    return target == SettingsTarget::Wincmd ? &Settings::wincmdDataFile : &Settings::wcxFtpDataFile;
+std::string OwnSettings::*DataFileSetting(SettingsTarget target) {
+    return target == SettingsTarget::Wincmd ? &OwnSettings::wincmdDataFile
+                                            : &OwnSettings::wcxFtpDataFile;
 }
 
 }  // namespace

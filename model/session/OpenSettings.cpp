@@ -68,7 +68,7 @@ SettingsFiles OpenSettings::ReadAgain() const {
 
 void OpenSettings::Show(const std::string& path, SettingsFiles settings) {
     m_path = path;
-    m_listeners.Tell(&SettingsListener::OnTargetChanged);
+    m_listeners.Tell(&SettingsListener::OnSettingsFileChanged);
     m_files = std::move(settings);
     m_conflicts.clear();
     m_editor.ClearHistory();

@@ -19,8 +19,8 @@ namespace tamarind {
 class SettingsListener {
 public:
     virtual ~SettingsListener() = default;
-    virtual void OnTargetChanged() {}  // another settings file is open
-    virtual void OnSettingsRead() {}   // its sections may be in other files than before
+    virtual void OnSettingsFileChanged() {}  // another settings file is open
+    virtual void OnSettingsRead() {}         // its sections may be in other files than before
 };
 
 // What came of a look at the files.

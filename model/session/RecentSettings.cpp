@@ -15,13 +15,13 @@ RecentSettings::RecentSettings(Workplace& workplace)
     : m_workplace(workplace), m_files(workplace.Files(), workplace.Texts(), workplace.Prompts()) {}
 
 void RecentSettings::Read() {
-    const SettingsStore& settings = m_workplace.OwnSettings();
+    const OwnSettingsStore& settings = m_workplace.OwnSettings();
     m_files.Setup(static_cast<std::int16_t>(settings.Values().numberOfRecentFiles));
-    m_files.ReadList(settings.Path(), SettingsStore::kSection, kPrefix);
+    m_files.ReadList(settings.Path(), OwnSettingsStore::kSection, kPrefix);
 }
 
 void RecentSettings::Save() {
-    m_files.SaveList(m_workplace.OwnSettings().Path(), SettingsStore::kSection, kPrefix);
+    m_files.SaveList(m_workplace.OwnSettings().Path(), OwnSettingsStore::kSection, kPrefix);
 }
 
 void RecentSettings::Add(const std::string& path) {

@@ -30,7 +30,7 @@ void Workplace::RefreshLanguage() {
 
 // Until another one is chosen, or the program ends.
 void Workplace::UseBuiltInLanguage() {
-    Settings& settings = m_settings.Values();
+    auto& settings = m_settings.Values();
     settings.useDefaultLanguage = 1;
     m_missingLanguage = settings.languageFile;
     m_services.prompts.ShowMessage(MessageIcon::Critical, Text(text::kCannotFindLanguageFile));
@@ -38,7 +38,7 @@ void Workplace::UseBuiltInLanguage() {
 
 // The file of the own settings still names the language that is missing, which was said already.
 void Workplace::OnOptionsRead() {
-    Settings& settings = m_settings.Values();
+    auto& settings = m_settings.Values();
     if (m_missingLanguage == settings.languageFile) {
         settings.useDefaultLanguage = 1;
     }

@@ -10,7 +10,7 @@
 #include "model/program/Language.h"
 #include "model/program/OptionsEditor.h"
 #include "model/program/OtherPrograms.h"
-#include "model/program/SettingsStore.h"
+#include "model/program/OwnSettingsStore.h"
 #include "model/program/UserPrompts.h"
 #include "model/session/Listeners.h"
 
@@ -52,8 +52,8 @@ public:
     FileSystem& Disk() const { return m_services.files.Files(); }
     UserPrompts& Prompts() const { return m_services.prompts; }
 
-    SettingsStore& OwnSettings() { return m_settings; }
-    const SettingsStore& OwnSettings() const { return m_settings; }
+    OwnSettingsStore& OwnSettings() { return m_settings; }
+    const OwnSettingsStore& OwnSettings() const { return m_settings; }
     OptionsEditor& Options() { return m_options; }
 
     // The language that the settings name, before a text of it is asked for. The built-in one
@@ -97,7 +97,7 @@ private:
     void UseBuiltInLanguage();
 
     SessionServices m_services;
-    SettingsStore m_settings;
+    OwnSettingsStore m_settings;
     Language m_language;
     OptionsEditor m_options;
     Listeners<WorkplaceListener> m_listeners;

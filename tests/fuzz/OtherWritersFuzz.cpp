@@ -119,7 +119,7 @@ void RequireUntouched(const IniDocument& before, const IniDocument& now) {
 
 void RequireRowsAsOnDisk(SessionWorld& world) {
     world.disk.Wait(10);
-    Require(world.session->TargetFile().CheckOutsideChanges() == OutsideCheck::Taken);
+    Require(world.session->Settings().CheckOutsideChanges() == OutsideCheck::Taken);
     const std::vector<std::string> rows = world.Rows();
     Require(world.Start());
     Require(rows == world.Rows());
@@ -148,7 +148,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         world.session->Selection().ShowKeyDetails(save % 3);
         Require(world.session->Commands().SetValue(value));
         other.isAtWork = true;
-        const bool isSaved = world.session->TargetFile().SaveToSettingsFile();
+        const bool isSaved = world.session->Settings().SaveToSettingsFile();
         other.isAtWork = false;
         RequireTheirs(world, other, isSaved);
         if (!isSaved) {

@@ -19,11 +19,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world.environment.variables["COMMANDER_PATH"] = "C:\\TC";
     Require(world.Start());
     EditorSession& session = *world.session;
-    const bool saved = session.TargetFile().SaveToSettingsFile();
+    const bool saved = session.Settings().SaveToSettingsFile();
     for (KeyNumber key = 1; key <= session.Selection().Store().Size() && saved; ++key) {
         const std::string text = input.empty() || key % 2 == 0 ? "History.ini" : input.substr(0, 9);
         session.Selection().ShowKeyDetails(session.Selection().Keys().RowOf(key));
-        if (!session.Commands().SetValue(text) || !session.TargetFile().SaveToSettingsFile()) {
+        if (!session.Commands().SetValue(text) || !session.Settings().SaveToSettingsFile()) {
             session.Commands().Undo();
             session.OpenSettingsFile(SessionWorld::kWincmd, false);
             continue;
@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto& file = now.Files()[now.FileOf(record.targetSection, record.keyName)];
         const auto value = file.document->FindValue(record.targetSection, record.keyName);
         Require(!value || record.currentState != KeyState::Absent);
-        Require(session.TargetFile().CheckOutsideChanges() != OutsideCheck::PutOff);
+        Require(session.Settings().CheckOutsideChanges() != OutsideCheck::PutOff);
     }
     return 0;
 }

@@ -17,7 +17,7 @@ TEST_F(EditorSessionTest, ShowsEveryDescribedKeyOfTheFileThatTheRegistryNames) {
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0", "BackColor"));
     EXPECT_EQ(DataFile().Panel(), "Data File:  tc all keys english.tmdf");
-    EXPECT_EQ(TargetFile().TargetPanel(), "Target Section:  [Configuration]");
+    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [Configuration]");
     EXPECT_EQ(Selection().Description(), "Arrange panels.\r\n0 = side by side");
 }
 
@@ -30,10 +30,10 @@ TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wcxftp");
 
     ASSERT_TRUE(world.Start()) << "the next start";
-    EXPECT_EQ(TargetFile().Path(), SessionWorld::kWcxFtp);
+    EXPECT_EQ(Settings().Path(), SessionWorld::kWcxFtp);
     world.prompts.filesToChoose = {SessionWorld::kWincmdData};
     Session().AskOpenDataFile();
-    EXPECT_EQ(TargetFile().Path(), SessionWorld::kWincmd);
+    EXPECT_EQ(Settings().Path(), SessionWorld::kWincmd);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     EXPECT_EQ(world.Rows().size(), 3U);
 }
@@ -47,7 +47,7 @@ TEST_F(EditorSessionTest, WhatKindASettingsFileIs) {
         world.disk.Remove(SessionWorld::kOwnSettings);
         ASSERT_TRUE(world.Start());
         EXPECT_EQ(DataFile().Path(), dataFile) << content;
-        EXPECT_EQ(TargetFile().Path(), SessionWorld::kWincmd) << content;
+        EXPECT_EQ(Settings().Path(), SessionWorld::kWincmd) << content;
     }
 }
 
@@ -141,9 +141,9 @@ TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
     Commands().SetValue("2");
-    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.prompts.messages.back(), "!" + BuiltIn(text::kNoSettingsFile));
-    EXPECT_TRUE(TargetFile().IsModified());
+    EXPECT_TRUE(Settings().IsModified());
     ASSERT_TRUE(world.Start("\"" + std::string(SessionWorld::kWcxFtpData) + "\""));
     EXPECT_THAT(world.Rows(), ElementsAre("WaitDelay"));
     EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");

@@ -32,12 +32,12 @@ TEST_F(KeyCommandsTest, TheEditBoxOpensWithTheLineAndTakesWhatFollowsTheEqualsSi
 TEST_F(KeyCommandsTest, WhatTheFileCanNotHoldIsRefusedOrStoredInAFormThatItCan) {
     Start("[T]\r\nK=1\r\n");
     Commands().SetValue("\xE4\xB8\xAD");  // beyond every one-byte code page
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Saved(), "[T]\r\nK=\xEF\xBB\xBF\xE4\xB8\xAD\r\n");
     Commands().SetValue("line\nbreak");
-    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("[T] K"));
-    EXPECT_TRUE(TargetFile().IsModified());
+    EXPECT_TRUE(Settings().IsModified());
 
     world.prompts.messages.clear();
     EXPECT_FALSE(Commands().StoreEditedValue("K=" + std::string(4096, 'x')));
@@ -51,7 +51,7 @@ TEST_F(KeyCommandsTest, WhatTheFileCanNotHoldIsRefusedOrStoredInAFormThatItCan) 
     world.disk.Put(SessionWorld::kWincmd, "[T]\nA=1\n[Configuration]\r\n");
     ASSERT_TRUE(world.Start());
     Commands().SetValue("2");
-    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Saved(), "[T]\nA=1\n");
 }
 
@@ -70,7 +70,7 @@ TEST_F(KeyCommandsTest, CommandsFollowTheCurrentKeysState) {
     EXPECT_EQ(enabled(), "+-----");
     Commands().CommentKey();
     Commands().DeleteKey();
-    EXPECT_FALSE(TargetFile().IsModified()) << "an absent key is neither commented nor deleted";
+    EXPECT_FALSE(Settings().IsModified()) << "an absent key is neither commented nor deleted";
     Selection().ShowKeyDetails(2);
     Commands().DeleteKey();
     EXPECT_EQ(enabled(), "+--+-+");
@@ -137,7 +137,7 @@ TEST_F(KeyCommandsTest, RandomSequencesKeepWhatTheyShow) {
             ASSERT_EQ(shown(), after) << step;
         }
         if (step % 10 == 0) {
-            ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+            ASSERT_TRUE(Settings().SaveToSettingsFile());
             const std::string saved = shown();
             ASSERT_TRUE(world.Start());
             ASSERT_EQ(shown(), saved) << step;
@@ -169,7 +169,7 @@ TEST_F(KeyCommandsTest, KeysTravelInAnExportFile) {
     Commands().ImportKeys();
     EXPECT_THAT(world.Rows(), ElementsAre("A=1", "B=\"q\"", "C=\"x\" \"%1\"", "D", "E=pending"));
     EXPECT_FALSE(States().IsEnabled(Command::EditUndo));
-    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
               "[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
 
@@ -178,7 +178,7 @@ TEST_F(KeyCommandsTest, KeysTravelInAnExportFile) {
     world.disk.FailReads("C:\\TC\\out.ini", FileError::InUse);
     Commands().ImportKeys();
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program is using it."));
-    EXPECT_FALSE(TargetFile().IsModified());
+    EXPECT_FALSE(Settings().IsModified());
 
     // Without set keys there is no file, which is said.
     Selection().SetKeyFilter(KeyFilter::ShowInactive);

@@ -41,7 +41,7 @@ TEST_F(CategoriesTest, FiltersAndCategoriesDecideTheRows) {
     Selection().SetKeyFilter(KeyFilter::ShowActive);
     EXPECT_THAT(world.Rows(), IsEmpty());
     EXPECT_EQ(Selection().CurrentKey(), std::nullopt);
-    EXPECT_EQ(TargetFile().TargetPanel() + Selection().Description() + Selection().CounterPanel(),
+    EXPECT_EQ(Settings().TargetPanel() + Selection().Description() + Selection().CounterPanel(),
               "0  Key(s)");
     EXPECT_THAT(world.prompts.messages, IsEmpty());
 

@@ -80,13 +80,13 @@ TEST_F(OpenSettingsTest, EachPendingStateBecomesTheLinesThatItStandsFor) {
         }
         EXPECT_EQ(Selection().Record(2).currentState, testCase.state);
         EXPECT_EQ(VisibleText(Selection().Record(2)), testCase.shown);
-        EXPECT_TRUE(TargetFile().IsModified());
-        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(Settings().IsModified());
+        EXPECT_TRUE(Settings().SaveToSettingsFile());
         EXPECT_EQ(Saved(), testCase.after);
-        EXPECT_FALSE(TargetFile().IsModified());
+        EXPECT_FALSE(Settings().IsModified());
         EXPECT_EQ(Selection().Record(2).initialState, Selection().Record(2).currentState);
         const int replaces = world.disk.replaces;
-        TargetFile().SaveToSettingsFile();
+        Settings().SaveToSettingsFile();
         EXPECT_EQ(world.disk.replaces, replaces) << "nothing is left to save";
     }
 }
@@ -99,10 +99,10 @@ TEST_F(OpenSettingsTest, QuotesAndLongValuesSurvive) {
     EXPECT_EQ(Selection().Record(1).currentValue, command);
 
     Commands().CommentKey();
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr(";K=" + tail + "\n")) << "the line's own text moves";
     Commands().Undo();
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr("\nK=" + tail.substr(1)));
     EXPECT_THAT(Saved(), HasSubstr(tail));
 
@@ -112,7 +112,7 @@ TEST_F(OpenSettingsTest, QuotesAndLongValuesSurvive) {
     Commands().Undo();
     Selection().ShowKeyDetails(0);
     Commands().SetValue(command + " ");
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr("\nZ='single'\n"));
     EXPECT_THAT(Saved(), HasSubstr("\nA=\"" + command + "\"\n"));
     EXPECT_EQ(Selection().Record(1).currentValue, command) << "the record holds what was stored";
@@ -136,14 +136,14 @@ TEST_F(OpenSettingsTest, AFailedSaveHasNotHappened) {
         world.disk.FailReads(SessionWorld::kWincmd, testCase.read);
         world.disk.FailReplaces(SessionWorld::kWincmd, testCase.replace);
         world.prompts.messages.clear();
-        EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+        EXPECT_FALSE(Settings().SaveToSettingsFile());
         EXPECT_THAT(world.prompts.messages, ElementsAre(AllOf(HasSubstr(SessionWorld::kWincmd),
                                                               HasSubstr(testCase.reason))));
-        EXPECT_TRUE(TargetFile().IsModified());
+        EXPECT_TRUE(Settings().IsModified());
         world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
         world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
         EXPECT_EQ(Saved(), "[T]\nK=1\n");
-        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(Settings().SaveToSettingsFile());
         EXPECT_EQ(Saved(), "[T]\nK=2\n");
     }
 }
@@ -163,12 +163,12 @@ TEST_F(OpenSettingsTest, LeavingAsksFirst) {
     for (const auto& testCase : cases) {
         world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
         Start("[T]\nK=1\n");
-        EXPECT_TRUE(TargetFile().AskSaveSettings()) << "nothing is pending";
+        EXPECT_TRUE(Settings().AskSaveSettings()) << "nothing is pending";
         Commands().SetValue("2");
         world.disk.FailReplaces(SessionWorld::kWincmd, testCase.error);
         world.prompts.answers = {testCase.answer};
         world.prompts.messages.clear();
-        EXPECT_EQ(TargetFile().AskSaveSettings(), testCase.mayLeave);
+        EXPECT_EQ(Settings().AskSaveSettings(), testCase.mayLeave);
         EXPECT_EQ(world.prompts.messages.at(0), "?Save changes to  C:\\TC\\Wincmd.ini\n");
         EXPECT_EQ(Saved() == "[T]\nK=2\n", testCase.isSaved);
     }
@@ -216,12 +216,12 @@ TEST_F(RedirectionTest, SectionsAreReadWhereTheirRedirectionLeads) {
 TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     Start("[S]\nA=1\nRedirectSection=other.ini\n[T]\nRedirectSection=C:\\TC\\new.ini\n",
           "[S]\n; theirs\n;A=2\n");
-    EXPECT_EQ(TargetFile().TargetPanel(), "Target Section:  [S]  other.ini");
+    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]  other.ini");
     Selection().ShowKeyDetails(2);
-    EXPECT_EQ(TargetFile().TargetPanel(), "Target Section:  [S]");  // of the key itself
+    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]");  // of the key itself
     Set(0, "3");
     Set(3, "4");
-    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Other(), "[S]\n; theirs\nA=3\n");
     EXPECT_EQ(world.disk.BytesOf("C:\\TC\\new.ini"), "[T]\r\nC=4\r\n");
     EXPECT_THAT(Main(), HasSubstr("[S]\nA=1\nRedirectSection"));
@@ -230,18 +230,18 @@ TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     Set(0, "5");
     Set(3, "6");
     world.disk.FailReplaces(kOther, FileError::ReadOnly);
-    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr(kOther));
     EXPECT_EQ(world.disk.BytesOf("C:\\TC\\new.ini"), "[T]\r\nC=6\r\n");
-    EXPECT_TRUE(TargetFile().IsModified());
+    EXPECT_TRUE(Settings().IsModified());
     world.disk.FailReplaces(kOther, FileError::None);
-    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Other(), "[S]\n; theirs\nA=5\n");
 
     // Without its redirection a section is read from the settings file again.
     Selection().ShowKeyDetails(2);
     Commands().DeleteKey();
-    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.Rows()[0], "A=1");
     EXPECT_THAT(Main(), HasSubstr("[S]\nA=1\n[T]"));
 }
@@ -250,25 +250,25 @@ TEST_F(RedirectionTest, WhatOtherProgramsChangeIsTakenOver) {
     Start("[S]\nA=1\nB=1\n[T]\nC=1\n");
     Set(1, "mine");
     Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
-    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::Taken);
     EXPECT_THAT(world.Rows(),
                 ElementsAre("A=2", "B=mine", "RedirectSection", "C=2", "AlternateUserIni"));
     EXPECT_THAT(world.prompts.asked, IsEmpty());
-    EXPECT_TRUE(TargetFile().IsModified());
+    EXPECT_TRUE(Settings().IsModified());
 
     // A time stamp alone is no change.
     Write("[T]\nC=2\n[S]\nA=2\nB=1\n");
-    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::Taken);
 
     // The same key on both sides: asked again until it is decided.
     Write("[S]\n;B=theirs\n");
     world.prompts.cancelsConflicts = true;
-    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::PutOff);
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::PutOff);
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] B: B=mine | ;B=theirs"));
-    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
     EXPECT_THAT(Main(), HasSubstr(";B=theirs"));
     world.prompts.cancelsConflicts = false;
-    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Main(), "[S]\nB=mine\n[Configuration]\n");
 
     Set(1, "mine");
@@ -276,7 +276,7 @@ TEST_F(RedirectionTest, WhatOtherProgramsChangeIsTakenOver) {
     Write("[S]\nB=\"\"theirs\"\"\n");
     world.prompts.conflictsToTake = {true};
     world.prompts.asked.clear();
-    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] B:  | B=\"theirs\""));
     EXPECT_EQ(world.Rows()[1], "B=\"theirs\"");
     EXPECT_EQ(Main(), "[S]\nB=\"\"theirs\"\"\n[Configuration]\n");
@@ -285,7 +285,7 @@ TEST_F(RedirectionTest, WhatOtherProgramsChangeIsTakenOver) {
     world.prompts.asked.clear();
     Set(1, "same");
     Write("[S]\nB=same\n");
-    ASSERT_TRUE(TargetFile().SaveToSettingsFile());
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, IsEmpty());
 }
 

@@ -80,12 +80,12 @@ TEST_F(OtherWritersTest, NothingOfAnybodyIsLostWheneverTheyWrite) {
         }
         world.prompts.asked.clear();
         const std::size_t backups = CountBackups();
-        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(Settings().SaveToSettingsFile());
         world.disk.beforeRead = world.disk.beforeExchange = nullptr;
         world.prompts.onConflicts = nullptr;
         EXPECT_EQ(File(), c.after + end);
         EXPECT_EQ(world.prompts.asked, c.asked);
-        EXPECT_FALSE(TargetFile().IsModified());
+        EXPECT_FALSE(Settings().IsModified());
         EXPECT_LE(CountBackups(), backups + 2U);
         ExpectRowsAsOnDisk();
     }
@@ -98,24 +98,24 @@ TEST_F(OtherWritersTest, AProgramThatKeepsWritingIsNotWaitedForForEver) {
     world.disk.beforeExchange = [&](const std::string&) {
         Write("[S]\nA=1\nB=" + std::to_string(++round) + "\n");
     };
-    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.messages,
                 ElementsAre(AllOf(HasSubstr(SessionWorld::kWincmd),
                                   HasSubstr(BuiltIn(text::kReasonKeepsChanging)))));
     EXPECT_EQ(round, IniTransaction::kMaxRounds);
-    EXPECT_TRUE(TargetFile().IsModified());
+    EXPECT_TRUE(Settings().IsModified());
 
     // After an exchange the message names the backup with its text.
     const auto aside = [&](const std::string&) {
         return "[S]\nA=1\nB=" + std::to_string(++round) + "\n[Configuration]\n";
     };
     world.disk.beforeExchange = [&](const std::string&) { world.disk.whileAside = aside; };
-    EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
     world.disk.beforeExchange = nullptr;
     EXPECT_THAT(world.prompts.messages.back(),
                 HasSubstr(world.disk.ListBackups(SessionWorld::kWincmd).front().path));
     EXPECT_LE(CountBackups(), 2U);
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(File(), HasSubstr("A=mine"));
 }
 
@@ -140,7 +140,7 @@ TEST_F(OtherWritersTest, AHolderKeepsNoTextAside) {
                 return "[S]\nA=1\nB=theirs\n[Configuration]\n";
             };
             world.prompts.messages.clear();
-            const bool isSaved = TargetFile().SaveToSettingsFile();
+            const bool isSaved = Settings().SaveToSettingsFile();
             EXPECT_EQ(isSaved, tries < IniTransaction::kMaxRounds);
             world.disk.beforeRead = world.disk.beforeExchange = nullptr;
             if (isSaved) {
@@ -163,34 +163,34 @@ TEST_F(OtherWritersTest, NothingComesBetweenAQuestionAndItsAnswer) {
     Write("[S]\nA=theirs\n");
     world.prompts.onConflicts = [&] {
         EXPECT_TRUE(Place().IsBusy());
-        EXPECT_FALSE(TargetFile().SaveToSettingsFile());
-        EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+        EXPECT_FALSE(Settings().SaveToSettingsFile());
+        EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::Taken);
         EXPECT_FALSE(Commands().SetValue("other"));
     };
     // A cancelled save leaves everything pending, and starts Total Commander again.
     world.prompts.cancelsConflicts = true;
     world.programs.isRunning = true;
-    EXPECT_FALSE(TargetFile().SaveAndRestart());
+    EXPECT_FALSE(Settings().SaveAndRestart());
     EXPECT_THAT(world.programs.calls.back(), HasSubstr("start"));
     EXPECT_EQ(world.prompts.asked.size(), 1U);
     EXPECT_EQ(world.Rows()[0], "A=mine");
-    EXPECT_TRUE(TargetFile().IsModified());
+    EXPECT_TRUE(Settings().IsModified());
     // With the file's value in the only conflict nothing is pending, and nothing is asked.
     world.prompts.cancelsConflicts = false;
     world.prompts.conflictsToTake = {true};
     world.disk.Wait(10);
-    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
-    EXPECT_FALSE(TargetFile().IsModified());
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_FALSE(Settings().IsModified());
     EXPECT_FALSE(States().IsEnabled(Command::FileSave));
     EXPECT_FALSE(States().IsEnabled(Command::EditUndo)) << "the value before is not theirs";
     world.prompts.messages.clear();
-    EXPECT_TRUE(TargetFile().AskSaveSettings());
+    EXPECT_TRUE(Settings().AskSaveSettings());
     EXPECT_THAT(world.prompts.messages, IsEmpty());
     // What is to be commented out is a change like any other.
     Commands().CommentKey();
     Write("[S]\nA=again\n");
     world.prompts.asked.clear();
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] A: ;A=theirs | A=again"));
 }
 
@@ -198,14 +198,14 @@ TEST_F(OtherWritersTest, AFileThatIsHeldOrYoungIsLookedAtAgain) {
     Start("[S]\nA=1\n");
     Write("[S]\n");
     world.disk.FailReads(SessionWorld::kWincmd, FileError::InUse);
-    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::LookAgain);
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::LookAgain);
     world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
     Write("[S]\nA=half\n");
     world.disk.Wait(0.4);
-    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::LookAgain);
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::LookAgain);
     EXPECT_EQ(world.Rows()[0], "A=1");
     world.disk.Wait(0.1);
-    EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::Taken);
     EXPECT_EQ(world.Rows()[0], "A=half");
     EXPECT_THAT(world.prompts.messages, IsEmpty());
 }
@@ -219,26 +219,26 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
         const std::string before = File();
         world.disk.FailReads(SessionWorld::kWincmd, error);
         world.prompts.messages.clear();
-        TargetFile().CheckOutsideChanges();
-        TargetFile().CheckOutsideChanges();
+        Settings().CheckOutsideChanges();
+        Settings().CheckOutsideChanges();
         EXPECT_THAT(world.prompts.messages, ElementsAre("!" + BuiltIn(text::kSettingsGone) +
                                                         "\n\n" + SessionWorld::kWincmd));
         EXPECT_EQ(world.Rows(), rows);
         EXPECT_THAT(world.prompts.asked, IsEmpty());
         // Answered with Cancel, or not even asked where nobody knows whether it is gone.
-        EXPECT_FALSE(TargetFile().SaveToSettingsFile());
-        EXPECT_TRUE(TargetFile().IsModified());
+        EXPECT_FALSE(Settings().SaveToSettingsFile());
+        EXPECT_TRUE(Settings().IsModified());
         EXPECT_EQ(File(), before);
         world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
         Write("[S]\nA=1\nB=back\n");
         world.disk.Wait(10);
-        EXPECT_EQ(TargetFile().CheckOutsideChanges(), OutsideCheck::Taken);
+        EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::Taken);
         EXPECT_EQ(world.Rows()[1], "B=back");
         EXPECT_EQ(world.Rows()[0], "A=mine");
     }
     world.disk.Remove(SessionWorld::kWincmd);
     world.prompts.answers = {Answer::Yes};
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(File(), "[S]\nA=mine\nB=back\n[Configuration]\n") << "all that was known";
     ExpectRowsAsOnDisk();
 }
@@ -276,16 +276,16 @@ TEST_F(OtherWritersTest, KeysGoIntoNoFileThatDoesNotHaveThem) {
     Set(0, "2");
     world.disk.Remove(SessionWorld::kWcxFtpData);
     EXPECT_FALSE(Session().OpenSettingsFile(SessionWorld::kWcxFtp, true));
-    EXPECT_EQ(TargetFile().Path(), SessionWorld::kWincmd);
+    EXPECT_EQ(Settings().Path(), SessionWorld::kWincmd);
     EXPECT_EQ(world.Rows()[0], "A=2");
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWcxFtp), "[General]\r\nWaitDelay=9\r\n");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     // At the start the keys are shown all the same, without a file.
     world.SetRegistry("HKEY_CURRENT_USER", "IniFileName", SessionWorld::kWcxFtp);
     ASSERT_TRUE(world.Start());
     EXPECT_EQ(world.Rows()[0], "A");
-    EXPECT_EQ(TargetFile().Path(), "");
+    EXPECT_EQ(Settings().Path(), "");
 }
 
 TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
@@ -293,7 +293,7 @@ TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
     const auto both = [&] { return world.Rows()[0] + " " + world.Rows()[2]; };
     Set(2, "x");
     EXPECT_EQ(both(), "A=x a=x");
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(both(), "A=x a=x");
     EXPECT_THAT(File(), HasSubstr("A=x\n"));
     Selection().ShowKeyDetails(0);
@@ -304,7 +304,7 @@ TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
     EXPECT_EQ(both(), "A a");
     Write("[S]\nA=theirs\n");
     world.prompts.conflictsToTake = {true};
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, ElementsAre("[S] A:  | A=theirs"));
     EXPECT_EQ(both(), "A=theirs a=theirs");
     ExpectRowsAsOnDisk();
@@ -332,7 +332,7 @@ TEST_F(OtherWritersTest, RowsFollowTheFileThatWasWritten) {
             : letter == 'c'
                 ? Commands().CommentKey()
                 : (void)Commands().StoreEditedValue(Commands().BeginInplaceEdit()->text);
-            EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+            EXPECT_TRUE(Settings().SaveToSettingsFile());
         }
         EXPECT_EQ(File(), c.after + std::string("[Configuration]\n"));
         EXPECT_EQ(world.Rows()[0], c.row);
@@ -362,10 +362,10 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
     Selection().ShowKeyDetails(0);
     for (int step = 0; step < 2; ++step) {
         step == 0 ? Commands().DeleteKey() : Commands().CommentKey();
-        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(Settings().SaveToSettingsFile());
         Commands().Undo();
         Write("[S]\nB=3\n" + (step == 0 ? "" : ";A=" + whole + "\n"));
-        EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+        EXPECT_TRUE(Settings().SaveToSettingsFile());
         EXPECT_THAT(File(), HasSubstr("\nA=" + whole + "\n"));
     }
 }
@@ -376,16 +376,16 @@ TEST_F(OtherWritersTest, ARestoreEndsTheHistoryOfItsKeys) {
     Set(0, "0");
     Commands().CommentKey();
     Set(1, "2");
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(CountBackups(), 1U);
     Set(1, "3");
-    ASSERT_TRUE(TargetFile().RestoreBackup(SessionWorld::kWincmd,
-                                           world.disk.ListBackups(SessionWorld::kWincmd)[0].path));
+    ASSERT_TRUE(Settings().RestoreBackup(SessionWorld::kWincmd,
+                                         world.disk.ListBackups(SessionWorld::kWincmd)[0].path));
     EXPECT_EQ(CountBackups(), 2U);
     Commands().Undo();
     EXPECT_EQ(world.Rows()[0], "A");
     EXPECT_EQ(world.Rows()[1], "B=2") << "its change was still pending";
-    EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+    EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(File(), "[S]\nB=2\n[Configuration]\n");
     // Another file has a history of its own.
     Set(0, "1");

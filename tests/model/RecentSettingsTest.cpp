@@ -42,7 +42,7 @@ TEST_F(RecentSettingsTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     EXPECT_THAT(captions(), ElementsAre("&2 %Commander_Path%\\Wincmd.ini"));
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles3"), "(none)");
     Session().OpenRecentFile(2);
-    EXPECT_EQ(TargetFile().Path(), SessionWorld::kWincmd);
+    EXPECT_EQ(Settings().Path(), SessionWorld::kWincmd);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), SessionWorld::kWincmd);
 
     for (const char* const name : {"C:\\a.ini", "C:\\R&D\\b.ini", "c:\\A.INI"}) {
@@ -61,7 +61,7 @@ TEST_F(RecentSettingsTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
     Commands().SetValue("5");
     world.prompts.answers = {Answer::Cancel};
     Session().OpenRecentFile(2);
-    EXPECT_EQ(TargetFile().Path(), "c:\\A.INI");
+    EXPECT_EQ(Settings().Path(), "c:\\A.INI");
 
     world.prompts.answers = {Answer::No, Answer::Yes};
     Recent().Clear();

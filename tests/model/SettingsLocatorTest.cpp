@@ -11,7 +11,7 @@ protected:
     SessionWorld world;
 
     std::string Find(std::string (SettingsLocator::*find)()) {
-        SettingsStore store(world.files, world.environment, "C:\\Tamarind\\", {15360, 11520});
+        OwnSettingsStore store(world.files, world.environment, "C:\\Tamarind\\", {15360, 11520});
         store.LoadSettings();
         const Language language(world.files, store.Values());
         SettingsLocator locator(world.disk, world.registry, world.environment, store, language,

@@ -37,7 +37,7 @@ struct StressWorld {
         prompts.filesToChoose = {folder + "Wincmd.ini"};  // asked for at the first start
         session.LoadSettings();
         return session.Activate('"' + folder + "keys.tmdf\"") &&
-               session.TargetFile().Path() == folder + "Wincmd.ini";
+               session.Settings().Path() == folder + "Wincmd.ini";
     }
     std::string Row(std::size_t row) {
         return VisibleText(session.Selection().Record(session.Selection().Keys().KeyAt(row)));
@@ -54,7 +54,7 @@ void SaveKey(StressWorld& world, const std::string& key, int value, std::ostream
     world.session.Commands().SetValue(std::to_string(value));
     for (bool isSaved = false; !isSaved;) {
         const std::uint64_t start = world.disk.NowTicks();
-        isSaved = world.session.TargetFile().SaveToSettingsFile();
+        isSaved = world.session.Settings().SaveToSettingsFile();
         const std::uint64_t end = world.disk.NowTicks();
         std::string outcome = isSaved ? "saved" : "failed " + world.prompts.messages.back();
         std::replace(outcome.begin(), outcome.end(), '\n', ' ');
@@ -83,12 +83,12 @@ int RunSession(const std::string& side, int count) {
         }
         SaveKey(world, key, value, log);
         if (random() % 3 == 0) {
-            world.session.TargetFile().CheckOutsideChanges();
+            world.session.Settings().CheckOutsideChanges();
         }
         world.disk.Sleep(static_cast<unsigned>(random() % kPauseMs));
     }
     world.WaitFor("stop");
-    while (world.session.TargetFile().CheckOutsideChanges() != OutsideCheck::Taken) {
+    while (world.session.Settings().CheckOutsideChanges() != OutsideCheck::Taken) {
         world.disk.Sleep(100);
     }
     StressWorld fresh;

@@ -16,10 +16,10 @@ TEST_F(TotalCommanderTest, ARestartClosesBeforeTheSaveAndStartsAfterIt) {
     world.programs.onWait = [&] {
         savedAtWait.push_back(Saved());
         EXPECT_TRUE(Place().IsBusy());
-        EXPECT_FALSE(TargetFile().SaveToSettingsFile());
+        EXPECT_FALSE(Settings().SaveToSettingsFile());
         EXPECT_FALSE(States().IsEnabled(Command::EditDelete));
     };
-    EXPECT_TRUE(TargetFile().SaveAndRestart());
+    EXPECT_TRUE(Settings().SaveAndRestart());
     EXPECT_THAT(savedAtWait, ElementsAre("[T]\nK=1\n", "[T]\nK=2\n"));
     EXPECT_THAT(world.programs.calls,
                 ElementsAre("front", "close", "wait", "wait",
@@ -29,14 +29,14 @@ TEST_F(TotalCommanderTest, ARestartClosesBeforeTheSaveAndStartsAfterIt) {
     world.programs.calls.clear();
     world.programs.isRunning = true;
     world.programs.path = "D:\\Other\\TOTALCMD.EXE";
-    EXPECT_TRUE(TargetFile().SaveAndRestart());
+    EXPECT_TRUE(Settings().SaveAndRestart());
     EXPECT_THAT(world.programs.calls.back(), HasSubstr("start \"D:\\Other\\TOTALCMD.EXE\" /i="));
 
     // Nothing is touched where its folder is not known.
     world.programs.calls.clear();
     world.environment.variables.erase("Commander_Path");
     Commands().SetValue("3");
-    EXPECT_TRUE(TargetFile().SaveAndRestart());
+    EXPECT_TRUE(Settings().SaveAndRestart());
     EXPECT_THAT(world.programs.calls, IsEmpty());
     EXPECT_EQ(Saved(), "[T]\nK=3\n");
 }
@@ -51,7 +51,7 @@ TEST_F(TotalCommanderTest, ItsLastWriteComesBeforeOurs) {
         world.disk.Put(SessionWorld::kWincmd, "[T]\nA=1\nK=theirs\nNew=1\n[Configuration]\r\n");
         world.programs.isRunning = false;
     };
-    ASSERT_TRUE(TargetFile().SaveAndRestart());
+    ASSERT_TRUE(Settings().SaveAndRestart());
     EXPECT_EQ(Saved(), "[T]\nA=mine\nK=theirs\nNew=1\n");
     EXPECT_EQ(world.Rows()[1], "K=theirs");
     EXPECT_THAT(world.prompts.messages, IsEmpty());
@@ -59,7 +59,7 @@ TEST_F(TotalCommanderTest, ItsLastWriteComesBeforeOurs) {
     world.programs.isRunning = true;
     world.programs.onEnding = [] {};
     Set(0, "again");
-    ASSERT_TRUE(TargetFile().SaveAndRestart());
+    ASSERT_TRUE(Settings().SaveAndRestart());
     EXPECT_THAT(Saved(), HasSubstr("A=again"));
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("still running"));
 }
@@ -97,7 +97,7 @@ TEST_F(TotalCommanderTest, APathWithAQuotationMarkStartsNothing) {
         Start("");
         Session().OpenSettingsFile(testCase.settings, false);
         Commands().SetValue("5");
-        EXPECT_TRUE(TargetFile().SaveAndRestart());
+        EXPECT_TRUE(Settings().SaveAndRestart());
         EXPECT_THAT(world.programs.calls, ElementsAre("wait"));  // for the one that was to close
         EXPECT_EQ(world.prompts.messages.back(),
                   "!" + Place().Text(text::kQuoteInPath) + " " + testCase.refused);

@@ -84,9 +84,9 @@ TEST_F(ConflictsWindowTest, NothingClosesBehindIt) {
         });
     };
     world.prompts.cancelsConflicts = true;
-    EXPECT_FALSE(world.session->TargetFile().SaveToSettingsFile());
+    EXPECT_FALSE(world.session->Settings().SaveToSettingsFile());
     EXPECT_TRUE(isEnded);
-    EXPECT_TRUE(world.session->TargetFile().IsModified());
+    EXPECT_TRUE(world.session->Settings().IsModified());
     SendMessageW(Main(), WM_ENDSESSION, FALSE, 0);
     EXPECT_TRUE(IsWindow(Main()));
 }

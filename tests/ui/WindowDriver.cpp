@@ -83,12 +83,6 @@ std::string ClassOf(HWND window) {
     return Narrow(name);
 }
 
-RECT BoundsOf(HWND window) {
-    RECT bounds{};
-    GetWindowRect(window, &bounds);
-    return bounds;
-}
-
 LONG WidthOf(HWND window) {
     return BoundsOf(window).right - BoundsOf(window).left;
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "ui/toolkit/WindowCalls.h"
+
 // What tests see of windows, be they of this process or of another one.
 namespace tamarind {
 
@@ -25,7 +27,6 @@ int FocusBeside(HWND window);
 
 std::string TextOf(HWND window);
 std::string ClassOf(HWND window);
-RECT BoundsOf(HWND window);
 LONG WidthOf(HWND window);
 LONG HeightOf(HWND window);
 

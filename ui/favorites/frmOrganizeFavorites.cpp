@@ -19,7 +19,7 @@ constexpr Twips kColumnMargin{400};
 constexpr int kListMargin = 1;    // pixels at 96 DPI, at the left and at the right
 constexpr int kListDistance = 2;  // above and below the list
 
-StoredPlace PlaceIn(const Settings& settings) {
+StoredPlace PlaceIn(const OwnSettings& settings) {
     return {Twips{settings.favoriteWindowLeft}, Twips{settings.favoriteWindowTop},
             Twips{settings.favoriteWindowWidth}, Twips{settings.favoriteWindowHeight}};
 }
@@ -279,7 +279,7 @@ void frmOrganizeFavorites::RestorePlace() {
 void frmOrganizeFavorites::StorePlace() {
     const StoredPlace stored = PlaceIn(m_workplace.OwnSettings().Values());
     const StoredPlace place = PlaceOfBounds(BoundsOf(Handle()), stored, LeastSize());
-    Settings& settings = m_workplace.OwnSettings().Values();
+    OwnSettings& settings = m_workplace.OwnSettings().Values();
     settings.favoriteWindowLeft = place.left.value;
     settings.favoriteWindowTop = place.top.value;
     settings.favoriteWindowWidth = place.width.value;

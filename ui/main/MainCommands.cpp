@@ -105,7 +105,7 @@ void MainCommands::Do(Command command) {
             m_session.AskOpenDataFile();
             break;
         case Command::FileSave:
-            m_session.TargetFile().SaveToSettingsFile();
+            m_session.Settings().SaveToSettingsFile();
             break;
         case Command::FileSaveDataFile:
             m_session.DataFile().SaveDataFile();
@@ -117,10 +117,10 @@ void MainCommands::Do(Command command) {
             keys.ImportKeys();
             break;
         case Command::FileRestoreBackup:
-            frmRestoreBackup(m_session.TargetFile(), m_style).Show(m_owner);
+            frmRestoreBackup(m_session.Settings(), m_style).Show(m_owner);
             break;
         case Command::FileSaveAndRestart:
-            m_session.TargetFile().SaveAndRestart();
+            m_session.Settings().SaveAndRestart();
             break;
         case Command::FileExit:
             PostMessageW(m_owner, WM_CLOSE, 0, 0);

@@ -7,7 +7,7 @@
 namespace tamarind {
 namespace {
 
-BorderLook BorderOf(const Settings& settings) {
+BorderLook BorderOf(const OwnSettings& settings) {
     if (settings.fixedBorders == 0) {
         return BorderLook::None;
     }
@@ -16,7 +16,7 @@ BorderLook BorderOf(const Settings& settings) {
 
 }  // namespace
 
-MainLook MakeMainLook(const Settings& settings, int dpi) {
+MainLook MakeMainLook(const OwnSettings& settings, int dpi) {
     MainLook look;
     look.dpi = dpi;
     look.font.name = Widen(settings.fontName);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/program/Settings.h"
+#include "model/program/OwnSettings.h"
 #include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Handles.h"
 
@@ -24,6 +24,6 @@ struct MainLook {
 };
 
 // `dpi` is that of the window. Pictures that cannot be loaded are left out.
-MainLook MakeMainLook(const Settings& settings, int dpi);
+MainLook MakeMainLook(const OwnSettings& settings, int dpi);
 
 }  // namespace tamarind

@@ -39,7 +39,7 @@ bool MainPanes::Create(HWND parent, const MainLook& look) {
         !Frame2.Create(Picture1.Handle(), kIdFrame2)) {
         return false;
     }
-    const Settings& settings = m_ownSettings.Values();
+    const OwnSettings& settings = m_ownSettings.Values();
     SplitterOptions options;
     options.SplitterSize = kBarSize;
     options.Direction = SplitDirection::Vertical;
@@ -75,7 +75,7 @@ void MainPanes::ShowDescriptionPane(bool isVisible) {
     }
 }
 
-void MainPanes::StorePositions(Settings& settings) const {
+void MainPanes::StorePositions(OwnSettings& settings) const {
     StorePosition(m_treeSplitter, settings.splitPosition);
     StorePosition(m_descriptionSplitter, settings.descriptionPanelHeight);
 }

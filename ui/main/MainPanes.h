@@ -32,14 +32,14 @@ public:
     // height when the size of the window changes.
     void StartFollowingSize() { m_descriptionSplitter.KeepSecondPaneSize(true); }
     // Puts the positions of the splitters into the settings, in twips.
-    void StorePositions(Settings& settings) const;
+    void StorePositions(OwnSettings& settings) const;
 
     void FocusTree() { SetFocus(m_tree.Handle()); }
     // Moves the focus to the next or the former one of tree, list and description that can have it.
     void FocusNext(bool isForward);
 
 private:
-    const SettingsStore& m_ownSettings;
+    const OwnSettingsStore& m_ownSettings;
     Pane Picture1;
     Pane picSpliterContainer;
     SplitterBar Frame1;

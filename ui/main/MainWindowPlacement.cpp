@@ -11,7 +11,7 @@ constexpr int kMaximizedMark = 1;
 constexpr int kLeastWidth = 400;  // pixels at 96 DPI
 constexpr int kLeastHeight = 300;
 
-StoredPlace PlaceIn(const Settings& settings) {
+StoredPlace PlaceIn(const OwnSettings& settings) {
     return {Twips{settings.mainWindowLeft}, Twips{settings.mainWindowTop},
             Twips{settings.mainWindowWidth}, Twips{settings.mainWindowHeight}};
 }
@@ -22,14 +22,14 @@ SIZE LeastMainWindowSize(int dpi) {
     return {ScaledPixels(kLeastWidth, dpi), ScaledPixels(kLeastHeight, dpi)};
 }
 
-WindowPlace RestoreMainWindowPlacement(const Settings& settings) {
+WindowPlace RestoreMainWindowPlacement(const OwnSettings& settings) {
     WindowPlace place;
     place.bounds = BoundsOfPlace(PlaceIn(settings), LeastMainWindowSize(SystemDpi()));
     place.isMaximized = settings.mainWindowMaximized == kMaximizedMark;
     return place;
 }
 
-void CaptureMainWindowPlacement(HWND window, Settings& settings) {
+void CaptureMainWindowPlacement(HWND window, OwnSettings& settings) {
     settings.mainWindowMaximized = IsZoomed(window) ? kMaximizedMark : 0;
     if (IsIconic(window)) {
         return;

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "model/program/Settings.h"
+#include "model/program/OwnSettings.h"
 
 namespace tamarind {
 
@@ -16,11 +16,11 @@ struct WindowPlace {
 SIZE LeastMainWindowSize(int dpi);
 
 // The place that the settings name, on the nearest monitor and of a usable size.
-WindowPlace RestoreMainWindowPlacement(const Settings& settings);
+WindowPlace RestoreMainWindowPlacement(const OwnSettings& settings);
 
 // Puts the place of the window into the settings, in twips. A minimized window leaves the bounds in
 // them as they are, and so does a window that stands exactly where they have put it: converting
 // back and forth must not move it.
-void CaptureMainWindowPlacement(HWND window, Settings& settings);
+void CaptureMainWindowPlacement(HWND window, OwnSettings& settings);
 
 }  // namespace tamarind

@@ -57,7 +57,7 @@ frmMain::frmMain(EditorSession& session)
              session.States()),
       m_toolbar(session.Place(), session.States(), *this),
       m_panes(session, *this),
-      m_statusBar(session.DataFile(), session.TargetFile(), session.Selection(), *this),
+      m_statusBar(session.DataFile(), session.Settings(), session.Selection(), *this),
       m_commands(session, m_panes, m_dialogStyle) {
     m_dialogStyle.text = [this](std::uint16_t number) {
         return Widen(m_session.Place().Text(number));
@@ -66,7 +66,7 @@ frmMain::frmMain(EditorSession& session)
 }
 
 frmMain::~frmMain() {
-    m_session.TargetFile().Watchers().Remove(*this);
+    m_session.Settings().Watchers().Remove(*this);
     m_session.Place().Watchers().Remove(*this);
 }
 
@@ -88,7 +88,7 @@ bool frmMain::Create() {
     }
     m_commands.SetOwner(Handle());
     m_session.Place().Watchers().Add(*this);
-    m_session.TargetFile().Watchers().Add(*this);
+    m_session.Settings().Watchers().Add(*this);
     OnCommandsChanged();
     if (m_dialogStyle.isRightToLeft) {
         ApplyDirection();
@@ -200,8 +200,7 @@ bool frmMain::AskWhetherToClose() {
 // holds it up (Microsoft: ShutdownBlockReasonCreate). A question that is open now will not be
 // answered any more: it is cancelled, and what it was about is not done.
 bool frmMain::OnQueryEndSession() {
-    const bool hasPending =
-        m_session.TargetFile().IsModified() || m_session.DataFile().IsModified();
+    const bool hasPending = m_session.Settings().IsModified() || m_session.DataFile().IsModified();
     if (hasPending) {
         ShutdownBlockReasonCreate(Handle(),
                                   Widen(m_session.Place().Text(text::kUnsavedChanges)).c_str());
@@ -229,7 +228,7 @@ void frmMain::OnDestroy() {
 
 void frmMain::StoreLayout() {
     m_isLayoutStored = true;
-    Settings& settings = m_session.Place().OwnSettings().Values();
+    OwnSettings& settings = m_session.Place().OwnSettings().Values();
     CaptureMainWindowPlacement(Handle(), settings);
     m_panes.StorePositions(settings);
     settings.favoritesOrganizeVisible = m_session.FavoriteKeys().IsOrganizerOpen() ? 1 : 0;
@@ -241,7 +240,7 @@ void frmMain::StoreLayout() {
 void frmMain::OnCheckFiles() {
     m_lookAgain.Stop();
     if (IsWindowEnabled(Handle()) && !m_panes.Keys().IsEditing() &&
-        m_session.TargetFile().CheckOutsideChanges() == OutsideCheck::LookAgain) {
+        m_session.Settings().CheckOutsideChanges() == OutsideCheck::LookAgain) {
         m_lookAgain.Start(Handle(), kLookAgainMs);
     }
 }
@@ -350,7 +349,7 @@ void frmMain::OnLookChanged() {
     ApplyLook(m_look.dpi);
 }
 
-void frmMain::OnTargetChanged() {
+void frmMain::OnSettingsFileChanged() {
     SetWindowTextW(Handle(), Widen(m_session.Caption()).c_str());
 }
 

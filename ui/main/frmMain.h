@@ -61,7 +61,7 @@ private:
     void OnCommandsChanged() override;
     void OnLookChanged() override;
     void OnLanguageChanged() override;
-    void OnTargetChanged() override;
+    void OnSettingsFileChanged() override;
 
     void Execute(Command command) override { m_commands.Execute(command); }
     void ExecuteButton(Command command) override;

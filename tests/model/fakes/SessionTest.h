@@ -28,7 +28,7 @@ protected:
     Workplace& Place() { return Session().Place(); }
     KeySelection& Selection() { return Session().Selection(); }
     OpenDataFile& DataFile() { return Session().DataFile(); }
-    OpenSettings& TargetFile() { return Session().TargetFile(); }
+    OpenSettings& Settings() { return Session().Settings(); }
     KeyCommands& Commands() { return Session().Commands(); }
     FavoritesBook& FavoriteKeys() { return Session().FavoriteKeys(); }
     RecentSettings& Recent() { return Session().Recent(); }
@@ -97,7 +97,7 @@ protected:
                 Commands().Redo();
                 break;
             default:
-                EXPECT_TRUE(TargetFile().SaveToSettingsFile());
+                EXPECT_TRUE(Settings().SaveToSettingsFile());
         }
     }
     // What was saved, without the section by which the file is known for a Wincmd.ini.

@@ -8,7 +8,7 @@ namespace tamarind {
 // The program's own settings while it runs. Flags are numbers: 0 is false, anything else is true.
 // Positions and sizes are in twips. A colour is a COLORREF, or a system colour with the high bit
 // set.
-struct Settings {
+struct OwnSettings {
     std::int32_t commandListShowLines = 0;
     std::int32_t fixedBorders = 0;
     std::int32_t flatUserInterface = 0;

@@ -5,21 +5,21 @@ namespace {
 
 constexpr ScreenSize kScreen = {15360, 11520};
 
-class SettingsStoreTest : public SessionTest {
+class OwnSettingsStoreTest : public SessionTest {
 protected:
-    SettingsStore Loaded() {
-        SettingsStore store(world.files, world.environment, "C:\\Tamarind\\", kScreen);
+    OwnSettingsStore Loaded() {
+        OwnSettingsStore store(world.files, world.environment, "C:\\Tamarind\\", kScreen);
         store.LoadSettings();
         return store;
     }
-    SettingsStore Loaded(const std::string& file) {
+    OwnSettingsStore Loaded(const std::string& file) {
         world.disk.Put(SessionWorld::kOwnSettings, file);
         return Loaded();
     }
 };
 
-TEST_F(SettingsStoreTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
-    const SettingsStore store = Loaded();
+TEST_F(OwnSettingsStoreTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
+    const OwnSettingsStore store = Loaded();
     EXPECT_EQ(store.Values().mainWindowWidth, 9000);
     EXPECT_EQ(store.Values().mainWindowLeft, (15360 - 9000) / 2);
     EXPECT_TRUE(world.disk.BytesOf(SessionWorld::kOwnSettings)
@@ -28,20 +28,20 @@ TEST_F(SettingsStoreTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ToolbarVisible"), "(none)");
 }
 
-TEST_F(SettingsStoreTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
+TEST_F(OwnSettingsStoreTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
     const struct {
         const char* file;
-        std::int32_t Settings::*member;
+        std::int32_t OwnSettings::*member;
         std::int32_t expected;
     } cases[] = {
-        {"", &Settings::mainWindowWidth, 8610},
-        {"[ConfigurationEditor]\nFixedBorders=0", &Settings::fixedBorders, 0},
-        {"[ConfigurationEditor]\nSplitPosition=-5", &Settings::splitPosition, 0},
-        {"[ConfigurationEditor]\nfontsize = 12pt", &Settings::fontSize, 12},
-        {"[ConfigurationEditor]\nFontSize=huge", &Settings::fontSize, 0},
-        {"[Common]\nNumberOfRecentFiles=1", &Settings::numberOfRecentFiles, 2},
-        {"[Common]\nNumberOfRecentFiles=40", &Settings::numberOfRecentFiles, 16},
-        {"[ConfigurationEditor]\nNumberOfRecentFiles=4", &Settings::numberOfRecentFiles, 9},
+        {"", &OwnSettings::mainWindowWidth, 8610},
+        {"[ConfigurationEditor]\nFixedBorders=0", &OwnSettings::fixedBorders, 0},
+        {"[ConfigurationEditor]\nSplitPosition=-5", &OwnSettings::splitPosition, 0},
+        {"[ConfigurationEditor]\nfontsize = 12pt", &OwnSettings::fontSize, 12},
+        {"[ConfigurationEditor]\nFontSize=huge", &OwnSettings::fontSize, 0},
+        {"[Common]\nNumberOfRecentFiles=1", &OwnSettings::numberOfRecentFiles, 2},
+        {"[Common]\nNumberOfRecentFiles=40", &OwnSettings::numberOfRecentFiles, 16},
+        {"[ConfigurationEditor]\nNumberOfRecentFiles=4", &OwnSettings::numberOfRecentFiles, 9},
     };
     for (const auto& testCase : cases) {
         EXPECT_EQ(Loaded(testCase.file).Values().*testCase.member, testCase.expected)
@@ -49,9 +49,10 @@ TEST_F(SettingsStoreTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
     }
 }
 
-TEST_F(SettingsStoreTest, OnlySizesOfUseAreUsed) {
+TEST_F(OwnSettingsStoreTest, OnlySizesOfUseAreUsed) {
     for (const auto& [points, used] : {std::pair(3, 10), {4, 4}, {144, 144}, {145, 10}}) {
-        SettingsStore store = Loaded("[ConfigurationEditor]\nFontSize=" + std::to_string(points));
+        OwnSettingsStore store =
+            Loaded("[ConfigurationEditor]\nFontSize=" + std::to_string(points));
         OptionsListener nobody;
         OptionsEditor(store, world.prompts, "", nobody).SelectFont();
         EXPECT_EQ(world.prompts.fontsShown.back().points, used);
@@ -63,7 +64,7 @@ TEST_F(SettingsStoreTest, OnlySizesOfUseAreUsed) {
     }
 }
 
-TEST_F(SettingsStoreTest, TotalCommandersFolderComesFromSettingEnvironmentOrWindows) {
+TEST_F(OwnSettingsStoreTest, TotalCommandersFolderComesFromSettingEnvironmentOrWindows) {
     EXPECT_EQ(Loaded("[Common]\nTCInstallDir=D:\\Tools\n").Values().totalCommanderFolder,
               "D:\\Tools\\");
     EXPECT_EQ(Loaded("[Common]\n").Values().totalCommanderFolder, "C:\\TC\\");
@@ -71,18 +72,18 @@ TEST_F(SettingsStoreTest, TotalCommandersFolderComesFromSettingEnvironmentOrWind
     EXPECT_EQ(Loaded("[Common]\n").Values().totalCommanderFolder, "C:\\Windows\\");
 }
 
-TEST_F(SettingsStoreTest, OnlyWhatThisProgramChangedIsWritten) {
+TEST_F(OwnSettingsStoreTest, OnlyWhatThisProgramChangedIsWritten) {
     const std::string file =
         "[ConfigurationEditor]\r\nFontSize = 9\r\nMainWindowLeft=10\r\nFontName=Arial\r\n"
         "[OtherEditor]\r\nFontSize=1\r\n";
-    SettingsStore store = Loaded(file);
+    OwnSettingsStore store = Loaded(file);
     EXPECT_TRUE(store.SaveSettings().Succeeded());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), file);
     EXPECT_EQ(world.disk.replaces, 0);
 
     // What a full disk did not take is written by the next save, or holds for this run.
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::DiskFull);
-    store.WriteNow(&Settings::wincmdDataFile, "C:\\my.tmdf");
+    store.WriteNow(&OwnSettings::wincmdDataFile, "C:\\my.tmdf");
     EXPECT_EQ(store.Values().wincmdDataFile, "C:\\my.tmdf");
     store.Values().splitPosition = 4321;
     EXPECT_FALSE(store.SaveSettings().Succeeded());
@@ -112,7 +113,7 @@ TEST_F(SettingsStoreTest, OnlyWhatThisProgramChangedIsWritten) {
 }
 
 // Where the program's own settings are kept.
-TEST_F(SettingsStoreTest, OwnSettingsGoWhereTheyCanBeWritten) {
+TEST_F(OwnSettingsStoreTest, OwnSettingsGoWhereTheyCanBeWritten) {
     const std::string user = "C:\\Users\\me\\Tamarind Editors\\tamarind editors.ini";
     world.environment.variables["APPDATA"] = "C:\\Users\\me";
     StartWith({"[Configuration]\r\n", "", ""});

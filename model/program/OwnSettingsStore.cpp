@@ -1,4 +1,4 @@
-#include "model/program/SettingsStore.h"
+#include "model/program/OwnSettingsStore.h"
 
 #include <algorithm>
 #include <iterator>
@@ -13,7 +13,7 @@
 namespace tamarind {
 namespace {
 
-constexpr std::string_view kEditor = SettingsStore::kSection;
+constexpr std::string_view kEditor = OwnSettingsStore::kSection;
 constexpr std::string_view kCommon = "Common";
 constexpr std::string_view kFileName = "tamarind editors.ini";
 constexpr std::string_view kUserFolder = "Tamarind Editors";
@@ -27,7 +27,7 @@ enum class Written {
     Never,   // set by hand only
 };
 
-using Member = std::variant<std::int32_t Settings::*, std::string Settings::*>;
+using Member = std::variant<std::int32_t OwnSettings::*, std::string OwnSettings::*>;
 
 struct SettingRow {
     std::string_view key;
@@ -44,58 +44,63 @@ struct SettingRow {
 // ReadDefault works it out. The misspelt names "MainWindowMaxmized" and "FavoritesOroganizeVisible"
 // are those of existing files.
 constexpr SettingRow kRows[] = {
-    {"FixedBorders", kEditor, &Settings::fixedBorders, "1", "1", Written::OnSave},
-    {"FlatUserInterface", kEditor, &Settings::flatUserInterface, "0", "0", Written::OnSave},
-    {"ForegroundColor", kEditor, &Settings::foregroundColor, "-2147483640", "-2147483640",
+    {"FixedBorders", kEditor, &OwnSettings::fixedBorders, "1", "1", Written::OnSave},
+    {"FlatUserInterface", kEditor, &OwnSettings::flatUserInterface, "0", "0", Written::OnSave},
+    {"ForegroundColor", kEditor, &OwnSettings::foregroundColor, "-2147483640", "-2147483640",
      Written::OnSave},
-    {"BackgroundColor", kEditor, &Settings::backgroundColor, "-2147483643", "-2147483643",
+    {"BackgroundColor", kEditor, &OwnSettings::backgroundColor, "-2147483643", "-2147483643",
      Written::OnSave},
-    {"FontName", kEditor, &Settings::fontName, "MS Sans Serif", "MS Sans Serif", Written::OnSave},
-    {"FontScript", kEditor, &Settings::fontScript, "1", "1", Written::OnSave},
-    {"FontSize", kEditor, &Settings::fontSize, "10", "10", Written::OnSave},
-    {"FontStyle", kEditor, &Settings::fontStyle, "0", "0", Written::OnSave},
-    {"UseDefaultLanguage", kEditor, &Settings::useDefaultLanguage, "1", "1", Written::OnSave},
-    {"LanguageFile", kCommon, &Settings::languageFile, MissingValueMarker, nullptr,
+    {"FontName", kEditor, &OwnSettings::fontName, "MS Sans Serif", "MS Sans Serif",
      Written::OnSave},
-    {"MainWindowLeft", kEditor, &Settings::mainWindowLeft, "0", "@",
+    {"FontScript", kEditor, &OwnSettings::fontScript, "1", "1", Written::OnSave},
+    {"FontSize", kEditor, &OwnSettings::fontSize, "10", "10", Written::OnSave},
+    {"FontStyle", kEditor, &OwnSettings::fontStyle, "0", "0", Written::OnSave},
+    {"UseDefaultLanguage", kEditor, &OwnSettings::useDefaultLanguage, "1", "1", Written::OnSave},
+    {"LanguageFile", kCommon, &OwnSettings::languageFile, MissingValueMarker, nullptr,
+     Written::OnSave},
+    {"MainWindowLeft", kEditor, &OwnSettings::mainWindowLeft, "0", "@",
      Written::OnSaveUnlessMaximized},
-    {"MainWindowTop", kEditor, &Settings::mainWindowTop, "0", "@", Written::OnSaveUnlessMaximized},
-    {"MainWindowWidth", kEditor, &Settings::mainWindowWidth, "8610", "9000",
+    {"MainWindowTop", kEditor, &OwnSettings::mainWindowTop, "0", "@",
      Written::OnSaveUnlessMaximized},
-    {"MainWindowHeight", kEditor, &Settings::mainWindowHeight, "7230", "7000",
+    {"MainWindowWidth", kEditor, &OwnSettings::mainWindowWidth, "8610", "9000",
      Written::OnSaveUnlessMaximized},
-    {"MainWindowMaxmized", kEditor, &Settings::mainWindowMaximized, "0", "0", Written::OnSave},
-    {"ToolbarVisible", kEditor, &Settings::toolbarVisible, "1", nullptr, Written::OnSave},
-    {"NumberOfRecentFiles", kCommon, &Settings::numberOfRecentFiles, "9", nullptr, Written::OnSave},
-    {"AlwaysRestartTC", kEditor, &Settings::alwaysRestartTC, "0", nullptr, Written::OnSave},
-    {"CommandListShowLines", kEditor, &Settings::commandListShowLines, "0", "0", Written::OnSave},
-    {"ActiveKeyForeColor", kEditor, &Settings::activeKeyForeColor, "16711680", "16711680",
+    {"MainWindowHeight", kEditor, &OwnSettings::mainWindowHeight, "7230", "7000",
+     Written::OnSaveUnlessMaximized},
+    {"MainWindowMaxmized", kEditor, &OwnSettings::mainWindowMaximized, "0", "0", Written::OnSave},
+    {"ToolbarVisible", kEditor, &OwnSettings::toolbarVisible, "1", nullptr, Written::OnSave},
+    {"NumberOfRecentFiles", kCommon, &OwnSettings::numberOfRecentFiles, "9", nullptr,
      Written::OnSave},
-    {"AutoSelectNextKey", kEditor, &Settings::autoSelectNextKey, "0", "0", Written::OnSave},
-    {"DescriptionPanelHeight", kEditor, &Settings::descriptionPanelHeight, "4000", "4000",
+    {"AlwaysRestartTC", kEditor, &OwnSettings::alwaysRestartTC, "0", nullptr, Written::OnSave},
+    {"CommandListShowLines", kEditor, &OwnSettings::commandListShowLines, "0", "0",
      Written::OnSave},
-    {"SplitPosition", kEditor, &Settings::splitPosition, "4000", "4000", Written::OnSave},
-    {"DescriptionVisible", kEditor, &Settings::descriptionVisible, "1", nullptr, Written::OnSave},
-    {"FavoritesOroganizeVisible", kEditor, &Settings::favoritesOrganizeVisible, "0", nullptr,
+    {"ActiveKeyForeColor", kEditor, &OwnSettings::activeKeyForeColor, "16711680", "16711680",
      Written::OnSave},
-    {"WcxftpFile", kEditor, &Settings::wcxFtpFile, "", nullptr, Written::OnSave, false},
-    {"TCInstallDir", kCommon, &Settings::totalCommanderFolder, "@", nullptr, Written::Never},
-    {"ShowControlsBackColor", kCommon, &Settings::showControlsBackColor, "0", nullptr,
+    {"AutoSelectNextKey", kEditor, &OwnSettings::autoSelectNextKey, "0", "0", Written::OnSave},
+    {"DescriptionPanelHeight", kEditor, &OwnSettings::descriptionPanelHeight, "4000", "4000",
+     Written::OnSave},
+    {"SplitPosition", kEditor, &OwnSettings::splitPosition, "4000", "4000", Written::OnSave},
+    {"DescriptionVisible", kEditor, &OwnSettings::descriptionVisible, "1", nullptr,
+     Written::OnSave},
+    {"FavoritesOroganizeVisible", kEditor, &OwnSettings::favoritesOrganizeVisible, "0", nullptr,
+     Written::OnSave},
+    {"WcxftpFile", kEditor, &OwnSettings::wcxFtpFile, "", nullptr, Written::OnSave, false},
+    {"TCInstallDir", kCommon, &OwnSettings::totalCommanderFolder, "@", nullptr, Written::Never},
+    {"ShowControlsBackColor", kCommon, &OwnSettings::showControlsBackColor, "0", nullptr,
      Written::Never},
-    {"FavoriteWindowLeft", kEditor, &Settings::favoriteWindowLeft, "0", nullptr,
+    {"FavoriteWindowLeft", kEditor, &OwnSettings::favoriteWindowLeft, "0", nullptr,
      Written::WithFavoriteWindow},
-    {"FavoriteWindowTop", kEditor, &Settings::favoriteWindowTop, "0", nullptr,
+    {"FavoriteWindowTop", kEditor, &OwnSettings::favoriteWindowTop, "0", nullptr,
      Written::WithFavoriteWindow},
-    {"FavoriteWindowWidth", kEditor, &Settings::favoriteWindowWidth, "2600", nullptr,
+    {"FavoriteWindowWidth", kEditor, &OwnSettings::favoriteWindowWidth, "2600", nullptr,
      Written::WithFavoriteWindow},
-    {"FavoriteWindowHeight", kEditor, &Settings::favoriteWindowHeight, "7020", nullptr,
+    {"FavoriteWindowHeight", kEditor, &OwnSettings::favoriteWindowHeight, "7020", nullptr,
      Written::WithFavoriteWindow},
-    {"WincmdDataFile", kEditor, &Settings::wincmdDataFile, "@", nullptr, Written::AtOnce},
-    {"WcxftpDataFile", kEditor, &Settings::wcxFtpDataFile, "@", nullptr, Written::AtOnce},
-    {"StartUpIniFile", kEditor, &Settings::startUpIniFile, "Wincmd", nullptr, Written::AtOnce},
-    {"UserDefinedWincmd", kCommon, &Settings::userDefinedWincmd, MissingValueMarker, nullptr,
+    {"WincmdDataFile", kEditor, &OwnSettings::wincmdDataFile, "@", nullptr, Written::AtOnce},
+    {"WcxftpDataFile", kEditor, &OwnSettings::wcxFtpDataFile, "@", nullptr, Written::AtOnce},
+    {"StartUpIniFile", kEditor, &OwnSettings::startUpIniFile, "Wincmd", nullptr, Written::AtOnce},
+    {"UserDefinedWincmd", kCommon, &OwnSettings::userDefinedWincmd, MissingValueMarker, nullptr,
      Written::AtOnce},
-    {"UserDefinedWcxftp", kEditor, &Settings::userDefinedWcxFtp, "", nullptr, Written::AtOnce},
+    {"UserDefinedWcxftp", kEditor, &OwnSettings::userDefinedWcxFtp, "", nullptr, Written::AtOnce},
 };
 
 bool IsMember(const SettingRow& row, const Member& member) {
@@ -104,10 +109,10 @@ bool IsMember(const SettingRow& row, const Member& member) {
 
 // Whether it is one of the settings that are held back while they are not applied.
 bool IsLook(const SettingRow& row) {
-    const Member look[] = {&Settings::foregroundColor,    &Settings::backgroundColor,
-                           &Settings::activeKeyForeColor, &Settings::fontName,
-                           &Settings::fontScript,         &Settings::fontSize,
-                           &Settings::fontStyle};
+    const Member look[] = {&OwnSettings::foregroundColor,    &OwnSettings::backgroundColor,
+                           &OwnSettings::activeKeyForeColor, &OwnSettings::fontName,
+                           &OwnSettings::fontScript,         &OwnSettings::fontSize,
+                           &OwnSettings::fontStyle};
     return std::ranges::find(look, row.member) != std::end(look);
 }
 
@@ -118,8 +123,8 @@ std::size_t RowOf(const Member& member) {
 
 }  // namespace
 
-SettingsStore::SettingsStore(IniFiles& files, const Environment& environment,
-                             std::string programFolder, ScreenSize screen)
+OwnSettingsStore::OwnSettingsStore(IniFiles& files, const Environment& environment,
+                                   std::string programFolder, ScreenSize screen)
     : m_files(files),
       m_environment(environment),
       m_programFolder(std::move(programFolder)),
@@ -127,36 +132,36 @@ SettingsStore::SettingsStore(IniFiles& files, const Environment& environment,
       m_path(m_programFolder + std::string(kFileName)),
       m_stored(std::size(kRows)) {}
 
-std::string SettingsStore::TextOf(std::size_t row) const {
-    if (const auto* number = std::get_if<std::int32_t Settings::*>(&kRows[row].member)) {
+std::string OwnSettingsStore::TextOf(std::size_t row) const {
+    if (const auto* number = std::get_if<std::int32_t OwnSettings::*>(&kRows[row].member)) {
         return std::to_string(m_values.**number);
     }
-    return m_values.*std::get<std::string Settings::*>(kRows[row].member);
+    return m_values.*std::get<std::string OwnSettings::*>(kRows[row].member);
 }
 
-void SettingsStore::SetText(std::size_t row, const std::string& text) {
-    if (const auto* number = std::get_if<std::int32_t Settings::*>(&kRows[row].member)) {
+void OwnSettingsStore::SetText(std::size_t row, const std::string& text) {
+    if (const auto* number = std::get_if<std::int32_t OwnSettings::*>(&kRows[row].member)) {
         m_values.** number = LeadingInteger(text);
     } else {
-        m_values.*std::get<std::string Settings::*>(kRows[row].member) = text;
+        m_values.*std::get<std::string OwnSettings::*>(kRows[row].member) = text;
     }
 }
 
-std::string SettingsStore::ReadDefault(std::size_t row) const {
+std::string OwnSettingsStore::ReadDefault(std::size_t row) const {
     const SettingRow& setting = kRows[row];
-    if (IsMember(setting, &Settings::wincmdDataFile)) {
+    if (IsMember(setting, &OwnSettings::wincmdDataFile)) {
         return m_programFolder + "Data Files\\tc all keys english.tmdf";
     }
-    if (IsMember(setting, &Settings::wcxFtpDataFile)) {
+    if (IsMember(setting, &OwnSettings::wcxFtpDataFile)) {
         return m_programFolder + "Data Files\\tc wcx_ftp keys english.tmdf";
     }
-    if (IsMember(setting, &Settings::totalCommanderFolder)) {
+    if (IsMember(setting, &OwnSettings::totalCommanderFolder)) {
         return m_environment.Variable("Commander_Path");
     }
     return std::string(setting.defaultWhenRead);
 }
 
-void SettingsStore::SetFirstStartDefaults() {
+void OwnSettingsStore::SetFirstStartDefaults() {
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
         SetText(row, kRows[row].firstStart != nullptr ? kRows[row].firstStart : ReadDefault(row));
     }
@@ -165,7 +170,7 @@ void SettingsStore::SetFirstStartDefaults() {
 }
 
 // Also enforces the limits that hold whatever the file says.
-void SettingsStore::Derive() {
+void OwnSettingsStore::Derive() {
     m_values.expandedLanguageFile = ExpandPathVariables(m_values.languageFile, m_environment);
     m_values.numberOfRecentFiles = std::clamp(m_values.numberOfRecentFiles, 2, 16);
     m_values.splitPosition = std::max(m_values.splitPosition, 0);
@@ -175,7 +180,7 @@ void SettingsStore::Derive() {
     m_values.totalCommanderFolder = AddBackslash(m_values.totalCommanderFolder);
 }
 
-void SettingsStore::RememberAll() {
+void OwnSettingsStore::RememberAll() {
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
         m_stored[row] = TextOf(row);
     }
@@ -183,7 +188,7 @@ void SettingsStore::RememberAll() {
 
 // Makes the file of a new user. False if that is not possible; Values() then has what it would
 // hold.
-bool SettingsStore::MakeFile(const std::string& path) {
+bool OwnSettingsStore::MakeFile(const std::string& path) {
     SetFirstStartDefaults();
     ProfileTransaction transaction(m_files, path);
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
@@ -195,7 +200,7 @@ bool SettingsStore::MakeFile(const std::string& path) {
 }
 
 // A file beside the program comes first, so that the program can run from a memory stick.
-bool SettingsStore::Locate() {
+bool OwnSettingsStore::Locate() {
     m_path = m_programFolder + std::string(kFileName);
     FileSystem& disk = m_files.Files();
     if (FileExists(m_path, disk) || MakeFile(m_path)) {
@@ -217,7 +222,7 @@ bool SettingsStore::Locate() {
     return true;
 }
 
-void SettingsStore::LoadSettings() {
+void OwnSettingsStore::LoadSettings() {
     if (!Locate()) {
         Derive();
         RememberAll();
@@ -231,25 +236,25 @@ void SettingsStore::LoadSettings() {
     RememberAll();
 }
 
-void SettingsStore::ReadRow(const IniDocument& file, std::size_t row) {
+void OwnSettingsStore::ReadRow(const IniDocument& file, std::size_t row) {
     const auto value =
         kRows[row].isRead ? file.FindValue(kRows[row].section, kRows[row].key) : std::nullopt;
     SetText(row, value ? std::string(CutToBuffer(*value)) : ReadDefault(row));
 }
 
-void SettingsStore::ReloadOptions() {
+void OwnSettingsStore::ReloadOptions() {
     const IniSnapshot snapshot = m_files.Read(m_path);
     if (snapshot.error != FileError::None) {
         return;
     }
     for (const Member member :
-         {Member(&Settings::commandListShowLines), Member(&Settings::fixedBorders),
-          Member(&Settings::flatUserInterface), Member(&Settings::foregroundColor),
-          Member(&Settings::backgroundColor), Member(&Settings::activeKeyForeColor),
-          Member(&Settings::fontName), Member(&Settings::fontScript), Member(&Settings::fontSize),
-          Member(&Settings::fontStyle), Member(&Settings::useDefaultLanguage),
-          Member(&Settings::languageFile), Member(&Settings::alwaysRestartTC),
-          Member(&Settings::autoSelectNextKey)}) {
+         {Member(&OwnSettings::commandListShowLines), Member(&OwnSettings::fixedBorders),
+          Member(&OwnSettings::flatUserInterface), Member(&OwnSettings::foregroundColor),
+          Member(&OwnSettings::backgroundColor), Member(&OwnSettings::activeKeyForeColor),
+          Member(&OwnSettings::fontName), Member(&OwnSettings::fontScript),
+          Member(&OwnSettings::fontSize), Member(&OwnSettings::fontStyle),
+          Member(&OwnSettings::useDefaultLanguage), Member(&OwnSettings::languageFile),
+          Member(&OwnSettings::alwaysRestartTC), Member(&OwnSettings::autoSelectNextKey)}) {
         const std::size_t row = RowOf(member);
         ReadRow(*snapshot.document, row);
         m_stored[row] = TextOf(row);
@@ -258,7 +263,7 @@ void SettingsStore::ReloadOptions() {
     Derive();
 }
 
-void SettingsStore::SetLanguageFile(const std::string& path) {
+void OwnSettingsStore::SetLanguageFile(const std::string& path) {
     m_values.languageFile = path;
     Derive();
 }
@@ -267,7 +272,7 @@ void SettingsStore::SetLanguageFile(const std::string& path) {
 // read or last written.
 template <typename IsWritten>
 // Writes the settings that have changed and of which `isWritten` is true, all in one step.
-WriteResult SettingsStore::WriteChanged(IsWritten isWritten) {
+WriteResult OwnSettingsStore::WriteChanged(IsWritten isWritten) {
     ProfileTransaction transaction(m_files, m_path);
     std::vector<std::string> texts = m_stored;
     for (std::size_t row = 0; row < std::size(kRows); ++row) {
@@ -286,18 +291,18 @@ WriteResult SettingsStore::WriteChanged(IsWritten isWritten) {
     return saved;
 }
 
-WriteResult SettingsStore::SaveSettings() {
+WriteResult OwnSettingsStore::SaveSettings() {
     return WriteChanged([&](Written written) {
         return written == Written::OnSave ||
                (written == Written::OnSaveUnlessMaximized && m_values.mainWindowMaximized == 0);
     });
 }
 
-void SettingsStore::WriteFavoriteWindow() {
+void OwnSettingsStore::WriteFavoriteWindow() {
     WriteChanged([](Written written) { return written == Written::WithFavoriteWindow; });
 }
 
-void SettingsStore::WriteNow(std::string Settings::*member, const std::string& value) {
+void OwnSettingsStore::WriteNow(std::string OwnSettings::*member, const std::string& value) {
     m_values.*member = value;
     const std::size_t row = RowOf(member);
     cProfile(m_files).WriteStringValue(kRows[row].section, kRows[row].key, value, m_path);

@@ -7,7 +7,7 @@
 
 #include "core/ini/IniFiles.h"
 #include "core/system/Environment.h"
-#include "model/program/Settings.h"
+#include "model/program/OwnSettings.h"
 
 namespace tamarind {
 
@@ -21,18 +21,18 @@ struct ScreenSize {
 // stands beside the program or, if none can be made there, in the user's own folder for settings
 // (APPDATA). Other programs of the family share the file, each with a section of its own. Which
 // settings there are, with their keys and defaults, is one table in the source.
-class SettingsStore {
+class OwnSettingsStore {
 public:
     // The section of most settings, and of the list of recent files.
     static constexpr std::string_view kSection = "ConfigurationEditor";
 
     // `programFolder` ends with a backslash.
-    SettingsStore(IniFiles& files, const Environment& environment, std::string programFolder,
-                  ScreenSize screen);
+    OwnSettingsStore(IniFiles& files, const Environment& environment, std::string programFolder,
+                     ScreenSize screen);
 
     // The settings may be changed directly; SaveSettings finds out which of them were.
-    Settings& Values() { return m_values; }
-    const Settings& Values() const { return m_values; }
+    OwnSettings& Values() { return m_values; }
+    const OwnSettings& Values() const { return m_values; }
 
     // Reads all settings. At the first start the file is made with the values for a new user; if it
     // cannot be made, these values hold for this run.
@@ -54,7 +54,7 @@ public:
 
     // Sets one text and writes it at once. The MissingValueMarker is not written. A failure is not
     // reported: the text holds for this run.
-    void WriteNow(std::string Settings::*member, const std::string& value);
+    void WriteNow(std::string OwnSettings::*member, const std::string& value);
 
     // Writes the place of the organize window in the same way.
     void WriteFavoriteWindow();
@@ -84,7 +84,7 @@ private:
     ScreenSize m_screen;
     std::string m_path;
     std::shared_ptr<const IniDocument> m_file;  // held for the other readers of the file at a start
-    Settings m_values;
+    OwnSettings m_values;
     bool m_isLookApplied = true;
     std::vector<std::string> m_stored;  // each setting's text as read or last written
 };
