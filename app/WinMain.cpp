@@ -132,6 +132,8 @@ int Run(const std::string& commandLine, int showCommand) {
 }  // namespace
 }  // namespace tamarind
 
+// The signature is that of Windows.
+// NOLINTNEXTLINE(readability-non-const-parameter)
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR lpCmdLine, int nShowCmd) {
     return tamarind::Guarded(EXIT_FAILURE,
                              [&] { return tamarind::Run(tamarind::Trimmed(lpCmdLine), nShowCmd); });
