@@ -10,6 +10,8 @@ namespace tamarind {
 // Files in memory, for tests above the calls of the system: counts what is asked of it, and its
 // clock and errors are set from outside. Every path can be written unless an error is set for it.
 class MemoryFileSystem final : public FileSystem {
+    FaultyDisk m_disk;  // before `now`, which is a part of it
+
 public:
     MemoryFileSystem() {
         now = 1'000'000'000'000;
@@ -96,7 +98,6 @@ public:
     void Sleep(unsigned) override {}
 
 private:
-    FaultyDisk m_disk;
     SafeReplace m_replace{m_disk};
     std::map<std::string, FileError, LessIgnoreCase> m_readErrors;
     std::map<std::string, FileError, LessIgnoreCase> m_replaceErrors;
