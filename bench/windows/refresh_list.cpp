@@ -17,7 +17,7 @@ public:
     explicit BenchRegistry(std::string settings) : m_settings(std::move(settings)) {}
 
     std::optional<RegistryValue> Query(std::uint32_t, const std::string&,
-                                       const std::string& valueName) override {
+                                       const std::string& valueName, RegistryView) override {
         if (valueName != "IniFileName") {
             return std::nullopt;
         }

@@ -112,12 +112,10 @@ public:
     // Whether a save would have anything to write.
     bool HasPending() const;
 
-    // Records of one name and target section are about the same line of the settings: each pending
-    // change is one of all of them. Visits them in order; most keys are alone.
-    template <typename Visit>
     // Twins are records with the same name and target section, in different categories: they mean
     // the same line of the settings, so a pending change of one is a change of all. Visits all
     // twins of a key in their order, itself included; most keys are alone.
+    template <typename Visit>
     void ForEachTwin(KeyNumber key, Visit visit);
     // The first of the twins, which stands for all of them where each line of the settings counts
     // once. The first call takes longer (FindTwins).
