@@ -20,20 +20,13 @@ void Prefetch(std::string_view text) {
 #endif
 }
 
-// The place of a key in the settings.
-struct Place {
-    KeyState state = KeyState::Absent;
-    IniDocument::LineId line = IniDocument::kNone;
-    std::size_t file = 0;
-};
-
 // Looks keys up in the settings. The section of the last key is kept, because neighbouring records
 // nearly always share it.
 class SettingsReader {
 public:
     explicit SettingsReader(const SettingsFiles& settings) : m_settings(settings) {}
 
-    Place Find(const KeyStore& store, KeyNumber key) {
+    SettingsPlace Find(const KeyStore& store, KeyNumber key) {
         SetSection(store.TargetSection(key));
         const std::string_view name = store.KeyName(key);
         // If the section is in the settings file itself, the name makes no difference.
@@ -52,7 +45,7 @@ public:
     }
 
     // The value as the key list shows it; nothing for an absent key.
-    std::optional<std::string_view> ValueAt(const Place& place) const {
+    std::optional<std::string_view> ValueAt(const SettingsPlace& place) const {
         return place.line == IniDocument::kNone
                    ? std::nullopt
                    : std::optional(CutToBuffer(Document(place.file).Value(place.line)));
@@ -96,7 +89,7 @@ KeyStore::Documents DocumentsOf(const SettingsFiles& settings) {
 }
 
 // Whether a pending change asks for what the settings say already, so that it is no conflict.
-bool IsAsPending(const KeyStore& store, KeyNumber key, const Place& place,
+bool IsAsPending(const KeyStore& store, KeyNumber key, const SettingsPlace& place,
                  std::optional<std::string_view> value) {
     switch (store.CurrentState(key)) {
         case KeyState::ToBeDeleted:
@@ -119,8 +112,8 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
         if (key + kKeysAhead <= store.Size()) {
             Prefetch(store.KeyName(key + kKeysAhead));
         }
-        const Place place = reader.Find(store, key);
-        store.SetFromSettings(key, place.state, place.line, place.file);
+        const SettingsPlace place = reader.Find(store, key);
+        store.SetFromSettings(key, place);
     }
 }
 
@@ -131,12 +124,14 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
     store.SetSettingsBelowPending(DocumentsOf(now));
     OutsideChanges changes;
     for (KeyNumber key = 1; key <= store.Size(); ++key) {
-        const Place was = former.Find(store, key);
-        const Place is = present.Find(store, key);
+        // Where nothing is pending the record itself knows.
+        const SettingsPlace was =
+            store.IsPending(key) ? former.Find(store, key) : store.PlaceOf(key);
+        const SettingsPlace is = present.Find(store, key);
         const auto value = present.ValueAt(is);
         const bool isChanged = was.state != is.state || former.ValueAt(was) != value;
         if (!store.IsPending(key)) {
-            store.SetFromSettings(key, is.state, is.line, is.file);
+            store.SetFromSettings(key, is);
             if (isChanged) {
                 changes.changed.push_back(key);
             }
@@ -151,15 +146,13 @@ OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
 }
 
 void TakeFromSettings(KeyStore& store, KeyNumber key, const SettingsFiles& settings) {
-    const Place place = SettingsReader(settings).Find(store, key);
-    store.ForEachTwin(key, [&](KeyNumber twin) {
-        store.SetFromSettings(twin, place.state, place.line, place.file);
-    });
+    const SettingsPlace place = SettingsReader(settings).Find(store, key);
+    store.ForEachTwin(key, [&](KeyNumber twin) { store.SetFromSettings(twin, place); });
 }
 
 std::string LineInSettings(const KeyStore& store, KeyNumber key, const SettingsFiles& settings) {
     SettingsReader reader(settings);
-    const Place place = reader.Find(store, key);
+    const SettingsPlace place = reader.Find(store, key);
     if (place.state == KeyState::Absent) {
         return {};
     }

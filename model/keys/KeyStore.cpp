@@ -122,11 +122,10 @@ void KeyStore::SetSettings(Documents settings) {
 void KeyStore::SetSettingsBelowPending(Documents settings) {
     std::deque<std::string> kept;
     for (KeyNumber key = 1; key <= m_keys.size(); ++key) {
-        StoredKey& stored = m_keys[key - 1];
         const auto value = IsPending(key) ? WholeValue(key) : std::nullopt;
-        stored.hasOwnValue = value.has_value();
-        stored.value = IniDocument::kNone;
         if (value) {
+            StoredKey& stored = m_keys[key - 1];
+            stored.hasOwnValue = true;
             stored.value = static_cast<std::uint32_t>(kept.size());
             kept.emplace_back(*value);
         }
@@ -135,12 +134,12 @@ void KeyStore::SetSettingsBelowPending(Documents settings) {
     m_settings = std::move(settings);
 }
 
-void KeyStore::SetFromSettings(KeyNumber key, KeyState state, LineId line, std::size_t file) {
+void KeyStore::SetFromSettings(KeyNumber key, const SettingsPlace& place) {
     StoredKey& stored = m_keys[key - 1];
-    stored.initialState = state;
-    stored.currentState = state;
-    stored.value = line;
-    stored.file = static_cast<std::uint8_t>(file);
+    stored.initialState = place.state;
+    stored.currentState = place.state;
+    stored.value = place.line;
+    stored.file = static_cast<std::uint8_t>(place.file);
     stored.hasOwnValue = false;
 }
 
@@ -218,7 +217,7 @@ void KeyStore::SetState(KeyNumber key, KeyState currentState) {
 }
 
 void KeyStore::SetSaved(KeyNumber key) {
-    SetFromSettings(key, KeyState::Absent, IniDocument::kNone, 0);
+    SetFromSettings(key, {});
 }
 
 std::optional<std::string_view> KeyStore::WholeValue(KeyNumber key) const {

@@ -31,6 +31,13 @@ inline constexpr std::string_view kEntrySeparator = "///";
 // default value "1" and the description "On".
 KeyEntry SplitEntry(std::string_view value);
 
+// Where the settings have a key: its line, or none, in one of their files.
+struct SettingsPlace {
+    KeyState state = KeyState::Absent;  // Absent, Active or Commented
+    IniDocument::LineId line = IniDocument::kNone;
+    std::size_t file = 0;
+};
+
 // Every key of the open data file, in the order of the file, with its place and state in the
 // settings and its pending change. A record takes 16 bytes: its texts stay in the documents of the
 // data file and of the settings, and a KeyRecord is put together when it is asked for.
@@ -100,12 +107,16 @@ public:
     // before SetFromSettings has been called for it.
     using Documents = std::vector<const IniDocument*>;
     void SetSettings(Documents settings);
-    // The same, but records with a pending change keep it, and only the others have to be set.
+    // The same, but records with a pending change keep it, and only the others have to be set;
+    // until then PlaceOf is the former place.
     void SetSettingsBelowPending(Documents settings);
 
-    // Sets both states of a record as the settings have them. `line` is its line, or kNone, in file
-    // number `file` of the settings.
-    void SetFromSettings(KeyNumber key, KeyState state, LineId line, std::size_t file);
+    // Sets both states of a record as the settings have them.
+    void SetFromSettings(KeyNumber key, const SettingsPlace& place);
+    // Only for records without a pending change.
+    SettingsPlace PlaceOf(KeyNumber key) const {
+        return {Stored(key).initialState, Stored(key).value, Stored(key).file};
+    }
     // For a record with a pending change, which stays: only what the settings have has changed.
     void SetInitialState(KeyNumber key, KeyState state) { m_keys[key - 1].initialState = state; }
     bool IsPending(KeyNumber key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
