@@ -12,6 +12,7 @@ IniDocument IniDocument::Parse(std::string bytes, CodePage codePage) {
     document.m_codePage = codePage;
     document.m_bytes = std::move(bytes);
     IniParser(document).ParseFile();
+    document.m_parsedSize = document.m_bytes.size();
     return document;
 }
 
@@ -33,6 +34,66 @@ std::string IniDocument::Bytes() const {
         run = line.bytes;
     }
     return result.append(m_bytes, run.begin, run.end - run.begin).append(m_tail);
+}
+
+std::vector<IniDocument::Edit> IniDocument::Edits() const {
+    std::vector<Edit> edits;
+    Edit edit;
+    const auto endAt = [&](std::size_t end) {
+        edit.end = end;
+        if (edit.begin != edit.end || !edit.added.empty()) {
+            edits.push_back(std::move(edit));
+        }
+        edit = {};
+    };
+    edit.begin = MarkBytes(m_mark).size();
+    for (LineId id = m_firstLine; id != kNone; id = LineBehind(id)) {
+        const IniLine& line = m_lines[id];
+        if (line.kind == IniLineKind::Deleted) {
+            continue;
+        }
+        if (line.bytes.begin < m_parsedSize) {
+            endAt(line.bytes.begin);
+            edit.begin = line.bytes.end;
+        } else {
+            edit.added.append(m_bytes, line.bytes.begin, line.bytes.end - line.bytes.begin);
+        }
+    }
+    endAt(m_parsedSize);
+    return edits;
+}
+
+std::string IniDocument::Decode(std::string_view bytes) const {
+    if (m_mark == FileMark::Utf16Le) {
+        return DecodeUtf16Le(bytes);
+    }
+    if (IsAscii(bytes)) {
+        return std::string(bytes);
+    }
+    if (m_mark == FileMark::Utf8) {
+        return DecodeCodePage(bytes, kCodePageUtf8);
+    }
+    const std::size_t inner = std::min(bytes.find(kUtf8MarkBytes), bytes.size());
+    std::string text = DecodeCodePage(bytes.substr(0, inner), m_codePage);
+    if (inner < bytes.size()) {
+        text += DecodeCodePage(bytes.substr(inner + kUtf8MarkBytes.size()), kCodePageUtf8);
+    }
+    return text;
+}
+
+std::vector<std::string> IniDocument::LinesOf(std::string_view bytes) const {
+    const bool isWide = m_mark == FileMark::Utf16Le;
+    const std::string wide = isWide ? DecodeUtf16Le(bytes) : std::string();
+    std::string_view rest = isWide ? wide : bytes;
+    std::vector<std::string> lines;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+        const std::string_view line = rest.substr(0, end);
+        lines.push_back(isWide ? std::string(line) : Decode(line));
+        rest.remove_prefix(rest.substr(end).starts_with("\r\n") ? end + 2
+                                                                : std::min(end + 1, rest.size()));
+    }
+    return lines;
 }
 
 std::optional<IniDocument::SectionId> IniDocument::FindSection(std::string_view name) const {
@@ -126,19 +187,11 @@ std::vector<std::string> IniDocument::LineTexts(LineId line) const {
     if (IsIniKey(record.kind)) {
         return {std::string(KeyName(line)) + "=" + std::string(QuotedValue(line))};
     }
-    const bool isWide = m_mark == FileMark::Utf16Le;
-    const CodePage codePage = m_mark == FileMark::None ? m_codePage : kCodePageUtf8;
-    const std::string_view bytes = Text(record.bytes, false);
-    const std::string wide = isWide ? DecodeUtf16Le(bytes) : std::string();
-    std::string_view rest = isWide ? wide : bytes;
     std::vector<std::string> texts;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
-        const std::string_view text = TrimIniBlanks(rest.substr(0, end));
-        if (!text.empty()) {
-            texts.push_back(IsAscii(text) ? std::string(text) : DecodeCodePage(text, codePage));
+    for (const std::string& text : LinesOf(Text(record.bytes, false))) {
+        if (const std::string_view trimmed = TrimIniBlanks(text); !trimmed.empty()) {
+            texts.emplace_back(trimmed);
         }
-        rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     return texts;
 }

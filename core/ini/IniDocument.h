@@ -60,6 +60,22 @@ public:
     // The file's bytes with all edits.
     std::string Bytes() const;
 
+    // What edits have made of the bytes that were parsed, in their order: bytes from `begin` to
+    // before `end` (in the whole file, its mark included) were replaced by `added`. Ranges begin
+    // and end with lines, and do not touch.
+    struct Edit {
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        std::string added;
+    };
+    std::vector<Edit> Edits() const;
+
+    // 2 in UTF-16 files, otherwise 1.
+    std::size_t BytesPerUnit() const { return m_mark == FileMark::Utf16Le ? 2 : 1; }
+
+    // Some whole lines of the file, or of what an edit has added, as texts without line ends.
+    std::vector<std::string> LinesOf(std::string_view bytes) const;
+
     // Including deleted lines; several lines of prose in a row count as one.
     std::size_t LineCount() const { return m_lines.size(); }
     std::size_t SectionCount() const { return m_sections.size(); }
@@ -180,6 +196,8 @@ private:
         std::uint32_t Hash(LineId id) const { return document->m_lines[id].nameHash; }
     };
 
+    // Text in the encoding of the file, of which a value may be UTF-8 after a mark of its own.
+    std::string Decode(std::string_view bytes) const;
     // The next line of the file, deleted ones included; kNone after the last.
     LineId LineBehind(LineId line) const {
         return !m_nextLines.empty()        ? m_nextLines[line]
@@ -238,9 +256,10 @@ private:
     CodePage m_codePage = 0;
     mutable std::optional<bool> m_isText;
     FileMark m_mark = FileMark::None;
-    std::string m_bytes;    // the file's bytes, then those of edited and new lines
-    std::string m_tail;     // an odd last byte of UTF-16, written back as it is
-    std::string m_decoded;  // names and values of lines that are not UTF-8
+    std::string m_bytes;           // the file's bytes, then those of edited and new lines
+    std::size_t m_parsedSize = 0;  // of the file's bytes
+    std::string m_tail;            // an odd last byte of UTF-16, written back as it is
+    std::string m_decoded;         // names and values of lines that are not UTF-8
     std::vector<IniLine> m_lines;
     std::vector<LineId> m_nextLines;  // by line; empty while the next line is the next number
     std::vector<Section> m_sections;

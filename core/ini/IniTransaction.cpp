@@ -161,6 +161,10 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
         if (replaced.error != FileError::None && !replaced.foreign) {
             m_isBackedUp[path] = !isFirst;
         }
+        if (replaced.error == FileError::None && isFirst && m_backup == Backup::Yes &&
+            entry.onDisk) {
+            m_haveBackups.insert(path);
+        }
         if (replaced.foreign) {
             const bool isReplaced = replaced.error == FileError::None;
             Remember(path, entry, isReplaced ? FileState(bytes) : FileState(), std::move(replaced));
@@ -172,6 +176,7 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
     }
     if (written.result.Succeeded()) {
         written.result.aside.clear();
+        written.hasBackup = m_haveBackups.contains(path);
         DeleteFormer(path);
         entry.error = FileError::None;
         entry.document = std::make_shared<const IniDocument>(std::move(document));

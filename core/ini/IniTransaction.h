@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,7 @@ public:
     struct Written {
         WriteResult result;
         bool isAgain = false;
+        bool hasBackup = false;  // the former file is among the backups
     };
     Written Edit(const std::string& path, const std::function<IniEdit(IniDocument&)>& edit);
 
@@ -94,6 +96,7 @@ private:
     std::map<std::string, Unmerged> m_unmerged;
     std::map<std::string, std::string> m_madeFrom;
     std::map<std::string, bool> m_isBackedUp;
+    std::set<std::string> m_haveBackups;  // files that were there to be backed up
     int m_changes = 0;
 };
 

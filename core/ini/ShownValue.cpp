@@ -26,25 +26,31 @@ IniEdit WriteExactValue(IniDocument& document, std::string_view section, std::st
 }
 
 IniEdit WriteShownValue(IniDocument& document, std::string_view section, std::string_view key,
-                        KeyForm form, bool replacesOtherForm, std::string_view shown) {
+                        KeyForm form, bool replacesOtherForm, std::string_view shown,
+                        bool keepsSpaces) {
     const std::string commented = ";" + std::string(key);
     const bool isCommented = form == KeyForm::Commented;
     const std::string_view name = isCommented ? std::string_view(commented) : key;
     const std::string_view otherName = isCommented ? key : std::string_view(commented);
-    if (replacesOtherForm && !document.FindValue(section, name)) {
-        const IniEdit edit = document.ToggleComment(section, key, isCommented);
-        if (IsRefused(edit)) {
-            return edit;
-        }
+    IniEdit result = IniEdit::Unchanged;
+    // False if the edit was refused, which is the result then.
+    const auto goesOnAfter = [&result](IniEdit edit) {
+        result = edit == IniEdit::Unchanged ? result : edit;
+        return !IsRefused(edit);
+    };
+    if (replacesOtherForm && !document.FindValue(section, name) &&
+        !goesOnAfter(document.ToggleComment(section, key, isCommented))) {
+        return result;
     }
-    const auto present = document.FindValue(section, name);
-    if (present != shown) {
-        const IniEdit edit = document.SetValue(section, name, WithSafeQuotes(StoredValue(shown)));
-        if (IsRefused(edit)) {
-            return edit;
-        }
+    const std::string_view stored = keepsSpaces ? shown : StoredValue(shown);
+    if (document.FindValue(section, name) != shown &&
+        !goesOnAfter(document.SetValue(section, name, WithSafeQuotes(stored)))) {
+        return result;
     }
-    return replacesOtherForm ? document.DeleteKey(section, otherName) : IniEdit::Changed;
+    if (replacesOtherForm) {
+        goesOnAfter(document.DeleteKey(section, otherName));
+    }
+    return result;
 }
 
 }  // namespace tamarind

@@ -17,9 +17,10 @@ std::string_view StoredValue(std::string_view shown);
 IniEdit WriteExactValue(IniDocument& document, std::string_view section, std::string_view key,
                         std::string_view value);
 
-// Writes a value as the user sees it, so that reading gives it back without the spaces around it: a
-// text that reading would strip of its outer quotes gets one more pair. `shown` is the whole value,
-// however long; a line that reads as it already keeps its bytes. With `replacesOtherForm` the key
+// Writes a value as the user sees it, so that reading gives it back without the spaces around it,
+// or with them if `keepsSpaces`: a text that reading would strip of its outer quotes gets one more
+// pair. `shown` is the whole value, however long; a line that reads as it already keeps its bytes.
+// With `replacesOtherForm` the key
 // has only the form `form` afterwards: its line of this form is used if there is one, otherwise the
 // first line of the other form is turned into it where it stands. For the value 2 and the form
 // Active:
@@ -29,6 +30,7 @@ IniEdit WriteExactValue(IniDocument& document, std::string_view section, std::st
 //   ;A=1        A=2                  ;A=1 and A=2
 //   A=1, ;A=3   A=2                  A=2, ;A=3
 IniEdit WriteShownValue(IniDocument& document, std::string_view section, std::string_view key,
-                        KeyForm form, bool replacesOtherForm, std::string_view shown);
+                        KeyForm form, bool replacesOtherForm, std::string_view shown,
+                        bool keepsSpaces = false);
 
 }  // namespace tamarind

@@ -1,6 +1,6 @@
 #include "model/files/ExchangeFile.h"
 
-#include <unordered_set>
+#include <algorithm>
 
 #include "core/ini/ShownValue.h"
 #include "core/ini/cProfile.h"
@@ -8,44 +8,39 @@
 namespace tamarind {
 namespace {
 
-// `whole` is the whole value of the record, however long.
-IniEdit WriteKey(const KeyRecord& record, std::string_view whole, IniDocument& file) {
+// Spaces around a value that waits to be saved are written if they will be saved.
+IniEdit WriteKey(const KeyStore& store, KeyNumber key, IniDocument& file) {
+    const KeyRecord record = store.Record(key);
     const KeyLooks looks = record.Looks();
     if (!looks.isGhosted) {
         const KeyForm form = looks.isChecked ? KeyForm::Active : KeyForm::Commented;
-        return WriteShownValue(file, record.targetSection, record.keyName, form, true, whole);
+        return WriteShownValue(file, record.targetSection, record.keyName, form, true,
+                               store.WholeValue(key).value_or(std::string_view()),
+                               !store.IsPending(key) || store.KeepsSpaces(key));
     }
     const IniEdit edit = file.DeleteKey(record.targetSection, ";" + std::string(record.keyName));
     return IsRefused(edit) ? edit : file.DeleteKey(record.targetSection, record.keyName);
 }
 
-// False if a value that would have to change, here or in the file, is longer than the receive
-// buffer.
-bool ReadKey(const IniDocument& file, KeyNumber key, KeyStore& store) {
+KeyChange ChangeOf(const IniDocument& file, KeyNumber key, const KeyStore& store) {
     const std::string_view section = store.TargetSection(key);
     const std::string_view name = store.KeyName(key);
-    const auto active = file.FindValue(section, name);
-    const auto commented = active ? std::nullopt : file.FindValue(section, ";" + std::string(name));
-    const std::string_view value = active.value_or(commented.value_or(std::string_view()));
-    if (!store.CanEditValue(key) || CutToBuffer(value).size() < value.size()) {
-        return value == store.WholeValue(key);
+    if (const auto active = file.FindValue(section, name)) {
+        return {key, KeyState::ValueSet, std::string(*active)};
     }
-    store.SetValue(key, std::string(value),
-                   active      ? KeyState::ValueSet
-                   : commented ? KeyState::ToBeCommented
-                               : KeyState::ToBeDeleted);
-    return true;
+    if (const auto commented = file.FindValue(section, ";" + std::string(name))) {
+        return {key, KeyState::ToBeCommented, std::string(*commented)};
+    }
+    return {key, KeyState::ToBeDeleted, {}};
 }
 
 }  // namespace
 
-WriteResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniFiles& files,
-                              const std::string& path) {
+WriteResult WriteExchangeFile(const KeyStore& store, const std::vector<KeyNumber>& keys,
+                              IniFiles& files, const std::string& path) {
     return EditIniFile(files, path, [&](IniDocument& file) {
-        for (std::size_t row = 0; row < keys.Size(); ++row) {
-            const KeyNumber key = keys.KeyAt(row);
-            const IniEdit edit = WriteKey(store.Record(key),
-                                          store.WholeValue(key).value_or(std::string_view()), file);
+        for (const KeyNumber key : keys) {
+            const IniEdit edit = WriteKey(store, key, file);
             if (IsRefused(edit)) {
                 return edit;
             }
@@ -54,26 +49,24 @@ WriteResult WriteExchangeFile(const KeyStore& store, const KeyList& keys, IniFil
     });
 }
 
-bool HasSetKey(const KeyList& keys, const KeyStore& store) {
-    for (std::size_t row = 0; row < keys.Size(); ++row) {
-        if (!LooksOf(store.CurrentState(keys.KeyAt(row)), {}).isGhosted) {
-            return true;
-        }
-    }
-    return false;
+bool HasSetKey(const std::vector<KeyNumber>& keys, const KeyStore& store) {
+    return std::ranges::any_of(
+        keys, [&](KeyNumber key) { return !LooksOf(store.CurrentState(key), {}).isGhosted; });
 }
 
-std::vector<KeyNumber> ReadExchangeFile(const IniDocument& file, const KeyList& keys,
-                                        KeyStore& store) {
-    std::vector<KeyNumber> skipped;
-    std::unordered_set<KeyNumber> done;
-    for (std::size_t row = 0; row < keys.Size(); ++row) {
-        const KeyNumber key = keys.KeyAt(row);
-        if (done.insert(store.FirstTwin(key)).second && !ReadKey(file, key, store)) {
-            skipped.push_back(key);
+ExchangeContent ReadExchangeFile(const IniDocument& file, const std::vector<KeyNumber>& keys,
+                                 const KeyStore& store) {
+    ExchangeContent content;
+    for (const KeyNumber key : store.WithoutTwins(keys)) {
+        KeyChange change = ChangeOf(file, key, store);
+        const bool isShort = CutToBuffer(change.value).size() == change.value.size();
+        if (store.CanEditValue(key) && isShort) {
+            content.changes.push_back(std::move(change));
+        } else if (change.value != store.WholeValue(key)) {
+            content.skipped.push_back(key);
         }
     }
-    return skipped;
+    return content;
 }
 
 }  // namespace tamarind

@@ -44,11 +44,16 @@ public:
                 found.commented, section.file};
     }
 
-    // The value as the key list shows it; nothing for an absent key.
-    std::optional<std::string_view> ValueAt(const SettingsPlace& place) const {
+    // Nothing for an absent key.
+    std::optional<std::string_view> WholeValueAt(const SettingsPlace& place) const {
         return place.line == IniDocument::kNone
                    ? std::nullopt
-                   : std::optional(CutToBuffer(Document(place.file).Value(place.line)));
+                   : std::optional(Document(place.file).Value(place.line));
+    }
+    // The same as the key list shows it.
+    std::optional<std::string_view> ValueAt(const SettingsPlace& place) const {
+        const auto value = WholeValueAt(place);
+        return value ? std::optional(CutToBuffer(*value)) : std::nullopt;
     }
 
 private:
@@ -119,47 +124,48 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
 
 OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
                                   const SettingsFiles& now) {
-    SettingsReader former(before);
+    const SettingsReader former(before);
     SettingsReader present(now);
     store.SetSettingsBelowPending(DocumentsOf(now));
     OutsideChanges changes;
     for (KeyNumber key = 1; key <= store.Size(); ++key) {
-        // Where nothing is pending the record itself knows.
-        const SettingsPlace was =
-            store.IsPending(key) ? former.Find(store, key) : store.PlaceOf(key);
+        const SettingsPlace was = store.PlaceOf(key);
         const SettingsPlace is = present.Find(store, key);
+        store.SetPlace(key, is);
         const auto value = present.ValueAt(is);
-        const bool isChanged = was.state != is.state || former.ValueAt(was) != value;
-        if (!store.IsPending(key)) {
-            store.SetFromSettings(key, is);
-            if (isChanged) {
-                changes.changed.push_back(key);
-            }
+        if (was.state == is.state && former.ValueAt(was) == value) {
             continue;
         }
-        store.SetInitialState(key, is.state);
-        if (isChanged && !IsAsPending(store, key, is, value) && store.FirstTwin(key) == key) {
+        if (!store.IsPending(key)) {
+            changes.changed.push_back(key);
+        } else if (!IsAsPending(store, key, is, value) && store.FirstTwin(key) == key) {
             changes.conflicts.push_back(key);
         }
     }
     return changes;
 }
 
-void TakeFromSettings(KeyStore& store, KeyNumber key, const SettingsFiles& settings) {
-    const SettingsPlace place = SettingsReader(settings).Find(store, key);
-    store.ForEachTwin(key, [&](KeyNumber twin) { store.SetFromSettings(twin, place); });
+std::vector<HistoryEntry> EntriesOf(const KeyStore& store, const std::vector<KeyNumber>& keys,
+                                    const SettingsFiles& settings) {
+    SettingsReader reader(settings);
+    std::vector<HistoryEntry> entries;
+    for (const KeyNumber key : store.WithoutTwins(keys)) {
+        const SettingsPlace place = reader.Find(store, key);
+        const std::string_view value = reader.WholeValueAt(place).value_or(std::string_view());
+        entries.push_back({HistoryEntry::Kind::Whole, key, std::string(value), place.state, false});
+    }
+    return entries;
 }
 
-std::string LineInSettings(const KeyStore& store, KeyNumber key, const SettingsFiles& settings) {
-    SettingsReader reader(settings);
-    const SettingsPlace place = reader.Find(store, key);
-    if (place.state == KeyState::Absent) {
+std::string LineInSettings(const KeyStore& store, KeyNumber key) {
+    const auto value = store.ValueInSettings(key);
+    if (!value) {
         return {};
     }
-    std::string line(place.state == KeyState::Commented ? ";" : "");
+    std::string line(store.PlaceOf(key).state == KeyState::Commented ? ";" : "");
     line += store.KeyName(key);
     line += '=';
-    return line += *reader.ValueAt(place);
+    return line += CutToBuffer(*value);
 }
 
 }  // namespace tamarind

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/files/SettingsFiles.h"
+#include "model/keys/KeyHistory.h"
 #include "model/keys/KeyStore.h"
 
 namespace tamarind {
@@ -30,11 +31,12 @@ struct OutsideChanges {
 OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
                                   const SettingsFiles& now);
 
-// Drops the pending change of a record and of its twins: they show what the settings have.
-void TakeFromSettings(KeyStore& store, KeyNumber key, const SettingsFiles& settings);
+// How settings have these keys, for a step of the history; of twins the first given one.
+std::vector<HistoryEntry> EntriesOf(const KeyStore& store, const std::vector<KeyNumber>& keys,
+                                    const SettingsFiles& settings);
 
 // The line that a key has in the settings, as the key list would show it (";" first if it is
 // commented out, its value cut to the receive buffer); empty if there is none.
-std::string LineInSettings(const KeyStore& store, KeyNumber key, const SettingsFiles& settings);
+std::string LineInSettings(const KeyStore& store, KeyNumber key);
 
 }  // namespace tamarind

@@ -7,53 +7,6 @@
 #include "model/files/SettingsWriter.h"
 
 namespace tamarind {
-namespace {
-
-// Does to the document what the action says for the key.
-IniEdit Apply(IniDocument& document, const SaveAction& action, const KeyStore& store,
-              KeyNumber key) {
-    const std::string_view section = store.TargetSection(key);
-    const std::string_view name = store.KeyName(key);
-    if (action.writes) {
-        const bool replacesOther = action.deletesActive || action.deletesCommented;
-        return WriteShownValue(document, section, name, *action.writes, replacesOther,
-                               store.WholeValue(key).value_or(std::string_view()));
-    }
-    IniEdit edit = IniEdit::Unchanged;
-    if (action.deletesActive) {
-        edit = document.DeleteKey(section, name);
-    }
-    if (action.deletesCommented) {
-        edit = document.DeleteKey(section, ";" + std::string(name));
-    }
-    return edit;
-}
-
-}  // namespace
-
-std::optional<SaveAction> SaveActionOf(KeyState currentState, KeyState initialState) {
-    SaveAction action;
-    switch (currentState) {
-        case KeyState::ToBeDeleted:
-            action.deletesActive = initialState == KeyState::Active;
-            action.deletesCommented = initialState == KeyState::Commented;
-            return action;
-        case KeyState::ValueSet:
-            action.deletesCommented = initialState == KeyState::Commented;
-            action.writes = KeyForm::Active;
-            return action;
-        case KeyState::ToBeCommented:
-            action.deletesActive = initialState == KeyState::Active;
-            action.writes = KeyForm::Commented;
-            return action;
-        case KeyState::Absent:
-        case KeyState::Active:
-        case KeyState::Commented:
-            break;
-    }
-    return std::nullopt;
-}
-
 SaveResult SettingsWriter::Save() {
     std::vector<std::string> paths = m_settings.Paths();
     Step step = Step::BeginAgain;
@@ -111,7 +64,7 @@ SettingsWriter::Step SettingsWriter::Prepare(std::vector<std::string>& paths) {
 
 // Files that are gone are made again with what they held, not with the pending changes alone.
 SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now) {
-    const auto pending = PendingKeys(now);
+    const auto pending = PendingKeysByFile(m_store, now);
     for (std::size_t at = 0; at < pending.size(); ++at) {
         const SettingsFiles::File& file = now.Files()[at];
         if (pending[at].empty() || !file.isKept || !IsMissing(file.error) ||
@@ -130,22 +83,8 @@ SettingsWriter::Step SettingsWriter::AskAboutGoneFiles(const SettingsFiles& now)
     return Step::GoOn;
 }
 
-// For each file, the keys with pending changes: of twins the first one, in the order of the data
-// file.
-std::vector<std::vector<KeyNumber>> SettingsWriter::PendingKeys(
-    const SettingsFiles& settings) const {
-    std::vector<std::vector<KeyNumber>> pending(settings.Files().size());
-    for (KeyNumber key = 1; key <= m_store.Size(); ++key) {
-        if (m_store.IsPending(key) && m_store.FirstTwin(key) == key) {
-            pending[settings.FileOf(m_store.TargetSection(key), m_store.KeyName(key))].push_back(
-                key);
-        }
-    }
-    return pending;
-}
-
 SettingsWriter::Step SettingsWriter::WriteFiles() {
-    const auto pending = PendingKeys(m_settings);
+    const auto pending = PendingKeysByFile(m_store, m_settings);
     std::set<KeyNumber> saved;
     bool isAgain = false;
     for (std::size_t at = 0; at < pending.size() && !isAgain; ++at) {
@@ -156,6 +95,7 @@ SettingsWriter::Step SettingsWriter::WriteFiles() {
         isAgain = WriteFile(path, pending[at]);
         if (!isAgain && !m_failed.contains(path)) {
             for (const KeyNumber key : pending[at]) {
+                m_result.saved.push_back(key);
                 m_store.ForEachTwin(key, [&](KeyNumber twin) {
                     m_store.SetSaved(twin);
                     saved.insert(twin);
@@ -174,8 +114,7 @@ bool SettingsWriter::WriteFile(const std::string& path, const std::vector<KeyNum
     std::optional<KeyNumber> refused;
     const IniTransaction::Written written = m_transaction.Edit(path, [&](IniDocument& document) {
         for (const KeyNumber key : keys) {
-            const auto action = SaveActionOf(m_store.CurrentState(key), m_store.InitialState(key));
-            const IniEdit edit = Apply(document, *action, m_store, key);
+            const IniEdit edit = ApplyPendingChange(document, m_store, key);
             if (IsRefused(edit)) {
                 refused = key;
                 return edit;
@@ -187,6 +126,7 @@ bool SettingsWriter::WriteFile(const std::string& path, const std::vector<KeyNum
         m_failed.insert(path);
         m_result.failures.push_back({path, written.result, refused});
     }
+    m_result.hasBackup |= written.hasBackup;
     return written.isAgain;
 }
 
@@ -204,7 +144,7 @@ void SettingsWriter::TakeRecords(SettingsFiles now, const std::set<KeyNumber>& s
 
 // The same error for every file that has something to be written.
 void SettingsWriter::FailAll(FileError error) {
-    const auto pending = PendingKeys(m_settings);
+    const auto pending = PendingKeysByFile(m_store, m_settings);
     for (std::size_t at = 0; at < pending.size(); ++at) {
         const std::string& path = m_settings.Files()[at].path;
         if (!pending[at].empty() && m_failed.insert(path).second) {

@@ -6,27 +6,12 @@
 #include <vector>
 
 #include "core/ini/IniTransaction.h"
-#include "core/ini/ShownValue.h"
 #include "model/files/KeyStates.h"
+#include "model/files/SaveActions.h"
 #include "model/files/SettingsFiles.h"
 #include "model/keys/KeyStore.h"
 
 namespace tamarind {
-
-// What a save does for one key in its file.
-struct SaveAction {
-    bool deletesActive = false;
-    bool deletesCommented = false;
-    std::optional<KeyForm> writes;
-};
-
-// What a save does by the two states of a key; nothing if no change is pending.
-//
-//   current         initial: Absent    Active                       Commented
-//   ToBeDeleted     -                  delete A=                    delete ;A=
-//   ValueSet        write A=           write A=                     write A=, delete ;A=
-//   ToBeCommented   write ;A=          write ;A=, delete A=         write ;A=
-std::optional<SaveAction> SaveActionOf(KeyState currentState, KeyState initialState);
 
 // What came of a save: the files that could not be written, and why.
 struct SaveResult {
@@ -36,7 +21,9 @@ struct SaveResult {
         std::optional<KeyNumber> refusedKey;  // the key whose edit was refused
     };
     std::vector<Failure> failures;
-    bool isCancelled = false;  // by the user, in a question
+    bool isCancelled = false;      // by the user, in a question
+    std::vector<KeyNumber> saved;  // the keys that were written; of twins the first one
+    bool hasBackup = false;        // of a file that was written
     bool Succeeded() const { return failures.empty() && !isCancelled; }
 };
 
@@ -89,7 +76,6 @@ private:
     Step WriteFiles();
     bool WriteFile(const std::string& path, const std::vector<KeyNumber>& keys);
     void TakeRecords(SettingsFiles now, const std::set<KeyNumber>& saved);
-    std::vector<std::vector<KeyNumber>> PendingKeys(const SettingsFiles& settings) const;
     void FailAll(FileError error);
     SettingsFiles ReadAll();
 

@@ -1,14 +1,24 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "model/keys/KeyHistory.h"
 #include "model/keys/KeyStore.h"
 
 namespace tamarind {
 
-// The user's changes of keys. Each one sets a pending state in the store and adds a step to the
-// history; nothing is written to a file. Changes apply to all twins of a key.
+// A change of one key that is to be: its value, spaces around it included, and the pending state
+// that comes with it.
+struct KeyChange {
+    KeyNumber key = 0;
+    KeyState state = KeyState::ValueSet;
+    std::string value;
+};
+
+// The user's changes of keys. Each one sets pending states in the store and adds a step to the
+// history; nothing is written to a file. Changes apply to all twins of a key: of several that are
+// given, one counts.
 class KeyEditor {
 public:
     explicit KeyEditor(KeyStore& store) : m_store(store) {}
@@ -16,25 +26,36 @@ public:
     // The value is kept as it is given, and the key becomes active with the next save.
     void SetValue(KeyNumber key, const std::string& value);
 
-    // Comments an active key out, with its value. Returns false, and does nothing, for any other
-    // key.
-    bool Comment(KeyNumber key);
+    // Comments the active keys among these out, with their values. Returns those.
+    std::vector<KeyNumber> Comment(const std::vector<KeyNumber>& keys);
 
-    // Deletes a key that has a line, commented out or not. Returns false for an absent key.
-    bool Delete(KeyNumber key);
+    // Deletes the keys among these that have a line, commented out or not. Returns those. The step
+    // is of the kind Delete or Reset.
+    std::vector<KeyNumber> Delete(const std::vector<KeyNumber>& keys,
+                                  StepKind kind = StepKind::Delete);
 
-    // The key that changed, or nothing if the list was empty.
-    std::optional<KeyNumber> Undo() { return m_history.Undo(m_store); }
-    std::optional<KeyNumber> Redo() { return m_history.Redo(m_store); }
+    // Makes these changes pending, in one step.
+    void Change(StepKind kind, const std::vector<KeyChange>& changes);
 
-    bool CanUndo() const { return m_history.CanUndo(); }
-    bool CanRedo() const { return m_history.CanRedo(); }
+    // Drops the pending changes of these keys. Returns those that had one.
+    std::vector<KeyNumber> Discard(const std::vector<KeyNumber>& keys);
+
+    // Adds a step for what has happened to keys already: `former` is how they were.
+    void RecordStep(StepKind kind, std::vector<HistoryEntry> former) {
+        m_history.Record({kind, std::move(former)});
+    }
+
+    // The keys that changed; none if the list was empty.
+    std::vector<KeyNumber> Undo() { return m_history.Undo(m_store); }
+    std::vector<KeyNumber> Redo() { return m_history.Redo(m_store); }
+
+    const KeyHistory& History() const { return m_history; }
     void ClearHistory() { m_history.Clear(); }
-    // Drops the steps of keys that another program has changed.
+    // Drops the entries of keys that another program has changed.
     void Forget(const std::vector<KeyNumber>& keys) { m_history.Forget(keys); }
 
 private:
-    void RecordValue(KeyNumber key);
+    HistoryEntry ValueEntry(KeyNumber key) const;
 
     KeyStore& m_store;
     KeyHistory m_history;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,40 +9,63 @@
 
 namespace tamarind {
 
-// One step of the history: the value of a key before a change, or the change of its comment mark.
-// The state before is not recorded: an empty value stands for no value, too, so that undoing a
-// change of "A=" marks the key for deletion.
+// How a key was before a change.
 struct HistoryEntry {
+    enum class Kind : std::uint8_t {
+        Value,   // Its value. An empty one stands for no value, too, so that undoing a change of
+                 // "A=" marks the key for deletion. The state is not recorded.
+        Toggle,  // The other of "commented out" and "active".
+        Whole,   // Its value and its state, as they were.
+    };
+    Kind kind = Kind::Value;
     KeyNumber key = 0;
-    bool isCommentToggle = false;
     std::string value;
+    KeyState state = KeyState::Absent;  // of Whole, as the next one
+    bool keepsSpaces = false;
 };
 
-// What can be undone and redone, without a limit. Entries are plain data; KeyEditor records them.
+// What the user did in one step, for its name in the menu.
+enum class StepKind : std::uint8_t { Value, Comment, Delete, Reset, Import, Discard, Restore };
+
+// What is undone and redone together. Each of the keys occurs once.
+struct HistoryStep {
+    StepKind kind = StepKind::Value;
+    std::vector<HistoryEntry> entries;
+};
+
+// How a key is now, to be brought back as it is.
+HistoryEntry WholeEntry(const KeyStore& store, KeyNumber key);
+
+// What can be undone and redone, without a limit. Steps are plain data; KeyEditor records them.
 class KeyHistory {
 public:
-    // Adds a step. What was undone before can no longer be redone.
-    void Record(HistoryEntry entry);
+    // Adds a step, unless it has no entries. What was undone before can no longer be redone.
+    void Record(HistoryStep step);
     void Clear();
 
-    // Drops the steps of keys whose values are no longer those that the steps began from.
+    // Drops the entries of keys whose values are no longer those that the steps began from, and the
+    // steps that have no others.
     void Forget(const std::vector<KeyNumber>& keys);
 
-    bool CanUndo() const { return !m_undo.empty(); }
-    bool CanRedo() const { return !m_redo.empty(); }
+    // The step that is next to be undone or redone; null if there is none.
+    const HistoryStep* NextUndo() const { return Next(m_undo); }
+    const HistoryStep* NextRedo() const { return Next(m_redo); }
 
-    // Applies the newest entry of one list to the store and puts its inverse into the other list.
-    // Returns the key that changed, or nothing if there was no entry. The key always gets a pending
-    // state, even if its value is then the one in the settings.
-    std::optional<KeyNumber> Undo(KeyStore& store) { return Replay(m_undo, m_redo, store); }
-    std::optional<KeyNumber> Redo(KeyStore& store) { return Replay(m_redo, m_undo, store); }
+    // Applies the newest step of one list to the store and puts its inverse into the other list.
+    // Returns the keys that changed. By Value and Toggle a key always gets a pending state, even if
+    // its value is then the one in the settings.
+    std::vector<KeyNumber> Undo(KeyStore& store) { return Replay(m_undo, m_redo, store); }
+    std::vector<KeyNumber> Redo(KeyStore& store) { return Replay(m_redo, m_undo, store); }
 
 private:
-    using Entries = std::vector<HistoryEntry>;
-    static std::optional<KeyNumber> Replay(Entries& from, Entries& to, KeyStore& store);
+    using Steps = std::vector<HistoryStep>;
+    static const HistoryStep* Next(const Steps& steps) {
+        return steps.empty() ? nullptr : &steps.back();
+    }
+    static std::vector<KeyNumber> Replay(Steps& from, Steps& to, KeyStore& store);
 
-    Entries m_undo;
-    Entries m_redo;
+    Steps m_undo;
+    Steps m_redo;
 };
 
 }  // namespace tamarind

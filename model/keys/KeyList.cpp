@@ -13,6 +13,11 @@ std::string VisibleText(const KeyRecord& record) {
     return text;
 }
 
+std::string LineOfState(const KeyRecord& record) {
+    const KeyLooks looks = record.Looks();
+    return looks.isGhosted ? std::string() : (looks.isChecked ? "" : ";") + VisibleText(record);
+}
+
 std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view category,
                           KeyFilter filter) {
     m_rows.clear();

@@ -15,6 +15,10 @@ enum class KeyFilter { ShowAll, ShowActive, ShowInactive };
 // commented out or not, and the bare name for any other.
 std::string VisibleText(const KeyRecord& record);
 
+// The line that a key has or will have in the settings, ";" first if it is commented out; empty for
+// none.
+std::string LineOfState(const KeyRecord& record);
+
 // The rows of the key list: a snapshot of key numbers, taken when a category is shown. A change of
 // a record changes the text of its row, but never which rows there are.
 class KeyList {
@@ -25,6 +29,7 @@ public:
                      KeyFilter filter);
     void Clear() { m_rows.clear(); }
 
+    const std::vector<KeyNumber>& All() const { return m_rows; }
     std::size_t Size() const { return m_rows.size(); }
     // `row` is less than Size().
     KeyNumber KeyAt(std::size_t row) const { return m_rows[row]; }

@@ -16,6 +16,10 @@ enum class KeyState : char {
     ToBeCommented = '5',
 };
 
+// The pending state that makes a key what it is in another state: one that was absent is to be
+// deleted. A pending state is its own.
+KeyState PendingStateFor(KeyState state);
+
 // Pictures of the key list's image list, counted from 1.
 enum class KeyIcon : std::uint8_t { Numeric = 1, Text = 2, Commented = 3 };
 
@@ -47,6 +51,10 @@ struct KeyRecord {
 
     KeyLooks Looks() const;
 };
+
+// Whether a key has, or will have, an active line with another value than its default: numbers
+// compare by value, and a key without a known default differs.
+bool DiffersFromDefault(const KeyRecord& record);
 
 // The looks that belong to a state. The icon is that of a commented-out key or else follows from
 // the kind of the default value.

@@ -1,12 +1,14 @@
 #include "model/keys/KeyStore.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include "core/ini/cProfile.h"
 #include "core/text/Unicode.h"
 
 namespace tamarind {
+
 KeyEntry SplitEntry(std::string_view value) {
     const std::size_t separator = value.find(kEntrySeparator);
     if (separator == std::string_view::npos) {
@@ -21,6 +23,7 @@ void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string no
     m_oddNames.clear();
     m_isInFileOrder = true;
     m_ownValues.clear();
+    m_pending.clear();
     m_ownDescriptions.clear();
     m_twins.clear();
     m_twinsOf.clear();
@@ -114,6 +117,7 @@ KeyNumber KeyStore::KeyAtLine(LineId line) const {
 
 void KeyStore::SetSettings(Documents settings) {
     m_ownValues.clear();
+    m_pending.clear();
     m_settings = std::move(settings);
 }
 
@@ -121,13 +125,12 @@ void KeyStore::SetSettings(Documents settings) {
 // are released.
 void KeyStore::SetSettingsBelowPending(Documents settings) {
     std::deque<std::string> kept;
-    for (KeyNumber key = 1; key <= m_keys.size(); ++key) {
-        const auto value = IsPending(key) ? WholeValue(key) : std::nullopt;
-        if (value) {
+    for (const auto& [key, place] : m_pending) {
+        if (const auto value = WholeValue(key)) {
+            kept.emplace_back(*value);
             StoredKey& stored = m_keys[key - 1];
             stored.hasOwnValue = true;
-            stored.value = static_cast<std::uint32_t>(kept.size());
-            kept.emplace_back(*value);
+            stored.value = static_cast<std::uint32_t>(kept.size() - 1);
         }
     }
     m_ownValues = std::move(kept);
@@ -135,22 +138,53 @@ void KeyStore::SetSettingsBelowPending(Documents settings) {
 }
 
 void KeyStore::SetFromSettings(KeyNumber key, const SettingsPlace& place) {
+    if (IsPending(key)) {
+        m_pending.erase(key);
+    }
     StoredKey& stored = m_keys[key - 1];
     stored.initialState = place.state;
     stored.currentState = place.state;
     stored.value = place.line;
     stored.file = static_cast<std::uint8_t>(place.file);
     stored.hasOwnValue = false;
+    stored.keepsSpaces = false;
 }
 
-bool KeyStore::HasPending() const {
-    return std::ranges::any_of(
-        m_keys, [](const StoredKey& key) { return key.currentState >= KeyState::ToBeDeleted; });
+void KeyStore::SetPlace(KeyNumber key, const SettingsPlace& place) {
+    if (!IsPending(key)) {
+        SetFromSettings(key, place);
+        return;
+    }
+    m_keys[key - 1].initialState = place.state;
+    m_pending[key] = place;
+}
+
+SettingsPlace KeyStore::PlaceOf(KeyNumber key) const {
+    const StoredKey& stored = Stored(key);
+    return IsPending(key) ? m_pending.at(key)
+                          : SettingsPlace{stored.initialState, stored.value, stored.file};
+}
+
+std::optional<std::string_view> KeyStore::ValueInSettings(KeyNumber key) const {
+    const SettingsPlace place = PlaceOf(key);
+    return place.line == IniDocument::kNone
+               ? std::nullopt
+               : std::optional(m_settings[place.file]->Value(place.line));
+}
+
+std::vector<KeyNumber> KeyStore::PendingKeys() const {
+    std::vector<KeyNumber> keys;
+    for (const auto& [key, place] : m_pending) {
+        if (FirstTwin(key) == key) {
+            keys.push_back(key);
+        }
+    }
+    return keys;
 }
 
 // Done when a key is changed for the first time: it takes a noticeable part of the time of loading.
 // Sorting by hash puts twins next to each other.
-void KeyStore::FindTwins() {
+void KeyStore::FindTwins() const {
     if (std::exchange(m_areTwinsKnown, true)) {
         return;
     }
@@ -179,7 +213,7 @@ bool KeyStore::AreTwins(KeyNumber left, KeyNumber right) const {
            EqualsIgnoreCase(TargetSection(left), TargetSection(right));
 }
 
-void KeyStore::AddTwin(KeyNumber key, KeyNumber twin) {
+void KeyStore::AddTwin(KeyNumber key, KeyNumber twin) const {
     const auto [known, isNew] = m_twinsOf.try_emplace(key, m_twins.size());
     if (isNew) {
         m_twins.push_back({key});
@@ -188,10 +222,21 @@ void KeyStore::AddTwin(KeyNumber key, KeyNumber twin) {
     m_twinsOf[twin] = m_twinsOf[key];
 }
 
-KeyNumber KeyStore::FirstTwin(KeyNumber key) {
+KeyNumber KeyStore::FirstTwin(KeyNumber key) const {
     FindTwins();
     const auto twins = m_twinsOf.find(key);
     return twins == m_twinsOf.end() ? key : m_twins[twins->second].front();
+}
+
+std::vector<KeyNumber> KeyStore::WithoutTwins(const std::vector<KeyNumber>& keys) const {
+    std::vector<KeyNumber> result;
+    std::unordered_set<KeyNumber> seen;
+    for (const KeyNumber key : keys) {
+        if (seen.insert(FirstTwin(key)).second) {
+            result.push_back(key);
+        }
+    }
+    return result;
 }
 
 void KeyStore::SetOwnValue(KeyNumber key, const std::string& value) {
@@ -205,15 +250,31 @@ void KeyStore::SetOwnValue(KeyNumber key, const std::string& value) {
     m_ownValues.push_back(value);
 }
 
-void KeyStore::SetValue(KeyNumber key, const std::string& value, KeyState currentState) {
+void KeyStore::NotePlace(KeyNumber key) {
+    if (!IsPending(key)) {
+        m_pending.emplace(key, PlaceOf(key));
+    }
+}
+
+void KeyStore::SetValue(KeyNumber key, const std::string& value, KeyState currentState,
+                        bool keepsSpaces) {
     ForEachTwin(key, [&](KeyNumber twin) {
+        NotePlace(twin);
         SetOwnValue(twin, value);
+        m_keys[twin - 1].keepsSpaces = keepsSpaces;
         m_keys[twin - 1].currentState = currentState;
     });
 }
 
 void KeyStore::SetState(KeyNumber key, KeyState currentState) {
-    ForEachTwin(key, [&](KeyNumber twin) { m_keys[twin - 1].currentState = currentState; });
+    ForEachTwin(key, [&](KeyNumber twin) {
+        NotePlace(twin);
+        m_keys[twin - 1].currentState = currentState;
+    });
+}
+
+void KeyStore::Discard(KeyNumber key) {
+    ForEachTwin(key, [&](KeyNumber twin) { SetFromSettings(twin, PlaceOf(twin)); });
 }
 
 void KeyStore::SetSaved(KeyNumber key) {

@@ -107,35 +107,45 @@ public:
     // before SetFromSettings has been called for it.
     using Documents = std::vector<const IniDocument*>;
     void SetSettings(Documents settings);
-    // The same, but records with a pending change keep it, and only the others have to be set;
-    // until then PlaceOf is the former place.
+    // The same, but pending changes stay. SetPlace has to be called for each record; until then
+    // PlaceOf is where the former settings had it.
     void SetSettingsBelowPending(Documents settings);
 
     // Sets both states of a record as the settings have them.
     void SetFromSettings(KeyNumber key, const SettingsPlace& place);
-    // Only for records without a pending change.
-    SettingsPlace PlaceOf(KeyNumber key) const {
-        return {Stored(key).initialState, Stored(key).value, Stored(key).file};
-    }
-    // For a record with a pending change, which stays: only what the settings have has changed.
-    void SetInitialState(KeyNumber key, KeyState state) { m_keys[key - 1].initialState = state; }
+    // The same, but of a record with a pending change only the initial state: its change stays.
+    void SetPlace(KeyNumber key, const SettingsPlace& place);
+    // Where the settings have a record, whatever change of it is pending, and with which value.
+    SettingsPlace PlaceOf(KeyNumber key) const;
+    std::optional<std::string_view> ValueInSettings(KeyNumber key) const;
+
     bool IsPending(KeyNumber key) const { return CurrentState(key) >= KeyState::ToBeDeleted; }
     // Whether a save would have anything to write.
-    bool HasPending() const;
+    bool HasPending() const { return !m_pending.empty(); }
+    // The records with a pending change in the order of the data file; of twins the first one.
+    std::vector<KeyNumber> PendingKeys() const;
 
     // Twins are records with the same name and target section, in different categories: they mean
     // the same line of the settings, so a pending change of one is a change of all. Visits all
     // twins of a key in their order, itself included; most keys are alone.
     template <typename Visit>
-    void ForEachTwin(KeyNumber key, Visit visit);
+    void ForEachTwin(KeyNumber key, Visit visit) const;
     // The first of the twins, which stands for all of them where each line of the settings counts
     // once. The first call takes longer (FindTwins).
-    KeyNumber FirstTwin(KeyNumber key);
+    KeyNumber FirstTwin(KeyNumber key) const;
+
+    // Of each group of twins among these keys the first given one.
+    std::vector<KeyNumber> WithoutTwins(const std::vector<KeyNumber>& keys) const;
 
     // Sets a pending change of the key and its twins: a value, which may be empty, and its state.
-    void SetValue(KeyNumber key, const std::string& value, KeyState currentState);
+    // Spaces around a value that the user has typed do not count; with `keepsSpaces` they do.
+    void SetValue(KeyNumber key, const std::string& value, KeyState currentState,
+                  bool keepsSpaces = false);
+    bool KeepsSpaces(KeyNumber key) const { return Stored(key).keepsSpaces; }
     // The same without changing the value.
     void SetState(KeyNumber key, KeyState currentState);
+    // Drops the pending change of the key and its twins: they show what the settings have.
+    void Discard(KeyNumber key);
 
     // Ends the pending change of one record, which has to be set from the settings next.
     void SetSaved(KeyNumber key);
@@ -164,9 +174,10 @@ private:
         std::uint8_t file = 0;  // of the line, among the settings' files
         KeyState initialState = KeyState::Absent;
         KeyState currentState = KeyState::Absent;
-        bool isNamed = false;      // its name is among the odd ones
-        bool hasOwnValue = false;  // its value is among the own ones
-        bool saveDescription = false;
+        bool isNamed : 1 = false;      // its name is among the odd ones
+        bool hasOwnValue : 1 = false;  // its value is among the own ones
+        bool keepsSpaces : 1 = false;  // the own value
+        bool saveDescription : 1 = false;
     };
     struct OddName {
         KeyNumber key;
@@ -174,10 +185,12 @@ private:
     };
 
     // Finds all twins, on the first call only.
-    void FindTwins();
+    void FindTwins() const;
     bool AreTwins(KeyNumber left, KeyNumber right) const;
-    void AddTwin(KeyNumber key, KeyNumber twin);
+    void AddTwin(KeyNumber key, KeyNumber twin) const;
     void SetOwnValue(KeyNumber key, const std::string& value);
+    // Notes where the settings have a record that is about to get a pending change.
+    void NotePlace(KeyNumber key);
 
     const StoredKey& Stored(KeyNumber key) const { return m_keys[key - 1]; }
     const StoredCategory& CategoryOf(KeyNumber key) const {
@@ -188,10 +201,12 @@ private:
     std::vector<StoredCategory> m_categories;
     std::vector<OddName> m_oddNames;      // ascending by key
     std::deque<std::string> m_ownValues;  // given by the user
+    std::map<KeyNumber, SettingsPlace>
+        m_pending;  // records with a pending change, and where the settings have them
     std::map<KeyNumber, std::string> m_ownDescriptions;
-    bool m_areTwinsKnown = false;
-    std::vector<std::vector<KeyNumber>> m_twins;
-    std::unordered_map<KeyNumber, std::size_t>
+    mutable bool m_areTwinsKnown = false;
+    mutable std::vector<std::vector<KeyNumber>> m_twins;
+    mutable std::unordered_map<KeyNumber, std::size_t>
         m_twinsOf;  // place among them, of those that have any
     std::string m_noDescription;
     bool m_isInFileOrder = true;
@@ -200,7 +215,7 @@ private:
 };
 
 template <typename Visit>
-void KeyStore::ForEachTwin(KeyNumber key, Visit visit) {
+void KeyStore::ForEachTwin(KeyNumber key, Visit visit) const {
     FindTwins();
     const auto twins = m_twinsOf.find(key);
     if (twins == m_twinsOf.end()) {

@@ -17,6 +17,9 @@ enum class Command : std::uint16_t {
     FileExport,
     FileImport,
     FileRestoreBackup,
+    FilePendingChanges,
+    FileExportSelected,
+    FileExportDifferences,
     FileRecentFiles,
     FileExit,
     EditUndo,
@@ -27,6 +30,10 @@ enum class Command : std::uint16_t {
     EditBrowseValue,
     EditComment,
     EditDelete,
+    EditReset,
+    EditResetCategory,
+    EditCopy,
+    EditSelectAll,
     ViewToolbar,
     ViewDescription,
     ViewAllKeys,
@@ -54,7 +61,7 @@ struct Shortcut {
 // What decides whether commands are enabled and checked. CommandStates fills it in.
 struct CommandState {
     bool hasKey = false;              // there is a current key, and no heading is shown
-    bool isKeyPresent = false;        // it has, or will have, a line in the settings file
+    bool isKeyPresent = false;        // a selected one has, or will have, a line in the settings
     bool isKeyActive = false;         // and is not commented out
     bool hasRow = false;              // there is a current key
     bool isModified = false;          // changes are pending
@@ -78,6 +85,7 @@ struct CommandInfo {
     std::string_view toolbarName;  // the toolbar button that does the same
     bool (*isEnabled)(const CommandState&);
     bool (*isChecked)(const CommandState&);
+    bool endsEditing;  // the edit box is closed first, and what was typed is dropped
 };
 
 // One row for each command, in the order of the enum.
@@ -96,5 +104,8 @@ struct MenuInfo {
 };
 // The menus in the order of the menu bar.
 std::span<const MenuInfo> MenuBar();
+// What the menus of the category tree and of the key list offer.
+std::span<const Command> TreeMenu();
+std::span<const Command> KeyListMenu();
 
 }  // namespace tamarind

@@ -68,6 +68,35 @@ inline constexpr std::uint16_t kLongValuesSkipped = 4058;
 inline constexpr std::uint16_t kValueIsMarker = 4059;
 inline constexpr std::uint16_t kKey = 4044;
 inline constexpr std::uint16_t kNothingExported = 4070;
+inline constexpr std::uint16_t kNow = 4029;
+inline constexpr std::uint16_t kSection = 4062;
+inline constexpr std::uint16_t kInTheFile = 4063;
+inline constexpr std::uint16_t kWillBeWritten = 4064;
+inline constexpr std::uint16_t kAsInFile = 4065;
+inline constexpr std::uint16_t kNothingPending = 4073;
+inline constexpr std::uint16_t kOneChange = 4074;
+inline constexpr std::uint16_t kChanges = 4075;
+inline constexpr std::uint16_t kOneKeySaved = 4076;
+inline constexpr std::uint16_t kKeysSaved = 4077;
+inline constexpr std::uint16_t kBackupMade = 4078;
+inline constexpr std::uint16_t kTotalCommanderWillOverwrite = 4079;
+inline constexpr std::uint16_t kRestartTotalCommander = 4080;
+inline constexpr std::uint16_t kStepOfValue = 4081;
+inline constexpr std::uint16_t kStepOfComment = 4082;
+inline constexpr std::uint16_t kStepOfDeletion = 4083;
+inline constexpr std::uint16_t kStepOfReset = 4084;
+inline constexpr std::uint16_t kStepOfImport = 4085;
+inline constexpr std::uint16_t kStepOfDiscard = 4086;
+inline constexpr std::uint16_t kStepOfRestore = 4087;
+inline constexpr std::uint16_t kSeveralKeys = 4088;
+inline constexpr std::uint16_t kAskReset = 4091;
+inline constexpr std::uint16_t kChangedAndLeftOut = 4092;
+inline constexpr std::uint16_t kNothingToReset = 4093;
+inline constexpr std::uint16_t kAfter = 4099;
+inline constexpr std::uint16_t kImportSets = 4100;
+inline constexpr std::uint16_t kImportComments = 4101;
+inline constexpr std::uint16_t kNotInThisFile = 4102;
+inline constexpr std::uint16_t kRemoveThemToo = 4103;
 }  // namespace text
 
 // The built-in English text of a number; empty if there is none.

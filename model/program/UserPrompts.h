@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -47,6 +48,21 @@ struct ValueConflict {
     bool takesTheirs = false;
 };
 
+// What an import would do. A row is a key that the file has: its lines as the key list shows them,
+// empty if there is none.
+struct ImportRow {
+    std::string key;  // with its section
+    std::string now;
+    std::string after;
+    bool commentsOut = false;  // the file has it commented out
+    bool isTaken = true;
+};
+struct ImportReview {
+    std::vector<ImportRow> rows;   // those to be set, then those to be commented out
+    std::size_t missingCount = 0;  // keys that the file does not have
+    bool removesMissing = false;
+};
+
 // What the program asks and tells the user. All texts passed are complete and translated. Calls
 // block until the user has answered, and other events are handled meanwhile. Tests answer by
 // script.
@@ -80,6 +96,12 @@ public:
 
     // Lets the user choose for each conflict. False if they cancel.
     virtual bool ResolveConflicts(std::vector<ValueConflict>& conflicts) = 0;
+
+    // Lets the user choose what is imported. False if they cancel.
+    virtual bool ReviewImport(ImportReview& review) = 0;
+
+    // Puts a text on the clipboard.
+    virtual void CopyText(const std::string& text) = 0;
 
     virtual void Beep() = 0;
 };

@@ -6,11 +6,14 @@ CommandState CommandStates::State() const {
     CommandState state;
     state.isToolbarVisible = m_workplace.IsToolbarVisible();
     state.isDescriptionVisible = m_workplace.IsDescriptionVisible();
-    if (const auto key = m_selection.EditableKey()) {
-        const KeyLooks looks = LooksOf(m_selection.Store().CurrentState(*key), {});
-        state.hasKey = true;
-        state.isKeyPresent = !looks.isGhosted;
-        state.isKeyActive = looks.isChecked;
+    state.hasKey = m_selection.EditableKey().has_value();
+    for (const KeyNumber key : m_selection.SelectedKeys()) {
+        const KeyLooks looks = LooksOf(m_selection.Store().CurrentState(key), {});
+        state.isKeyPresent |= !looks.isGhosted;
+        state.isKeyActive |= looks.isChecked;
+        if (state.isKeyActive) {
+            break;
+        }
     }
     state.hasRow = m_selection.CurrentKey().has_value();
     state.isDataFileModified = m_dataFile.IsModified();
@@ -37,6 +40,17 @@ bool CommandStates::IsEnabled(Command command) const {
 
 bool CommandStates::IsChecked(Command command) const {
     return InfoOf(command).isChecked(State());
+}
+
+std::string CommandStates::NameOfStep(Command command) const {
+    switch (command) {
+        case Command::EditUndo:
+            return m_commands.UndoName();
+        case Command::EditRedo:
+            return m_commands.RedoName();
+        default:
+            return {};
+    }
 }
 
 }  // namespace tamarind

@@ -23,6 +23,8 @@ public:
 
     bool IsEnabled(Command command) const;
     bool IsChecked(Command command) const;
+    // What the menu shows behind the command's name: what would be undone. Empty for most commands.
+    std::string NameOfStep(Command command) const;
 
 private:
     CommandState State() const;

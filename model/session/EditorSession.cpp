@@ -34,7 +34,8 @@ EditorSession::EditorSession(SessionServices services)
 
 std::string EditorSession::Caption() const {
     const std::string title = std::string(kProgramName) + " " + m_workplace.Services().versionText;
-    return IsGivenPath(m_settings.Path()) ? title + " - " + m_settings.Path() : title;
+    const std::string mark = m_settings.IsModified() ? " *" : "";
+    return IsGivenPath(m_settings.Path()) ? title + " - " + m_settings.Path() + mark : title;
 }
 
 void EditorSession::LoadSettings() {

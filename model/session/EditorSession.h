@@ -9,9 +9,11 @@
 #include "model/session/CommandStates.h"
 #include "model/session/FavoritesBook.h"
 #include "model/session/KeyCommands.h"
+#include "model/session/KeyExchange.h"
 #include "model/session/KeySelection.h"
 #include "model/session/OpenDataFile.h"
 #include "model/session/OpenSettings.h"
+#include "model/session/PendingChanges.h"
 #include "model/session/RecentSettings.h"
 #include "model/session/Workplace.h"
 
@@ -29,12 +31,14 @@ public:
     OpenDataFile& DataFile() { return m_dataFile; }
     OpenSettings& Settings() { return m_settings; }
     KeyCommands& Commands() { return m_commands; }
+    PendingChanges& Pending() { return m_pending; }
+    KeyExchange& Exchange() { return m_exchange; }
     FavoritesBook& FavoriteKeys() { return m_favorites; }
     RecentSettings& Recent() { return m_recent; }
     const CommandStates& States() const { return m_states; }
 
     static constexpr const char* kProgramName = "Tamarind Configuration Editor";
-    // The main window's title.
+    // The main window's title; behind the path a mark says that changes wait to be saved.
     std::string Caption() const;
 
     // The program's settings, before any window is made. Asks nothing and tells nothing.
@@ -68,7 +72,9 @@ private:
     KeySelection m_selection{m_workplace, m_store};
     OpenDataFile m_dataFile{m_workplace, m_store, m_selection};
     OpenSettings m_settings{m_workplace, m_store, m_editor, m_selection, m_dataFile};
-    KeyCommands m_commands{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_settings};
+    KeyCommands m_commands{m_workplace, m_store, m_editor, m_selection, m_dataFile};
+    PendingChanges m_pending{m_workplace, m_store, m_editor, m_selection, m_settings};
+    KeyExchange m_exchange{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_settings};
     FavoritesBook m_favorites{m_workplace, m_selection};
     RecentSettings m_recent{m_workplace};
     CommandStates m_states{m_workplace, m_selection, m_commands, m_dataFile, m_settings};

@@ -1,25 +1,46 @@
 #include "model/session/KeyCommands.h"
 
-#include <vector>
+#include <algorithm>
 
 #include "core/ini/cProfile.h"
 #include "core/text/MissingValueMarker.h"
 #include "core/text/Unicode.h"
-#include "model/files/ExchangeFile.h"
+#include "model/keys/KeyList.h"
 #include "model/program/StringTable.h"
 #include "model/session/Messages.h"
 
 namespace tamarind {
+namespace {
+
+std::uint16_t NameTextOf(StepKind kind) {
+    switch (kind) {
+        case StepKind::Comment:
+            return text::kStepOfComment;
+        case StepKind::Delete:
+            return text::kStepOfDeletion;
+        case StepKind::Reset:
+            return text::kStepOfReset;
+        case StepKind::Import:
+            return text::kStepOfImport;
+        case StepKind::Discard:
+            return text::kStepOfDiscard;
+        case StepKind::Restore:
+            return text::kStepOfRestore;
+        case StepKind::Value:
+            break;
+    }
+    return text::kStepOfValue;
+}
+
+}  // namespace
 
 KeyCommands::KeyCommands(Workplace& workplace, KeyStore& store, KeyEditor& editor,
-                         KeySelection& selection, const OpenDataFile& dataFile,
-                         const OpenSettings& settings)
+                         KeySelection& selection, OpenDataFile& dataFile)
     : m_workplace(workplace),
       m_store(store),
       m_editor(editor),
       m_selection(selection),
-      m_dataFile(dataFile),
-      m_settings(settings) {}
+      m_dataFile(dataFile) {}
 
 bool KeyCommands::SelectsNextKey() const {
     return m_workplace.OwnSettings().Values().autoSelectNextKey != 0;
@@ -78,7 +99,7 @@ bool KeyCommands::SetValue(const std::string& value) {
     }
     const KeyNumber key = *m_selection.EditableKey();
     m_editor.SetValue(key, value);
-    TellChange(key);
+    m_selection.TellChanges({key});
     return true;
 }
 
@@ -95,30 +116,112 @@ bool KeyCommands::BrowseValue() {
     return value != MissingValueMarker && SetValue(value);
 }
 
-void KeyCommands::ChangeKey(bool (KeyEditor::*change)(KeyNumber key)) {
-    const auto key = m_selection.EditableKey();
-    if (!key || m_workplace.IsBusy() || !(m_editor.*change)(*key)) {
+void KeyCommands::CommentKeys() {
+    const std::vector<KeyNumber> keys = m_store.WithoutTwins(m_selection.SelectedKeys());
+    if (!m_workplace.IsBusy()) {
+        AfterChange(m_editor.Comment(keys), keys.size());
+    }
+}
+
+void KeyCommands::DeleteKeys() {
+    const std::vector<KeyNumber> keys = m_store.WithoutTwins(m_selection.SelectedKeys());
+    if (!m_workplace.IsBusy()) {
+        AfterChange(m_editor.Delete(keys), keys.size());
+    }
+}
+
+// What a command on `selected` keys has to do when it has changed some of them.
+void KeyCommands::AfterChange(const std::vector<KeyNumber>& changed, std::size_t selected) {
+    if (changed.empty()) {
         return;
     }
-    TellChange(*key);
-    if (SelectsNextKey()) {
+    m_selection.TellChanges(changed);
+    if (selected > 1) {
+        m_workplace.TellNotice({m_workplace.Text(text::kChangedAndLeftOut,
+                                                 {std::to_string(changed.size()),
+                                                  std::to_string(selected - changed.size())}),
+                                false});
+    } else if (SelectsNextKey()) {
         m_selection.SelectNextKey();
     }
 }
 
-void KeyCommands::Replay(std::optional<KeyNumber> (KeyEditor::*replay)()) {
-    if (m_selection.ShowsHeading() || m_workplace.IsBusy()) {
+bool KeyCommands::IsKeptByReset(KeyNumber key) const {
+    return EqualsIgnoreCase(m_store.KeyName(key), "RedirectSection") ||
+           m_dataFile.Types().IsHistory(m_store.TargetSection(key), m_store.KeyName(key));
+}
+
+void KeyCommands::ResetKeys() {
+    const std::vector<KeyNumber> selected = m_store.WithoutTwins(m_selection.SelectedKeys());
+    std::vector<KeyNumber> keys = selected;
+    std::erase_if(keys, [this](KeyNumber key) { return IsKeptByReset(key); });
+    Reset(keys.empty() ? selected : keys, selected.size());
+}
+
+void KeyCommands::ResetCategory() {
+    if (m_selection.ShowsHeading()) {
         return;
     }
-    if (const auto key = (m_editor.*replay)()) {
-        m_selection.ShowReplayed(*key);
-        TellChange(*key);
+    std::vector<KeyNumber> keys = m_store.WithoutTwins(m_selection.KeysOfNode());
+    std::erase_if(keys,
+                  [this](KeyNumber key) { return !m_store.IsChecked(key) || IsKeptByReset(key); });
+    if (keys.empty()) {
+        Messages(m_workplace).Show(MessageIcon::Information, text::kNothingToReset);
+    }
+    Reset(keys, keys.size());
+}
+
+void KeyCommands::Reset(const std::vector<KeyNumber>& keys, std::size_t selected) {
+    constexpr std::ptrdiff_t kAskedFrom = 10;
+    const auto count = std::ranges::count_if(
+        keys, [this](KeyNumber key) { return !LooksOf(m_store.CurrentState(key), {}).isGhosted; });
+    const bool isSure =
+        !m_workplace.IsBusy() &&
+        (count < kAskedFrom || m_workplace.Prompts().AskWhetherSure(
+                                   m_workplace.Text(text::kAskReset, {std::to_string(count)})));
+    if (isSure) {
+        AfterChange(m_editor.Delete(keys, StepKind::Reset), selected);
     }
 }
 
-void KeyCommands::TellChange(KeyNumber key) {
-    m_store.ForEachTwin(key, [this](KeyNumber twin) { m_selection.TellChanged(twin); });
-    m_workplace.TellCommandsChanged();
+void KeyCommands::CopyKeys() const {
+    std::string lines;
+    for (const KeyNumber key : m_selection.SelectedKeys()) {
+        lines += (lines.empty() ? "" : "\r\n") + VisibleText(m_store.Record(key));
+    }
+    if (!lines.empty()) {
+        m_workplace.Prompts().CopyText(lines);
+    }
+}
+
+void KeyCommands::Undo() {
+    if (!m_selection.ShowsHeading() && !m_workplace.IsBusy()) {
+        AfterReplay(m_editor.Undo());
+    }
+}
+
+void KeyCommands::Redo() {
+    if (!m_selection.ShowsHeading() && !m_workplace.IsBusy()) {
+        AfterReplay(m_editor.Redo());
+    }
+}
+
+void KeyCommands::AfterReplay(const std::vector<KeyNumber>& keys) {
+    if (!keys.empty()) {
+        m_selection.ShowReplayed(keys);
+        m_selection.TellChanges(keys);
+    }
+}
+
+std::string KeyCommands::NameOf(const HistoryStep* step) const {
+    if (step == nullptr) {
+        return {};
+    }
+    const std::size_t count = step->entries.size();
+    const std::string keys = count == 1
+                                 ? std::string(m_store.KeyName(step->entries.front().key))
+                                 : m_workplace.Text(text::kSeveralKeys, {std::to_string(count)});
+    return m_workplace.Text(NameTextOf(step->kind), {keys});
 }
 
 std::optional<ColorSample> KeyCommands::CurrentColor() const {
@@ -129,56 +232,6 @@ std::optional<ColorSample> KeyCommands::CurrentColor() const {
     ColorSample sample = ColorOfValue(m_store.CurrentValue(*key));
     sample.isSystemColor |= m_store.Record(*key).Looks().isGhosted;
     return sample;
-}
-
-// Which file to exchange keys with: its name, or the MissingValueMarker.
-std::string KeyCommands::AskExchangeFile(bool isExport) const {
-    FileQuestion question;
-    question.initialFolder = m_settings.Folder();
-    question.filter = m_dataFile.Target() == SettingsTarget::Wincmd ? FileFilter::WincmdIni
-                                                                    : FileFilter::WcxFtpIni;
-    question.title = m_workplace.Text(isExport ? text::kExport : text::kImport);
-    return isExport ? m_workplace.Prompts().BrowseForSave(question)
-                    : m_workplace.Prompts().BrowseForOpen(question);
-}
-
-void KeyCommands::ExportKeys() {
-    const std::string path = AskExchangeFile(true);
-    if (path == MissingValueMarker) {
-        return;
-    }
-    const KeyList& keys = m_selection.Keys();
-    const WriteResult result = WriteExchangeFile(m_store, keys, m_workplace.Files(), path);
-    if (!result.Succeeded()) {
-        Messages(m_workplace).ReportFailure(text::kCannotSaveFile, path, result);
-    } else if (!HasSetKey(keys, m_store)) {
-        // Without a line to write no file is made.
-        Messages(m_workplace).Show(MessageIcon::Information, text::kNothingExported);
-    }
-}
-
-void KeyCommands::ImportKeys() {
-    const std::string path = AskExchangeFile(false);
-    if (path == MissingValueMarker) {
-        return;
-    }
-    const IniSnapshot file = m_workplace.Files().Read(path);
-    // A file that is there but cannot be read says nothing of any key.
-    if (file.error != FileError::None && !IsMissing(file.error)) {
-        Messages(m_workplace).ReportUnreadable(path, file.error);
-        return;
-    }
-    const std::vector<KeyNumber> skipped =
-        ReadExchangeFile(*file.document, m_selection.Keys(), m_store);
-    m_selection.ShowAgain();
-    m_workplace.TellCommandsChanged();
-    if (!skipped.empty()) {
-        std::string message = m_workplace.Text(text::kLongValuesSkipped) + "\n";
-        for (const KeyNumber key : skipped) {
-            message += "\n" + std::string(m_store.KeyName(key));
-        }
-        m_workplace.Prompts().ShowMessage(MessageIcon::Exclamation, message);
-    }
 }
 
 }  // namespace tamarind

@@ -3,12 +3,12 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "model/keys/ColorKeys.h"
 #include "model/keys/KeyEditor.h"
 #include "model/session/KeySelection.h"
 #include "model/session/OpenDataFile.h"
-#include "model/session/OpenSettings.h"
 #include "model/session/Workplace.h"
 
 namespace tamarind {
@@ -17,7 +17,7 @@ namespace tamarind {
 class KeyCommands {
 public:
     KeyCommands(Workplace& workplace, KeyStore& store, KeyEditor& editor, KeySelection& selection,
-                const OpenDataFile& dataFile, const OpenSettings& settings);
+                OpenDataFile& dataFile);
 
     // What the edit box opens with on the current row, and the selected part of it: from that
     // UTF-16 unit to the end. Nothing, after a beep or a message, where nothing can be edited.
@@ -33,42 +33,53 @@ public:
     bool StoreEditedValue(const std::string& text);
     bool SelectsNextKey() const;
 
-    // The other commands on the current key; each does nothing where it is not enabled. SetValue
-    // and BrowseValue return whether a value was stored. The colour dialog starts at the key's
-    // colour.
+    // The other commands on the current key; each does nothing where it is not enabled. They return
+    // whether a value was stored. The colour dialog starts at the key's colour.
     bool SetValue(const std::string& value);
     bool BrowseValue();
-    void CommentKey() { ChangeKey(&KeyEditor::Comment); }
-    void DeleteKey() { ChangeKey(&KeyEditor::Delete); }
 
-    // They work while any key is shown, whichever category their own key is in.
-    void Undo() { Replay(&KeyEditor::Undo); }
-    void Redo() { Replay(&KeyEditor::Redo); }
-    bool CanUndo() const { return m_editor.CanUndo() && !m_selection.ShowsHeading(); }
-    bool CanRedo() const { return m_editor.CanRedo() && !m_selection.ShowsHeading(); }
+    // The commands on all selected keys, each one step. Keys for which a command makes no sense are
+    // left out, and with more than one key a notice says how many. With one, the next key's turn
+    // comes when the own settings say so.
+    void CommentKeys();
+    void DeleteKeys();
+    // Has the lines of the keys removed, so that Total Commander uses its defaults. What it writes
+    // by itself, and redirections, are left out unless nothing else is selected. From ten keys on
+    // the user is asked.
+    void ResetKeys();
+    // The same for all keys of the selected category, whichever are shown; commented-out ones stay.
+    void ResetCategory();
+    // Puts the lines of the keys on the clipboard, as the list shows them.
+    void CopyKeys() const;
+
+    // They work while any key is shown, whichever category their own keys are in.
+    void Undo();
+    void Redo();
+    bool CanUndo() const { return NextUndo() != nullptr && !m_selection.ShowsHeading(); }
+    bool CanRedo() const { return NextRedo() != nullptr && !m_selection.ShowsHeading(); }
+    // What would be undone or redone: "value of SizeStyle", "import of 15 keys". Empty for nothing.
+    std::string UndoName() const { return NameOf(NextUndo()); }
+    std::string RedoName() const { return NameOf(NextRedo()); }
 
     // What the current key's value is as a colour; nothing for a key that is none. One that is
     // absent or to be deleted has the system's.
     std::optional<ColorSample> CurrentColor() const;
 
-    // Writes the rows of the key list with their pending states into a file of the user's choice,
-    // or makes all that such a file says of them pending. Import makes no undo entries.
-    void ExportKeys();
-    void ImportKeys();
-
 private:
     bool CanEditValue() const;
-    void ChangeKey(bool (KeyEditor::*change)(KeyNumber key));
-    void Replay(std::optional<KeyNumber> (KeyEditor::*replay)());
-    void TellChange(KeyNumber key);
-    std::string AskExchangeFile(bool isExport) const;
+    void AfterChange(const std::vector<KeyNumber>& changed, std::size_t selected);
+    void AfterReplay(const std::vector<KeyNumber>& keys);
+    bool IsKeptByReset(KeyNumber key) const;
+    void Reset(const std::vector<KeyNumber>& keys, std::size_t selected);
+    const HistoryStep* NextUndo() const { return m_editor.History().NextUndo(); }
+    const HistoryStep* NextRedo() const { return m_editor.History().NextRedo(); }
+    std::string NameOf(const HistoryStep* step) const;
 
     Workplace& m_workplace;
     KeyStore& m_store;
     KeyEditor& m_editor;
     KeySelection& m_selection;
-    const OpenDataFile& m_dataFile;
-    const OpenSettings& m_settings;
+    OpenDataFile& m_dataFile;
 };
 
 }  // namespace tamarind

@@ -1,5 +1,6 @@
 #include "model/session/KeySelection.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "model/program/StringTable.h"
@@ -13,6 +14,7 @@ std::string KeySelection::RootText() const {
 void KeySelection::Clear() {
     m_keys.Clear();
     m_currentKey.reset();
+    m_selectedKeys.clear();
 }
 
 void KeySelection::SetCategories(std::vector<CategoryNode> categories) {
@@ -46,11 +48,13 @@ void KeySelection::ShowCategory(NodeIndex node) {
         return;
     }
     m_shownNode = node;
-    const bool isRoot = node == kRootNode;
-    const std::size_t found = m_keys.Fill(
-        m_store, isRoot,
-        isRoot ? std::string_view() : m_categories[static_cast<std::size_t>(node)].tag, m_filter);
-    m_currentKey = m_keys.Size() > 0 ? std::optional(m_keys.KeyAt(0)) : std::nullopt;
+    const std::size_t found = Fill(m_keys, node, m_filter);
+    m_currentKey.reset();
+    m_selectedKeys.clear();
+    if (m_keys.Size() > 0) {
+        m_currentKey = m_keys.KeyAt(0);
+        m_selectedKeys = {*m_currentKey};
+    }
     m_keyListeners.Tell(&KeyListListener::OnKeyListChanged);
     m_keyListeners.Tell(&KeyListListener::OnKeyShown);
     m_workplace.TellCommandsChanged();
@@ -58,6 +62,20 @@ void KeySelection::ShowCategory(NodeIndex node) {
         m_workplace.Prompts().ShowMessage(MessageIcon::Critical,
                                           m_workplace.Text(text::kCategoryWithoutKeys));
     }
+}
+
+// Returns how many keys the node has.
+std::size_t KeySelection::Fill(KeyList& keys, NodeIndex node, KeyFilter filter) const {
+    const bool isRoot = node == kRootNode;
+    return keys.Fill(m_store, isRoot,
+                     isRoot ? std::string_view() : m_categories[static_cast<std::size_t>(node)].tag,
+                     filter);
+}
+
+std::vector<KeyNumber> KeySelection::KeysOfNode() const {
+    KeyList keys;
+    Fill(keys, m_selectedNode, KeyFilter::ShowAll);
+    return keys.All();
 }
 
 bool KeySelection::ShowsHeading() const {
@@ -79,10 +97,19 @@ std::string KeySelection::CounterPanel() const {
     return std::to_string(m_keys.Size()) + "  " + m_workplace.Text(text::kKeys);
 }
 
-void KeySelection::ShowKeyDetails(std::size_t row) {
-    m_currentKey = m_keys.KeyAt(row);
-    m_keyListeners.Tell(&KeyListListener::OnKeyShown);
+void KeySelection::SelectRows(const std::vector<std::size_t>& rows, std::size_t current) {
+    m_selectedKeys.clear();
+    for (const std::size_t row : rows) {
+        m_selectedKeys.push_back(m_keys.KeyAt(row));
+    }
+    if (std::exchange(m_currentKey, m_keys.KeyAt(current)) != m_currentKey || rows.size() == 1) {
+        m_keyListeners.Tell(&KeyListListener::OnKeyShown);
+    }
     m_workplace.TellCommandsChanged();
+}
+
+std::vector<KeyNumber> KeySelection::SelectedKeys() const {
+    return ShowsHeading() ? std::vector<KeyNumber>() : m_selectedKeys;
 }
 
 std::optional<std::size_t> KeySelection::CurrentRow() const {
@@ -120,9 +147,25 @@ void KeySelection::GoToKey(KeyNumber key, const std::optional<DescriptionPart>& 
     }
 }
 
-void KeySelection::ShowReplayed(KeyNumber key) {
-    if (m_keys.RowOf(key) < m_keys.Size()) {
-        m_currentKey = key;
+void KeySelection::TellChanges(const std::vector<KeyNumber>& keys) const {
+    // More rows than that are not visible at a time.
+    constexpr std::size_t kManyKeys = 200;
+    if (keys.size() > kManyKeys) {
+        m_keyListeners.Tell(&KeyListListener::OnManyKeysChanged);
+    } else {
+        for (const KeyNumber key : keys) {
+            m_store.ForEachTwin(key, [this](KeyNumber twin) { TellChanged(twin); });
+        }
+    }
+    m_workplace.TellCommandsChanged();
+}
+
+void KeySelection::ShowReplayed(const std::vector<KeyNumber>& keys) {
+    const auto shown = std::ranges::find_if(
+        keys, [this](KeyNumber key) { return m_keys.RowOf(key) < m_keys.Size(); });
+    if (shown != keys.end()) {
+        m_currentKey = *shown;
+        m_selectedKeys = {*shown};
         m_keyListeners.Tell(&KeyListListener::OnKeyShown);
     }
 }

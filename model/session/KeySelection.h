@@ -39,6 +39,7 @@ public:
     virtual void OnKeyListChanged() {}       // the list holds other rows
     virtual void OnKeyShown() {}             // another row is current, or none
     virtual void OnKeyChanged(KeyNumber) {}  // its row, if shown, looks different now
+    virtual void OnManyKeysChanged() {}      // any row may look different now
     // A search or a favorite led to the current row, maybe to a part of its description.
     virtual void OnWentToKey(const std::optional<DescriptionPart>&) {}
 };
@@ -65,6 +66,9 @@ public:
     KeyFilter Filter() const { return m_filter; }
     void SetKeyFilter(KeyFilter filter);
 
+    // All keys of the selected node, whichever of them the filter shows.
+    std::vector<KeyNumber> KeysOfNode() const;
+
     const KeyStore& Store() const { return m_store; }
     const KeyList& Keys() const { return m_keys; }
     KeyRecord Record(KeyNumber key) const { return m_store.Record(key); }
@@ -73,13 +77,18 @@ public:
     // The status bar's text of how many rows there are.
     std::string CounterPanel() const;
 
-    // Makes a row of the list the current one.
-    void ShowKeyDetails(std::size_t row);
+    // Makes a row of the list the current one, and the only one that is selected.
+    void ShowKeyDetails(std::size_t row) { SelectRows({row}, row); }
+    // The same, but these rows are selected, ascending; the current one may be none of them.
+    void SelectRows(const std::vector<std::size_t>& rows, std::size_t current);
     // None while the list is empty.
     std::optional<KeyNumber> CurrentKey() const { return m_currentKey; }
     std::optional<std::size_t> CurrentRow() const;
     // The current key, unless a heading is shown.
     std::optional<KeyNumber> EditableKey() const;
+    // The keys that commands on several keys act on, in the order of the list; none while a heading
+    // is shown.
+    std::vector<KeyNumber> SelectedKeys() const;
     // Makes the row after the current one the current one. False on the last row.
     bool SelectNextKey();
     // The current key's, with line breaks (CR LF); empty without a current row.
@@ -105,11 +114,14 @@ public:
     void TellChanged(KeyNumber key) const {
         m_keyListeners.Tell(&KeyListListener::OnKeyChanged, key);
     }
-    // A replayed change: its key, if it is in the list, becomes the current one.
-    void ShowReplayed(KeyNumber key);
+    // The same for these keys and their twins, and for the commands.
+    void TellChanges(const std::vector<KeyNumber>& keys) const;
+    // A replayed step: the first of its keys that is in the list becomes the current one.
+    void ShowReplayed(const std::vector<KeyNumber>& keys);
 
 private:
     void ShowCategory(NodeIndex node);
+    std::size_t Fill(KeyList& keys, NodeIndex node, KeyFilter filter) const;
 
     Workplace& m_workplace;
     const KeyStore& m_store;
@@ -121,6 +133,7 @@ private:
     KeyFilter m_filter = KeyFilter::ShowAll;
     KeyList m_keys;
     std::optional<KeyNumber> m_currentKey;
+    std::vector<KeyNumber> m_selectedKeys;
     KeySearch m_search;
 };
 

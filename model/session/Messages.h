@@ -23,13 +23,14 @@ public:
                        const WriteResult& result) const;
     void ReportUnsaved(const SaveResult& result, const KeyStore& store) const;
 
+    // Why something cannot be written.
+    std::string Reason(const WriteResult& result) const;
+
     // Asks whether to save something and does it for "yes". False where the user cancels, or
     // `save` fails: what was about to happen must not.
     bool AskToSave(const std::string& question, const std::function<bool()>& save) const;
 
 private:
-    std::string Reason(const WriteResult& result) const;
-
     const Workplace& m_workplace;
 };
 

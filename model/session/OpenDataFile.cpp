@@ -29,6 +29,23 @@ std::string OpenDataFile::Panel() const {
     return m_workplace.Text(text::kDataFile) + "  " + std::string(FileNameOfPath(m_path));
 }
 
+const ValueTypes& OpenDataFile::Types() {
+    if (!m_types) {
+        m_types.emplace();
+        const std::string name =
+            m_target == SettingsTarget::Wincmd ? "Wincmd.types" : "Wcx_ftp.types";
+        const std::string ownFolder = m_workplace.Services().programFolder + "Data Files\\";
+        for (const std::string& folder : {std::string(FolderOfPath(m_path)), ownFolder}) {
+            const IniSnapshot file = m_workplace.Files().Read(folder + name);
+            if (file.error == FileError::None) {
+                m_types.emplace(file.document);
+                break;
+            }
+        }
+    }
+    return *m_types;
+}
+
 std::string OpenDataFile::StartUpPath(const std::string& commandLine) const {
     // The file association puts the path in double quotes, and nothing else is looked for: a "%" in
     // it is no more than a character.
@@ -73,6 +90,7 @@ bool OpenDataFile::LoadDataFile(const std::string& path) {
     m_onDisk = file.document;
     m_path = path;
     m_target = GetDataFileTarget(*m_document);
+    m_types.reset();
     m_areKeysRead = false;
     m_listeners.Tell(&DataFileListener::OnDataFileChanged);
     return true;

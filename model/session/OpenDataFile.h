@@ -2,10 +2,12 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "model/files/DataFile.h"
+#include "model/files/ValueTypes.h"
 #include "model/session/KeySelection.h"
 #include "model/session/Messages.h"
 #include "model/session/Workplace.h"
@@ -31,6 +33,9 @@ public:
 
     const std::string& Path() const { return m_path; }
     SettingsTarget Target() const { return m_target; }
+    // What the values of its keys may be. Read on the first call: the file of types beside the data
+    // file, or else the one that comes with the program.
+    const ValueTypes& Types();
     // The status bar's text.
     std::string Panel() const;
 
@@ -77,6 +82,7 @@ private:
     SettingsTarget m_target = SettingsTarget::Wincmd;
     std::shared_ptr<const IniDocument> m_document;
     std::shared_ptr<const IniDocument> m_onDisk;  // as it was last read or written
+    std::optional<ValueTypes> m_types;
     bool m_areKeysRead = false;
     bool m_isModified = false;
 };

@@ -11,17 +11,6 @@
 #include "model/program/StringTable.h"
 
 namespace tamarind {
-namespace {
-
-// A pending change as the line that it will write; empty for none.
-std::string PendingLine(const KeyRecord& record) {
-    if (record.Looks().isGhosted) {
-        return {};
-    }
-    return (record.Looks().isChecked ? "" : ";") + VisibleText(record);
-}
-
-}  // namespace
 
 OpenSettings::OpenSettings(Workplace& workplace, KeyStore& store, KeyEditor& editor,
                            KeySelection& selection, OpenDataFile& dataFile)
@@ -71,6 +60,7 @@ void OpenSettings::Show(const std::string& path, SettingsFiles settings) {
     m_listeners.Tell(&SettingsListener::OnSettingsFileChanged);
     m_files = std::move(settings);
     m_conflicts.clear();
+    m_lastSaved.clear();
     m_editor.ClearHistory();
     m_isGoneTold = false;
     m_progress.Begin();
@@ -125,12 +115,14 @@ OutsideCheck OpenSettings::CheckOutsideChanges() {
     return ResolveConflicts() ? OutsideCheck::Taken : OutsideCheck::PutOff;
 }
 
-void OpenSettings::TakeOutsideChanges(SettingsFiles now) {
+OutsideChanges OpenSettings::TakeOutsideChanges(SettingsFiles now) {
+    OutsideChanges changes;
     if (!now.IsSameAs(m_files)) {
-        const OutsideChanges changes = tamarind::TakeOutsideChanges(m_store, m_files, now);
+        changes = tamarind::TakeOutsideChanges(m_store, m_files, now);
         m_files = std::move(now);
         OnRecordsChanged(changes, {});
     }
+    return changes;
 }
 
 // Once, until all files are there again.
@@ -161,11 +153,15 @@ void OpenSettings::OnRecordsChanged(const OutsideChanges& changes,
     m_workplace.TellCommandsChanged();
 }
 
-// Some may have been undone meanwhile, or found twice.
+// Some may have been undone meanwhile, or found twice. A key that is saved once more and has again
+// what it had before is none: the user has decided about it.
 bool OpenSettings::HasConflicts() {
     std::sort(m_conflicts.begin(), m_conflicts.end());
     m_conflicts.erase(std::unique(m_conflicts.begin(), m_conflicts.end()), m_conflicts.end());
-    std::erase_if(m_conflicts, [this](KeyNumber key) { return !m_store.IsPending(key); });
+    std::erase_if(m_conflicts, [this](KeyNumber key) {
+        return !m_store.IsPending(key) || (m_savedAgain.contains(key) &&
+                                           m_linesBeforeSave[key] == LineInSettings(m_store, key));
+    });
     return !m_conflicts.empty();
 }
 
@@ -179,7 +175,7 @@ bool OpenSettings::ResolveConflicts() {
         const KeyRecord record = m_store.Record(key);
         conflicts.push_back(
             {"[" + std::string(record.targetSection) + "] " + std::string(record.keyName),
-             PendingLine(record), LineInSettings(m_store, key, m_files)});
+             LineOfState(record), LineInSettings(m_store, key)});
     }
     {
         const Workplace::BusyTime busy(m_workplace);
@@ -190,7 +186,7 @@ bool OpenSettings::ResolveConflicts() {
     std::vector<KeyNumber> taken;
     for (std::size_t at = 0; at < conflicts.size(); ++at) {
         if (conflicts[at].takesTheirs) {
-            TakeFromSettings(m_store, m_conflicts[at], m_files);
+            m_store.Discard(m_conflicts[at]);
             m_store.ForEachTwin(m_conflicts[at], [&](KeyNumber key) { taken.push_back(key); });
         }
     }
@@ -237,6 +233,7 @@ bool OpenSettings::Save(bool restarts) {
         closed = whileBusy([&] { return m_totalCommander.Close(ownSettings); });
     }
     const SaveResult result = WriteSettings();
+    TellSaved(result, restarts);
     RestartResult started;
     if (restarts && (closed.hasClosed || !result.isCancelled)) {
         const char* const switchText =
@@ -261,9 +258,53 @@ bool OpenSettings::Save(bool restarts) {
 
 SaveResult OpenSettings::WriteSettings() {
     const Workplace::BusyTime busy(m_workplace);
+    std::erase_if(m_linesBeforeSave,
+                  [this](const auto& line) { return !m_savedAgain.contains(line.first); });
+    for (const KeyNumber key : m_store.PendingKeys()) {
+        m_linesBeforeSave.try_emplace(key, LineInSettings(m_store, key));
+    }
     return SettingsWriter(m_store, m_workplace.Files(), m_workplace.Services().environment, m_files,
                           *this)
         .Save();
+}
+
+void OpenSettings::TellSaved(const SaveResult& result, bool hasRestarted) {
+    const std::size_t count = result.saved.size();
+    if (count == 0) {
+        return;
+    }
+    m_lastSaved.clear();
+    for (const KeyNumber key : result.saved) {
+        m_lastSaved.push_back(WholeEntry(m_store, key));
+    }
+    Notice notice;
+    notice.text = count == 1 ? m_workplace.Text(text::kOneKeySaved)
+                             : m_workplace.Text(text::kKeysSaved, {std::to_string(count)});
+    if (result.hasBackup) {
+        notice.text += " " + m_workplace.Text(text::kBackupMade);
+    }
+    if (!hasRestarted && IsTotalCommanderRunning()) {
+        notice.text += " " + m_workplace.Text(text::kTotalCommanderWillOverwrite);
+        notice.offersRestart = true;
+    }
+    m_workplace.TellNotice(notice);
+}
+
+bool OpenSettings::SaveAndRestart() {
+    if (m_workplace.IsBusy()) {
+        return false;
+    }
+    for (const HistoryEntry& entry : m_lastSaved) {
+        const HistoryEntry now = WholeEntry(m_store, entry.key);
+        if (now.state == entry.state && now.value == entry.value) {
+            m_store.SetValue(entry.key, entry.value, PendingStateFor(entry.state), true);
+            m_savedAgain.insert(entry.key);
+        }
+    }
+    m_selection.TellChanges({m_savedAgain.begin(), m_savedAgain.end()});
+    const bool isSaved = Save(true);
+    m_savedAgain.clear();
+    return isSaved;
 }
 
 // The settings' files first: they are what users come back for.
@@ -317,12 +358,31 @@ bool OpenSettings::RestoreBackup(const std::string& file, const std::string& bac
     }
     messages.Show(MessageIcon::Information, text::kRestored);
     if (!isDataFile) {
-        TakeOutsideChanges(ReadAgain());
-        ResolveConflicts();
+        TakeRestored();
     } else if (m_dataFile.LoadDataFile(m_dataFile.Path())) {
         Show(m_path, Read(m_path));
     }
     return true;
+}
+
+// What stood before can be had again by undoing: the former values, and the pending changes that
+// the user gives up for those of the backup.
+void OpenSettings::TakeRestored() {
+    const SettingsFiles before = m_files;
+    const OutsideChanges changes = TakeOutsideChanges(ReadAgain());
+    std::vector<HistoryEntry> former = EntriesOf(m_store, changes.changed, before);
+    std::vector<HistoryEntry> pending;
+    for (const KeyNumber key : m_conflicts) {
+        pending.push_back(WholeEntry(m_store, key));
+    }
+    ResolveConflicts();
+    for (HistoryEntry& entry : pending) {
+        if (!m_store.IsPending(entry.key)) {
+            former.push_back(std::move(entry));
+        }
+    }
+    m_editor.RecordStep(StepKind::Restore, std::move(former));
+    m_workplace.TellCommandsChanged();
 }
 
 }  // namespace tamarind

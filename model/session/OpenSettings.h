@@ -1,10 +1,12 @@
 #pragma once
 
-#include <optional>
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "model/files/BackupDifferences.h"
+#include "model/files/SavePreview.h"
 #include "model/files/SettingsFiles.h"
 #include "model/files/SettingsWriter.h"
 #include "model/keys/KeyEditor.h"
@@ -55,10 +57,15 @@ public:
     // Whether a key waits to be saved: one whose state is pending, whatever it comes to.
     bool IsModified() const { return m_store.HasPending(); }
 
-    // Writes all pending changes, and restarts Total Commander if the own settings ask for it. On
-    // a failure, which a message explains, everything is still pending.
+    // Writes all pending changes, and restarts Total Commander if the own settings ask for it. A
+    // notice says what was done. On a failure, which a message explains, everything is still
+    // pending.
     bool SaveToSettingsFile();
-    bool SaveAndRestart() { return Save(true); }
+    // The same, and restarts it in any case. When a Total Commander that has run all the time ends,
+    // it writes what it holds: keys that were saved meanwhile are saved once more after that.
+    bool SaveAndRestart();
+    // What a save would do now.
+    SavePreview Preview() const { return PreviewSave(m_store, m_files); }
     // Asks whether to save what is pending, if anything is. False: the user cancelled, or the save
     // failed; what was about to happen must not.
     bool AskSaveSettings();
@@ -82,7 +89,9 @@ private:
     bool Save(bool restarts);
     SaveResult WriteSettings();
     SettingsFiles ReadAgain() const;
-    void TakeOutsideChanges(SettingsFiles now);
+    OutsideChanges TakeOutsideChanges(SettingsFiles now);
+    void TakeRestored();
+    void TellSaved(const SaveResult& result, bool hasRestarted);
     void ReportGone();
     void ReportTroubles() const;
     void OnRecordsChanged(const OutsideChanges& changes,
@@ -103,6 +112,10 @@ private:
     SettingsFiles m_files;               // as last read or written
     std::vector<KeyNumber> m_conflicts;  // still to be decided
     bool m_isGoneTold = false;
+    // The keys of the last save: what was written, and the lines that they had before it.
+    std::vector<HistoryEntry> m_lastSaved;
+    std::map<KeyNumber, std::string> m_linesBeforeSave;
+    std::set<KeyNumber> m_savedAgain;  // those of them that are saved once more now
 };
 
 }  // namespace tamarind

@@ -15,6 +15,18 @@ Workplace::Workplace(SessionServices services)
       m_language(m_services.files, m_settings.Values()),
       m_options(m_settings, m_services.prompts, m_services.programFolder + "Languages\\", *this) {}
 
+std::string Workplace::Text(std::uint16_t number, std::initializer_list<std::string> values) const {
+    std::string text = Text(number);
+    char place = '1';
+    for (const std::string& value : values) {
+        const std::size_t at = text.find({'%', place++});
+        if (at != std::string::npos) {
+            text.replace(at, 2, value);
+        }
+    }
+    return text;
+}
+
 void Workplace::LoadLanguage() {
     if (!m_language.Load()) {
         UseBuiltInLanguage();

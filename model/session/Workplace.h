@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -28,12 +29,19 @@ struct SessionServices {
     ScreenSize screen;
 };
 
+// Something that the user is told in passing, in the status bar.
+struct Notice {
+    std::string text;
+    bool offersRestart = false;  // of Total Commander
+};
+
 class WorkplaceListener {
 public:
     virtual ~WorkplaceListener() = default;
     virtual void OnCommandsChanged() {}  // enabled or checked states
     virtual void OnLookChanged() {}      // colours, fonts and borders of the own settings
     virtual void OnLanguageChanged() {}  // all texts, and the direction of writing
+    virtual void OnNotice(const Notice&) {}
 };
 
 // What all parts of a session share: the world outside, the program's own settings and language,
@@ -46,6 +54,10 @@ public:
 
     Listeners<WorkplaceListener>& Watchers() { return m_listeners; }
     void TellCommandsChanged() const { m_listeners.Tell(&WorkplaceListener::OnCommandsChanged); }
+
+    void TellNotice(const Notice& notice) const {
+        m_listeners.Tell(&WorkplaceListener::OnNotice, notice);
+    }
 
     const SessionServices& Services() const { return m_services; }
     IniFiles& Files() const { return m_services.files; }
@@ -63,6 +75,8 @@ public:
     void RefreshLanguage();
     const Language& Texts() const { return m_language; }
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
+    // A text with the first value in place of its "%1", and the second one in place of "%2".
+    std::string Text(std::uint16_t number, std::initializer_list<std::string> values) const;
 
     // While a save waits for Total Commander or something is asked, windows refuse commands and
     // closing.

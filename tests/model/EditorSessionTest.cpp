@@ -83,8 +83,8 @@ TEST_F(EditorSessionTest, SettingsFilesAreAskedForWhereTheyAre) {
         world.environment.variables["Commander_Path"] = variable;
         Session().OpenSettingsFile(settings, false);
         Session().AskOpenSettingsFile();
-        Commands().ExportKeys();
-        Commands().ImportKeys();
+        Exchange().Export();
+        Exchange().Import();
         for (int times = 0; times < 3; ++times) {
             ASSERT_FALSE(world.prompts.questions.empty());
             EXPECT_EQ(world.prompts.questions.back().initialFolder, folder);

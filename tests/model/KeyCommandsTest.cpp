@@ -68,11 +68,11 @@ TEST_F(KeyCommandsTest, CommandsFollowTheCurrentKeysState) {
     EXPECT_EQ(enabled(), "+++---");
     Selection().ShowKeyDetails(0);
     EXPECT_EQ(enabled(), "+-----");
-    Commands().CommentKey();
-    Commands().DeleteKey();
+    Commands().CommentKeys();
+    Commands().DeleteKeys();
     EXPECT_FALSE(Settings().IsModified()) << "an absent key is neither commented nor deleted";
     Selection().ShowKeyDetails(2);
-    Commands().DeleteKey();
+    Commands().DeleteKeys();
     EXPECT_EQ(enabled(), "+--+-+");
     Commands().Undo();
     EXPECT_EQ(enabled(), "+++-++");
@@ -81,7 +81,7 @@ TEST_F(KeyCommandsTest, CommandsFollowTheCurrentKeysState) {
     Selection().SelectCategory(kRootNode);
     Place().OwnSettings().Values().autoSelectNextKey = 1;
     Selection().ShowKeyDetails(1);
-    Commands().CommentKey();
+    Commands().CommentKeys();
     EXPECT_EQ(Selection().CurrentKey(), 3U) << "the next key's turn";
 }
 
@@ -157,7 +157,7 @@ TEST_F(KeyCommandsTest, KeysTravelInAnExportFile) {
     Selection().ShowKeyDetails(4);
     Commands().SetValue("pending");
     world.prompts.filesToChoose = {"C:\\TC\\out.ini", "C:\\TC\\out.ini", "C:\\TC\\out.ini"};
-    Commands().ExportKeys();
+    Exchange().Export();
     EXPECT_EQ(world.disk.BytesOf("C:\\TC\\out.ini"),
               "; mine\r\n[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nOther=1\r\n"
               "C=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
@@ -166,9 +166,8 @@ TEST_F(KeyCommandsTest, KeysTravelInAnExportFile) {
     world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nD=5\r\n");
     world.disk.Wait(10);
     ASSERT_TRUE(world.Start());
-    Commands().ImportKeys();
+    Exchange().Import();
     EXPECT_THAT(world.Rows(), ElementsAre("A=1", "B=\"q\"", "C=\"x\" \"%1\"", "D", "E=pending"));
-    EXPECT_FALSE(States().IsEnabled(Command::EditUndo));
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
               "[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
@@ -176,16 +175,16 @@ TEST_F(KeyCommandsTest, KeysTravelInAnExportFile) {
     // A file that can not be read says nothing of any key.
     world.disk.Put("C:\\TC\\out.ini", "changed");
     world.disk.FailReads("C:\\TC\\out.ini", FileError::InUse);
-    Commands().ImportKeys();
+    Exchange().Import();
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program is using it."));
     EXPECT_FALSE(Settings().IsModified());
 
     // Without set keys there is no file, which is said.
     Selection().SetKeyFilter(KeyFilter::ShowInactive);
     EXPECT_THAT(world.Rows(), ElementsAre("B=\"q\"", "D"));
-    Commands().DeleteKey();
+    Commands().DeleteKeys();
     world.prompts.filesToChoose = {"C:\\TC\\none.ini"};
-    Commands().ExportKeys();
+    Exchange().Export();
     EXPECT_FALSE(world.disk.Has("C:\\TC\\none.ini"));
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("No key was exported"));
 }

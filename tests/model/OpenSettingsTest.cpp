@@ -98,7 +98,7 @@ TEST_F(OpenSettingsTest, QuotesAndLongValuesSurvive) {
     Start("[T]\nK=" + tail + "\nA=\"" + command + "\"\nZ='single'\n");
     EXPECT_EQ(Selection().Record(1).currentValue, command);
 
-    Commands().CommentKey();
+    Commands().CommentKeys();
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr(";K=" + tail + "\n")) << "the line's own text moves";
     Commands().Undo();
@@ -240,7 +240,7 @@ TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
 
     // Without its redirection a section is read from the settings file again.
     Selection().ShowKeyDetails(2);
-    Commands().DeleteKey();
+    Commands().DeleteKeys();
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.Rows()[0], "A=1");
     EXPECT_THAT(Main(), HasSubstr("[S]\nA=1\n[T]"));
@@ -272,7 +272,7 @@ TEST_F(RedirectionTest, WhatOtherProgramsChangeIsTakenOver) {
     EXPECT_EQ(Main(), "[S]\nB=mine\n[Configuration]\n");
 
     Set(1, "mine");
-    Commands().DeleteKey();
+    Commands().DeleteKeys();
     Write("[S]\nB=\"\"theirs\"\"\n");
     world.prompts.conflictsToTake = {true};
     world.prompts.asked.clear();

@@ -187,7 +187,7 @@ TEST_F(OtherWritersTest, NothingComesBetweenAQuestionAndItsAnswer) {
     EXPECT_TRUE(Settings().AskSaveSettings());
     EXPECT_THAT(world.prompts.messages, IsEmpty());
     // What is to be commented out is a change like any other.
-    Commands().CommentKey();
+    Commands().CommentKeys();
     Write("[S]\nA=again\n");
     world.prompts.asked.clear();
     EXPECT_TRUE(Settings().SaveToSettingsFile());
@@ -297,10 +297,10 @@ TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
     EXPECT_EQ(both(), "A=x a=x");
     EXPECT_THAT(File(), HasSubstr("A=x\n"));
     Selection().ShowKeyDetails(0);
-    Commands().CommentKey();
+    Commands().CommentKeys();
     EXPECT_FALSE(Selection().Record(3).Looks().isChecked);
     Commands().Undo();
-    Commands().DeleteKey();
+    Commands().DeleteKeys();
     EXPECT_EQ(both(), "A a");
     Write("[S]\nA=theirs\n");
     world.prompts.conflictsToTake = {true};
@@ -328,9 +328,9 @@ TEST_F(OtherWritersTest, RowsFollowTheFileThatWasWritten) {
         SCOPED_TRACE(c.before);
         Start(c.before);
         for (const char letter : std::string(c.script)) {
-            letter == 'd' ? Commands().DeleteKey()
+            letter == 'd' ? Commands().DeleteKeys()
             : letter == 'c'
-                ? Commands().CommentKey()
+                ? Commands().CommentKeys()
                 : (void)Commands().StoreEditedValue(Commands().BeginInplaceEdit()->text);
             EXPECT_TRUE(Settings().SaveToSettingsFile());
         }
@@ -353,15 +353,15 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
     expectRefused(Commands().BrowseValue());
     world.disk.Put("C:\\in.ini", "[S]\nA=1\nB=2\n");
     world.prompts.filesToChoose = {"C:\\in.ini", "C:\\out.ini"};
-    Commands().ImportKeys();
+    Exchange().Import();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr(BuiltIn(text::kLongValuesSkipped))));
     EXPECT_EQ(world.Rows()[1], "B=2");
-    Commands().ExportKeys();
+    Exchange().Export();
     EXPECT_THAT(world.disk.BytesOf("C:\\out.ini"), HasSubstr("A=" + whole + "\r\n"));
     // Deleted, commented out and taken back it is still all there.
     Selection().ShowKeyDetails(0);
     for (int step = 0; step < 2; ++step) {
-        step == 0 ? Commands().DeleteKey() : Commands().CommentKey();
+        step == 0 ? Commands().DeleteKeys() : Commands().CommentKeys();
         EXPECT_TRUE(Settings().SaveToSettingsFile());
         Commands().Undo();
         Write("[S]\nB=3\n" + (step == 0 ? "" : ";A=" + whole + "\n"));
@@ -374,7 +374,7 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
 TEST_F(OtherWritersTest, ARestoreEndsTheHistoryOfItsKeys) {
     Start("[S]\nB=1\n");
     Set(0, "0");
-    Commands().CommentKey();
+    Commands().CommentKeys();
     Set(1, "2");
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(CountBackups(), 1U);
@@ -382,11 +382,16 @@ TEST_F(OtherWritersTest, ARestoreEndsTheHistoryOfItsKeys) {
     ASSERT_TRUE(Settings().RestoreBackup(SessionWorld::kWincmd,
                                          world.disk.ListBackups(SessionWorld::kWincmd)[0].path));
     EXPECT_EQ(CountBackups(), 2U);
-    Commands().Undo();
     EXPECT_EQ(world.Rows()[0], "A");
+    Commands().Undo();
+    EXPECT_EQ(world.Rows()[0], "A=0") << "as it was before the backup was restored";
+    Commands().Redo();
+    EXPECT_EQ(world.Rows()[0], "A");
+    Commands().Undo();
+    Commands().Undo();
     EXPECT_EQ(world.Rows()[1], "B=2") << "its change was still pending";
     EXPECT_TRUE(Settings().SaveToSettingsFile());
-    EXPECT_EQ(File(), "[S]\nB=2\n[Configuration]\n");
+    EXPECT_EQ(File(), "[S]\nB=2\n;A=0\n[Configuration]\n");
     // Another file has a history of its own.
     Set(0, "1");
     Commands().Undo();

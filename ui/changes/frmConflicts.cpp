@@ -55,10 +55,14 @@ void frmConflicts::OnInit() {
         columns.push_back({m_style.text(number)});
     }
     m_mark = MarkOfThisSystem();
-    lstConflicts.Attach(Handle(), IDC_CONFLICTS_LSTCONFLICTS, columns,
-                        {[this](int row, int column) { return CellText(row, column); },
-                         [this](int row, int column) { return IsPale(row, column); },
-                         [this](int) { ShowChoices(); }, [this](int row) { OnToggled(row); }});
+    ReportRows rows;
+    rows.text = [this](int row, int column) { return CellText(row, column); };
+    rows.tone = [this](int row, int column) {
+        return IsPale(row, column) ? CellTone::Pale : CellTone::Normal;
+    };
+    rows.onSelected = [this](int) { ShowChoices(); };
+    rows.onToggled = [this](int row) { OnToggled(row); };
+    lstConflicts.Attach(Handle(), IDC_CONFLICTS_LSTCONFLICTS, columns, std::move(rows));
     lstConflicts.SetRowCount(static_cast<int>(m_conflicts.size()));
     lstConflicts.SelectRow(0);
     CenterForm(Handle());

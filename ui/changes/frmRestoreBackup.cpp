@@ -92,16 +92,17 @@ void frmRestoreBackup::MakeLists() {
     for (const std::uint16_t number : kBackupTexts) {
         columns.push_back({m_style.text(number), true});
     }
-    lstBackups.Attach(Handle(), IDC_RESTORE_LSTBACKUPS, columns,
-                      {[this](int row, int column) { return BackupText(row, column); }, nullptr,
-                       [this](int row) { OnBackupSelected(row); }, nullptr});
+    ReportRows backups;
+    backups.text = [this](int row, int column) { return BackupText(row, column); };
+    backups.onSelected = [this](int row) { OnBackupSelected(row); };
+    lstBackups.Attach(Handle(), IDC_RESTORE_LSTBACKUPS, columns, std::move(backups));
     columns.clear();
     for (const std::uint16_t number : kDifferenceTexts) {
         columns.push_back({m_style.text(number)});
     }
-    lstDifferences.Attach(Handle(), IDC_RESTORE_LSTDIFFERENCES, columns,
-                          {[this](int row, int column) { return DifferenceText(row, column); },
-                           nullptr, nullptr, nullptr});
+    ReportRows differences;
+    differences.text = [this](int row, int column) { return DifferenceText(row, column); };
+    lstDifferences.Attach(Handle(), IDC_RESTORE_LSTDIFFERENCES, columns, std::move(differences));
 }
 
 void frmRestoreBackup::FillFiles() {

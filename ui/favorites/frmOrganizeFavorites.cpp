@@ -70,7 +70,7 @@ void frmOrganizeFavorites::Close() {
 
 void frmOrganizeFavorites::OnInit() {
     ListView1.Create(Handle(), IDC_ORGANIZE_LISTVIEW1, {}, *this,
-                     LVS_EDITLABELS | LVS_NOCOLUMNHEADER);
+                     LVS_SINGLESEL | LVS_EDITLABELS | LVS_NOCOLUMNHEADER);
     SetDirectionOf(ListView1.Handle());
     // Puts the list first in the tab order.
     SetWindowPos(ListView1.Handle(), HWND_TOP, 0, 0, 0, 0,

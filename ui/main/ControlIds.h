@@ -21,6 +21,7 @@ enum ControlId : int {
     kIdTxtInplaceEdit,
     kIdCmdColorSample,
     kIdKeyListPane,
+    kIdCmdRestart,
 };
 
 // Menu entries that change: recent files by slot, and favorites by their place in the list.

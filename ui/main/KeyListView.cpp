@@ -94,7 +94,8 @@ void KeyListView::OnKeyListChanged() {
 void KeyListView::OnKeyShown() {
     if (const auto current = m_selection.CurrentRow()) {
         const int row = static_cast<int>(*current);
-        if (row != ListView1.SelectedRow()) {
+        const bool isAlone = m_selection.SelectedKeys().size() == 1;
+        if (row != ListView1.SelectedRow() || (isAlone && ListView1.SelectedCount() > 1)) {
             txtInplaceEdit.Close();
             ListView1.SelectRow(row);
         }
@@ -123,6 +124,11 @@ void KeyListView::OnKeyChanged(KeyNumber key) {
     if (key == m_selection.CurrentKey()) {
         ShowColor();
     }
+}
+
+void KeyListView::OnManyKeysChanged() {
+    ListView1.RedrawRows();
+    ShowColor();
 }
 
 // The sample is made when the first key with a colour is shown.
@@ -249,7 +255,19 @@ void KeyListView::OnRowSelected(int row) {
     // When the program itself has changed the current key, there is nothing to report.
     if (at < m_selection.Keys().Size() &&
         m_selection.Keys().KeyAt(at) != m_selection.CurrentKey()) {
-        m_selection.ShowKeyDetails(at);
+        OnSelectionChanged();
+    }
+}
+
+void KeyListView::OnSelectionChanged() {
+    const std::vector<int> selected = ListView1.SelectedRows();
+    const std::vector<std::size_t> rows(selected.begin(), selected.end());
+    const auto current = static_cast<std::size_t>(ListView1.SelectedRow());
+    const std::size_t count = m_selection.Keys().Size();
+    const bool isNew = rows.size() != 1 || m_selection.SelectedKeys().size() != 1 ||
+                       m_selection.CurrentRow() != current;
+    if (isNew && current < count && !rows.empty() && rows.back() < count) {
+        m_selection.SelectRows(rows, current);
     }
 }
 

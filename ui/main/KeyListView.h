@@ -34,6 +34,8 @@ public:
     void ApplyLanguage();
     HWND List() const { return ListView1.Handle(); }
 
+    void SelectAll() { ListView1.SelectAll(); }
+
     // Opens the box over the current row, if its value can be edited.
     void BeginInplaceEdit();
     // Closes the box without storing anything, and does not go on to the next row either.
@@ -50,10 +52,12 @@ private:
     void OnKeyListChanged() override;
     void OnKeyShown() override;
     void OnKeyChanged(KeyNumber key) override;
+    void OnManyKeysChanged() override;
     void OnWentToKey(const std::optional<DescriptionPart>&) override;
     std::wstring RowText(int row) const override;
     RowLook LookOfRow(int row) const override;
     void OnRowSelected(int row) override;
+    void OnSelectionChanged() override;
     void OnListMenu(POINT at) override;
     void OnRowActivated() override;
     bool OnListKey(WPARAM key) override;

@@ -1,6 +1,5 @@
 #include "ui/main/MainCommands.h"
 
-#include <algorithm>
 #include <string>
 
 #include "ui/changes/frmRestoreBackup.h"
@@ -10,30 +9,24 @@
 #include "ui/shell/frmOptions.h"
 
 namespace tamarind {
-namespace {
-
-// These commands first close the edit box and drop what was typed.
-constexpr Command kEndEditing[] = {
-    Command::FileOpen,       Command::FileOpenDataFile, Command::FileSave,
-    Command::FileExport,     Command::FileImport,       Command::FileSaveAndRestart,
-    Command::EditUndo,       Command::EditRedo,         Command::EditSetValue1,
-    Command::EditSetValue0,  Command::EditBrowseValue,  Command::EditComment,
-    Command::SearchFindNext,
-};
-
-}  // namespace
-
 MainCommands::MainCommands(EditorSession& session, MainPanes& panes, const DialogStyle& style)
     : m_session(session),
       m_panes(panes),
       m_style(style),
       m_searchFor(session.Place(), session.Selection(), style),
       m_organizeFavorites(session.Place(), session.Selection(), session.FavoriteKeys(), style,
-                          [this] { FocusKeyList(); }) {}
+                          [this] { FocusKeyList(); }),
+      m_pendingChanges(session.Place(), session.Pending(), style,
+                       {[this](KeyNumber key) {
+                            m_session.Selection().GoToKey(key);
+                            FocusKeyList();
+                        },
+                        [this] { Execute(Command::FileSave); }}) {}
 
 void MainCommands::ApplyLanguage() {
     m_searchFor.ApplyLanguage();
     m_organizeFavorites.ApplyLanguage();
+    m_pendingChanges.ApplyLanguage();
 }
 
 void MainCommands::OnCommand(int id) {
@@ -86,7 +79,7 @@ void MainCommands::Execute(Command command) {
     if (!m_session.States().IsEnabled(command) && !isHeard) {
         return;
     }
-    if (std::ranges::find(kEndEditing, command) != std::end(kEndEditing)) {
+    if (InfoOf(command).endsEditing) {
         m_panes.Keys().CloseInplaceEdit();
     }
     Do(command);
@@ -111,10 +104,19 @@ void MainCommands::Do(Command command) {
             m_session.DataFile().SaveDataFile();
             break;
         case Command::FileExport:
-            keys.ExportKeys();
+            m_session.Exchange().Export();
+            break;
+        case Command::FileExportSelected:
+            m_session.Exchange().ExportSelected();
+            break;
+        case Command::FileExportDifferences:
+            m_session.Exchange().ExportSelectedDifferences();
             break;
         case Command::FileImport:
-            keys.ImportKeys();
+            m_session.Exchange().Import();
+            break;
+        case Command::FilePendingChanges:
+            m_pendingChanges.Open(m_owner);
             break;
         case Command::FileRestoreBackup:
             frmRestoreBackup(m_session.Settings(), m_style).Show(m_owner);
@@ -144,13 +146,25 @@ void MainCommands::Do(Command command) {
             ContinueAfter(keys.BrowseValue());
             break;
         case Command::EditComment:
-            keys.CommentKey();
+            keys.CommentKeys();
             break;
         case Command::EditDelete:
             // The Delete key must not delete a key while its value is being typed.
             if (!m_panes.Keys().IsEditing()) {
-                keys.DeleteKey();
+                keys.DeleteKeys();
             }
+            break;
+        case Command::EditReset:
+            keys.ResetKeys();
+            break;
+        case Command::EditResetCategory:
+            keys.ResetCategory();
+            break;
+        case Command::EditCopy:
+            keys.CopyKeys();
+            break;
+        case Command::EditSelectAll:
+            m_panes.Keys().SelectAll();
             break;
         case Command::ViewToolbar:
             workplace.SetToolbarVisible(!workplace.IsToolbarVisible());

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "model/session/EditorSession.h"
+#include "ui/changes/frmPendingChanges.h"
 #include "ui/favorites/frmOrganizeFavorites.h"
 #include "ui/main/MainPanes.h"
 #include "ui/search/frmSearchFor.h"
@@ -45,6 +46,7 @@ private:
     HWND m_owner = nullptr;
     frmSearchFor m_searchFor;
     frmOrganizeFavorites m_organizeFavorites;
+    frmPendingChanges m_pendingChanges;
 };
 
 }  // namespace tamarind

@@ -11,8 +11,6 @@ namespace {
 
 constexpr int kFixedFavoriteEntries = 2;
 
-constexpr Command kTreeEntries[] = {Command::FileExport, Command::FileImport};
-
 // The command that the arrow beside a toolbar button offers.
 struct DropDown {
     Command button;
@@ -22,6 +20,14 @@ constexpr DropDown kDropDowns[] = {
     {Command::FileSave, Command::FileSaveAndRestart},
     {Command::EditDelete, Command::EditComment},
 };
+
+// A menu takes a single "&" for the mark of an access key.
+std::string EscapedMarks(std::string text) {
+    for (std::size_t at = text.find('&'); at != std::string::npos; at = text.find('&', at + 2)) {
+        text.insert(at, 1, '&');
+    }
+    return text;
+}
 
 UINT_PTR IdOf(Command command) {
     return static_cast<UINT_PTR>(command);
@@ -73,11 +79,22 @@ bool MainMenu::Create(HWND window) {
 std::wstring MainMenu::EntryText(Command command) const {
     const CommandInfo& info = InfoOf(command);
     std::string text = m_workplace.Text(info.textNumber);
+    if (const std::string step = m_states.NameOfStep(command); !step.empty()) {
+        text += ": " + EscapedMarks(step);
+    }
     if (!info.shortcut.text.empty()) {
         text += '\t';
         text += info.shortcut.text;
     }
     return Widen(text);
+}
+
+// Undo and Redo say what they would do.
+void MainMenu::ShowNameOfStep(HMENU menu, Command command) const {
+    if (command == Command::EditUndo || command == Command::EditRedo) {
+        const auto id = static_cast<UINT>(IdOf(command));
+        ModifyMenuW(menu, id, MF_BYCOMMAND | MF_STRING, id, EntryText(command).c_str());
+    }
 }
 
 void MainMenu::Fill(HMENU menu, std::span<const Command> entries) const {
@@ -151,6 +168,7 @@ void MainMenu::Refresh(HMENU menu) const {
         if (const CommandInfo* const info = FindCommand(id)) {
             const bool isEnabled = m_states.IsEnabled(info->command);
             const bool isChecked = m_states.IsChecked(info->command);
+            ShowNameOfStep(menu, info->command);
             EnableMenuItem(menu, id, isEnabled ? MF_ENABLED : MF_GRAYED);
             CheckMenuItem(menu, id, isChecked ? MF_CHECKED : MF_UNCHECKED);
         }
@@ -190,13 +208,9 @@ HMENU MainMenu::FavoritesMenu() const {
 }
 
 void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {
-    const UniqueMenu made(menu == PopupMenu::CategoryTree ? CreatePopupMenu() : nullptr);
-    if (made) {
-        Fill(made.Get(), kTreeEntries);
-    }
-    const HMENU popup =
-        made ? made.Get() : GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::EditValue)));
-    TrackPopupMenu(popup, TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+    const UniqueMenu popup(CreatePopupMenu());
+    Fill(popup.Get(), menu == PopupMenu::CategoryTree ? TreeMenu() : KeyListMenu());
+    TrackPopupMenu(popup.Get(), TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
 }
 
 void MainMenu::ShowDropDown(HWND window, Command command, const RECT& button) const {

@@ -41,6 +41,7 @@ private:
     void Fill(HMENU menu, std::span<const Command> entries) const;
     // The shortcuts that work in the whole window, except those of the given commands.
     static UniqueAccelerators MakeAccelerators(std::span<const Command> except);
+    void ShowNameOfStep(HMENU menu, Command command) const;
     void FillRecentFiles(HMENU menu) const;
     void RefreshFavorites(HMENU menu) const;
     // The index of the menu of the menu bar that contains a command.

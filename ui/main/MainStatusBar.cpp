@@ -3,10 +3,12 @@
 #include <algorithm>
 
 #include "core/text/WideText_win32.h"
+#include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -14,12 +16,21 @@ namespace {
 constexpr Twips kDataFileSpare{90};  // by which its panel is wider than its content
 constexpr int kTextMargin = 6;       // pixels beside a panel's text
 constexpr int kPictureGap = 4;       // pixels between its picture and its text
+constexpr UINT kNoticeMs = 3000;
+constexpr UINT kOfferMs = 30'000;  // of a restart
+// EVENT_OBJECT_LIVEREGIONCHANGED, which older headers lack.
+constexpr DWORD kLiveRegionChanged = 0x8019;
 
 }  // namespace
 
-MainStatusBar::MainStatusBar(OpenDataFile& dataFile, OpenSettings& settings,
-                             KeySelection& selection, MainWindowActions& actions)
-    : m_dataFile(dataFile), m_settings(settings), m_selection(selection), m_actions(actions) {
+MainStatusBar::MainStatusBar(EditorSession& session, MainWindowActions& actions)
+    : m_workplace(session.Place()),
+      m_dataFile(session.DataFile()),
+      m_settings(session.Settings()),
+      m_selection(session.Selection()),
+      m_pending(session.Pending()),
+      m_actions(actions) {
+    m_workplace.Watchers().Add(*this);
     m_dataFile.Watchers().Add(*this);
     m_settings.Watchers().Add(*this);
     m_selection.KeyWatchers().Add(*this);
@@ -31,6 +42,7 @@ MainStatusBar::~MainStatusBar() {
     m_selection.KeyWatchers().Remove(*this);
     m_settings.Watchers().Remove(*this);
     m_dataFile.Watchers().Remove(*this);
+    m_workplace.Watchers().Remove(*this);
 }
 
 bool MainStatusBar::Create(HWND parent, const MainLook& look) {
@@ -52,6 +64,7 @@ void MainStatusBar::ApplyLook(const MainLook& look) {
 void MainStatusBar::ApplyLanguage() {
     ShowDataFile();
     ShowTarget();
+    ShowChanges();
     ShowCounter();
 }
 
@@ -73,10 +86,13 @@ void MainStatusBar::UpdateParts() {
                          ScaledPixels(kPictureGap, m_dpi) + ToPixels(kDataFileSpare, m_dpi).value;
     const int grip = SystemMetric(SM_CXVSCROLL, m_dpi);
     const int counter = contentWidth(m_selection.CounterPanel()) + grip;
-    // In a narrow window the panel of the data file is cut, so that the other two stay visible.
+    const int changes = m_changes.empty() ? 0 : contentWidth(Narrow(m_changes));
+    // In a narrow window the panel of the data file is cut, so that the others stay visible.
     const int first = std::min(dataFile, width / 2);
-    const int edges[kPartCount] = {first, std::max(first, width - counter), -1};
+    const int third = std::max(first, width - counter);
+    const int edges[kPartCount] = {first, std::max(first, third - changes), third, -1};
     StatusBar1.SetParts(edges);
+    PlaceRestart();
 }
 
 void MainStatusBar::ShowDataFile() {
@@ -91,7 +107,69 @@ void MainStatusBar::ShowDataFile() {
 }
 
 void MainStatusBar::ShowTarget() {
-    StatusBar1.SetText(kTargetPart, Widen(m_settings.TargetPanel()));
+    StatusBar1.SetText(kTargetPart, Widen(m_notice ? m_notice->text : m_settings.TargetPanel()));
+}
+
+void MainStatusBar::ShowChanges() {
+    std::wstring text = Widen(m_pending.CountText());
+    if (StatusBar1.Handle() != nullptr && text != m_changes) {
+        m_changes = std::move(text);
+        StatusBar1.SetText(kChangesPart, m_changes);
+        UpdateParts();
+    }
+}
+
+// A screen reader is told that the text of the panel is another one, and reads it.
+void MainStatusBar::OnNotice(const Notice& notice) {
+    m_notice = notice;
+    ShowTarget();
+    if (notice.offersRestart) {
+        ShowRestart();
+    } else {
+        cmdRestart.Show(false);
+    }
+    m_noticeEnd.Start(StatusBar1.Handle(), notice.offersRestart ? kOfferMs : kNoticeMs);
+    for (const DWORD event : {DWORD{EVENT_OBJECT_NAMECHANGE}, kLiveRegionChanged}) {
+        NotifyWinEvent(event, StatusBar1.Handle(), OBJID_CLIENT, kTargetPart + 1);
+    }
+}
+
+void MainStatusBar::EndNotice() {
+    m_noticeEnd.Stop();
+    m_notice.reset();
+    cmdRestart.Show(false);
+    ShowTarget();
+}
+
+// The button is made when the first notice needs it.
+void MainStatusBar::ShowRestart() {
+    if (cmdRestart.Handle() == nullptr) {
+        const auto restart = [this] {
+            EndNotice();
+            m_actions.Execute(Command::FileSaveAndRestart);
+        };
+        if (!cmdRestart.Create(m_parent, kIdCmdRestart, restart)) {
+            return;
+        }
+        cmdRestart.SetFont(MakeMessageFont(m_dpi));
+    }
+    cmdRestart.SetText(Widen(m_workplace.Text(text::kRestartTotalCommander)));
+    PlaceRestart();
+    cmdRestart.Show(true);
+}
+
+// At the end of the notice's panel.
+void MainStatusBar::PlaceRestart() {
+    if (cmdRestart.Handle() == nullptr) {
+        return;
+    }
+    RECT bounds = StatusBar1.BoundsOfPart(kTargetPart);
+    OffsetRect(&bounds, m_bounds.left, m_bounds.top);
+    const int width =
+        TextWidth(cmdRestart.Handle(), cmdRestart.Text()) + 4 * ScaledPixels(kTextMargin, m_dpi);
+    bounds.left = std::max<LONG>(bounds.left, bounds.right - width);
+    SetWindowPos(cmdRestart.Handle(), HWND_TOP, bounds.left, bounds.top, SizeOf(bounds).cx,
+                 SizeOf(bounds).cy, SWP_NOACTIVATE);
 }
 
 void MainStatusBar::ShowCounter() {
@@ -102,6 +180,8 @@ void MainStatusBar::ShowCounter() {
 void MainStatusBar::OnStatusPartClicked(int part) {
     if (part == kDataFilePart) {
         m_actions.Execute(Command::FileOpenDataFile);
+    } else if (part == kChangesPart) {
+        m_actions.Execute(Command::FilePendingChanges);
     }
 }
 

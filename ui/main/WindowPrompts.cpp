@@ -2,9 +2,11 @@
 
 #include "core/text/WideText_win32.h"
 #include "ui/changes/frmConflicts.h"
+#include "ui/changes/frmImportReview.h"
 #include "ui/shell/cFontDlg.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/ModalLock.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -103,6 +105,16 @@ bool WindowPrompts::ResolveConflicts(std::vector<ValueConflict>& conflicts) {
     const HWND owner = PresentOwner();
     return m_style != nullptr &&
            frmConflicts(*m_style).Show(IsWindowVisible(owner) ? owner : nullptr, conflicts);
+}
+
+bool WindowPrompts::ReviewImport(ImportReview& review) {
+    const HWND owner = PresentOwner();
+    return m_style != nullptr &&
+           frmImportReview(*m_style).Show(IsWindowVisible(owner) ? owner : nullptr, review);
+}
+
+void WindowPrompts::CopyText(const std::string& text) {
+    CopyToClipboard(m_owner, Widen(text));
 }
 
 void WindowPrompts::Beep() {

@@ -28,6 +28,8 @@ public:
     std::string ColorSelect() override;
     void StartColorAt(std::int32_t color) override;
     bool ResolveConflicts(std::vector<ValueConflict>& conflicts) override;
+    bool ReviewImport(ImportReview& review) override;
+    void CopyText(const std::string& text) override;
     void Beep() override;
 
 private:

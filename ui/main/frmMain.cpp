@@ -57,7 +57,7 @@ frmMain::frmMain(EditorSession& session)
              session.States()),
       m_toolbar(session.Place(), session.States(), *this),
       m_panes(session, *this),
-      m_statusBar(session.DataFile(), session.Settings(), session.Selection(), *this),
+      m_statusBar(session, *this),
       m_commands(session, m_panes, m_dialogStyle) {
     m_dialogStyle.text = [this](std::uint16_t number) {
         return Widen(m_session.Place().Text(number));
@@ -75,10 +75,10 @@ bool frmMain::Create() {
     ReadStyle();
     const WindowPlace place = RestoreMainWindowPlacement(m_session.Place().OwnSettings().Values());
     m_startsMaximized = place.isMaximized;
-    const std::wstring caption = Widen(m_session.Caption());
+    m_caption = Widen(m_session.Caption());
     WindowParams params;
     params.className = kClassName;
-    params.text = caption.c_str();
+    params.text = m_caption.c_str();
     params.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     params.bounds = place.bounds;
     params.icon = ProgramIcon(ICON_BIG);
@@ -350,10 +350,19 @@ void frmMain::OnLookChanged() {
 }
 
 void frmMain::OnSettingsFileChanged() {
-    SetWindowTextW(Handle(), Widen(m_session.Caption()).c_str());
+    ShowCaption();
+}
+
+void frmMain::ShowCaption() {
+    std::wstring caption = Widen(m_session.Caption());
+    if (caption != m_caption) {
+        m_caption = std::move(caption);
+        SetWindowTextW(Handle(), m_caption.c_str());
+    }
 }
 
 void frmMain::OnCommandsChanged() {
+    ShowCaption();
     const Workplace& workplace = m_session.Place();
     m_panes.ShowDescriptionPane(workplace.IsDescriptionVisible());
     if (m_isToolbarShown != workplace.IsToolbarVisible()) {

@@ -70,6 +70,7 @@ private:
     void ShowDropDown(Command command, const RECT& button) override;
 
     void ApplyLook(int dpi);
+    void ShowCaption();
     void Layout();
     // Saves places and sizes in the own settings.
     void StoreLayout();
@@ -84,6 +85,7 @@ private:
     MainStatusBar m_statusBar;
     DialogStyle m_dialogStyle;
     MainCommands m_commands;
+    std::wstring m_caption;
     bool m_isToolbarShown = false;
     bool m_startsMaximized = false;
     bool m_isAskingToClose = false;

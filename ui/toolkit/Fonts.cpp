@@ -78,6 +78,15 @@ UniqueFont MakeMessageFont(int dpi) {
     return UniqueFont(CreateFontIndirectW(&font));
 }
 
+UniqueFont MakeFixedPitchFont(int dpi) {
+    LOGFONTW font{};
+    GetObjectW(MakeMessageFont(dpi).Get(), sizeof(font), &font);
+    const wchar_t* const name = HasFont(L"Consolas") ? L"Consolas" : L"Courier New";
+    lstrcpynW(font.lfFaceName, name, LF_FACESIZE);
+    font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    return UniqueFont(CreateFontIndirectW(&font));
+}
+
 bool HasFont(const std::wstring& name) {
     const UniqueFont font(CreateFontW(0, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                                       OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,

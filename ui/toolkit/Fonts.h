@@ -30,6 +30,9 @@ int TextWidth(HWND window, const std::wstring& text);
 // The font of message boxes and status bars. Empty if Windows does not tell.
 UniqueFont MakeMessageFont(int dpi);
 
+// A font whose characters all have the same width, in the size of message boxes.
+UniqueFont MakeFixedPitchFont(int dpi);
+
 // Whether the system has a font of that name, rather than another one that it would take instead.
 bool HasFont(const std::wstring& name);
 

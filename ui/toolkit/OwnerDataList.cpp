@@ -29,8 +29,18 @@ void OwnerDataList::EnsureVisible(int row, bool isPartEnough) {
     Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), isPartEnough ? TRUE : FALSE);
 }
 
-int OwnerDataList::RowShownSelected() const {
-    return static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(kNoRow), LVNI_SELECTED));
+std::vector<int> OwnerDataList::SelectedRows() const {
+    std::vector<int> rows;
+    for (int row = RowShownSelected(); row != kNoRow; row = NextRow(row, LVNI_SELECTED)) {
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+void OwnerDataList::SelectAll() {
+    LVITEMW item{};
+    item.stateMask = item.state = LVIS_SELECTED;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(kNoRow), reinterpret_cast<LPARAM>(&item));
 }
 
 void OwnerDataList::Answer(LVITEMW& item, std::wstring text) {

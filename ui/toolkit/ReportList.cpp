@@ -41,6 +41,26 @@ std::vector<int> SharedWidths(std::vector<int> wanted, int width) {
     return wanted;
 }
 
+// Each has a contrast of at least 4.5 to 1 on a light background. On a dark one, which a user of
+// high contrast has, the signs in front of the lines have to do.
+COLORREF ColorOfTone(CellTone tone) {
+    const COLORREF background = GetSysColor(COLOR_WINDOW);
+    const bool isLight =
+        GetRValue(background) + GetGValue(background) + GetBValue(background) > 3 * 200;
+    switch (tone) {
+        case CellTone::Pale:
+            return GetSysColor(COLOR_GRAYTEXT);
+        case CellTone::Removed:
+            return isLight ? RGB(0xA0, 0x10, 0x10) : GetSysColor(COLOR_WINDOWTEXT);
+        case CellTone::Added:
+            return isLight ? RGB(0x00, 0x64, 0x00) : GetSysColor(COLOR_WINDOWTEXT);
+        case CellTone::Normal:
+        case CellTone::Heading:
+            break;
+    }
+    return GetSysColor(COLOR_WINDOWTEXT);
+}
+
 }  // namespace
 
 ReportList::ReportList() {
@@ -56,7 +76,10 @@ bool ReportList::Attach(HWND dialog, int id, const std::vector<ReportColumn>& co
     if (!AttachControl(dialog, id)) {
         return false;
     }
-    SetUp(LVS_EX_INFOTIP);
+    SetUp(LVS_EX_INFOTIP | (m_rows.isChecked ? LVS_EX_CHECKBOXES : 0U));
+    if (m_rows.isChecked) {
+        Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK);
+    }
     for (const ReportColumn& column : columns) {
         m_titles.push_back(column.title);
         AddColumn(m_titles.size() - 1, column.title, column.isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT);
@@ -122,14 +145,18 @@ std::optional<LRESULT> ReportList::OnNotify(NMHDR& header) {
             OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header).item);
             return 0;
         case LVN_ITEMCHANGED:
+        case LVN_ODSTATECHANGED:
             OnItemChanged();
             return 0;
         case LVN_ODFINDITEMW:
             return kNoRow;
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+        case NM_CLICK:
+            OnClick(reinterpret_cast<const NMITEMACTIVATE&>(header));
+            return 0;
         case NM_DBLCLK:
-            Toggle(reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
+            OnDoubleClick(reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
             return 0;
         default:
             return std::nullopt;
@@ -145,6 +172,28 @@ void ReportList::OnGetDisplayInfo(LVITEMW& item) {
         }
         Answer(item, std::move(text));
     }
+    if ((item.mask & LVIF_STATE) != 0 && m_rows.isChecked) {
+        // The second picture of the list is the checked box.
+        item.state = INDEXTOSTATEIMAGEMASK(m_rows.isChecked(item.iItem) ? 2 : 1);
+        item.stateMask = LVIS_STATEIMAGEMASK;
+    }
+}
+
+void ReportList::OnClick(const NMITEMACTIVATE& click) const {
+    LVHITTESTINFO hit{};
+    hit.pt = click.ptAction;
+    Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    if ((hit.flags & LVHT_ONITEMSTATEICON) != 0 && (hit.flags & LVHT_ONITEMLABEL) == 0) {
+        Toggle(hit.iItem);
+    }
+}
+
+void ReportList::OnDoubleClick(int row) const {
+    if (row != kNoRow && m_rows.onActivated) {
+        m_rows.onActivated(row);
+    } else {
+        Toggle(row);
+    }
 }
 
 void ReportList::OnItemChanged() {
@@ -154,21 +203,30 @@ void ReportList::OnItemChanged() {
     }
 }
 
-LRESULT ReportList::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
+LRESULT ReportList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
-            return m_rows.isPale ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+            return m_rows.tone ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
         case CDDS_ITEMPREPAINT:
             return CDRF_NOTIFYSUBITEMDRAW;
-        case CDDS_ITEMPREPAINT | CDDS_SUBITEM: {
-            const bool isPale =
-                m_rows.isPale(static_cast<int>(draw.nmcd.dwItemSpec), draw.iSubItem);
-            draw.clrText = GetSysColor(isPale ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT);
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+            SetTone(draw, m_rows.tone(static_cast<int>(draw.nmcd.dwItemSpec), draw.iSubItem));
             return CDRF_NEWFONT;
-        }
         default:
             return CDRF_DODEFAULT;
     }
+}
+
+void ReportList::SetTone(NMLVCUSTOMDRAW& draw, CellTone tone) {
+    draw.clrText = ColorOfTone(tone);
+    const auto font = reinterpret_cast<HFONT>(Send(WM_GETFONT));
+    if (tone == CellTone::Heading && !m_headingFont) {
+        LOGFONTW bold{};
+        GetObjectW(font, sizeof(bold), &bold);
+        bold.lfWeight = FW_BOLD;
+        m_headingFont = UniqueFont(CreateFontIndirectW(&bold));
+    }
+    SelectObject(draw.nmcd.hdc, tone == CellTone::Heading ? m_headingFont.Get() : font);
 }
 
 void ReportList::Toggle(int row) const {
@@ -183,12 +241,16 @@ std::optional<LRESULT> ReportList::OnMessage(UINT message, WPARAM wParam, LPARAM
             FitColumns();
             return std::nullopt;
         case WM_SETFONT:
+            m_headingFont = UniqueFont();
             PostMessageW(Handle(), kMeasureTexts, 0, 0);
             return std::nullopt;
         case kMeasureTexts:
             MeasureTexts();
             return 0;
         case WM_KEYDOWN:
+            if (m_rows.onKey && m_rows.onKey(wParam)) {
+                return 0;
+            }
             if (wParam != VK_SPACE || m_row == kNoRow || !m_rows.onToggled) {
                 return std::nullopt;
             }

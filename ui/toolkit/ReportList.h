@@ -14,20 +14,30 @@ struct ReportColumn {
     bool isNumber = false;  // numbers stand at the right; not in the first column
 };
 
+// How the text of a cell looks.
+enum class CellTone { Normal, Pale, Removed, Added, Heading };
+
 // What the rows of a list say, and who hears of changes. Only `text` is required.
 struct ReportRows {
     std::function<std::wstring(int row, int column)> text;
-    // Whether the text of a cell is grey.
-    std::function<bool(int row, int column)> isPale;
-    // Another row was selected, or none any more (ReportList::kNoRow).
+    std::function<CellTone(int row, int column)> tone;
+    // Another row was selected, or none any more (ReportList::kNoRow). Of several rows it is the
+    // first one.
     std::function<void(int row)> onSelected;
-    // The user has double-clicked a row, or pressed Space on the selected one.
+    // The user has double-clicked a row, pressed Space on the selected one, or clicked a check box.
     std::function<void(int row)> onToggled;
+    // The user has double-clicked a row; instead of onToggled.
+    std::function<void(int row)> onActivated;
+    // With this, each row has a check box.
+    std::function<bool(int row)> isChecked;
+    // A key was pressed; a virtual-key code. Returns whether it was handled.
+    std::function<bool(WPARAM key)> onKey;
 };
 
-// A list with several columns in a dialog. Its control in the template has the styles LVS_REPORT,
-// LVS_OWNERDATA and LVS_SINGLESEL. It asks for its texts when it draws them, so its length costs
-// nothing. The columns share its width by the lengths of their texts.
+// A list with several columns in a dialog. Its control in the template has the styles LVS_REPORT
+// and LVS_OWNERDATA, and LVS_SINGLESEL unless several rows can be selected. It asks for its texts
+// when it draws them, so its length costs nothing. The columns share its width by the lengths of
+// their texts.
 class ReportList final : public OwnerDataList {
 public:
     // A dash, for cells that have nothing to show.
@@ -45,6 +55,8 @@ public:
     void SetRowCount(int count);
     // Selects a row, which calls onSelected if it was another one, and scrolls it into view.
     void SelectRow(int row);
+    // Selects one more row.
+    void AlsoSelectRow(int row) { ShowSelected(row, true); }
     // To be called when the rows say something else.
     void Redraw();
 
@@ -53,7 +65,10 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnGetDisplayInfo(LVITEMW& item);
     void OnItemChanged();
-    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
+    void OnClick(const NMITEMACTIVATE& click) const;
+    void OnDoubleClick(int row) const;
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    void SetTone(NMLVCUSTOMDRAW& draw, CellTone tone);
     void Toggle(int row) const;
     // Measures titles and the first rows, and fits the columns.
     void MeasureTexts();
@@ -62,6 +77,7 @@ private:
     ReportRows m_rows;
     std::vector<std::wstring> m_titles;
     std::vector<int> m_wantedWidths;  // of the columns, in pixels
+    UniqueFont m_headingFont;         // the list's own in bold; made when it is needed
 };
 
 }  // namespace tamarind

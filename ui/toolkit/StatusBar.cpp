@@ -16,6 +16,12 @@ void StatusBar::SetText(int part, const std::wstring& text) {
     Send(SB_SETTEXTW, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(text.c_str()));
 }
 
+RECT StatusBar::BoundsOfPart(int part) const {
+    RECT bounds{};
+    Send(SB_GETRECT, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(&bounds));
+    return bounds;
+}
+
 void StatusBar::SetIcon(int part, UniqueIcon icon) {
     Send(SB_SETICON, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(icon.Get()));
     m_icon = std::move(icon);

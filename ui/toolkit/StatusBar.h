@@ -25,6 +25,8 @@ public:
     void SetParts(std::span<const int> rightEdges);
     // Parts are counted from 0.
     void SetText(int part, const std::wstring& text);
+    // Where a part is, in pixels of the bar.
+    RECT BoundsOfPart(int part) const;
     // Takes the icon over. The bar owns one icon: a second one replaces the first.
     void SetIcon(int part, UniqueIcon icon);
 

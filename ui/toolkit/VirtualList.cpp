@@ -1,14 +1,15 @@
 #include "ui/toolkit/VirtualList.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
 
-// Posted by the list to itself when a row was deselected: only when it arrives is it known whether
-// another row has been selected instead.
+// Posted by the list to itself when rows were selected or deselected: only when it arrives is it
+// known which rows are selected in the end.
 constexpr UINT kCheckSelection = WM_APP;
 
 bool StartsWith(const std::wstring& text, const std::wstring& start) {
@@ -23,7 +24,7 @@ bool StartsWith(const std::wstring& text, const std::wstring& start) {
 bool VirtualList::Create(HWND parent, int id, const std::wstring& columnTitle,
                          VirtualListSource& source, DWORD moreStyles) {
     m_source = &source;
-    constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+    constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
                              LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_NOSORTHEADER;
     if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle | moreStyles)) {
         return false;
@@ -75,7 +76,7 @@ void VirtualList::SetRowCount(int count) {
 }
 
 void VirtualList::SelectRow(int row) {
-    if (row != m_row) {
+    if (row != m_row || SelectedCount() > 1) {
         m_isFilling = true;
         ClearSelection();
         m_isFilling = false;
@@ -85,10 +86,11 @@ void VirtualList::SelectRow(int row) {
     EnsureVisible(row);
 }
 
-// Of the one row only: a list control that clears its selection itself may look at all rows.
+// Of the one row only, if there are no more: a list control that clears its selection itself may
+// look at all rows.
 void VirtualList::ClearSelection() {
     if (m_row != kNoRow) {
-        ShowSelected(m_row, false);
+        ShowSelected(SelectedCount() > 1 ? kNoRow : m_row, false);
     }
 }
 
@@ -124,7 +126,8 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
             OnGetDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
             return 0;
         case LVN_ITEMCHANGED:
-            OnItemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+        case LVN_ODSTATECHANGED:
+            OnItemChanged();
             return 0;
         case LVN_ODFINDITEMW:
             return OnFindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
@@ -157,16 +160,17 @@ void VirtualList::OnGetDisplayInfo(NMLVDISPINFOW& info) {
     }
 }
 
-void VirtualList::OnItemChanged(const NMLISTVIEW& change) {
-    if (m_isFilling || (change.uChanged & LVIF_STATE) == 0) {
+// In the middle of a change there may be no selected row, or none with the focus.
+void VirtualList::OnItemChanged() {
+    if (m_isFilling) {
         return;
     }
-    const bool isSelected = (change.uNewState & LVIS_SELECTED) != 0;
-    const bool wasSelected = (change.uOldState & LVIS_SELECTED) != 0;
-    if (isSelected && change.iItem >= 0 && change.iItem != m_row) {
-        m_row = change.iItem;
+    const int focused = NextRow(kNoRow, LVNI_FOCUSED);
+    if (focused != kNoRow && focused != m_row && SelectedCount() > 0) {
+        m_row = focused;
         m_source->OnRowSelected(m_row);
-    } else if (wasSelected && !isSelected) {
+    }
+    if (!std::exchange(m_isCheckPosted, true)) {
         PostMessageW(Handle(), kCheckSelection, 0, 0);
     }
 }
@@ -198,9 +202,12 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
     }
 }
 
-// A click beside the rows deselects, but the row whose details are shown stays the selected one.
+// A click beside the rows deselects, but the row whose details are shown stays selected.
 void VirtualList::CheckSelection() {
-    if (RowShownSelected() == kNoRow && m_row >= 0 && m_row < RowCount()) {
+    m_isCheckPosted = false;
+    if (SelectedCount() > 0) {
+        m_source->OnSelectionChanged();
+    } else if (m_row >= 0 && m_row < RowCount()) {
         ShowSelected(m_row, true);
     }
 }

@@ -18,8 +18,11 @@ class VirtualListSource {
 public:
     virtual std::wstring RowText(int row) const = 0;
     virtual RowLook LookOfRow(int row) const = 0;
-    // Another row has been selected, by the user or by the program.
+    // Another row has been selected, by the user or by the program; of several, another one has got
+    // the focus.
     virtual void OnRowSelected(int row) = 0;
+    // Other rows than before are selected, besides that one.
+    virtual void OnSelectionChanged() {}
     // A context menu is asked for; `at` is in screen pixels.
     virtual void OnListMenu(POINT at) = 0;
     // A row was double-clicked, or anything in a list without rows.
@@ -42,10 +45,11 @@ protected:
 };
 
 // A list with one column that asks for its rows when it draws them, so that its length costs
-// nothing. From the first selection on there is always exactly one selected row, until SetRowCount.
+// nothing. From the first selection on there is always a selected row, until SetRowCount.
 class VirtualList final : public OwnerDataList {
 public:
-    // `moreStyles` are added to the styles of all such lists: LVS_EDITLABELS, LVS_NOCOLUMNHEADER.
+    // `moreStyles` are added to the styles of all such lists: LVS_SINGLESEL, LVS_EDITLABELS,
+    // LVS_NOCOLUMNHEADER.
     // `source` must outlive the list. False if Windows cannot create it.
     bool Create(HWND parent, int id, const std::wstring& columnTitle, VirtualListSource& source,
                 DWORD moreStyles = 0);
@@ -60,10 +64,12 @@ public:
 
     // Shows other rows than before. None of them is selected, and the source is not told.
     void SetRowCount(int count);
-    // Selects a row and scrolls it into view. If another one was selected, OnRowSelected is called.
+    // Selects a row, and no other, and scrolls it into view. If another one was selected,
+    // OnRowSelected is called.
     void SelectRow(int row);
-    // To be called when a row says something else.
+    // To be called when a row, or any row, says something else.
     void RedrawRow(int row);
+    void RedrawRows() { InvalidateRect(Handle(), nullptr, FALSE); }
 
     // Lets the user change the text of a row, if the source allows it. The list gets the focus.
     void EditLabel(int row);
@@ -79,7 +85,7 @@ private:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     std::optional<LRESULT> OnContextMenu(std::optional<POINT> at) override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnItemChanged(const NMLISTVIEW& change);
+    void OnItemChanged();
     void OnGetDisplayInfo(NMLVDISPINFOW& info);
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
@@ -91,6 +97,7 @@ private:
     VirtualListSource* m_source = nullptr;
     int m_columnMargin = 0;
     bool m_isFilling = false;
+    bool m_isCheckPosted = false;
 };
 
 }  // namespace tamarind

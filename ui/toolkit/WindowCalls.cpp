@@ -1,6 +1,7 @@
 #include "ui/toolkit/WindowCalls.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tamarind {
 namespace {
@@ -87,6 +88,28 @@ std::wstring TextOfWindow(HWND window) {
     text.resize(static_cast<std::size_t>(
         GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
     return text;
+}
+
+// The clipboard owns the memory once it has taken it.
+bool CopyToClipboard(HWND owner, const std::wstring& text) {
+    if (!OpenClipboard(owner)) {
+        return false;
+    }
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    void* const place = memory != nullptr ? GlobalLock(memory) : nullptr;
+    bool isTaken = false;
+    if (place != nullptr) {
+        std::memcpy(place, text.c_str(), bytes);
+        GlobalUnlock(memory);
+        EmptyClipboard();
+        isTaken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
+    }
+    if (!isTaken) {
+        GlobalFree(memory);
+    }
+    CloseClipboard();
+    return isTaken;
 }
 
 }  // namespace tamarind

@@ -37,4 +37,7 @@ void SetMirrored(HWND window, bool isMirrored);
 // The whole text of a window or control, of any length.
 std::wstring TextOfWindow(HWND window);
 
+// Puts a text on the clipboard. False if another program holds it.
+bool CopyToClipboard(HWND owner, const std::wstring& text);
+
 }  // namespace tamarind

@@ -27,6 +27,8 @@ public:
     bool cancelsConflicts = false;
     std::function<void()> onConflicts;  // while the question is open
     std::vector<std::string> asked;
+    std::function<bool(ImportReview& review)> onImport;
+    std::string copied;
     int beeps = 0;
 
     void ShowMessage(MessageIcon icon, const std::string& text) override {
@@ -74,6 +76,14 @@ public:
         }
         return !cancelsConflicts;
     }
+
+    // Takes all that the file says, and what it lacks as well, unless the script does otherwise.
+    bool ReviewImport(ImportReview& review) override {
+        review.removesMissing = true;
+        return !onImport || onImport(review);
+    }
+
+    void CopyText(const std::string& text) override { copied = text; }
 
     void Beep() override { ++beeps; }
 

@@ -30,6 +30,8 @@ protected:
     OpenDataFile& DataFile() { return Session().DataFile(); }
     OpenSettings& Settings() { return Session().Settings(); }
     KeyCommands& Commands() { return Session().Commands(); }
+    KeyExchange& Exchange() { return Session().Exchange(); }
+    PendingChanges& Pending() { return Session().Pending(); }
     FavoritesBook& FavoriteKeys() { return Session().FavoriteKeys(); }
     RecentSettings& Recent() { return Session().Recent(); }
     const CommandStates& States() { return Session().States(); }
@@ -85,10 +87,10 @@ protected:
                 Commands().SetValue("");
                 break;
             case 'c':
-                Commands().CommentKey();
+                Commands().CommentKeys();
                 break;
             case 'd':
-                Commands().DeleteKey();
+                Commands().DeleteKeys();
                 break;
             case 'u':
                 Commands().Undo();

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "core/ini/IniDocument.h"
+
+namespace tamarind {
+
+// What the values of keys may be: the file of types that stands beside a data file. It has the
+// sections and keys of the settings, and for each key the words of its type:
+//
+//   [Configuration]
+//   SyncFlags=flags 1 2 4 history
+//   [Colors]
+//   ColorFilter#Color=color        "#" stands for one or more digits
+class ValueTypes {
+public:
+    // Knows no types.
+    ValueTypes() = default;
+    explicit ValueTypes(std::shared_ptr<const IniDocument> file) : m_file(std::move(file)) {}
+
+    // The words of a key's type; empty for a key without an entry. An exact name goes before one
+    // with "#". The view belongs to the file.
+    std::string_view WordsOf(std::string_view section, std::string_view key) const;
+
+    // Whether Total Commander writes the key by itself: visited folders, positions, counters.
+    bool IsHistory(std::string_view section, std::string_view key) const;
+
+private:
+    std::shared_ptr<const IniDocument> m_file;
+};
+
+}  // namespace tamarind
