@@ -4,8 +4,8 @@
     check_texts.py
 
 Every number that the sources, menus and dialogs use has a built-in text, and every text is used; every language file
-in Languages/ has all of them and no others, with "&" where English has it; and no menu or dialog page has two equal
-access keys in any language.
+in Languages/ has all of them and no others, with "&", "%1" and "%2" where English has them; and no menu or dialog page
+has two equal access keys in any language.
 """
 import pathlib
 import re
@@ -18,7 +18,7 @@ UNUSED = {1502, 1505, 1506, 1507}
 # Two of the built-in texts share an access key on one page of the options.
 EXEMPT_IN_ENGLISH = {1010, 1120}
 # Menus that open at a button or a node, beside those of the menu bar.
-OTHER_MENUS = {"tree": [112, 113], "recent files": []}
+OTHER_MENUS = {"tree": [112, 113, 4090], "recent files": []}
 
 
 def read(path: str) -> str:
@@ -113,6 +113,8 @@ def language_faults(language: str, texts: dict[int, str], english: dict[int, str
             faults.append(f"{language}: {number} has or lacks an access key unlike English")
         if english[number].endswith("...") != texts[number].rstrip(")&ABCDEFGHIJKLMNOPQRSTUVWXYZ(").endswith("..."):
             faults.append(f"{language}: {number} has or lacks the dots of English")
+        if sorted(re.findall(r"%\d", english[number])) != sorted(re.findall(r"%\d", texts[number])):
+            faults.append(f"{language}: {number} has other places for numbers and names than English")
     return faults
 
 
