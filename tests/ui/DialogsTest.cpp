@@ -26,39 +26,36 @@ TEST(CommonDialog, FiltersAreWhatTheDialogsTake) {
 }
 
 TEST(FontDialog, TranslatesItsValuesBothWays) {
-    cFontDlg dialog;
-    dialog.mvarFontName = "Microsoft Sans Serif";
-    dialog.mvarFontSize = 12;
-    dialog.mvarFontStyle = 1 | 4;
-    dialog.mvarFontScript = RUSSIAN_CHARSET;
-    LOGFONTW font = dialog.LogicalFont(144);
-    EXPECT_EQ(font.lfHeight, -24);
-    EXPECT_EQ(font.lfWeight, 700);
-    EXPECT_FALSE(font.lfItalic);
-    EXPECT_TRUE(font.lfStrikeOut);
-    EXPECT_EQ(font.lfCharSet, RUSSIAN_CHARSET);
-    CHOOSEFONTW record = dialog.DialogRecord(font, nullptr);
-    EXPECT_EQ(record.iPointSize, 120);
-
-    font.lfWeight = 400;
-    font.lfItalic = font.lfUnderline = TRUE;
-    font.lfStrikeOut = FALSE;
-    record.iPointSize = 90;
-    dialog.TakeChoice(font, record);
-    EXPECT_EQ(dialog.mvarFontStyle, 2 | 8);
-    EXPECT_EQ(dialog.mvarFontSize, 9);
+    for (const bool isHeavy : {true, false}) {
+        cFontDlg dialog;
+        dialog.mvarFontSize = 12;
+        dialog.mvarFontStyle = isHeavy ? 1 | 4 : 2 | 8;
+        dialog.mvarFontScript = RUSSIAN_CHARSET;
+        LOGFONTW font = dialog.LogicalFont(144);
+        EXPECT_EQ(font.lfHeight, -24);
+        EXPECT_EQ(font.lfWeight, isHeavy ? 700 : 400);
+        EXPECT_EQ(font.lfStrikeOut != 0, isHeavy);
+        EXPECT_EQ(font.lfItalic != 0, !isHeavy);
+        CHOOSEFONTW record = dialog.DialogRecord(font, nullptr);
+        EXPECT_EQ(record.iPointSize, 120);
+        record.iPointSize = 90;
+        cFontDlg other;
+        other.TakeChoice(font, record);
+        EXPECT_EQ(other.mvarFontSize, 9);
+        EXPECT_EQ(other.mvarFontStyle, dialog.mvarFontStyle);
+        EXPECT_EQ(other.mvarFontScript, RUSSIAN_CHARSET);
+    }
 }
 
 struct FailingWindow final : Window {
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-        switch (message) {
-            case WM_APP:
-                throw std::bad_alloc();
-            case WM_APP + 1:
-                throw std::runtime_error("of any kind");
-            default:
-                return Window::HandleMessage(message, wParam, lParam);
+        if (message == WM_APP) {
+            throw std::bad_alloc();
         }
+        if (message == WM_APP + 1) {
+            throw std::runtime_error("of any kind");
+        }
+        return Window::HandleMessage(message, wParam, lParam);
     }
     using Window::CreateHandle;
 };

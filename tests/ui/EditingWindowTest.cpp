@@ -39,7 +39,7 @@ TEST_F(EditingWindowTest, TheBoxLiesOverItsRow) {
         const auto first = static_cast<short>(SendMessageW(Box(), EM_POSFROMCHAR, 0, 0));
         EXPECT_EQ(first >= 0, c.hasRoom);
 
-        SetSize(800, 500);
+        Resize(Main(), 800, 500);
         EXPECT_TRUE(IsWindowVisible(Box()));
         EXPECT_EQ(BoundsOf(Box()).left - BoundsOf(Find(kIdListView1)).left, box.left - list.left);
     }

@@ -165,7 +165,7 @@ TEST_F(FavoritesWindowsTest, TheOrganizerKeepsItsPlace) {
     const auto pixels = [](int twips) { return ToPixels(Twips{twips}, SystemDpi()).value; };
     EXPECT_EQ(BoundsOf(dialog).left, pixels(1500));
     EXPECT_EQ(BoundsOf(dialog).top, pixels(750));
-    SetWindowPos(dialog, nullptr, 0, 0, 10, 500, SWP_NOMOVE | SWP_NOZORDER);
+    Resize(dialog, 10, 500);
     EXPECT_EQ(WidthOf(dialog), pixels(2760));  // its buttons need that much
     ExpectNoOverlaps(dialog);
 
