@@ -10,12 +10,6 @@
 namespace tamarind {
 namespace {
 
-std::wstring FolderOfThisProgram() {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    return path.substr(0, path.rfind(L'\\') + 1);
-}
-
 PROCESS_INFORMATION StartProgram(const std::wstring& path, std::wstring commandLine) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
@@ -57,9 +51,10 @@ std::string ProgramTest::Read(const std::wstring& name) const {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void ProgramTest::AddProgram(const std::wstring& builtPath) const {
-    const std::wstring name = builtPath.substr(builtPath.rfind(L'\\') + 1);
-    CopyFileW((FolderOfThisProgram() + builtPath).c_str(), Path(name).c_str(), FALSE);
+void ProgramTest::AddProgram(const wchar_t* builtPath) const {
+    wchar_t path[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    std::filesystem::copy(std::filesystem::path(path).replace_filename(builtPath), m_folder);
 }
 
 RunningProgram::RunningProgram(const std::wstring& path, const std::wstring& arguments)

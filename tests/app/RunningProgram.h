@@ -58,8 +58,8 @@ protected:
     std::wstring Quoted(const std::wstring& name) const { return L"\"" + Path(name) + L"\""; }
     void Write(const std::wstring& name, const std::string& bytes) const;
     std::string Read(const std::wstring& name) const;
-    // Puts a program into the folder that was built for the tests.
-    void AddProgram(const std::wstring& builtPath) const;
+    // Puts a program into the folder; the path is the one from the tests to where it was built.
+    void AddProgram(const wchar_t* builtPath) const;
     RunningProgram StartEditor(const std::wstring& dataFile = L"data.tmdf") const {
         return {Path(L"TamarindEditor.exe"), Quoted(dataFile)};
     }
@@ -68,8 +68,8 @@ private:
     std::wstring m_folder;
 };
 
-// Keys through the X server, or "mousemove 10 20" and what else the tool xdotool knows of the mouse,
-// once it sends keys to the window. Windows may call it the foreground window before that.
+// Keys through the X server, or "mousemove 10 20" and what else the tool xdotool knows of the
+// mouse, once it sends keys to the window. Windows may call it the foreground window before that.
 void Type(HWND window, const std::string& input);
 
 }  // namespace tamarind

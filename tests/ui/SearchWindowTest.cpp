@@ -6,12 +6,11 @@
 namespace tamarind {
 namespace {
 
-class SearchWindowTest : public MainWindowTest {
-protected:
-    static bool IsSelected(HWND box, int start, int end) {
-        return SendMessageW(box, EM_GETSEL, 0, 0) == MAKELRESULT(start, end);
-    }
-};
+using SearchWindowTest = MainWindowTest;
+
+bool IsSelected(HWND box, int start, int end) {
+    return SendMessageW(box, EM_GETSEL, 0, 0) == MAKELRESULT(start, end);
+}
 
 // What its keys do is tried with real ones on the running program.
 TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
@@ -31,21 +30,14 @@ TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
     EXPECT_EQ(SelectedRow(), 0);
     EXPECT_TRUE(IsSelected(Find(kIdTxtDescriptionBox), 21, 25));
 
-    for (const bool usesBox : {false, true}) {
-        SetFocus(In(IDCANCEL));
-        if (usesBox) {
-            SendMessageW(dialog, WM_CLOSE, 0, 0);
-        } else {
-            PressKey(VK_ESCAPE);
-        }
-        EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
-        ASSERT_TRUE(IsWindow(dialog));
-        Do(Command::SearchFind);
-        EXPECT_TRUE(IsWindowVisible(dialog));
-        EXPECT_EQ(GetFocus(), box);
-        EXPECT_TRUE(IsSelected(box, 0, 4));
-        EXPECT_TRUE(IsChecked(IDC_SEARCHFOR_OPTKEYDESCRIPTION));
-    }
+    SetFocus(In(IDCANCEL));
+    PressKey(VK_ESCAPE);
+    EXPECT_FALSE(IsWindowVisible(dialog));
+    Do(Command::SearchFind);
+    EXPECT_TRUE(IsWindowVisible(dialog));
+    EXPECT_EQ(GetFocus(), box);
+    EXPECT_TRUE(IsSelected(box, 0, 4));
+    EXPECT_TRUE(IsChecked(IDC_SEARCHFOR_OPTKEYDESCRIPTION));
     Do(Command::SearchFindNext);  // from the first key again
     EXPECT_EQ(world.prompts.messages, Strings{});
     window.reset();
