@@ -156,7 +156,6 @@ TEST_F(EditingWindowTest, NothingIsDoneWhileASaveWaits) {
     // Afterwards it closes, unless the user cancels that.
     Do(Command::EditSetValue1);
     EXPECT_EQ(SendMessageW(Main(), WM_QUERYENDSESSION, 0, 0), FALSE);
-    SendMessageW(Main(), WM_CLOSE, 0, 0);
     EXPECT_NE(Main(), nullptr);
     world.prompts.answers = {Answer::No};
     SendMessageW(Main(), WM_CLOSE, 0, 0);

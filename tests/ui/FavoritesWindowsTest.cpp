@@ -118,30 +118,27 @@ TEST_F(FavoritesWindowsTest, TheOrganizerChangesTheFavorites) {
 
 TEST_F(FavoritesWindowsTest, RowsOfTheOrganizerAreRenamed) {
     OpenOrganizer("ShowHidden=Hidden\r\nSp_1=-\r\n");
-    const struct {
-        const char* text;
-        std::function<void()> end;
-        Strings favorites;
-    } steps[] = {
-        {"Other", [] { PressKey(VK_ESCAPE); }, {"[Hidden]", "(-)"}},
-        {"Key", [] { PressKey(VK_RETURN); }, {"[Key]", "(-)"}},
-        // The button's key leaves the focus in the box until the button is pressed.
-        {"Button",
-         [&] { SendMessageW(dialog, WM_COMMAND, IDC_ORGANIZE_CMDDOWN, 0); },
-         {"(-)", "[Button]"}},
-    };
-    for (const auto& step : steps) {
-        SCOPED_TRACE(step.text);
+    const auto type = [&](const wchar_t* text) {
         SetFocus(FavoriteList());
         PressKey(VK_F2);
         ASSERT_NE(LabelBox(), nullptr);
-        SetWindowTextW(LabelBox(), Widen(step.text).c_str());
-        step.end();
-        EXPECT_EQ(LabelBox(), nullptr);
-        ASSERT_TRUE(IsWindowVisible(dialog));
-        EXPECT_EQ(Favorites(), step.favorites);
-        EXPECT_EQ(IsOn(IDC_ORGANIZE_CMDAPPLY), step.favorites[0] != "[Hidden]");
-    }
+        SetWindowTextW(LabelBox(), text);
+    };
+    type(L"Other");
+    PressKey(VK_ESCAPE);
+    EXPECT_EQ(LabelBox(), nullptr);
+    EXPECT_EQ(Favorites(), (Strings{"[Hidden]", "(-)"}));
+    EXPECT_FALSE(IsOn(IDC_ORGANIZE_CMDAPPLY));
+    type(L"Key");
+    PressKey(VK_RETURN);
+    EXPECT_EQ(LabelBox(), nullptr);
+    EXPECT_EQ(Favorites(), (Strings{"[Key]", "(-)"}));
+    EXPECT_TRUE(IsOn(IDC_ORGANIZE_CMDAPPLY));
+    type(L"Button");
+    // The button's key leaves the focus in the box until the button is pressed.
+    SendMessageW(dialog, WM_COMMAND, IDC_ORGANIZE_CMDDOWN, 0);
+    EXPECT_EQ(LabelBox(), nullptr);
+    EXPECT_EQ(Favorites(), (Strings{"(-)", "[Button]"}));
     SendMessageW(FavoriteList(), WM_KEYDOWN, VK_UP, 0);
     PressKey(VK_F2);
     EXPECT_EQ(LabelBox(), nullptr);

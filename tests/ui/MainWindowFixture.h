@@ -41,12 +41,9 @@ protected:
         prompts.SetOwner(Main());
         prompts.SetStyle(window->Style());
     }
-    void Put(const char* path, const std::string& bytes) {
-        world.disk.Put(path, bytes);
-        world.disk.Wait(10);
-    }
     void PutOwnSettings(const std::string& lines) {
-        Put(SessionWorld::kOwnSettings, "[ConfigurationEditor]\r\n" + lines);
+        world.disk.Put(SessionWorld::kOwnSettings, "[ConfigurationEditor]\r\n" + lines);
+        world.disk.Wait(10);
     }
     // More keys than the list has room for: K0 to K99.
     void PutManyKeys() {
@@ -54,7 +51,7 @@ protected:
         for (int key = 0; key < 100; ++key) {
             keys += "K" + std::to_string(key) + "=1///\r\n";
         }
-        Put(SessionWorld::kWincmdData, keys);
+        world.disk.Put(SessionWorld::kWincmdData, keys);
     }
     std::string StoredSettings() const { return world.disk.BytesOf(SessionWorld::kOwnSettings); }
     Strings OwnSettings(const Strings& keys) {

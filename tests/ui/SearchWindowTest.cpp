@@ -38,7 +38,9 @@ TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
     EXPECT_EQ(GetFocus(), box);
     EXPECT_TRUE(IsSelected(box, 0, 4));
     EXPECT_TRUE(IsChecked(IDC_SEARCHFOR_OPTKEYDESCRIPTION));
+    Press(kIdListView1, VK_END);
     Do(Command::SearchFindNext);  // from the first key again
+    EXPECT_EQ(SelectedRow(), 0);
     EXPECT_EQ(world.prompts.messages, Strings{});
     window.reset();
     EXPECT_EQ(FindWindowW(L"frmSearchFor", nullptr), nullptr);
