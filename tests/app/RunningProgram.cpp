@@ -54,7 +54,8 @@ std::string ProgramTest::Read(const std::wstring& name) const {
 void ProgramTest::AddProgram(const wchar_t* builtPath) const {
     wchar_t path[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::filesystem::copy(std::filesystem::path(path).replace_filename(builtPath), m_folder);
+    const auto program = std::filesystem::path(path).replace_filename(builtPath);
+    CopyFileW(program.c_str(), Path(program.filename()).c_str(), FALSE);
 }
 
 RunningProgram::RunningProgram(const std::wstring& path, const std::wstring& arguments)
