@@ -99,8 +99,8 @@ bool RunningProgram::WaitForEnd() const {
 std::string RunningProgram::State() const {
     const HWND box = Control(kIdTxtInplaceEdit);
     const int focus = FocusBeside(WaitForWindow());
-    if (focus == kIdTxtInplaceEdit) {
-        return IsWindowVisible(box) ? "[" + TextOf(box) + "]" : "(hidden)";
+    if (focus == kIdTxtInplaceEdit && IsWindowVisible(box)) {
+        return "[" + TextOf(box) + "]";
     }
     std::string state = IsWindowVisible(box)            ? "(box)"
                         : focus == kIdListView1         ? "list:"

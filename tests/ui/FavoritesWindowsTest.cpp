@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <functional>
-
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/favorites/FavoritesIds.h"
 #include "ui/toolkit/Dpi.h"

@@ -104,8 +104,7 @@ protected:
     }
     // All that is in a window is inside of it and beside the others.
     static void ExpectNoOverlaps(HWND parent) {
-        RECT area{};
-        GetClientRect(parent, &area);
+        RECT area = ClientAreaOf(parent);
         MapWindowPoints(parent, nullptr, reinterpret_cast<POINT*>(&area), 2);
         std::vector<HWND> children = ChildrenOf(parent);
         std::erase_if(children, [](HWND child) { return !IsWindowVisible(child); });

@@ -5,12 +5,6 @@
 namespace tamarind {
 namespace {
 
-RECT WorkArea() {
-    RECT area{};
-    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    return area;
-}
-
 LONG FontHeightOf(HWND control) {
     LOGFONTW font{};
     const auto handle = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
@@ -157,14 +151,16 @@ TEST_F(MainWindowTest, BarsAreDragged) {
 
 TEST_F(MainWindowTest, TheDescriptionShowsItsRoomToTranslators) {
     for (const auto& [flag, color] : {std::pair("1", RGB(0, 255, 255)), {"0", RGB(1, 2, 3)}}) {
-        PutOwnSettings(std::string("BackgroundColor=197121\r\n[Common]\r\n") +
-                       "ShowControlsBackColor=" + flag + "\r\n");
+        PutOwnSettings(
+            std::string("BackgroundColor=197121\r\nForegroundColor=255\r\n[Common]\r\n") +
+            "ShowControlsBackColor=" + flag + "\r\n");
         Start();
         const HWND box = Find(kIdTxtDescriptionBox);
         const ScreenDC dc(box);
         SendMessageW(GetParent(box), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc.Get()),
                      reinterpret_cast<LPARAM>(box));
         EXPECT_EQ(GetBkColor(dc.Get()), color);
+        EXPECT_EQ(GetTextColor(dc.Get()), RGB(255, 0, 0));
     }
 }
 
@@ -300,7 +296,8 @@ TEST_F(MainWindowTest, RestoresAndStoresItsPlace) {
 
 // A damaged settings file: what it says of sizes is not used as it stands, and not rewritten.
 TEST_F(MainWindowTest, DamagedSizesAreUsableAndStayInTheFile) {
-    const RECT area = WorkArea();
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
     for (const std::string value : {"0", "-5", "2147483647", "-2147483648", "damaged"}) {
         SCOPED_TRACE(value);
         std::string lines = "StartUpIniFile=Wincmd\r\n";  // as a start writes it

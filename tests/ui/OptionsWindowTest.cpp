@@ -6,7 +6,6 @@
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/toolkit/Handles.h"
-#include "ui/toolkit/ScopeExit.h"
 
 namespace tamarind {
 namespace {
@@ -23,14 +22,13 @@ protected:
         SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(In(id)), TRUE);
     }
     static void PressWithControl(WPARAM key, bool withShift = false) {
-        BYTE before[256];
-        GetKeyboardState(before);
-        const ScopeExit release([&] { SetKeyboardState(before); });
         BYTE keys[256] = {};
         keys[VK_CONTROL] = 0x80;
         keys[VK_SHIFT] = withShift ? 0x80 : 0;
         SetKeyboardState(keys);
         PressKey(key);
+        keys[VK_CONTROL] = keys[VK_SHIFT] = 0;
+        SetKeyboardState(keys);
     }
     // A control of each panel, in the order of the tabs.
     static constexpr int kPanels[] = {IDC_OPTIONS_CMDCHANGEFONT, IDC_OPTIONS_CHKALWAYSRESTARTTC,
@@ -52,7 +50,8 @@ protected:
 };
 
 TEST_F(OptionsWindowTest, ChangesReachTheSettingsByApplyAndOkOnly) {
-    world.disk.Put(kLanguageFile, "[UserLanguage]\r\n1001=Einstellungen\r\n");
+    world.disk.Put(kLanguageFile,
+                   "[UserLanguage]\r\n1001=Einstellungen\r\n1008=" + std::string(40, 'W'));
     PutOwnSettings(
         "FixedBorders=0\r\n"
         "ForegroundColor=255\r\nBackgroundColor=65535\r\nActiveKeyForeColor=16711680\r\n");
@@ -113,6 +112,9 @@ TEST_F(OptionsWindowTest, ChangesReachTheSettingsByApplyAndOkOnly) {
     }
     ShowOptions([&] {
         EXPECT_EQ(TextOf(dialog), "Einstellungen");
+        SIZE wanted{};  // by a button whose text has become long
+        Button_GetIdealSize(In(IDOK), &wanted);
+        EXPECT_GE(WidthOf(In(IDOK)), wanted.cx);
         EXPECT_EQ(TextOf(In(IDC_OPTIONS_TXTLANGUAGEFILEPATH)), kLanguageFile);
     });
 }

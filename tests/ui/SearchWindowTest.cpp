@@ -8,10 +8,6 @@ namespace {
 
 using SearchWindowTest = MainWindowTest;
 
-bool IsSelected(HWND box, int start, int end) {
-    return SendMessageW(box, EM_GETSEL, 0, 0) == MAKELRESULT(start, end);
-}
-
 // What its keys do is tried with real ones on the running program.
 TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
     Start();
@@ -28,7 +24,7 @@ TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
     Click(IDC_SEARCHFOR_CHKWHOLEWORD);
     Click(IDC_SEARCHFOR_CMDFINDNEXT);
     EXPECT_EQ(SelectedRow(), 0);
-    EXPECT_TRUE(IsSelected(Find(kIdTxtDescriptionBox), 21, 25));
+    EXPECT_EQ(Send(kIdTxtDescriptionBox, EM_GETSEL), MAKELRESULT(21, 25));
 
     SetFocus(In(IDCANCEL));
     PressKey(VK_ESCAPE);
@@ -36,7 +32,7 @@ TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
     Do(Command::SearchFind);
     EXPECT_TRUE(IsWindowVisible(dialog));
     EXPECT_EQ(GetFocus(), box);
-    EXPECT_TRUE(IsSelected(box, 0, 4));
+    EXPECT_EQ(SendMessageW(box, EM_GETSEL, 0, 0), MAKELRESULT(0, 4));
     EXPECT_TRUE(IsChecked(IDC_SEARCHFOR_OPTKEYDESCRIPTION));
     Press(kIdListView1, VK_END);
     Do(Command::SearchFindNext);  // from the first key again
