@@ -14,16 +14,14 @@ std::filesystem::path settingsPath;
 std::string settingsBytes;
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_CLOSE:
-            if (!exists(settingsPath.parent_path() / L"refuse")) {
-                std::ofstream(settingsPath, std::ios::binary) << settingsBytes;
-                PostQuitMessage(0);
-            }
-            return 0;
-        default:
-            return DefWindowProcW(window, message, wParam, lParam);
+    if (message != WM_CLOSE) {
+        return DefWindowProcW(window, message, wParam, lParam);
     }
+    if (!exists(settingsPath.parent_path() / L"refuse")) {
+        std::ofstream(settingsPath, std::ios::binary) << settingsBytes;
+        PostQuitMessage(0);
+    }
+    return 0;
 }
 
 }  // namespace
