@@ -1,9 +1,5 @@
-#include <algorithm>
-
 #include "core/text/WideText_win32.h"
-#include "model/program/Commands.h"
 #include "tests/app/RunningProgram.h"
-#include "ui/main/ControlIds.h"
 
 namespace tamarind {
 namespace {
@@ -11,6 +7,7 @@ namespace {
 constexpr const wchar_t* kStandinClass = L"TTOTAL_CMD";
 constexpr const char* kChangedSettings =
     "[Configuration]\r\nPanelsVertical=0\r\n;ShowHidden=0\r\n[Colors]\r\nBackColor=5\r\n";
+constexpr const char* kChanged = "list: PanelsVertical=0 ShowHidden=0 BackColor=5";
 
 // With Total Commander's stand-in in the program's folder.
 class RestartTest : public ProgramTest {
@@ -28,15 +25,8 @@ protected:
         ProgramTest::TearDown();
     }
 
-    void EndStandins() const {
-        DeleteFileW(Path(L"refuse").c_str());
-        EXPECT_TRUE(WaitUntil([] {
-            const HWND standin = FindWindowW(kStandinClass, nullptr);
-            PostMessageW(standin, standin != nullptr ? WM_CLOSE : WM_NULL, 0, 0);
-            return standin == nullptr;
-        }));
-    }
     std::wstring StandinArguments() const { return L"/i=" + Quoted(L"Wincmd.ini"); }
+    RunningProgram StartStandin() const { return {Path(L"Totalcmd.exe"), StandinArguments()}; }
     // Waits until it was started that often, each time for the settings.
     bool WaitForStarts(int count) const {
         std::string expected;
@@ -45,18 +35,13 @@ protected:
         }
         return WaitUntil([&] { return Read(L"started.txt") == expected; });
     }
-    static bool WaitForBox(const RunningProgram& program, const std::string& text) {
-        return WaitUntil([&] { return TextOf(program.Control(kIdTxtInplaceEdit)) == text; });
-    }
-    // Sets the first key to 0 by the Edit menu.
-    static HWND SetFirstValue(const RunningProgram& program) {
-        const HWND window = program.WaitForWindow();
-        Type(window, program.ClickOn(0));
-        EXPECT_TRUE(WaitUntil([&] { return FocusBeside(window) == kIdListView1; }));
-        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(Command::EditSetValue0), 0);
-        const HWND list = program.Control(kIdListView1);
-        EXPECT_TRUE(WaitUntil([&] { return CellIn(list, 0, 0) == "PanelsVertical=0"; }));
-        return window;
+    void EndStandins() const {
+        DeleteFileW(Path(L"refuse").c_str());
+        EXPECT_TRUE(WaitUntil([] {
+            const HWND standin = FindWindowW(kStandinClass, nullptr);
+            PostMessageW(standin, standin != nullptr ? WM_CLOSE : WM_NULL, 0, 0);
+            return standin == nullptr;
+        }));
     }
 };
 
@@ -67,14 +52,15 @@ TEST_F(RestartTest, SavesBetweenClosingAndStartingTotalCommander) {
         SCOPED_TRACE(refuses);
         DeleteFileW(Path(L"started.txt").c_str());
         Write(L"Wincmd.ini", kSettings);
-        const RunningProgram standin(Path(L"Totalcmd.exe"), StandinArguments());
+        const RunningProgram standin = StartStandin();
         ASSERT_TRUE(WaitForStarts(1));
         if (refuses) {
             Write(L"refuse", "");
         }
-        const RunningProgram program(Path(L"TamarindEditor.exe"), Quoted(L"data.tmdf"));
+        const RunningProgram program = StartEditor();
+        program.TakeSteps({{"Tab Return 0 Return", kChanged}});
         // File > Save and Restart Total Commander, by their access keys.
-        Type(SetFirstValue(program), "key --delay 100 alt+f c");
+        Type(program.WaitForWindow(), "--delay 100 alt+f c");
         ASSERT_TRUE(WaitForStarts(2));
         const HWND first = FindWindowW(kStandinClass, nullptr);
         EXPECT_EQ(FindWindowExW(nullptr, first, kStandinClass, nullptr) != nullptr, refuses);
@@ -85,31 +71,28 @@ TEST_F(RestartTest, SavesBetweenClosingAndStartingTotalCommander) {
 
 // While the box is open and a change is pending, Total Commander closes and writes what it had.
 TEST_F(RestartTest, ItsLastWriteDisturbsNoEditing) {
-    Write(L"Wincmd.ini",
-          "[Configuration]\r\nPanelsVertical=1\r\nShowHidden=8\r\n[Colors]\r\nBackColor=6\r\n");
-    const RunningProgram standin(Path(L"Totalcmd.exe"), StandinArguments());
+    const std::string itsSettings =
+        "[Configuration]\r\nPanelsVertical=1\r\nShowHidden=8\r\n[Colors]\r\nBackColor=6\r\n";
+    Write(L"Wincmd.ini", itsSettings);
+    const RunningProgram standin = StartStandin();
     ASSERT_TRUE(WaitForStarts(1));
     Write(L"Wincmd.ini", kSettings);
-    const RunningProgram program(Path(L"TamarindEditor.exe"), Quoted(L"data.tmdf"));
-    const HWND window = SetFirstValue(program);
-    Type(window, "key Down Return 3");
-    ASSERT_TRUE(WaitForBox(program, "ShowHidden=3"));
+    const RunningProgram program = StartEditor();
+    program.TakeSteps({{"Tab Return 0 Return", kChanged}, {"Down Return 3", "[ShowHidden=3]"}});
     EndStandins();
-    Type(window, "key 4");
-    ASSERT_TRUE(WaitForBox(program, "ShowHidden=34"));
-    Type(window, "key Return ctrl+s");
-    Type(program.WaitForWindow(L"frmConflicts"), "key Return");
-    EXPECT_TRUE(WaitUntil([&] {
-        return Read(L"Wincmd.ini") ==
-               "[Configuration]\r\nPanelsVertical=0\r\nShowHidden=34\r\n[Colors]\r\nBackColor="
-               "6\r\n";
-    })) << Read(L"Wincmd.ini");
+    program.TakeSteps({{"4", "[ShowHidden=34]"}});
+    Type(program.WaitForWindow(), "Return ctrl+s");
+    Type(program.WaitForWindow(L"frmConflicts"), "Return");
+    const std::string both =
+        "[Configuration]\r\nPanelsVertical=0\r\nShowHidden=34\r\n[Colors]\r\nBackColor=6\r\n";
+    EXPECT_TRUE(WaitUntil([&] { return Read(L"Wincmd.ini") == both; })) << Read(L"Wincmd.ini");
 }
 
 TEST_F(RestartTest, EverySaveStartsItWhenTheSettingsSaySo) {
     Write(L"tamarind editors.ini", "[ConfigurationEditor]\r\nAlwaysRestartTC=1\r\n");
-    const RunningProgram program(Path(L"TamarindEditor.exe"), Quoted(L"data.tmdf"));
-    Type(SetFirstValue(program), "key ctrl+s");
+    const RunningProgram program = StartEditor();
+    program.TakeSteps({{"Tab Return 0 Return", kChanged}});
+    Type(program.WaitForWindow(), "ctrl+s");
     ASSERT_TRUE(WaitForStarts(1));
     EXPECT_EQ(Read(L"Wincmd.ini"), kChangedSettings);
 }

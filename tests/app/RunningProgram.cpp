@@ -10,12 +10,6 @@
 namespace tamarind {
 namespace {
 
-std::wstring FolderOfThisProgram() {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    return path.substr(0, path.rfind(L'\\') + 1);
-}
-
 PROCESS_INFORMATION StartProgram(const std::wstring& path, std::wstring commandLine) {
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
@@ -57,9 +51,11 @@ std::string ProgramTest::Read(const std::wstring& name) const {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-void ProgramTest::AddProgram(const std::wstring& builtPath) const {
-    const std::wstring name = builtPath.substr(builtPath.rfind(L'\\') + 1);
-    CopyFileW((FolderOfThisProgram() + builtPath).c_str(), Path(name).c_str(), FALSE);
+void ProgramTest::AddProgram(const wchar_t* builtPath) const {
+    wchar_t path[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const auto program = std::filesystem::path(path).replace_filename(builtPath);
+    CopyFileW(program.c_str(), Path(program.filename()).c_str(), FALSE);
 }
 
 RunningProgram::RunningProgram(const std::wstring& path, const std::wstring& arguments)
@@ -100,8 +96,33 @@ bool RunningProgram::WaitForEnd() const {
     return WaitForSingleObject(m_process.hProcess, 10000) == WAIT_OBJECT_0;
 }
 
-bool RunningProgram::WaitForRows(const Strings& rows) const {
-    return WaitUntil([&] { return RowsIn(Control(kIdListView1)) == rows; });
+std::string RunningProgram::State() const {
+    const HWND box = Control(kIdTxtInplaceEdit);
+    const int focus = FocusBeside(WaitForWindow());
+    if (focus == kIdTxtInplaceEdit && IsWindowVisible(box)) {
+        return "[" + TextOf(box) + "]";
+    }
+    std::string state = IsWindowVisible(box)            ? "(box)"
+                        : focus == kIdListView1         ? "list:"
+                        : focus == kIdTreeView1         ? "tree:"
+                        : focus == kIdTxtDescriptionBox ? "description:"
+                                                        : "(none)";
+    for (const std::string& row : RowsIn(Control(kIdListView1))) {
+        state += " " + row;
+    }
+    return state;
+}
+
+bool RunningProgram::WaitForState(const std::string& state) const {
+    return WaitUntil([&] { return State() == state; });
+}
+
+void RunningProgram::TakeSteps(
+    const std::vector<std::pair<std::string, std::string>>& steps) const {
+    for (const auto& [input, state] : steps) {
+        Type(WaitForWindow(), input);
+        ASSERT_TRUE(WaitForState(state)) << input << ": " << State();
+    }
 }
 
 std::string RunningProgram::ClickOn(int row) const {
@@ -114,7 +135,8 @@ std::string RunningProgram::ClickOn(int row) const {
 
 // Waits outside: the X server's own word for the focus is the only one that counts. Wine keeps the
 // number of a window's X window in a property.
-void Type(HWND window, const std::string& arguments) {
+void Type(HWND window, const std::string& input) {
+    const std::string arguments = input.starts_with("mouse") ? input : "key " + input;
     HANDLE outer = nullptr;
     WaitUntil([&] { return (outer = GetPropW(window, L"__wine_x11_whole_window")) != nullptr; });
     const std::wstring number = std::to_wstring(reinterpret_cast<std::uintptr_t>(outer));

@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <functional>
+#include <gmock/gmock.h>
 
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/favorites/FavoritesIds.h"
@@ -16,33 +14,20 @@ protected:
     static HWND Organizer() { return FindWindowW(L"frmOrganizeFavorites", nullptr); }
     static HWND FavoriteList() { return GetDlgItem(Organizer(), IDC_ORGANIZE_LISTVIEW1); }
     static HWND LabelBox() { return ListView_GetEditControl(FavoriteList()); }
-    // What the organizer's list shows, the selected row in brackets.
+    // What the organizer's list shows, grey rows as "(text)" and the selected one as "[text]".
     static Strings Favorites() {
         Strings texts = RowsIn(FavoriteList());
-        if (const int selected = SelectedIn(FavoriteList()); selected >= 0) {
-            std::string& text = texts.at(static_cast<std::size_t>(selected));
-            text = "[" + text + "]";
-        }
-        return texts;
-    }
-    // Which rows of the organizer's list are grey: "010".
-    static std::string GreyFavorites() {
-        std::string grey;
-        for (int row = 0; row < ListView_GetItemCount(FavoriteList()); ++row) {
+        for (int row = 0; std::string & text : texts) {
             NMLVCUSTOMDRAW draw{};
             draw.nmcd.hdr = {FavoriteList(), IDC_ORGANIZE_LISTVIEW1, NM_CUSTOMDRAW};
             draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
             draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(row);
             SendMessageW(Organizer(), WM_NOTIFY, IDC_ORGANIZE_LISTVIEW1,
                          reinterpret_cast<LPARAM>(&draw));
-            grey += draw.clrText == GetSysColor(COLOR_GRAYTEXT) ? '1' : '0';
+            text = draw.clrText == GetSysColor(COLOR_GRAYTEXT) ? "(" + text + ")" : text;
+            text = row++ == SelectedIn(FavoriteList()) ? "[" + text + "]" : text;
         }
-        return grey;
-    }
-    std::string StoredFavorites() const {
-        const std::string file = StoredSettings();
-        const std::size_t start = file.find("[FavoritesList]\r\n");
-        return start == std::string::npos ? "" : file.substr(start + 17);
+        return texts;
     }
     void OpenOrganizer(const std::string& favorites, const std::string& settings = "") {
         PutOwnSettings(settings + "[FavoritesList]\r\n" + favorites);
@@ -54,19 +39,17 @@ protected:
         Do(Command::FavoritesOrganize);
         dialog = Organizer();
     }
-    // Adds the current key to the favorites; `answer` deals with the window that asks for more.
-    void AddFavorite(const std::function<void()>& answer) {
-        Show(L"frmFavoriteAdd", answer, [&] { Do(Command::FavoritesAdd); });
-    }
 };
 
 TEST_F(FavoritesWindowsTest, FavoritesAreAddedUnderACaption) {
     Start();
     Organize();
     EXPECT_FALSE(IsWindowEnabled(FavoriteList()));
-    AddFavorite([] {});
-    EXPECT_EQ(StoredFavorites(), "");
-    AddFavorite([&] {
+    const auto cancel = [&] { Click(IDCANCEL); };
+    const auto add = [&] { Do(Command::FavoritesAdd); };
+    Show(L"frmFavoriteAdd", cancel, add);
+    EXPECT_EQ(world.OwnSetting("FavoritesList", "PanelsVertical"), "(none)");
+    const auto act = [&] {
         const HWND box = In(IDC_FAVORITEADD_TEXT1);
         EXPECT_EQ(TextOf(box), "PanelsVertical");
         EXPECT_EQ(SendMessageW(box, EM_GETSEL, 0, 0), MAKELRESULT(0, 14));
@@ -75,7 +58,8 @@ TEST_F(FavoritesWindowsTest, FavoritesAreAddedUnderACaption) {
         EXPECT_FALSE(IsOn(IDOK));
         SetWindowTextW(box, L"Panels \x00FC");
         Click(IDOK);
-    });
+    };
+    Show(L"frmFavoriteAdd", act, add);
     EXPECT_EQ(world.OwnSetting("FavoritesList", "PanelsVertical"), "Panels \xC3\xBC");
     EXPECT_EQ(Favorites(), Strings{"[Panels \xC3\xBC]"});
     EXPECT_TRUE(IsWindowEnabled(Organizer()) && IsWindowEnabled(FavoriteList()));
@@ -85,19 +69,20 @@ TEST_F(FavoritesWindowsTest, TheOrganizerChangesTheFavorites) {
     OpenOrganizer("ShowHidden=Hidden\r\nBackColor=Back\r\nGone=Gone\r\n");
     EXPECT_EQ(GetFocus(), FavoriteList());
     EXPECT_FALSE(IsOn(IDC_ORGANIZE_CMDAPPLY));
-    EXPECT_EQ(GreyFavorites(), "001");
+    EXPECT_EQ(Favorites(), (Strings{"[Hidden]", "Back", "(Gone)"}));
     world.session->Selection().SelectCategory(1);
-    EXPECT_EQ(GreyFavorites(), "011");
+    EXPECT_EQ(Favorites(), (Strings{"[Hidden]", "(Back)", "(Gone)"}));
     world.session->Selection().SelectCategory(kRootNode);
-    EXPECT_EQ(GreyFavorites(), "001");
     Click(IDC_ORGANIZE_CMDDOWN);
     EXPECT_TRUE(IsOn(IDC_ORGANIZE_CMDAPPLY));
     Click(IDC_ORGANIZE_CMDADDSEPARATOR);
-    EXPECT_EQ(Favorites(), (Strings{"Back", "[-]", "Hidden", "Gone"}));
+    EXPECT_EQ(Favorites(), (Strings{"Back", "[(-)]", "Hidden", "(Gone)"}));
 
     SetFocus(In(IDC_ORGANIZE_CMDAPPLY));
     Click(IDC_ORGANIZE_CMDAPPLY);
-    EXPECT_EQ(StoredFavorites(), "BackColor=Back\r\nSp_1=-\r\nShowHidden=Hidden\r\nGone=Gone\r\n");
+    EXPECT_THAT(StoredSettings(),
+                testing::EndsWith("[FavoritesList]\r\nBackColor=Back\r\nSp_1=-\r\n"
+                                  "ShowHidden=Hidden\r\nGone=Gone\r\n"));
     EXPECT_FALSE(IsOn(IDC_ORGANIZE_CMDAPPLY));
     EXPECT_EQ(GetFocus(), FavoriteList());
 
@@ -131,30 +116,27 @@ TEST_F(FavoritesWindowsTest, TheOrganizerChangesTheFavorites) {
 
 TEST_F(FavoritesWindowsTest, RowsOfTheOrganizerAreRenamed) {
     OpenOrganizer("ShowHidden=Hidden\r\nSp_1=-\r\n");
-    const struct {
-        const char* text;
-        std::function<void()> end;
-        Strings favorites;
-    } steps[] = {
-        {"Other", [] { PressKey(VK_ESCAPE); }, {"[Hidden]", "-"}},
-        {"Key", [] { PressKey(VK_RETURN); }, {"[Key]", "-"}},
-        // The button's key leaves the focus in the box until the button is pressed.
-        {"Button",
-         [&] { SendMessageW(dialog, WM_COMMAND, IDC_ORGANIZE_CMDDOWN, 0); },
-         {"-", "[Button]"}},
-    };
-    for (const auto& step : steps) {
-        SCOPED_TRACE(step.text);
+    const auto type = [&](const wchar_t* text) {
         SetFocus(FavoriteList());
         PressKey(VK_F2);
         ASSERT_NE(LabelBox(), nullptr);
-        SetWindowTextW(LabelBox(), Widen(step.text).c_str());
-        step.end();
-        EXPECT_EQ(LabelBox(), nullptr);
-        ASSERT_TRUE(IsWindowVisible(dialog));
-        EXPECT_EQ(Favorites(), step.favorites);
-        EXPECT_EQ(IsOn(IDC_ORGANIZE_CMDAPPLY), step.favorites[0] != "[Hidden]");
-    }
+        SetWindowTextW(LabelBox(), text);
+    };
+    type(L"Other");
+    PressKey(VK_ESCAPE);
+    EXPECT_EQ(LabelBox(), nullptr);
+    EXPECT_EQ(Favorites(), (Strings{"[Hidden]", "(-)"}));
+    EXPECT_FALSE(IsOn(IDC_ORGANIZE_CMDAPPLY));
+    type(L"Key");
+    PressKey(VK_RETURN);
+    EXPECT_EQ(LabelBox(), nullptr);
+    EXPECT_EQ(Favorites(), (Strings{"[Key]", "(-)"}));
+    EXPECT_TRUE(IsOn(IDC_ORGANIZE_CMDAPPLY));
+    type(L"Button");
+    // The button's key leaves the focus in the box until the button is pressed.
+    SendMessageW(dialog, WM_COMMAND, IDC_ORGANIZE_CMDDOWN, 0);
+    EXPECT_EQ(LabelBox(), nullptr);
+    EXPECT_EQ(Favorites(), (Strings{"(-)", "[Button]"}));
     SendMessageW(FavoriteList(), WM_KEYDOWN, VK_UP, 0);
     PressKey(VK_F2);
     EXPECT_EQ(LabelBox(), nullptr);
@@ -165,7 +147,7 @@ TEST_F(FavoritesWindowsTest, TheOrganizerKeepsItsPlace) {
     const auto pixels = [](int twips) { return ToPixels(Twips{twips}, SystemDpi()).value; };
     EXPECT_EQ(BoundsOf(dialog).left, pixels(1500));
     EXPECT_EQ(BoundsOf(dialog).top, pixels(750));
-    SetWindowPos(dialog, nullptr, 0, 0, 10, 500, SWP_NOMOVE | SWP_NOZORDER);
+    Resize(dialog, 10, 500);
     EXPECT_EQ(WidthOf(dialog), pixels(2760));  // its buttons need that much
     ExpectNoOverlaps(dialog);
 

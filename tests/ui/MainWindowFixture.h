@@ -41,12 +41,9 @@ protected:
         prompts.SetOwner(Main());
         prompts.SetStyle(window->Style());
     }
-    void Put(const char* path, const std::string& bytes) {
-        world.disk.Put(path, bytes);
-        world.disk.Wait(10);
-    }
     void PutOwnSettings(const std::string& lines) {
-        Put(SessionWorld::kOwnSettings, "[ConfigurationEditor]\r\n" + lines);
+        world.disk.Put(SessionWorld::kOwnSettings, "[ConfigurationEditor]\r\n" + lines);
+        world.disk.Wait(10);
     }
     // More keys than the list has room for: K0 to K99.
     void PutManyKeys() {
@@ -54,7 +51,7 @@ protected:
         for (int key = 0; key < 100; ++key) {
             keys += "K" + std::to_string(key) + "=1///\r\n";
         }
-        Put(SessionWorld::kWincmdData, keys);
+        world.disk.Put(SessionWorld::kWincmdData, keys);
     }
     std::string StoredSettings() const { return world.disk.BytesOf(SessionWorld::kOwnSettings); }
     Strings OwnSettings(const Strings& keys) {
@@ -87,8 +84,9 @@ protected:
     Strings Rows() const { return RowsIn(Find(kIdListView1)); }
     int SelectedRow() const { return SelectedIn(Find(kIdListView1)); }
     Strings Nodes() const { return NodesIn(Find(kIdTreeView1)); }
-    void SetSize(int width, int height) const {
-        SetWindowPos(Main(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
+    static void Resize(HWND window, LONG width, LONG height) {
+        SetWindowPos(window, nullptr, 0, 0, static_cast<int>(width), static_cast<int>(height),
+                     SWP_NOMOVE | SWP_NOZORDER);
     }
     void SetDpi(int dpi, const RECT& bounds) const {
         SendMessageW(Main(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi),
@@ -106,8 +104,7 @@ protected:
     }
     // All that is in a window is inside of it and beside the others.
     static void ExpectNoOverlaps(HWND parent) {
-        RECT area{};
-        GetClientRect(parent, &area);
+        RECT area = ClientAreaOf(parent);
         MapWindowPoints(parent, nullptr, reinterpret_cast<POINT*>(&area), 2);
         std::vector<HWND> children = ChildrenOf(parent);
         std::erase_if(children, [](HWND child) { return !IsWindowVisible(child); });
@@ -148,29 +145,15 @@ protected:
         EXPECT_TRUE(isDone);
         EXPECT_TRUE(IsWindowEnabled(Main()));
     }
-    bool Resolve(std::vector<ValueConflict>& conflicts, const std::function<void()>& actions) {
-        bool isResolved = false;
-        Show(L"frmConflicts", actions, [&] { isResolved = prompts.ResolveConflicts(conflicts); });
-        return isResolved;
-    }
 
     // What is in the dialog.
     HWND In(int id) const { return FindControl(dialog, id); }
     bool IsOn(int id) const { return IsWindowEnabled(In(id)); }
     bool IsChecked(int id) const { return SendMessageW(In(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
     void Click(int id) const { SendMessageW(In(id), BM_CLICK, 0, 0); }
-    // A row of a list of three columns: "key: mine | theirs".
-    Strings Triples(int id) const {
-        Strings rows = RowsIn(In(id));
-        for (int row = 0; std::string & text : rows) {
-            text += ": " + CellIn(In(id), row, 1) + " | " + CellIn(In(id), row, 2);
-            ++row;
-        }
-        return rows;
-    }
-    void SelectRow(int list, int row) const {
+    static void SelectRow(HWND list, int row) {
         constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
-        ListView_SetItemState(In(list), row, kChosen, kChosen);
+        ListView_SetItemState(list, row, kChosen, kChosen);
     }
     // As the loops treat a key for the window with the focus. It handles nothing else: the window
     // manager might take the focus meanwhile.

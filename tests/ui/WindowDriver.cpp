@@ -83,14 +83,6 @@ std::string ClassOf(HWND window) {
     return Narrow(name);
 }
 
-LONG WidthOf(HWND window) {
-    return BoundsOf(window).right - BoundsOf(window).left;
-}
-
-LONG HeightOf(HWND window) {
-    return BoundsOf(window).bottom - BoundsOf(window).top;
-}
-
 std::string CellIn(HWND list, int row, int column) {
     LVITEMW item{};
     item.iSubItem = column;

@@ -27,8 +27,12 @@ int FocusBeside(HWND window);
 
 std::string TextOf(HWND window);
 std::string ClassOf(HWND window);
-LONG WidthOf(HWND window);
-LONG HeightOf(HWND window);
+inline LONG WidthOf(HWND window) {
+    return SizeOf(BoundsOf(window)).cx;
+}
+inline LONG HeightOf(HWND window) {
+    return SizeOf(BoundsOf(window)).cy;
+}
 
 std::string CellIn(HWND list, int row, int column);
 Strings RowsIn(HWND list);

@@ -1,5 +1,5 @@
 // Stands in for Total Commander where the tests need one: it keeps its settings file in memory from
-// its start on and writes it back when it is closed. Beside it, it notes each start's command line
+// its start on and writes it back when it is closed. Beside that file, it notes each command line
 // in "started.txt"; while there is a file "refuse", it does not close.
 #include <windows.h>
 
@@ -13,23 +13,15 @@ namespace {
 std::filesystem::path settingsPath;
 std::string settingsBytes;
 
-std::filesystem::path Beside(const wchar_t* name) {
-    std::wstring path(MAX_PATH, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
-    return std::filesystem::path(path).replace_filename(name);
-}
-
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_CLOSE:
-            if (!std::filesystem::exists(Beside(L"refuse"))) {
-                std::ofstream(settingsPath, std::ios::binary) << settingsBytes;
-                PostQuitMessage(0);
-            }
-            return 0;
-        default:
-            return DefWindowProcW(window, message, wParam, lParam);
+    if (message != WM_CLOSE) {
+        return DefWindowProcW(window, message, wParam, lParam);
     }
+    if (!exists(settingsPath.parent_path() / L"refuse")) {
+        std::ofstream(settingsPath, std::ios::binary) << settingsBytes;
+        PostQuitMessage(0);
+    }
+    return 0;
 }
 
 }  // namespace
@@ -51,7 +43,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand) {
                       700, 300, 200, nullptr, nullptr, instance, nullptr);
     ShowWindow(window, showCommand);
     // Last, so that whoever reads it finds the window and the settings read.
-    std::ofstream(Beside(L"started.txt"), std::ios::app | std::ios::binary)
+    std::ofstream(settingsPath.parent_path() / L"started.txt", std::ios::app | std::ios::binary)
         << std::filesystem::path(line).string() + "\n";
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {

@@ -111,10 +111,8 @@ protected:
         metrics.cbSize = sizeof(metrics);
         SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
         const UniqueFont font(CreateFontIndirectW(&metrics.lfCaptionFont));
-        RECT area{};
-        GetClientRect(shown, &area);
         EXPECT_LE(Measure(shown, TextOf(shown), 0, font.Get()).cx,
-                  area.right - metrics.iCaptionWidth - Scaled(12));
+                  ClientAreaOf(shown).right - metrics.iCaptionWidth - Scaled(12));
     }
     void ExpectWindow(HWND shown) const {
         static const std::set<std::string> kLeftToRight = {
@@ -151,8 +149,7 @@ protected:
     // It stands where a text's lines end, beside the client area.
     static void ExpectScrollBar(HWND shown, bool isMirrored) {
         if ((GetWindowLongPtrW(shown, GWL_STYLE) & WS_VSCROLL) != 0) {
-            RECT area{};
-            GetClientRect(shown, &area);
+            RECT area = ClientAreaOf(shown);
             MapWindowPoints(shown, nullptr, reinterpret_cast<POINT*>(&area), 2);
             const LONG left = area.left - BoundsOf(shown).left;
             const LONG right = BoundsOf(shown).right - area.right;
@@ -298,12 +295,12 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
         const TourLanguage& next = languages[at % languages.size()];
         SCOPED_TRACE(next.name);
         world.session->Selection().GoToKey(2);  // which has no description
-        world.session->Place().Options().Begin();
         OptionsEditor& options = world.session->Place().Options();
+        options.Begin();
         options.SetLanguageFile(PutFile(next));
         options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, PutFile(next).empty());
-        EXPECT_TRUE(world.session->Place().Options().Apply());
-        world.session->Place().Options().End();
+        EXPECT_TRUE(options.Apply());
+        options.End();
         Use(next);
         ExpectMain();
         EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), Text(3080));
