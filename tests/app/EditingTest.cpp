@@ -2,6 +2,7 @@
 
 #include "core/text/WideText_win32.h"
 #include "tests/app/RunningProgram.h"
+#include "ui/changes/ChangesIds.h"
 #include "ui/main/ControlIds.h"
 
 namespace tamarind {
@@ -52,6 +53,27 @@ TEST_F(EditingTest, WalksFromKeyToKey) {
         {"9 Return", "list: PanelsVertical=7 ShowHidden=8 BackColor=9"},
     });
     EXPECT_EQ(SelectedIn(program.Control(kIdListView1)), 2);
+}
+
+// Commands on several rows, and the list of what is pending, from the keyboard alone.
+TEST_F(EditingTest, SeveralKeysChangeTogether) {
+    const RunningProgram program = StartEditor();
+    program.TakeSteps({
+        {"Tab shift+Down Delete", "list: PanelsVertical ShowHidden BackColor=5"},
+        {"ctrl+z", kUntouched},
+        {"ctrl+a ctrl+Delete", "list: PanelsVertical ShowHidden BackColor"},
+        {"ctrl+z", kUntouched},
+        {"Home ctrl+Delete", "list: PanelsVertical ShowHidden=0 BackColor=5"},
+    });
+    Type(program.WaitForWindow(), "ctrl+shift+s");
+    const HWND pending = program.WaitForWindow(L"frmPendingChanges");
+    const HWND list = FindControl(pending, IDC_PENDING_LSTCHANGES);
+    EXPECT_TRUE(WaitUntil([&] { return RowsIn(list) == Strings{"PanelsVertical"}; }));
+    Type(pending, "Delete");
+    EXPECT_TRUE(WaitUntil([&] { return RowsIn(list).empty(); }));
+    Type(pending, "Escape");
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(pending); }));
+    EXPECT_TRUE(program.WaitForState(kUntouched));
 }
 
 // Each time also a save fails, which leaves the change pending.

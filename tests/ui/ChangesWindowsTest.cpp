@@ -164,5 +164,98 @@ TEST_F(MainWindowTest, ABackupIsPutBackFromWhatDiffers) {
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd), middle);
 }
 
+// The window of pending changes, which stays open beside the main one.
+TEST_F(MainWindowTest, PendingChangesFollowTheMainWindow) {
+    Start();
+    const auto pending = [&] { return Told(kIdStatusBar1, SB_GETTEXTW, 2); };
+    EXPECT_EQ(pending(), "");
+    world.session->Commands().SetValue("7");
+    world.session->Selection().ShowKeyDetails(1);
+    world.session->Commands().SetValue("0");
+    EXPECT_EQ(pending(), "2 changes");
+    NMMOUSE click{};
+    click.hdr = {Find(kIdStatusBar1), kIdStatusBar1, static_cast<UINT>(NM_CLICK)};
+    click.dwItemSpec = 2;
+    const auto open = [&] {
+        SendMessageW(Main(), WM_NOTIFY, kIdStatusBar1, reinterpret_cast<LPARAM>(&click));
+    };
+    const auto act = [&] {
+        const HWND list = In(IDC_PENDING_LSTCHANGES);
+        const HWND lines = In(IDC_PENDING_LSTLINES);
+        const auto shows = [&](std::size_t rows) {
+            return WaitUntil([&] { return RowsIn(list).size() == rows; });
+        };
+        EXPECT_EQ(TriplesIn(list), (Strings{"PanelsVertical: Configuration | PanelsVertical=1",
+                                            "ShowHidden: Configuration | ;ShowHidden=0"}));
+        EXPECT_EQ(CellIn(list, 1, 3), "ShowHidden=0");
+        EXPECT_EQ(RowsIn(lines), (Strings{SessionWorld::kWincmd, "  [Configuration]",
+                                          "- PanelsVertical=1", "- ;ShowHidden=0",
+                                          "+ PanelsVertical=7", "+ ShowHidden=0", "  [Colors]"}));
+        EXPECT_EQ(GetFocus(), list);
+        PressKey(VK_DELETE);
+        EXPECT_TRUE(shows(1)) << "the first row was selected";
+        EXPECT_EQ(Rows()[0], "PanelsVertical=1");
+        Do(Command::EditUndo);
+        EXPECT_TRUE(shows(2));
+        ListView_SetItemState(list, -1, LVIS_SELECTED, LVIS_SELECTED);
+        Click(IDC_PENDING_CMDDISCARD);
+        EXPECT_TRUE(shows(0));
+        EXPECT_TRUE(!IsOn(IDOK) && !IsOn(IDC_PENDING_CMDDISCARD) &&
+                    !IsOn(IDC_PENDING_CMDDISCARDALL) && !IsOn(IDC_PENDING_CMDSAVE));
+        EXPECT_EQ(pending(), "");
+        Do(Command::EditUndo);
+        EXPECT_TRUE(shows(2));
+        SelectRow(list, 1);
+        SetFocus(list);
+        PressKey(VK_RETURN);
+        EXPECT_EQ(SelectedRow(), 1);
+        EXPECT_EQ(GetFocus(), Find(kIdListView1));
+        Click(IDC_PENDING_CMDSAVE);
+        EXPECT_TRUE(shows(0));
+        EXPECT_EQ(Told(kIdStatusBar1, SB_GETTEXTW, 1), "2 keys saved. Backup made.");
+        ExpectNoOverlaps(Main());
+    };
+    Show(L"frmPendingChanges", act, open);
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
+              "[Configuration]\r\nPanelsVertical=7\r\nShowHidden=0\r\n[Colors]\r\n");
+}
+
+TEST_F(MainWindowTest, AnImportIsChosenRowByRow) {
+    Start();
+    for (const int button : {IDCANCEL, IDOK}) {
+        ImportReview review = {
+            {{"[A] a", "a=1", "a=2"}, {"[A] b", "b=2", "b=2"}, {"[A] c", "", ";c=3", true}}, 9};
+        const auto act = [&] {
+            const HWND list = In(IDC_IMPORT_LSTKEYS);
+            const auto checks = [&] {
+                std::string all;
+                for (int row = 0; row < ListView_GetItemCount(list); ++row) {
+                    all += ListView_GetCheckState(list, row) ? 'x' : '-';
+                }
+                return all;
+            };
+            const auto toggle = [&](int row) {
+                SelectRow(list, row);
+                SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
+            };
+            EXPECT_EQ(TriplesIn(list),
+                      (Strings{"Set: 2:  | ", "[A] a: a=1 | a=2", "[A] b: b=2 | b=2",
+                               "Comment out: 1:  | ", "[A] c: \u2014 | ;c=3",
+                               "Keys that are not in this file: 9:  | Remove them, too"}));
+            EXPECT_EQ(checks(), "xxxxx-");
+            toggle(2);
+            EXPECT_EQ(checks(), "-x-xx-");
+            toggle(3);
+            toggle(5);
+            EXPECT_EQ(checks(), "-x---x");
+            Click(button);
+        };
+        Show(L"frmImportReview", act, [&] { prompts.ReviewImport(review); });
+        EXPECT_EQ(review.removesMissing, button == IDOK);
+        EXPECT_EQ(review.rows[2].isTaken, button == IDCANCEL);
+        EXPECT_TRUE(review.rows[0].isTaken);
+    }
+}
+
 }  // namespace
 }  // namespace tamarind

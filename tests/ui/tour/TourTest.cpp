@@ -201,9 +201,9 @@ protected:
         const auto status = [&](WPARAM part) { return Told(kIdStatusBar1, SB_GETTEXTW, part); };
         EXPECT_EQ(status(0), Text(3078) + "  tc all keys english.tmdf");
         EXPECT_TRUE(status(1).starts_with(Text(3079) + "  [")) << status(1);
-        EXPECT_EQ(status(2),
+        EXPECT_EQ(status(3),
                   std::to_string(ListView_GetItemCount(Find(kIdListView1))) + "  " + Text(3077));
-        for (WPARAM part = 0; part < 3; ++part) {
+        for (WPARAM part = 0; part < 4; ++part) {
             RECT place{};
             Send(kIdStatusBar1, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
             const LONG room = place.right - place.left - Scaled(part == 0 ? 16 : 0);  // a picture
@@ -276,6 +276,11 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         Visit(L"frmOptions", "options", by(Command::ViewOptions), 3);
         std::vector<ValueConflict> conflicts = {{"[Colors] BackColor", "BackColor=1", ""}};
         Visit(L"frmConflicts", "conflicts", [&] { prompts.ResolveConflicts(conflicts); });
+        ImportReview review = {
+            {{"[Layout] ButtonBar", "", "ButtonBar=1"}, {"[Layout] X", "X=1", ";X=1", true}}, 9};
+        Visit(L"frmImportReview", "import", [&] { prompts.ReviewImport(review); });
+        world.session->Commands().SetValue("7");
+        Visit(L"frmPendingChanges", "pending", by(Command::FilePendingChanges));
     }
 }
 
@@ -290,6 +295,7 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
     StartIn(languages[0]);
     Do(Command::SearchFind);
     Do(Command::FavoritesOrganize);
+    Do(Command::FilePendingChanges);
     const LONG width = WidthOf(FindWindowW(L"frmSearchFor", nullptr));
     for (std::size_t at = 1; at <= languages.size(); ++at) {
         const TourLanguage& next = languages[at % languages.size()];
@@ -306,6 +312,7 @@ TEST_F(TourTest, ASwitchOfLanguageLeavesNothingOfTheFormer) {
         EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), Text(3080));
         ExpectDialog(L"frmSearchFor");
         ExpectDialog(L"frmOrganizeFavorites");
+        ExpectDialog(L"frmPendingChanges");
 
         // What belongs to a row stands where the row has it in all languages.
         world.session->Selection().GoToKey(3);
