@@ -108,6 +108,28 @@ TEST_F(OtherWritersTest, AProgramThatKeepsWritingIsNotWaitedForForEver) {
     EXPECT_THAT(Saved(), HasSubstr("A=mine"));
 }
 
+// What has been moved aside is not in the file until the next replacement: whoever holds it then is
+// waited for.
+TEST_F(OtherWritersTest, AHolderKeepsNoTextAside) {
+    for (const bool isReading : {false, true}) {
+        Start("[S]\nA=1\n");
+        Set(0, "mine");
+        int held = 0;
+        const auto hold = [&](const std::string& path) {
+            const FileError error = held-- > 0 ? FileError::InUse : FileError::None;
+            isReading ? world.disk.FailReads(path, error) : world.disk.FailReplaces(path, error);
+        };
+        (isReading ? world.disk.beforeRead : world.disk.beforeExchange) = hold;
+        world.disk.whileAside = [&](const std::string&) {
+            held = 2;
+            return std::string("[S]\nA=1\nB=theirs\n") + kEnd;
+        };
+        EXPECT_TRUE(Settings().SaveToSettingsFile());
+        world.disk.beforeRead = world.disk.beforeExchange = nullptr;
+        EXPECT_EQ(Saved(), "[S]\nA=mine\nB=theirs\n");
+    }
+}
+
 // What cannot be brought together stays among the backups, and the message says where.
 TEST_F(OtherWritersTest, ARefusedMergeNamesItsBackup) {
     Start("[S]\nA=1\n");
