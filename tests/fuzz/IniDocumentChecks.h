@@ -61,10 +61,16 @@ inline void CheckOtherLines(const std::string& before, const std::string& after,
     const auto start = std::mismatch(before.rbegin(), before.rend() - shared, after.rbegin(),
                                      after.rend() - shared)
                            .first;
-    const std::string removed(end, start.base());
-    const std::string lineEnd("\n\0", FindFileMark(before) == FileMark::Utf16Le ? 2 : 1);
-    Require(sign ? shared > static_cast<std::ptrdiff_t>(*sign) : removed.empty());
-    Require(removed.find(lineEnd) == std::string::npos);
+    const auto first = static_cast<std::size_t>(shared);
+    const auto last = static_cast<std::size_t>(start.base() - before.begin());
+    Require(sign ? first > *sign : first == last);
+    const std::size_t unit = FindFileMark(before) == FileMark::Utf16Le ? 2 : 1;
+    for (const char c : {'\r', '\n'}) {
+        const std::string lineEnd = std::string{c, '\0'}.substr(0, unit);
+        for (auto at = before.find(lineEnd, first); at < last; at = before.find(lineEnd, at + 1)) {
+            Require(at % unit != 0);  // the second half of a letter and the first of the next
+        }
+    }
 }
 
 // A comment's name can be commented out once more, but not the other way round.
