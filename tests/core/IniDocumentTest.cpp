@@ -3,13 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <map>
 #include <random>
 
-#include "core/ini/IniParser.h"
 #include "core/ini/ShownValue.h"
 #include "core/text/RandomSeed.h"
-#include "core/text/Unicode.h"
+#include "tests/fuzz/IniDocumentChecks.h"
 
 namespace tamarind {
 namespace {
@@ -29,9 +27,7 @@ std::optional<std::string> Find(const IniDocument& document, std::string_view se
 }
 
 struct ReadCase {
-    std::string bytes;
-    std::string section;
-    std::string key;
+    std::string bytes, section, key;
     std::optional<std::string> expected;
     CodePage codePage = 1252;
 };
@@ -58,7 +54,6 @@ TEST(IniDocumentRead, NamesAndHeaders) {
         {"[A]\nx=1\n[a]\nx=2\ny=3\n", "A", "x", "1"},
         {"[A]\n[A]\nx=2\n", "A", "x", kMissing},
         {"[A]\n=value\n", "A", "", "value"},
-        {"[\"A\"]\n\"x\"=1\n", "\"A\"", "\"x\"", "1"},
         {"[\xD6\xE2\xE5\xF2\xE0]\n\xDF=\xFF\n", "ЦВЕТА", "я", "я", 1251},
         // The last byte of these names' last character is that of "]".
         {"[\x94\x5D]\nx=\x95\x5C\n", "脳", "x", "表", 932},
@@ -87,6 +82,8 @@ TEST(IniDocumentRead, ValuesCommentsAndLineEnds) {
     // A large file of nothing costs little more than its bytes.
     const std::string prose = "[A]\n" + std::string(1000, '\n') + "x=1\n\n;a\nb\r\n\r[B]\n";
     EXPECT_EQ(IniDocument::Parse(prose, 1252).LineCount(), 5U);
+    // Known before anything was looked up.
+    EXPECT_TRUE(IniDocument::Parse("[A]\nx=1\nX=2\n", 1252).IsRepeated(2));
 }
 
 TEST(IniDocumentRead, Encodings) {
@@ -268,10 +265,7 @@ TEST(IniDocumentEdit, TogglesTheCommentMarkAlone) {
 
 // Refused: the file stays as it was.
 TEST(IniDocumentEdit, RefusesWhatCannotBeReadBack) {
-    struct {
-        std::string section, key, value;
-        IniEdit expected;
-    } const cases[] = {
+    const std::tuple<std::string, std::string, std::string, IniEdit> cases[] = {
         {"A", "中", "1", IniEdit::NameNotEncodable},   {"中", "x", "1", IniEdit::NameNotEncodable},
         {"Ａ", "x", "1", IniEdit::NameNotEncodable},   {"A", "x", "1\n", IniEdit::TextNotStorable},
         {"A", "y\0"s, "1", IniEdit::TextNotStorable},  {"B\n", "y", "1", IniEdit::TextNotStorable},
@@ -280,10 +274,10 @@ TEST(IniDocumentEdit, RefusesWhatCannotBeReadBack) {
         {"A", "y\xFF", "1", IniEdit::TextNotStorable}, {"A", "y", "\xC3", IniEdit::TextNotStorable},
     };
     const std::string before = "[A]\nx=0";
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.section + "/" + c.key + "/" + c.value));
+    for (const auto& [section, key, value, expected] : cases) {
+        SCOPED_TRACE(testing::PrintToString(section + "/" + key + "/" + value));
         IniDocument document = IniDocument::Parse(before, 1252);
-        EXPECT_EQ(document.SetValue(c.section, c.key, c.value), c.expected);
+        EXPECT_EQ(document.SetValue(section, key, value), expected);
         EXPECT_EQ(document.Bytes(), before);
     }
     // No lines are added to what is no text.
@@ -370,24 +364,17 @@ TEST(IniDocumentEdit, FindsAmongManyEdits) {
         const auto name = [&](std::size_t i) {
             return (i % 2800 < 1400 ? "" : ";") + names[i % 1400];
         };
-        std::map<std::string, std::string> values;
         for (std::size_t i = 0; i < 10'000; ++i) {
-            if (i % 3 == 2) {
-                document.DeleteKey("A", name(i * 7));
-                values.erase(name(i * 7));
-            } else if (i % 50 == 0) {
-                document.SetValue("S" + std::to_string(i), name(i), name(i + 1));
-            } else {
-                document.SetValue("A", name(i), values[name(i)] = name(i + 1));
-            }
+            const std::string section = i % 50 == 0 ? "S" + std::to_string(i) : "A";
+            i % 3 == 2 ? document.DeleteKey("A", name(i * 7))
+                       : document.SetValue(section, name(i), name(i + 1));
         }
         const IniDocument reread = IniDocument::Parse(document.Bytes(), 1252);
+        CheckLookUps(reread, 10'000);
         const auto section = *document.FindSection("A");
         for (const std::string& plain : names) {
             for (const std::string& key : {plain, ";" + plain}) {
-                const auto value = values.count(key) == 0 ? kMissing : values[key];
-                EXPECT_EQ(Find(document, "A", key), value);
-                EXPECT_EQ(Find(reread, "A", key), value);
+                EXPECT_EQ(Find(document, "A", key), Find(reread, "A", key));
             }
             const auto forms = document.FindKeyForms(section, plain, IniDocument::NameHash(plain));
             EXPECT_EQ(forms.active, document.FindKey(section, plain).value_or(IniDocument::kNone));

@@ -8,9 +8,7 @@ namespace {
 // Wine takes long paths in any form, so that files alone do not show whether the form is right.
 TEST(LongPathTest, TheFormDependsOnTheLength) {
     const std::string name(241, 'n');
-    const struct {
-        std::string path, systemForm;
-    } cases[] = {
+    const std::tuple<std::string, std::string> cases[] = {
         {"C:\\TC\\x.ini", "C:\\TC\\x.ini"},
         {"C:/TC/.\\a\\..\\x.ini", "C:\\TC\\x.ini"},
         {"C:\\TC\\" + name, "C:\\TC\\" + name},
@@ -18,11 +16,11 @@ TEST(LongPathTest, TheFormDependsOnTheLength) {
         {"C:\\a\\..\\TC/" + name + name, "\\\\?\\C:\\TC\\" + name + name},
         {"\\\\server\\share\\" + name, "\\\\?\\UNC\\server\\share\\" + name},
     };
-    for (const auto& c : cases) {
-        const std::wstring form = LongPath(c.path);
-        EXPECT_EQ(Narrow(form), c.systemForm);
+    for (const auto& [path, systemForm] : cases) {
+        const std::wstring form = LongPath(path);
+        EXPECT_EQ(Narrow(form), systemForm);
         EXPECT_EQ(LongPath(Narrow(form)), form);
-        EXPECT_EQ(PlainPath(form), FullPath(c.path));
+        EXPECT_EQ(PlainPath(form), FullPath(path));
     }
 }
 

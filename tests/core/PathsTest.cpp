@@ -9,27 +9,23 @@ namespace tamarind {
 namespace {
 
 TEST(Paths, SplitsAndJoins) {
-    const struct {
-        const char *path, *withBackslash, *folder, *name;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
         {"C:\\TC\\", "C:\\TC\\", "C:\\TC\\", ""},
         {"C:\\a\\b.ini", "C:\\a\\b.ini\\", "C:\\a\\", "b.ini"},
         {"b/c.ini", "b/c.ini\\", "", "b/c.ini"},
         {"", "\\", "", ""},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(AddBackslash(c.path), c.withBackslash);
-        EXPECT_EQ(FolderOfPath(c.path), c.folder);
-        EXPECT_EQ(FileNameOfPath(c.path), c.name);
+    for (const auto& [path, withBackslash, folder, name] : cases) {
+        EXPECT_EQ(AddBackslash(path), withBackslash);
+        EXPECT_EQ(FolderOfPath(path), folder);
+        EXPECT_EQ(FileNameOfPath(path), name);
     }
 }
 
 TEST(Paths, ExpandsWholeSegments) {
     FakeEnvironment environment;
     environment.variables = {{"TC", "C:\\TC"}, {"END", "D:\\"}, {"", "wrong"}, {"a%b", "odd"}};
-    const struct {
-        const char *path, *expected;
-    } cases[] = {
+    const std::tuple<const char*, const char*> cases[] = {
         {"%TC%\\wincmd.ini", "C:\\TC\\wincmd.ini"},
         {"%END%\\x.ini", "D:\\\\x.ini"},
         {"%UNSET%\\x.ini", "%UNSET%\\x.ini"},
@@ -44,8 +40,8 @@ TEST(Paths, ExpandsWholeSegments) {
         {"%a%b%\\x", "odd\\x"},
         {"", ""},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(ExpandPathVariables(c.path, environment), c.expected) << c.path;
+    for (const auto& [path, expected] : cases) {
+        EXPECT_EQ(ExpandPathVariables(path, environment), expected) << path;
     }
 }
 

@@ -54,17 +54,14 @@ TEST_F(ProfileTest, ReadsThroughABuffer) {
 }
 
 TEST_F(ProfileTest, Numbers) {
-    const struct {
-        const char* text;
-        double expected;
-    } cases[] = {
+    const std::tuple<const char*, double> cases[] = {
         {"12abc", 12}, {"0x10", 0}, {"&H10", 16},  {"&hFfg", 255},
         {"&O178", 15}, {"&H", 0},   {"  \t7 ", 7}, {"-3.5e2x", -350},
         {"+.5", 0.5},  {"1e+", 1},  {".", 0},      {"1.2.3", 1.2},
         {"1,5", 1},    {"", 0},     {"--1", 0},    {"infinity", 0},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(LeadingNumber(c.text), c.expected) << c.text;
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(LeadingNumber(text), expected) << text;
     }
     EXPECT_EQ(LeadingInteger("1e300"), 2147483647);
     EXPECT_EQ(LeadingInteger("-2147483649"), -2147483647 - 1);
@@ -116,36 +113,26 @@ TEST_F(ProfileTest, ATransactionReadsAndReplacesOnce) {
 TEST_F(ProfileTest, AFailedTransactionLeavesTheFile) {
     const std::string before = "[A]\nx=0\n";
     Put(before);
-    const struct {
-        std::string key, value;
-        IniEdit refused = IniEdit::Unchanged;
-        FileError read = FileError::None;
-        FileError replace = FileError::None;
-    } cases[] = {
-        {"中", "1", IniEdit::NameNotEncodable},
-        {"y", "1\n", IniEdit::TextNotStorable},
-        {"y", "1", IniEdit::Unchanged, FileError::AccessDenied},
-        {"y", "1", IniEdit::Unchanged, FileError::TooLarge},
-        {"y", "1", IniEdit::Unchanged, FileError::None, FileError::ReadOnly},
-    };
-    for (const auto& c : cases) {
-        m_disk.FailReads(kPath, c.read);
-        m_disk.FailReplaces(kPath, c.replace);
+    const auto write = [&](const std::string& key) {
         ProfileTransaction transaction(m_files, kPath);
         transaction.SetValue("A", "x", "1");
-        transaction.SetValue("A", c.key, c.value);
+        transaction.SetValue("A", key, "1");
         const WriteResult result = transaction.Commit();
         EXPECT_FALSE(result.Succeeded());
-        EXPECT_EQ(result.refused, c.refused);
-        EXPECT_EQ(result.error, c.read == FileError::None ? c.replace : c.read);
         EXPECT_EQ(m_disk.BytesOf(kPath), before);
-    }
+        return result;
+    };
+    EXPECT_EQ(write("中").refused, IniEdit::NameNotEncodable);
+    m_disk.FailReplaces(kPath, FileError::ReadOnly);
+    EXPECT_EQ(write("y").error, FileError::ReadOnly);
+    m_disk.FailReads(kPath, FileError::TooLarge);
+    EXPECT_EQ(write("y").error, FileError::TooLarge);
     // A missing folder: nothing to remove there is no error, and writing says what is missing.
-    m_disk.FailReads("D:\\no\\x.ini", FileError::FolderMissing);
-    m_disk.FailReplaces("D:\\no\\x.ini", FileError::FolderMissing);
-    EXPECT_TRUE(m_profile.DeleteValue("A", "x", "D:\\no\\x.ini").Succeeded());
-    EXPECT_EQ(m_profile.WriteStringValue("A", "x", "1", "D:\\no\\x.ini").error,
-              FileError::FolderMissing);
+    const std::string none = "D:\\no\\x.ini";
+    m_disk.FailReads(none, FileError::FolderMissing);
+    m_disk.FailReplaces(none, FileError::FolderMissing);
+    EXPECT_TRUE(m_profile.DeleteValue("A", "x", none).Succeeded());
+    EXPECT_EQ(m_profile.WriteStringValue("A", "x", "1", none).error, FileError::FolderMissing);
 }
 
 TEST_F(ProfileTest, ReadsAFileAgainOnlyWhenItMayHaveChanged) {

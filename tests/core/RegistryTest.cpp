@@ -19,11 +19,7 @@ constexpr std::uint32_t kCurrentUser = 0x80000001;
 TEST(Registry, ReadsEveryType) {
     const std::string marker(MissingValueMarker);
     const auto text = [](const std::string& t) { return EncodeUtf16Le(t + '\0'); };
-    const struct {
-        std::uint32_t type;
-        std::string bytes;
-        std::string expected;
-    } cases[] = {
+    const std::tuple<std::uint32_t, std::string, std::string> cases[] = {
         {kRegistryString, text("C:\\TC 中"), "C:\\TC 中"},
         {kRegistryString, "", ""},
         // The last character goes, whether it is a NUL or not.
@@ -37,10 +33,10 @@ TEST(Registry, ReadsEveryType) {
     };
     MemoryRegistry memory;
     cRegistry registry(memory);
-    for (const auto& c : cases) {
-        memory.Store(kCurrentUser, "Software\\T", "v", {c.type, c.bytes});
-        EXPECT_EQ(registry.ReadValue("hkey_Current_user\\Software\\T", "v"), c.expected)
-            << c.type << " " << testing::PrintToString(c.bytes);
+    for (const auto& [type, bytes, expected] : cases) {
+        memory.Store(kCurrentUser, "Software\\T", "v", {type, bytes});
+        EXPECT_EQ(registry.ReadValue("hkey_Current_user\\Software\\T", "v"), expected)
+            << type << " " << testing::PrintToString(bytes);
     }
 }
 

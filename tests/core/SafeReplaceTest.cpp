@@ -121,6 +121,7 @@ public:
         }
         EXPECT_TRUE(m_fault != Fault::ShortWrite || isSaved);
         EXPECT_TRUE(m_fault != Fault::LostWrite || isSaved || m_error == FileError::NotVerified);
+        EXPECT_TRUE(m_fault != Fault::BadWrites || isSaved || m_error == FileError::Other);
         EXPECT_TRUE(m_fault != Fault::DiskFull || isSaved || m_error == FileError::DiskFull);
         m_disk.Restart();
         ExpectWholeFile(isSaved);
@@ -222,12 +223,7 @@ TEST(SafeReplaceTest, ErrorsOfTheReplacementOneByOne) {
     using Results = std::deque<FaultyDisk::ReplaceResult>;
     Results passing(5, {E::Shared});
     passing.push_back({E::None, true});
-    const struct {
-        const char* name;
-        Results results;
-        FileError error;
-        unsigned slept;
-    } cases[] = {
+    const std::tuple<const char*, Results, FileError, unsigned> cases[] = {
         {"in use for a while", passing, FileError::None, 385},
         {"5 and no end", Results(6, {E::AccessDenied}), FileError::AccessDenied, 385},
         {"32 and no end", Results(6, {E::Shared}), FileError::InUse, 385},
@@ -240,36 +236,24 @@ TEST(SafeReplaceTest, ErrorsOfTheReplacementOneByOne) {
         {"not told, the old file has moved", {{E::Other, true}}, FileError::Other, 0},
         {"no such function", {{E::Unsupported}}, FileError::None, 0},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, results, error, slept] : cases) {
+        SCOPED_TRACE(name);
         FaultyDisk disk;
         disk.Put(kPath, kOld);
-        disk.replaceResults = c.results;
-        EXPECT_EQ(Save(disk, kNew, Backup::No), c.error);
-        EXPECT_EQ(disk.BytesOf(kPath), c.error == FileError::None ? kNew : kOld);
+        disk.replaceResults = results;
+        EXPECT_EQ(Save(disk, kNew, Backup::No), error);
+        EXPECT_EQ(disk.BytesOf(kPath), error == FileError::None ? kNew : kOld);
         EXPECT_EQ(disk.Names().size(), 1U);
-        EXPECT_EQ(disk.slept, c.slept);
+        EXPECT_EQ(disk.slept, slept);
         EXPECT_TRUE(disk.replaceResults.empty());
     }
 }
 
 // What a crash has left, or another program has written there since.
 struct Left {
-    std::string path;
-    std::string bytes;
+    std::string path, bytes;
     int second = 0;  // when it was written
 };
-
-void PutLeft(FaultyDisk& disk, const std::vector<Left>& files, bool hasLinks = false) {
-    disk.MakeFolder(kFolder);
-    for (const Left& file : files) {
-        disk.now = static_cast<std::uint64_t>(file.second) * kSecond;
-        disk.Put(file.path, file.bytes);
-    }
-    if (hasLinks) {
-        disk.PutHardLink("C:\\TC\\other.ini", kPath);
-    }
-}
 
 TEST(SafeReplaceTest, WhatACrashLeftIsPutBackOrKept) {
     const std::string oldPath = OldPath("old");
@@ -280,8 +264,7 @@ TEST(SafeReplaceTest, WhatACrashLeftIsPutBackOrKept) {
     const struct {
         std::vector<Left> files;
         bool hasLinks;
-        std::string read;
-        std::string backups;
+        std::string read, backups;
     } cases[] = {
         // Nothing under its name: what agrees with its own name is put back.
         {{{oldPath, "old"}}, false, "old", ""},
@@ -320,7 +303,14 @@ TEST(SafeReplaceTest, WhatACrashLeftIsPutBackOrKept) {
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::PrintToString(&c - cases));
         FaultyDisk disk;
-        PutLeft(disk, c.files, c.hasLinks);
+        disk.MakeFolder(kFolder);
+        for (const Left& file : c.files) {
+            disk.now = static_cast<std::uint64_t>(file.second) * kSecond;
+            disk.Put(file.path, file.bytes);
+        }
+        if (c.hasLinks) {
+            disk.PutHardLink("C:\\TC\\other.ini", kPath);
+        }
         DiskFileSystem system(disk);
         EXPECT_EQ(system.Stamp(kPath).has_value(), c.read != "(none)");
         system.Read(kPath, 1000);
@@ -364,17 +354,9 @@ TEST(SafeReplaceTest, WhatAnotherProgramWritesMeanwhileIsNotLost) {
         }
     }
 
-    // It makes a file of its own while the old one is aside.
+    // It makes a file of its own while the old one is aside. An edit brings it together with what
+    // was there: of each key the newer write stays.
     FaultyDisk disk;
-    disk.Put(kPath, kOld);
-    disk.whileAside = [&](const std::string&) { disk.Put(kPath, "theirs"); };
-    const ReplaceResult result = DiskFileSystem(disk).Exchange(kPath, kNew, kOld, Backup::No);
-    EXPECT_EQ(result.error, FileError::Changed);
-    EXPECT_EQ(result.foreign, kOld);
-    EXPECT_EQ(disk.BytesOf(kPath), "theirs");
-    EXPECT_EQ(disk.BytesOf(result.aside), kOld);
-
-    // An edit brings it together with what was there: of each key the newer write stays.
     disk.Put(kPath, "[A]\r\nx=0\r\ny=0\r\ngone=1\r\n");
     disk.whileAside = [&](const std::string&) {
         disk.Put(kPath, "[A]\r\nx=theirs\r\nz=theirs\r\n");
@@ -390,18 +372,33 @@ TEST(SafeReplaceTest, WhatAnotherProgramWritesMeanwhileIsNotLost) {
     EXPECT_FALSE(HasLeftovers(disk));
 }
 
+// Whatever fails once another program's text is aside, it is where the result says.
+TEST(SafeReplaceTest, ATextThatIsAsideIsTold) {
+    bool hasStruck = true;
+    for (int call = 1; hasStruck; ++call) {
+        FaultyDisk disk;
+        disk.Put(kPath, kOld);
+        disk.whileAside = [&](const std::string& old) {
+            disk.PutInPlace(old, "theirs");
+            disk.plan = {Fault::Once, CallError::Other, false, disk.calls + call};
+        };
+        const ReplaceResult result = DiskFileSystem(disk).Exchange(kPath, kNew, kOld, Backup::No);
+        hasStruck = disk.calls >= disk.plan.call;
+        EXPECT_EQ(disk.BytesOf(result.aside), "theirs") << call;
+    }
+}
+
 // "Not found" would pass for "nothing set yet", and the next save would write that.
 TEST(SafeReplaceTest, AFileThatWaitsToBePutBackIsNeverCalledMissing) {
     for (const CallError error : {CallError::Other, CallError::Shared}) {
         bool hasStruck = true;
         for (int call = 1; hasStruck; ++call) {
             FaultyDisk disk;
-            PutLeft(disk, {{OldPath("old", kAmongBackups), "old"}});
-            disk.calls = 0;
-            disk.plan = {Fault::Once, error};
-            disk.plan.call = call;
+            disk.MakeFolder(kFolder);
+            disk.Put(OldPath("old", kAmongBackups), "old");
+            disk.plan = {Fault::Once, error, false, disk.calls + call};
             const FileContent read = DiskFileSystem(disk).Read(kPath, 1000);
-            hasStruck = disk.calls >= call;
+            hasStruck = disk.calls >= disk.plan.call;
             EXPECT_NE(read.error, FileError::NotFound) << call;
             EXPECT_TRUE(read.error != FileError::None || read.bytes == "old") << call;
         }

@@ -1,16 +1,15 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
+#include <stdexcept>
 #include <string>
 
 namespace tamarind {
 
+// The fuzzer ends with the error and keeps its input; in a test it is a failure.
 inline void Require(bool condition, int line = __builtin_LINE()) {
     if (!condition) {
-        std::fprintf(stderr, "The condition in line %d does not hold\n", line);
-        std::abort();
+        throw std::logic_error("The condition in line " + std::to_string(line) + " does not hold");
     }
 }
 

@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "model/files/DataFile.h"
-#include "model/files/KeyStates.h"
 #include "model/keys/KeyList.h"
-#include "tests/core/fakes/FakeEnvironment.h"
-#include "tests/core/fakes/MemoryFileSystem.h"
 
 namespace tamarind {
 namespace {
@@ -21,20 +18,16 @@ KeyStore Loaded(const std::string& dataFile) {
 }
 
 TEST(DataFileTest, EntriesSplitAtTheFirstThreeSlashes) {
-    const struct {
-        const char* entry;
-        const char* defaultValue;
-        const char* description;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"///", "", "Description not available!"},        {"a///b///c", "a", "b///c"},
         {"plain", "plain", "Description not available!"}, {"\" 1 ///x \"", " 1 ", "x "},
         {"C:\\a//b///One@Two", "C:\\a//b", "One@Two"},
     };
-    for (const auto& testCase : cases) {
+    for (const auto& [entry, defaultValue, description] : cases) {
         const KeyStore store =
-            Loaded("[A]\nCategoryTargetSection=T\nK=" + std::string(testCase.entry) + "\n");
-        EXPECT_EQ(store.Record(1).defaultValue, testCase.defaultValue) << testCase.entry;
-        EXPECT_EQ(store.Record(1).description, testCase.description) << testCase.entry;
+            Loaded("[A]\nCategoryTargetSection=T\nK=" + std::string(entry) + "\n");
+        EXPECT_EQ(store.Record(1).defaultValue, defaultValue) << entry;
+        EXPECT_EQ(store.Record(1).description, description) << entry;
     }
     EXPECT_EQ(DescriptionForDisplay("One@@Two@"), "One\r\n\r\nTwo\r\n");
 }
@@ -72,32 +65,7 @@ TEST(DataFileTest, BuffersBoundNamesAndValues) {
     EXPECT_EQ(cut.description, "Description not available!");
 }
 
-TEST(KeyStatesTest, TheFileDecidesStateAndValue) {
-    const struct {
-        const char* settings;
-        const char* visible;
-        KeyState state;
-    } cases[] = {
-        {"[Other]\nK=1\n", "K", KeyState::Absent},     {"[t]\nk = 5\n", "K=5", KeyState::Active},
-        {"[T]\nK=\n", "K=", KeyState::Active},         {"[T]\n;K=7\n", "K=7", KeyState::Commented},
-        {"[T]\n;K=7\nK=8\n", "K=8", KeyState::Active}, {"[T]\n; K=7\n", "K", KeyState::Absent},
-    };
-    MemoryFileSystem disk;
-    IniFiles files(disk);
-    KeyStore store =
-        Loaded("[A]\nCategoryTargetSection=T\nK=1///\n[B]\nCategoryTargetSection=T\nK=x\n");
-    for (const auto& testCase : cases) {
-        disk.Put("C:\\s.ini", testCase.settings);
-        const auto settings = SettingsFiles::Read(files, FakeEnvironment(), "C:\\s.ini");
-        DeriveKeyStates(store, settings, [] {});
-        const KeyRecord record = store.Record(1);
-        EXPECT_EQ(VisibleText(record), testCase.visible) << testCase.settings;
-        EXPECT_EQ(record.initialState, testCase.state) << testCase.settings;
-        EXPECT_EQ(store.Record(2).currentValue, record.currentValue) << testCase.settings;
-    }
-}
-
-TEST(KeyStatesTest, TheDefaultDecidesThePicture) {
+TEST(DataFileTest, TheDefaultDecidesThePicture) {
     for (const char* numeric : {"0", "-1", "12abc", "&H10", "0.5"}) {
         EXPECT_EQ(ValueIconIndex(numeric), KeyIcon::Numeric) << numeric;
     }

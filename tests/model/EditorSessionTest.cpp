@@ -3,9 +3,6 @@
 namespace tamarind {
 namespace {
 
-constexpr const char* kSettingsText =
-    "[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n";
-
 class EditorSessionTest : public SessionTest {
 protected:
     void Start() { StartWith({kSettingsText, "", ""}); }
@@ -28,6 +25,9 @@ TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
     Session().AskOpenSettingsFile();
     EXPECT_EQ(DataFile().Path(), SessionWorld::kWcxFtpData);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wcxftp");
+    world.disk.Put("D:\\empty.ini", "");  // nothing to tell by
+    EXPECT_TRUE(Session().OpenSettingsFile("D:\\empty.ini", false));
+    EXPECT_EQ(DataFile().Path(), SessionWorld::kWcxFtpData);
 
     ASSERT_TRUE(world.Start()) << "the next start";
     EXPECT_EQ(Settings().Path(), SessionWorld::kWcxFtp);
@@ -38,33 +38,18 @@ TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
     EXPECT_EQ(world.Rows().size(), 3U);
 }
 
-TEST_F(EditorSessionTest, WhatKindASettingsFileIs) {
-    for (const auto& [content, dataFile] :
-         {std::pair("[Configuration]\r\nWin95look=1\r\n", SessionWorld::kWincmdData),
-          {"[General]\r\nWaitDelay=1\r\n", SessionWorld::kWcxFtpData},
-          {"", SessionWorld::kWincmdData}}) {  // nothing to tell by: everything stays
-        world.PutUsualFiles(content);
-        world.disk.Remove(SessionWorld::kOwnSettings);
-        ASSERT_TRUE(world.Start());
-        EXPECT_EQ(DataFile().Path(), dataFile) << content;
-        EXPECT_EQ(Settings().Path(), SessionWorld::kWincmd) << content;
-    }
-}
-
 TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
     world.PutUsualFiles(kSettingsText);
     const std::string cyrillic = "D:\\\xD0\x9A\xD0\xBB\xD1\x8E\xD1\x87\xD0\xB8.tmdf";
-    world.disk.Put(cyrillic, "[Own]\r\nCategoryTargetSection=Colors\r\nBackColor=7\r\n");
-    ASSERT_TRUE(world.Start("\"" + cyrillic + "\""));
-    EXPECT_THAT(world.Rows(), ElementsAre("BackColor"));
     // Literally, and from the current folder.
     for (const auto& [path, found] : {std::pair(cyrillic, cyrillic),
                                       {"D:\\%half\\%TOOLS%\\x.tmdf", "D:\\%half\\%TOOLS%\\x.tmdf"},
                                       {"100%\\x.tmdf", "D:\\Here\\100%\\x.tmdf"}}) {
         world.environment.variables["TOOLS"] = "C:\\Tools";
-        world.disk.Put(found, "[Own]\r\n");
+        world.disk.Put(found, "[Own]\r\nCategoryTargetSection=Colors\r\nBackColor=7\r\n");
         ASSERT_TRUE(world.Start("\"" + path + "\""));
         EXPECT_EQ(DataFile().Path(), found);
+        EXPECT_THAT(world.Rows(), ElementsAre("BackColor"));
     }
 
     for (const std::string& wrong : {cyrillic, "\"" + cyrillic + "\" \"C:\\x.tmdf\"",
@@ -85,10 +70,9 @@ TEST_F(EditorSessionTest, SettingsFilesAreAskedForWhereTheyAre) {
         Session().AskOpenSettingsFile();
         Exchange().Export();
         Exchange().Import();
-        for (int times = 0; times < 3; ++times) {
-            ASSERT_FALSE(world.prompts.questions.empty());
-            EXPECT_EQ(world.prompts.questions.back().initialFolder, folder);
-            world.prompts.questions.pop_back();
+        EXPECT_EQ(world.prompts.questions.size(), 3U);
+        for (const FileQuestion& question : std::exchange(world.prompts.questions, {})) {
+            EXPECT_EQ(question.initialFolder, folder);
         }
     }
 }
@@ -106,31 +90,25 @@ TEST_F(EditorSessionTest, AMissingDataFileIsAskedForAndRemembered) {
 }
 
 TEST_F(EditorSessionTest, FilesThatCanNotBeReadEndInAMessageAndLoseNothing) {
-    world.PutUsualFiles(kSettingsText);
-    world.disk.FailReads(SessionWorld::kWincmdData, FileError::TooLarge);
-    EXPECT_FALSE(world.Start());
-    EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("larger than 64 MB")));
-
-    world.disk.FailReads(SessionWorld::kWincmdData, FileError::None);
-    ASSERT_TRUE(world.Start());
-    world.prompts.messages.clear();
-    world.disk.Put("D:\\locked.tmdf", "");
-    world.disk.FailReads("D:\\locked.tmdf", FileError::InUse);
-    world.prompts.filesToChoose = {"D:\\locked.tmdf"};
+    Start();
+    world.prompts.filesToChoose = {"D:\\locked.tmdf", "D:\\locked.ini"};
+    for (const std::string& name : world.prompts.filesToChoose) {
+        world.disk.Put(name, kSettingsText);
+        world.disk.FailReads(name, FileError::InUse);
+    }
     Session().AskOpenDataFile();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("D:\\locked.tmdf")));
-    EXPECT_EQ(DataFile().Path(), SessionWorld::kWincmdData);
     EXPECT_EQ(world.Rows().size(), 3U);
-
-    // A settings file that is locked: every key absent, and the reason said.
+    // A settings file: every key absent, and the reason said.
     world.prompts.messages.clear();
-    world.disk.Put("D:\\locked.ini", kSettingsText);
-    world.disk.FailReads("D:\\locked.ini", FileError::InUse);
-    world.prompts.filesToChoose = {"D:\\locked.ini"};
     Session().AskOpenSettingsFile();
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr("Another program is using it.")));
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical", "ShowHidden", "BackColor"));
     EXPECT_EQ(DataFile().Path(), SessionWorld::kWincmdData);
+
+    world.disk.FailReads(SessionWorld::kWincmdData, FileError::TooLarge);
+    EXPECT_FALSE(world.Start());
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("larger than 64 MB"));
 }
 
 TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {

@@ -54,11 +54,8 @@ TEST_F(FavoritesBookTest, TheMenuIsFullAtNinetySevenFavorites) {
 // What is read again is cut behind 4,094 characters.
 TEST_F(FavoritesBookTest, FavoritesThatWouldBeCutAreRefused) {
     const auto file = [&] { return world.disk.BytesOf(SessionWorld::kOwnSettings); };
-    const struct {
-        std::string names;
-        bool takesAnother;    // "ColorBack"
-        bool takesSeparator;  // "Sp_1"
-    } cases[] = {
+    // Whether there is room for "ColorBack", and for the separator "Sp_1".
+    const std::tuple<std::string, bool, bool> cases[] = {
         {std::string(4084, 'x'), true, true},
         {std::string(4085, 'x'), false, true},
         {std::string(4089, 'x'), false, true},
@@ -66,26 +63,26 @@ TEST_F(FavoritesBookTest, FavoritesThatWouldBeCutAreRefused) {
         {"A=\r\n" + std::string(4093, 'x'), false, false},  // cut as it stands
         {std::string(4093, 'x') + "=\r\nLost", false, false},
     };
-    for (const auto& testCase : cases) {
-        SCOPED_TRACE(testCase.names.size());
-        StartWithKeys("ColorBack=1\r\n", "[FavoritesList]\r\n" + testCase.names + "=x\r\n");
+    for (const auto& [names, takesAnother, takesSeparator] : cases) {
+        SCOPED_TRACE(names.size());
+        StartWithKeys("ColorBack=1\r\n", "[FavoritesList]\r\n" + names + "=x\r\n");
         const std::string before = file();
         FavoriteKeys().SetOrganizerOpen(true);
         FavoritesOrganizer& organizer = FavoriteKeys().Organizer();
         ASSERT_TRUE(organizer.AddSeparator());
         const std::size_t count = organizer.Rows().size();
-        EXPECT_EQ(FavoriteKeys().ApplyOrganizer(), testCase.takesSeparator);
-        EXPECT_EQ(organizer.IsChanged(), !testCase.takesSeparator);
+        EXPECT_EQ(FavoriteKeys().ApplyOrganizer(), takesSeparator);
+        EXPECT_EQ(organizer.IsChanged(), !takesSeparator);
         EXPECT_EQ(organizer.Rows().size(), count);
-        EXPECT_EQ(file() == before, !testCase.takesSeparator);
+        EXPECT_EQ(file() == before, !takesSeparator);
 
         world.disk.Put(SessionWorld::kOwnSettings, before);
         world.prompts.messages.clear();
-        EXPECT_EQ(FavoriteKeys().AddFavorite("ColorBack", "Back"), testCase.takesAnother);
-        EXPECT_EQ(file() == before, !testCase.takesAnother);
+        EXPECT_EQ(FavoriteKeys().AddFavorite("ColorBack", "Back"), takesAnother);
+        EXPECT_EQ(file() == before, !takesAnother);
         EXPECT_EQ(world.prompts.messages,
-                  testCase.takesAnother ? std::vector<std::string>()
-                                        : std::vector{"!" + Place().Text(text::kFavoritesTooLong)});
+                  takesAnother ? std::vector<std::string>()
+                               : std::vector{"!" + Place().Text(text::kFavoritesTooLong)});
     }
 }
 
@@ -127,29 +124,28 @@ TEST_F(FavoritesBookTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     // One that the file cannot hold takes none of the others with it.
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
     EXPECT_TRUE(organizer.Rename(0, "two\nlines"));
-    EXPECT_TRUE(organizer.IsChanged());
     EXPECT_FALSE(FavoriteKeys().ApplyOrganizer());
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
     EXPECT_TRUE(organizer.Rename(0, "Second"));
     ASSERT_TRUE(FavoriteKeys().AddFavorite("N", "New"));
     const std::string path = SessionWorld::kOwnSettings;
-    Favorites(world.files, path).Add("M", "Of another window");
+    Favorites elsewhere(world.files, path);
+    elsewhere.Add("M", "Of another window");
     for (int round = 0; round < 2; ++round) {
         ASSERT_TRUE(FavoriteKeys().ApplyOrganizer());
         EXPECT_EQ(names(organizer.Rows()), "B Sp_2 Sp_1 A N M ");
     }
-
     while (!organizer.Rows().empty()) {
         ASSERT_TRUE(organizer.Delete());
-        EXPECT_TRUE(organizer.IsChanged());
     }
+    EXPECT_TRUE(organizer.IsChanged());
     EXPECT_EQ(organizer.Selected(), std::nullopt);
     ASSERT_TRUE(FavoriteKeys().ApplyOrganizer());
     EXPECT_THAT(FavoriteKeys().Items(), IsEmpty());
 
     // What was deleted once can come again.
     FavoriteKeys().SetOrganizerOpen(true);
-    Favorites(world.files, path).Add("A", "Again");
+    elsewhere.Add("A", "Again");
     ASSERT_TRUE(FavoriteKeys().ApplyOrganizer());
     EXPECT_EQ(names(FavoriteKeys().Items()), "A ");
 }
@@ -159,19 +155,18 @@ TEST_F(FavoritesBookTest, TwoWindowsKeepEachOthersLists) {
     EditorSession second(world.Services());
     second.LoadSettings();
     ASSERT_TRUE(second.Activate(""));
-    FavoriteKeys().SetOrganizerOpen(true);
     ASSERT_TRUE(second.FavoriteKeys().AddFavorite("A", "added there"));
     ASSERT_TRUE(FavoriteKeys().AddFavorite("B", "added here"));
-    FavoriteKeys().Organizer().MoveUp();
-    ASSERT_TRUE(FavoriteKeys().ApplyOrganizer());
     EXPECT_EQ(world.OwnSetting("FavoritesList", "A"), "added there");
     EXPECT_EQ(world.OwnSetting("FavoritesList", "B"), "added here");
 
-    world.disk.Put("C:\\b.ini", "[Configuration]\n");
-    second.OpenSettingsFile(SessionWorld::kWincmd, true);
+    for (const char* const name : {"C:\\a.ini", "C:\\b.ini"}) {
+        world.disk.Put(name, kEnd);
+    }
+    second.OpenSettingsFile("C:\\a.ini", true);
     Session().OpenSettingsFile("C:\\b.ini", true);
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles1"), "C:\\b.ini");
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles2"), SessionWorld::kWincmd);
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "RecentFiles2"), "C:\\a.ini");
     second.Place().OwnSettings().Values().splitPosition = 1234;
     second.Place().OwnSettings().SaveSettings();
     Place().OwnSettings().SaveSettings();

@@ -12,12 +12,7 @@ constexpr std::uint32_t kClassesRoot = 0x80000000U;
 
 // Copies of the program register themselves in turn.
 TEST(FileAssociationTest, TheNewestCopyKeepsTheFileTypeAndFollowsItsFolder) {
-    const struct {
-        const char* path;
-        const char* version;
-        bool isWritten;
-        const char* command;  // afterwards
-    } cases[] = {
+    const std::tuple<const char*, const char*, bool, const char*> cases[] = {
         {"C:\\A\\Tamarind.exe", "5.011", true, "\"c:\\a\\tamarind.exe\" \"%1\""},
         {"C:\\A\\TAMARIND.EXE", "5.011", false, "\"c:\\a\\tamarind.exe\" \"%1\""},
         {"C:\\B\\Tamarind.exe", "5.011", true, "\"c:\\b\\tamarind.exe\" \"%1\""},
@@ -31,12 +26,10 @@ TEST(FileAssociationTest, TheNewestCopyKeepsTheFileTypeAndFollowsItsFolder) {
         registry.readOnlyRoot = isAdministrator ? 0 : kClassesRoot;
         const std::string root =
             isAdministrator ? "HKEY_CLASSES_ROOT\\" : "HKEY_CURRENT_USER\\Software\\Classes\\";
-        for (const auto& testCase : cases) {
-            SCOPED_TRACE(testCase.path);
-            EXPECT_EQ(RegisterDataFileType(registry, testCase.path, testCase.version),
-                      testCase.isWritten);
-            EXPECT_EQ(values.ReadValue(root + "Fernedit\\Shell\\Open\\Command", ""),
-                      testCase.command);
+        for (const auto& [path, version, isWritten, command] : cases) {
+            SCOPED_TRACE(path);
+            EXPECT_EQ(RegisterDataFileType(registry, path, version), isWritten);
+            EXPECT_EQ(values.ReadValue(root + "Fernedit\\Shell\\Open\\Command", ""), command);
         }
         EXPECT_EQ(values.ReadValue(root + "Fernedit\\DefaultIcon", ""), "C:\\B\\Tamarind.exe, 1");
         EXPECT_EQ(values.ReadValue(root + ".tmdf", ""), "Fernedit");

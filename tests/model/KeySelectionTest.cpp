@@ -3,14 +3,9 @@
 namespace tamarind {
 namespace {
 
-class KeySelectionTest : public SessionTest, private KeyListListener {
+class KeySelectionTest : public SessionTest, public KeyListListener {
 protected:
     std::vector<std::pair<std::size_t, std::size_t>> hits;
-
-    void Start(const std::string& keys) {
-        StartWithKeys(keys);
-        Selection().KeyWatchers().Add(*this);
-    }
 
 private:
     void OnWentToKey(const std::optional<DescriptionPart>& part) override {
@@ -20,15 +15,8 @@ private:
     }
 };
 
-class CategoriesTest : public SessionTest {
-protected:
-    void Start() {
-        StartWith({"[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n", "", ""});
-    }
-};
-
-TEST_F(CategoriesTest, FiltersAndCategoriesDecideTheRows) {
-    Start();
+TEST_F(KeySelectionTest, FiltersAndCategoriesDecideTheRows) {
+    StartWith({kSettingsText, "", ""});
     Selection().SelectCategory(1);
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0"));
     Selection().SetKeyFilter(KeyFilter::ShowActive);
@@ -51,8 +39,8 @@ TEST_F(CategoriesTest, FiltersAndCategoriesDecideTheRows) {
     EXPECT_EQ(Selection().CurrentKey(), 3U);
 }
 
-TEST_F(CategoriesTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
-    Start();
+TEST_F(KeySelectionTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
+    StartWith({kSettingsText, "", ""});
     Selection().SelectCategory(0);
     Selection().SetKeyFilter(KeyFilter::ShowActive);
     EXPECT_EQ(world.prompts.beeps, 1);
@@ -63,16 +51,16 @@ TEST_F(CategoriesTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
 }
 
 TEST_F(KeySelectionTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
-    Start(
+    StartWithKeys(
         "ColorBack=1///Show hidden@files\r\n"
         "Other=2///Show (hidden) \xC3\x9C"
         "BER files\r\n"
         "Blank=3\r\n"
         "InactiveColor=4///The last, hidden\r\n");
+    Selection().KeyWatchers().Add(*this);
     const struct {
         const char* text;
-        bool inNames;
-        bool wholeWord;
+        bool inNames, wholeWord;
         std::vector<KeyNumber> keys;
         std::pair<std::size_t, std::size_t> firstHit;  // in the description
     } cases[] = {
@@ -125,42 +113,33 @@ TEST_F(KeySelectionTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
 
 // The pass over the file's bytes against a look at each key, for data files of every kind.
 TEST(KeySearchTest, TheFastSearchFindsWhatThePlainOneFinds) {
-    const std::string files[] = {
-        "[A]\nCategoryTargetSection=T\nColor=1///a color\n;Color=no key\nK=2///Kelvin\n[B]\n"
-        "CategoryTargetSection=T\nLast=color///x\n",
-        "[A]\nCategoryTargetSection=T\nB=1///color\n[B]\nCategoryTargetSection=T\nC=1///b\n[A]\n"
-        "CategoryTargetSection=T\nD=3///color\n",
-        "[A]\nCategoryTargetSection=T\nB=1///color\nb=2///k\nC=\"q///color\"\n",
-        "[A]\nCategoryTargetSection=T\nB=1///k\nC=1///color\nD=1///b\xF6r",
-    };
-    for (const std::string& bytes : files) {
+    const std::string start = "[A]\nCategoryTargetSection=T\n";
+    const std::string second = "[B]\nCategoryTargetSection=T\n";
+    for (const std::string& bytes :
+         {start + "Color=1///a color\n;Color=no key\nK=2///Kelvin\n" + second + "Last=color///x\n",
+          start + "B=1///color\n" + second + "C=1///b\n" + start + "D=3///color\n",
+          start + "B=1///color\nb=2///k\nC=\"q///color\"\n",
+          start + "B=1///k\nC=1///color\nD=1///b\xF6r"}) {
         KeyStore store;
         const auto document = std::make_shared<const IniDocument>(IniDocument::Parse(bytes, 1252));
         ASSERT_TRUE(LoadDataFile(
             document, "none", [] {}, store));
         store.SetDescription(2, "my own Color");
-        for (const char* const text :
-             {"color", "c", "o", "r", "k", "x", "no", "1", "/", "\u00F6"}) {
+        for (const char* const text : {"color", "c", "o", "k", "x", "no", "1", "/", "\u00F6"}) {
             for (const bool inNames : {true, false}) {
                 KeySearch search;
                 search.SetText(text);
                 search.SetSearchesNames(inNames);
-                std::vector<KeyNumber> found;
-                while (const auto hit = search.FindNext(store)) {
-                    found.push_back(hit->key);
-                    if (hit->key == store.Size()) {
-                        break;
-                    }
-                }
-                std::vector<KeyNumber> expected;
+                auto hit = search.FindNext(store);
                 for (KeyNumber key = 1; key <= store.Size(); ++key) {
                     std::string where(inNames ? store.KeyName(key) : store.Record(key).description);
                     std::transform(where.begin(), where.end(), where.begin(), ::tolower);
-                    if (where.find(text) != std::string::npos) {
-                        expected.push_back(key);
-                    }
+                    const bool isHit = hit && hit->key == key;
+                    EXPECT_EQ(isHit, where.find(text) != std::string::npos)
+                        << text << key << inNames << bytes;
+                    // Behind the last key the search would begin again.
+                    hit = isHit && key < store.Size() ? search.FindNext(store) : hit;
                 }
-                EXPECT_EQ(found, expected) << text << inNames << bytes;
             }
         }
     }

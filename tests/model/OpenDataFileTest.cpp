@@ -26,30 +26,19 @@ TEST_F(OpenDataFileTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
     EXPECT_EQ(data(), expected);
     EXPECT_FALSE(States().IsEnabled(Command::FileSaveDataFile));
 
-    // Files that can not be written, or are another's by now: a message, and the text still waits.
+    // A file that can not be written: a message, and the text still waits.
     Selection().ShowKeyDetails(1);
     DataFile().ChangeDescription("again");
     world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::ReadOnly);
     EXPECT_FALSE(DataFile().SaveDataFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("read-only"));
-    world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::None);
-    world.disk.Put(SessionWorld::kWincmdData, data() + "[New]\r\n");
-    const std::string changed = data();
-    world.prompts.answers = {Answer::No, Answer::Yes, Answer::Yes};
-    EXPECT_FALSE(DataFile().SaveDataFile());
-    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program has changed"));
-    EXPECT_EQ(data(), changed);
     EXPECT_TRUE(DataFile().IsModified());
     EXPECT_EQ(Selection().Description(), "again");
-    ASSERT_TRUE(DataFile().AskSaveDataFile());  // two questions: save, and over the change
-    EXPECT_THAT(data(), HasSubstr("q///again\r\n"));
-    EXPECT_THAT(data(), HasSubstr("[New]\r\n"));
 }
 
 TEST_F(OpenDataFileTest, OnlyDescriptionsThatCanBeReadAgainAreTaken) {
     StartWithKeys("ColorBack=1///" + std::string(5000, 'x') + "\r\nB=22\r\n");
-    EXPECT_EQ(DataFile().MaxDescriptionUnits(),
-              0U);  // its end was never read and would be lost
+    EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U) << "its end would be lost";
     DataFile().ChangeDescription("short");
     EXPECT_FALSE(DataFile().IsModified());
     Selection().ShowKeyDetails(1);

@@ -1,5 +1,8 @@
 // Saves beside another program that writes the same file at the wrong moment, and files that come
 // and go.
+#include <random>
+
+#include "tests/fuzz/OtherWritersChecks.h"
 #include "tests/model/fakes/SessionTest.h"
 
 namespace tamarind {
@@ -9,85 +12,70 @@ namespace {
 class OtherWritersTest : public SessionTest {
 protected:
     void Start(const std::string& settings) {
-        StartWith({settings + "[Configuration]\n",
+        StartWith({settings + kEnd,
                    "[One]\nCategoryTargetSection=S\nA=0\nB=0\n"
                    "[Again]\nCategoryTargetSection=s\na=0\n"
                    "[Two]\nCategoryTargetSection=T\nC=0///text\n",
                    ""});
     }
-    void Write(const std::string& settings) {
-        world.disk.Put(SessionWorld::kWincmd, settings + "[Configuration]\n");
-    }
-    std::string File() const { return world.disk.BytesOf(SessionWorld::kWincmd); }
     std::size_t CountBackups(const char* path = SessionWorld::kWincmd) {
         return world.disk.ListBackups(path).size();
-    }
-    // What another program has written has been brought together with ours, and the rows say what a
-    // program that starts now reads.
-    void ExpectRowsAsOnDisk() {
-        const std::vector<std::string> rows = world.Rows();
-        EditorSession fresh(world.Services());
-        fresh.LoadSettings();
-        ASSERT_TRUE(fresh.Activate(""));
-        std::vector<std::string> read;
-        for (std::size_t row = 0; row < fresh.Selection().Keys().Size(); ++row) {
-            read.push_back(
-                VisibleText(fresh.Selection().Record(fresh.Selection().Keys().KeyAt(row))));
-        }
-        EXPECT_EQ(rows, read);
     }
 };
 
 TEST_F(OtherWritersTest, NothingOfAnybodyIsLostWheneverTheyWrite) {
-    enum class When { BeforeRead, BeforeExchange, WhileAside, WhileAsked };
+    enum class When { BeforeExchange, WhileAside, WhileAsked };
     const std::string first = "[S] A: A=mine | A=2";
     const struct {
         When when;
-        const char* theirs;
-        const char* after;
+        const char *theirs, *after;
         std::vector<std::string> asked = {};
     } cases[] = {
-        {When::BeforeRead, "[S]\nA=1\nB=theirs\n", "[S]\nA=mine\nB=theirs\n"},
-        {When::BeforeExchange, "[S]\nA=1\nB=theirs\n", "[S]\nA=mine\nB=theirs\n"},
         {When::BeforeExchange, "[New]\nx=1\n[S]\nA=1\n", "[New]\nx=1\n[S]\nA=mine\n"},
-        {When::WhileAside, "[S]\nA=1\nB=theirs\n", "[S]\nA=mine\nB=theirs\n"},
         // The same key: the answer holds for the value that was shown.
         {When::BeforeExchange, "[S]\nA=theirs\n", "[S]\nA=mine\n", {"[S] A: A=mine | A=theirs"}},
         {When::WhileAside, "[S]\nA=theirs\n", "[S]\nA=mine\n", {"[S] A: A=mine | A=theirs"}},
         {When::WhileAsked, "[S]\nA=2\nB=theirs\n", "[S]\nA=mine\nB=theirs\n", {first}},
         {When::WhileAsked, "[S]\nA=3\n", "[S]\nA=mine\n", {first, "[S] A: A=mine | A=3"}},
     };
-    const std::string end = "[Configuration]\n";
     for (const auto& c : cases) {
         SCOPED_TRACE(c.theirs + std::to_string(int(c.when)));
         Start("[S]\nA=1\nB=1\n");
         Set(0, "mine");
+        if (c.when == When::WhileAsked) {
+            Write("[S]\nA=2\n");
+        }
         bool isTheirTurn = true;
-        const auto write = [&](const std::string&) {
-            if (std::exchange(isTheirTurn, false)) {
+        const auto writeAt = [&](When when) {
+            if (when == c.when && std::exchange(isTheirTurn, false)) {
                 Write(c.theirs);
             }
         };
-        if (c.when == When::BeforeRead) {
-            world.disk.beforeRead = write;
-        } else if (c.when == When::BeforeExchange) {
-            world.disk.beforeExchange = write;
-        } else if (c.when == When::WhileAside) {
-            world.disk.whileAside = [&](const std::string&) { return c.theirs + end; };
-        } else {
-            Write("[S]\nA=2\n");
-            world.prompts.onConflicts = [&] { write({}); };
+        world.disk.beforeExchange = [&](const std::string&) { writeAt(When::BeforeExchange); };
+        world.prompts.onConflicts = [&] { writeAt(When::WhileAsked); };
+        if (c.when == When::WhileAside) {
+            world.disk.whileAside = [&](const std::string&) {
+                return std::string(c.theirs) + kEnd;
+            };
         }
         world.prompts.asked.clear();
-        const std::size_t backups = CountBackups();
         EXPECT_TRUE(Settings().SaveToSettingsFile());
-        world.disk.beforeRead = world.disk.beforeExchange = nullptr;
-        world.prompts.onConflicts = nullptr;
-        EXPECT_EQ(File(), c.after + end);
+        EXPECT_EQ(Saved(), c.after);
         EXPECT_EQ(world.prompts.asked, c.asked);
         EXPECT_FALSE(Settings().IsModified());
-        EXPECT_LE(CountBackups(), backups + 2U);
         ExpectRowsAsOnDisk();
+    }
+}
+
+TEST_F(OtherWritersTest, NothingIsLostWhateverTheyDo) {
+    std::mt19937 random(1);
+    for (int round = 0; round < 300; ++round) {
+        std::string turns;
+        for (auto count = random() % 24; count > 0; --count) {
+            turns += static_cast<char>(random());
+        }
+        SCOPED_TRACE(testing::PrintToString(turns));
+        CheckSavesBeside(turns, "[S]\nA=1\n;B=2\nO3=0\n[T]\nC=1\n");
     }
 }
 
@@ -106,54 +94,55 @@ TEST_F(OtherWritersTest, AProgramThatKeepsWritingIsNotWaitedForForEver) {
     EXPECT_TRUE(Settings().IsModified());
 
     // After an exchange the message names the backup with its text.
-    const auto aside = [&](const std::string&) {
-        return "[S]\nA=1\nB=" + std::to_string(++round) + "\n[Configuration]\n";
+    world.disk.beforeExchange = [&](const std::string&) {
+        world.disk.whileAside = [&](const std::string&) {
+            return "[S]\nA=1\nB=" + std::to_string(++round) + "\n" + kEnd;
+        };
     };
-    world.disk.beforeExchange = [&](const std::string&) { world.disk.whileAside = aside; };
     EXPECT_FALSE(Settings().SaveToSettingsFile());
     world.disk.beforeExchange = nullptr;
     EXPECT_THAT(world.prompts.messages.back(),
                 HasSubstr(world.disk.ListBackups(SessionWorld::kWincmd).front().path));
     EXPECT_LE(CountBackups(), 2U);
     EXPECT_TRUE(Settings().SaveToSettingsFile());
-    EXPECT_THAT(File(), HasSubstr("A=mine"));
+    EXPECT_THAT(Saved(), HasSubstr("A=mine"));
 }
 
 // What has been moved aside is not in the file until the next replacement: whoever holds it then is
-// waited for, and the message says where the text is.
+// waited for.
 TEST_F(OtherWritersTest, AHolderKeepsNoTextAside) {
     for (const bool isReading : {false, true}) {
-        for (const int tries : {2, IniTransaction::kMaxRounds}) {
-            SCOPED_TRACE(testing::Message() << isReading << tries);
-            Start("[S]\nA=1\n");
-            Set(0, "mine");
-            int held = 0;
-            const auto hold = [&](const std::string& path) {
-                const FileError error = held == 0 ? FileError::None : FileError::InUse;
-                held -= held > 0 ? 1 : 0;
-                isReading ? world.disk.FailReads(path, error)
-                          : world.disk.FailReplaces(path, error);
-            };
-            (isReading ? world.disk.beforeRead : world.disk.beforeExchange) = hold;
-            world.disk.whileAside = [&](const std::string&) {
-                held = tries;
-                return "[S]\nA=1\nB=theirs\n[Configuration]\n";
-            };
-            world.prompts.messages.clear();
-            const bool isSaved = Settings().SaveToSettingsFile();
-            EXPECT_EQ(isSaved, tries < IniTransaction::kMaxRounds);
-            world.disk.beforeRead = world.disk.beforeExchange = nullptr;
-            if (isSaved) {
-                EXPECT_EQ(File(), "[S]\nA=mine\nB=theirs\n[Configuration]\n");
-                ExpectRowsAsOnDisk();
-            } else {
-                const auto aside = world.disk.ListBackups(SessionWorld::kWincmd).front().path;
-                EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr(aside)));
-            }
-            world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
-            world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
-        }
+        Start("[S]\nA=1\n");
+        Set(0, "mine");
+        int held = 0;
+        const auto hold = [&](const std::string& path) {
+            const FileError error = held-- > 0 ? FileError::InUse : FileError::None;
+            isReading ? world.disk.FailReads(path, error) : world.disk.FailReplaces(path, error);
+        };
+        (isReading ? world.disk.beforeRead : world.disk.beforeExchange) = hold;
+        world.disk.whileAside = [&](const std::string&) {
+            held = 2;
+            return std::string("[S]\nA=1\nB=theirs\n") + kEnd;
+        };
+        EXPECT_TRUE(Settings().SaveToSettingsFile());
+        world.disk.beforeRead = world.disk.beforeExchange = nullptr;
+        EXPECT_EQ(Saved(), "[S]\nA=mine\nB=theirs\n");
     }
+}
+
+// What cannot be brought together stays among the backups, and the message says where.
+TEST_F(OtherWritersTest, ARefusedMergeNamesItsBackup) {
+    Start("[S]\nA=1\n");
+    Set(0, "mine");
+    world.disk.whileAside = [&](const std::string&) {
+        world.disk.beforeRead = [&](const std::string&) { Write("[S]\nA=mine\nB=new\n"); };
+        return std::string("[S]\nA=1\n\0", 9);  // no text, so that it takes no new key
+    };
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
+    world.disk.beforeRead = nullptr;
+    EXPECT_THAT(Saved(), HasSubstr("B=new"));
+    EXPECT_THAT(world.prompts.messages,
+                ElementsAre(HasSubstr(world.disk.ListBackups(SessionWorld::kWincmd).front().path)));
 }
 
 // The question is open for as long as the user thinks; nothing else happens meanwhile.
@@ -183,9 +172,6 @@ TEST_F(OtherWritersTest, NothingComesBetweenAQuestionAndItsAnswer) {
     EXPECT_FALSE(Settings().IsModified());
     EXPECT_FALSE(States().IsEnabled(Command::FileSave));
     EXPECT_FALSE(States().IsEnabled(Command::EditUndo)) << "the value before is not theirs";
-    world.prompts.messages.clear();
-    EXPECT_TRUE(Settings().AskSaveSettings());
-    EXPECT_THAT(world.prompts.messages, IsEmpty());
     // What is to be commented out is a change like any other.
     Commands().CommentKeys();
     Write("[S]\nA=again\n");
@@ -216,7 +202,7 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
         Start("[S]\nA=1\nB=2\n");
         Set(0, "mine");
         const std::vector<std::string> rows = world.Rows();
-        const std::string before = File();
+        const std::string before = Saved();
         world.disk.FailReads(SessionWorld::kWincmd, error);
         world.prompts.messages.clear();
         Settings().CheckOutsideChanges();
@@ -228,7 +214,7 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
         // Answered with Cancel, or not even asked where nobody knows whether it is gone.
         EXPECT_FALSE(Settings().SaveToSettingsFile());
         EXPECT_TRUE(Settings().IsModified());
-        EXPECT_EQ(File(), before);
+        EXPECT_EQ(Saved(), before);
         world.disk.FailReads(SessionWorld::kWincmd, FileError::None);
         Write("[S]\nA=1\nB=back\n");
         world.disk.Wait(10);
@@ -239,7 +225,7 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
     world.disk.Remove(SessionWorld::kWincmd);
     world.prompts.answers = {Answer::Yes};
     EXPECT_TRUE(Settings().SaveToSettingsFile());
-    EXPECT_EQ(File(), "[S]\nA=mine\nB=back\n[Configuration]\n") << "all that was known";
+    EXPECT_EQ(Saved(), "[S]\nA=mine\nB=back\n") << "all that was known";
     ExpectRowsAsOnDisk();
 }
 
@@ -263,8 +249,8 @@ TEST_F(OtherWritersTest, ADataFileIsNeitherMadeNorOverwrittenUnasked) {
     EXPECT_FALSE(DataFile().SaveDataFile());
     EXPECT_THAT(world.prompts.messages, ElementsAre(HasSubstr(BuiltIn(text::kDataFileChanged))));
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmdData), data + "D=1///theirs\n");
-    world.prompts.answers = {Answer::Yes};
-    EXPECT_TRUE(DataFile().SaveDataFile());
+    world.prompts.answers = {Answer::Yes, Answer::Yes};
+    EXPECT_TRUE(DataFile().AskSaveDataFile()) << "two questions: save, and over the change";
     EXPECT_THAT(world.disk.BytesOf(SessionWorld::kWincmdData),
                 AllOf(HasSubstr("C=0///mine\n"), HasSubstr("D=1///theirs\n")));
     EXPECT_EQ(CountBackups(SessionWorld::kWincmdData), 1U);
@@ -295,7 +281,7 @@ TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
     EXPECT_EQ(both(), "A=x a=x");
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(both(), "A=x a=x");
-    EXPECT_THAT(File(), HasSubstr("A=x\n"));
+    EXPECT_THAT(Saved(), HasSubstr("A=x\n"));
     Selection().ShowKeyDetails(0);
     Commands().CommentKeys();
     EXPECT_FALSE(Selection().Record(3).Looks().isChecked);
@@ -310,47 +296,15 @@ TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
     ExpectRowsAsOnDisk();
 }
 
-// What a save leaves in the file is what the rows say, not what was meant to be there.
-TEST_F(OtherWritersTest, RowsFollowTheFileThatWasWritten) {
-    const struct {
-        const char* before;
-        const char* script;  // e: Enter without a change, d: delete, c: comment
-        const char* row;
-        const char* after;
-    } cases[] = {
-        {"[S]\nA=1\n;A=0\n", "d", "A=0", "[S]\n;A=0\n"},
-        {"[S]\nA=\"    Powershell x86\"\n", "e", "A=    Powershell x86",
-         "[S]\nA=\"    Powershell x86\"\n"},
-        {"[S]\nA=\"    Powershell x86\"\n", "ec", "A=    Powershell x86",
-         "[S]\n;A=\"    Powershell x86\"\n"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.before);
-        Start(c.before);
-        for (const char letter : std::string(c.script)) {
-            letter == 'd' ? Commands().DeleteKeys()
-            : letter == 'c'
-                ? Commands().CommentKeys()
-                : (void)Commands().StoreEditedValue(Commands().BeginInplaceEdit()->text);
-            EXPECT_TRUE(Settings().SaveToSettingsFile());
-        }
-        EXPECT_EQ(File(), c.after + std::string("[Configuration]\n"));
-        EXPECT_EQ(world.Rows()[0], c.row);
-        ExpectRowsAsOnDisk();
-    }
-}
-
 TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
     const std::string whole(5000, 'v');
     Start("[S]\nA=" + whole + "\n");
-    const auto expectRefused = [&](bool isDone) {
-        EXPECT_FALSE(isDone);
-        EXPECT_THAT(world.prompts.messages, ElementsAre("i" + BuiltIn(text::kLongValueStays)));
-        world.prompts.messages.clear();
-    };
-    expectRefused(Commands().BeginInplaceEdit().has_value());
-    expectRefused(Commands().SetValue("1"));
-    expectRefused(Commands().BrowseValue());
+    EXPECT_FALSE(Commands().BeginInplaceEdit());
+    EXPECT_FALSE(Commands().SetValue("1"));
+    EXPECT_FALSE(Commands().BrowseValue());
+    EXPECT_THAT(world.prompts.messages, Each("i" + BuiltIn(text::kLongValueStays)));
+    EXPECT_EQ(world.prompts.messages.size(), 3U);
+    world.prompts.messages.clear();
     world.disk.Put("C:\\in.ini", "[S]\nA=1\nB=2\n");
     world.prompts.filesToChoose = {"C:\\in.ini", "C:\\out.ini"};
     Exchange().Import();
@@ -366,7 +320,7 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
         Commands().Undo();
         Write("[S]\nB=3\n" + (step == 0 ? "" : ";A=" + whole + "\n"));
         EXPECT_TRUE(Settings().SaveToSettingsFile());
-        EXPECT_THAT(File(), HasSubstr("\nA=" + whole + "\n"));
+        EXPECT_THAT(Saved(), HasSubstr("\nA=" + whole + "\n"));
     }
 }
 
@@ -391,7 +345,7 @@ TEST_F(OtherWritersTest, ARestoreEndsTheHistoryOfItsKeys) {
     Commands().Undo();
     EXPECT_EQ(world.Rows()[1], "B=2") << "its change was still pending";
     EXPECT_TRUE(Settings().SaveToSettingsFile());
-    EXPECT_EQ(File(), "[S]\nB=2\n;A=0\n[Configuration]\n");
+    EXPECT_EQ(Saved(), "[S]\nB=2\n;A=0\n");
     // Another file has a history of its own.
     Set(0, "1");
     Commands().Undo();

@@ -29,11 +29,7 @@ TEST_F(OwnSettingsStoreTest, TheFirstStartMakesTheFileAndCentersTheWindow) {
 }
 
 TEST_F(OwnSettingsStoreTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
-    const struct {
-        const char* file;
-        std::int32_t OwnSettings::*member;
-        std::int32_t expected;
-    } cases[] = {
+    const std::tuple<const char*, std::int32_t OwnSettings::*, std::int32_t> cases[] = {
         {"", &OwnSettings::mainWindowWidth, 8610},
         {"[ConfigurationEditor]\nFixedBorders=0", &OwnSettings::fixedBorders, 0},
         {"[ConfigurationEditor]\nSplitPosition=-5", &OwnSettings::splitPosition, 0},
@@ -43,9 +39,8 @@ TEST_F(OwnSettingsStoreTest, ALaterStartTakesTheFileAndItsOwnDefaults) {
         {"[Common]\nNumberOfRecentFiles=40", &OwnSettings::numberOfRecentFiles, 16},
         {"[ConfigurationEditor]\nNumberOfRecentFiles=4", &OwnSettings::numberOfRecentFiles, 9},
     };
-    for (const auto& testCase : cases) {
-        EXPECT_EQ(Loaded(testCase.file).Values().*testCase.member, testCase.expected)
-            << testCase.file;
+    for (const auto& [file, member, expected] : cases) {
+        EXPECT_EQ(Loaded(file).Values().*member, expected) << file;
     }
 }
 

@@ -125,7 +125,7 @@ TEST_F(PendingChangesTest, ResettingSparesWhatIsNoSetting) {
         dataFile += "More" + std::to_string(key) + "=\n";
         settings += "More" + std::to_string(key) + "=1\n";
     }
-    StartWith({settings + kLastSection, dataFile, ""});
+    StartWith({settings + kEnd, dataFile, ""});
     Selection().SelectCategory(0);
     Selection().SetKeyFilter(KeyFilter::ShowInactive);
     world.prompts.answers = {Answer::No};

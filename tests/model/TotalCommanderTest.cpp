@@ -48,7 +48,7 @@ TEST_F(TotalCommanderTest, ItsLastWriteComesBeforeOurs) {
     world.programs.isRunning = true;
     world.programs.refusesToClose = true;
     world.programs.onEnding = [&] {
-        world.disk.Put(SessionWorld::kWincmd, "[T]\nA=1\nK=theirs\nNew=1\n[Configuration]\r\n");
+        Write("[T]\nA=1\nK=theirs\nNew=1\n");
         world.programs.isRunning = false;
     };
     ASSERT_TRUE(Settings().SaveAndRestart());
@@ -64,18 +64,10 @@ TEST_F(TotalCommanderTest, ItsLastWriteComesBeforeOurs) {
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("still running"));
 }
 
-TEST_F(TotalCommanderTest, ClosingTellsWhatIsToBeStartedAgain) {
+TEST_F(TotalCommanderTest, OneThatRunsComesToTheFront) {
     Start("");
+    world.programs.isRunning = true;
     TotalCommander totalCommander(world.programs, world.files, world.environment);
-    for (const auto& [isRunning, refuses] :
-         {std::pair(false, false), {true, false}, {true, true}}) {
-        world.programs.isRunning = isRunning;
-        world.programs.refusesToClose = refuses;
-        const RestartResult result = totalCommander.Close(SessionWorld::kOwnSettings);
-        EXPECT_EQ(result.hasClosed, isRunning && !refuses);
-        EXPECT_EQ(result.stillRuns, refuses);
-    }
-    world.programs.calls.clear();
     totalCommander.Start(" /i=", "", SessionWorld::kOwnSettings);
     EXPECT_THAT(world.programs.calls,
                 ElementsAre("front", "wait", "start \"C:\\TC\\Totalcmd.exe\""));
@@ -83,24 +75,20 @@ TEST_F(TotalCommanderTest, ClosingTellsWhatIsToBeStartedAgain) {
 
 // What follows the mark would be arguments, or another program.
 TEST_F(TotalCommanderTest, APathWithAQuotationMarkStartsNothing) {
-    const struct {
-        const char* folder;
-        const char* settings;
-        const char* refused;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"C:\\TC\" /x=\"", SessionWorld::kWincmd, "C:\\TC\" /x=\"\\Totalcmd.exe"},
         {"C:\\TC", "C:\\a\" /x=\"b.ini", "C:\\a\" /x=\"b.ini"},
     };
-    for (const auto& testCase : cases) {
-        world.environment.variables["Commander_Path"] = testCase.folder;
-        world.disk.Put(testCase.settings, "[Configuration]\r\n");
+    for (const auto& [folder, settings, refused] : cases) {
+        world.environment.variables["Commander_Path"] = folder;
+        world.disk.Put(settings, "[Configuration]\r\n");
         Start("");
-        Session().OpenSettingsFile(testCase.settings, false);
+        Session().OpenSettingsFile(settings, false);
         Commands().SetValue("5");
         EXPECT_TRUE(Settings().SaveAndRestart());
         EXPECT_THAT(world.programs.calls, ElementsAre("wait"));  // for the one that was to close
         EXPECT_EQ(world.prompts.messages.back(),
-                  "!" + Place().Text(text::kQuoteInPath) + " " + testCase.refused);
+                  "!" + Place().Text(text::kQuoteInPath) + " " + refused);
         world.programs.calls.clear();
     }
 }

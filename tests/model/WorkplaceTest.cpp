@@ -12,9 +12,7 @@ protected:
 
 TEST_F(WorkplaceTest, TextsComeFromTheLanguageFileInItsEncoding) {
     const struct {
-        const char* file;
-        const char* fontScript;
-        const char* ok;  // text 1008
+        const char *file, *fontScript, *ok;  // text 1008
         bool isRightToLeft = false;
     } cases[] = {
         {"[UserLanguage]\n1009=x\n1008=\n", "1", "OK"},
@@ -82,65 +80,65 @@ TEST_F(WorkplaceTest, OptionsAreStoredWhenTheyAreApplied) {
     Start("[ConfigurationEditor]\nForegroundColor=1\nAutoSelectNextKey=0\nFontName=Old\n");
     OptionsEditor& options = Place().Options();
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
-    Place().Options().Begin();
-    EXPECT_EQ(options.Values().languageFile, "");
-    Place().Options().Apply();
-    Place().Options().End();
-    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
-
-    // Colours and the font count at once, and only until the window opens again.
     const FontChoice font = {"New", 12, 1, 204};
     world.prompts.colorsToChoose = {"255", "16711935"};
     world.prompts.fontsToChoose = {font, font};
-    Place().Options().Begin();
-    options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
-    EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
+    const auto choose = [&] {
+        EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
+        EXPECT_TRUE(options.SelectFont());
+        options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
+        EXPECT_TRUE(options.IsChanged());
+    };
+    options.Begin();
+    options.Apply();
+    options.End();
+    // Colours and the font count at once, and only until the window opens again.
+    options.Begin();
+    choose();
     EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{1});
-    EXPECT_TRUE(options.SelectFont());
-    Place().Options().End();
+    options.End();
     EXPECT_EQ(Place().OwnSettings().Values().foregroundColor, 255);
     EXPECT_FALSE(Commands().SelectsNextKey());
     Place().OwnSettings().SaveSettings();  // as the program's end does it
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kOwnSettings), before);
-    Place().Options().Begin();
+    options.Begin();
     EXPECT_FALSE(options.IsChanged());
     EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 1);
     EXPECT_EQ(Place().OwnSettings().Values().fontName, "Old");
 
-    EXPECT_TRUE(options.SelectFont());
-    EXPECT_TRUE(options.IsChanged());
+    choose();
     options.SetLanguageFile("C:\\my.lng");
     options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, false);
-    options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
-    EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text));
-    EXPECT_TRUE(Place().Options().Apply());
+    EXPECT_TRUE(options.Apply());
     EXPECT_FALSE(options.IsChanged());
-    Place().Options().End();
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ForegroundColor"), "16711935");
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontName"), "New");
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontSize"), "12");
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontStyle"), "1");
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "FontScript"), "204");
-    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "AutoSelectNextKey"), "1");
+    options.End();
+    for (const auto& [key, value] : {std::pair("ForegroundColor", "16711935"),
+                                     {"FontName", "New"},
+                                     {"FontSize", "12"},
+                                     {"FontStyle", "1"},
+                                     {"FontScript", "204"},
+                                     {"AutoSelectNextKey", "1"}}) {
+        EXPECT_EQ(world.OwnSetting("ConfigurationEditor", key), value) << key;
+    }
     EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "C:\\my.lng");
     EXPECT_EQ(Selection().CounterPanel(), "3  Stueck");
     Selection().ShowKeyDetails(1);
     EXPECT_EQ(Selection().Description(), "nichts");
 
-    // A language that is gone by then is named once; a settings file that can not be written, too.
-    // One that can not be read changes nothing.
+    // A settings file that can not be read changes nothing; one that can not be written is named
+    // once, as is a language that is gone by then.
     world.disk.FailReads(SessionWorld::kOwnSettings, FileError::InUse);
-    Place().Options().Begin();
+    options.Begin();
     EXPECT_EQ(options.ColorSetting(OptionsEditor::Color::Text), 16711935);
     EXPECT_EQ(options.Values().languageFile, "C:\\my.lng");
     world.disk.FailReads(SessionWorld::kOwnSettings, FileError::None);
     options.SetLanguageFile("C:\\gone.lng");
     world.disk.FailReplaces(SessionWorld::kOwnSettings, FileError::ReadOnly);
-    EXPECT_FALSE(Place().Options().Apply());
+    EXPECT_FALSE(options.Apply());
     EXPECT_TRUE(options.IsChanged());
-    Place().Options().End();
-    EXPECT_EQ(world.prompts.messages.back(), "XCannot find language file!");
+    options.End();
     EXPECT_EQ(world.prompts.messages.size(), 2U);
+    EXPECT_EQ(world.prompts.messages.back(), "XCannot find language file!");
     EXPECT_EQ(Selection().CounterPanel(), "3  Key(s)");
 }
 

@@ -100,30 +100,28 @@ public:
     }
 
     FileFacts Inspect(const std::string& path) override {
-        LetOthersWrite();
-        FileFacts facts;
-        facts.isFolder = HasFolderOf(path) && (path.empty() || path.back() == '\\');
-        facts.error = Begin(facts.isFolder || Has(path));
-        facts.finalPath = path;
-        facts.links = Has(path) ? LinksOf(path) : 1;
-        return facts;
+        const bool isThere = IsThere(path);
+        const bool isFolder = HasFolderOf(path) && (path.empty() || path.back() == '\\');
+        return {Begin(isFolder || isThere), path, isThere ? LinksOf(*m_files.at(path)) : 1,
+                isFolder};
     }
     std::optional<FileStamp> Stamp(const std::string& path) override {
-        LetOthersWrite();
-        return Begin(Has(path)) == CallError::None ? std::optional(StampOf(path)) : std::nullopt;
+        return Begin(IsThere(path)) == CallError::None ? std::optional(StampOf(*m_files.at(path)))
+                                                       : std::nullopt;
     }
     FileBytes Read(const std::string& path, std::uint64_t maxBytes,
                    std::unique_ptr<HeldFile>* held) override {
-        LetOthersWrite();
-        FileBytes read;
-        read.error = Begin(Has(path));
-        if (read.error == CallError::None) {
-            read = {read.error, BytesOf(path), StampOf(path), LinksOf(path)};
+        const CallError error = Begin(IsThere(path));
+        if (error != CallError::None) {
+            return {error, {}, {}};
         }
-        if (held != nullptr && read.error == CallError::None) {
-            *held = std::make_unique<Held>(*m_files.at(path));
+        const Node& node = *m_files.at(path);
+        if (held != nullptr) {
+            *held = std::make_unique<Held>(node);
         }
-        return read.bytes.size() > maxBytes ? FileBytes{CallError::TooLarge, {}, {}} : read;
+        return node.bytes.size() > maxBytes
+                   ? FileBytes{CallError::TooLarge, {}, {}}
+                   : FileBytes{error, node.bytes, StampOf(node), LinksOf(node)};
     }
     CallError List(const std::string& pathPrefix, std::vector<FolderEntry>& files) override {
         LetOthersWrite();
@@ -141,21 +139,18 @@ public:
     }
     CallError Open(const std::string& path, OpenMode mode,
                    std::unique_ptr<WritableFile>& file) override {
-        LetOthersWrite();
-        const bool isNew = mode == OpenMode::New;
-        const CallError error = isNew && Has(path) ? Begin(false, CallError::Exists)
-                                : isNew ? Begin(HasFolderOf(path), CallError::FolderMissing)
-                                        : Begin(Has(path));
-        if (error == CallError::None) {
+        const bool isThere = IsThere(path);
+        const CallError error = mode == OpenMode::InPlace ? Begin(isThere)
+                                : isThere                 ? Begin(false, CallError::Exists)
+                                          : Begin(HasFolderOf(path), CallError::FolderMissing);
+        return Do(error, [&] {
             m_files.try_emplace(path, std::make_shared<Node>());
             file = std::make_unique<File>(*this, m_files[path]);
-        }
-        return error;
+        });
     }
     CallError Replace(const std::string& path, const std::string& replacement,
                       const std::string& backup) override {
-        LetOthersWrite();
-        const CallError error = Begin(Has(path) && Has(replacement));
+        const CallError error = Begin(IsThere(path) && Has(replacement));
         if (error != CallError::None || !hasReplace || !HasFolderOf(backup)) {
             return error != CallError::None ? error
                    : hasReplace             ? CallError::UnableToRemoveOld
@@ -182,28 +177,16 @@ public:
         return result.error;
     }
     CallError Move(const std::string& from, const std::string& to, MoveMode mode) override {
-        LetOthersWrite();
-        const bool isTaken = mode == MoveMode::KeepExisting && Has(to) && Has(from);
-        const CallError error = isTaken ? Begin(false, CallError::Exists) : Begin(Has(from));
-        if (error == CallError::None) {
-            Rename(from, to);
-        }
-        return error;
+        const bool isThere = IsThere(from);
+        const bool isTaken = isThere && mode == MoveMode::KeepExisting && Has(to);
+        return Do(isTaken ? Begin(false, CallError::Exists) : Begin(isThere),
+                  [&] { Rename(from, to); });
     }
     CallError Delete(const std::string& path) override {
-        LetOthersWrite();
-        const CallError error = Begin(Has(path));
-        if (error == CallError::None) {
-            m_files.erase(path);
-        }
-        return error;
+        return Do(Begin(IsThere(path)), [&] { m_files.erase(path); });
     }
     CallError MakeFolder(const std::string& path) override {
-        const CallError error = Begin();
-        if (error == CallError::None) {
-            m_folders.insert(path);
-        }
-        return error;
+        return Do(Begin(), [&] { m_folders.insert(path); });
     }
     std::shared_ptr<FileLock> Lock(const std::string&, unsigned) override {
         return isLockTaken ? nullptr : std::make_shared<FileLock>();
@@ -218,8 +201,7 @@ public:
 
 private:
     struct Node {
-        std::string bytes;
-        std::string flushed;
+        std::string bytes, flushed;
         std::uint64_t modified = 0;
         std::shared_ptr<bool> mark = std::make_shared<bool>();
     };
@@ -235,28 +217,17 @@ private:
         File(FaultyDisk& disk, std::shared_ptr<Node> node)
             : m_disk(disk), m_node(std::move(node)), m_held(*m_node) {}
         FileBytes ReadAndRewind(std::uint64_t) override {
-            FileBytes read;
             m_place = 0;
-            read.error = m_disk.Begin();
-            read.bytes = m_node->bytes;
-            return read;
+            return {m_disk.Begin(), m_node->bytes, {}};
         }
         CallError Write(std::string_view bytes, std::size_t& written) override {
             return m_disk.Write(*m_node, m_place, bytes, written);
         }
         CallError CutHere() override {
-            const CallError error = m_disk.Begin();
-            if (error == CallError::None) {
-                m_node->bytes.resize(m_place);
-            }
-            return error;
+            return Do(m_disk.Begin(), [&] { m_node->bytes.resize(m_place); });
         }
         CallError Flush() override {
-            const CallError error = m_disk.Begin();
-            if (error == CallError::None) {
-                m_node->flushed = m_node->bytes;
-            }
-            return error;
+            return Do(m_disk.Begin(), [&] { m_node->flushed = m_node->bytes; });
         }
 
     private:
@@ -270,6 +241,19 @@ private:
         if (others) {
             others(calls + 1);
         }
+    }
+    // Once it is this call's turn.
+    bool IsThere(const std::string& path) {
+        LetOthersWrite();
+        return Has(path);
+    }
+
+    template <typename Action>
+    static CallError Do(CallError error, Action action) {
+        if (error == CallError::None) {
+            action();
+        }
+        return error;
     }
 
     // Counts the call and says how it ends: by the fault, or with `reason` if it is not possible.
@@ -309,17 +293,15 @@ private:
                : m_isFull && count == 0 && !bytes.empty() ? CallError::DiskFull
                                                           : CallError::None;
     }
-    FileStamp StampOf(const std::string& path) const {
-        return {m_files.at(path)->bytes.size(), m_files.at(path)->modified};
-    }
+    static FileStamp StampOf(const Node& node) { return {node.bytes.size(), node.modified}; }
     void Rename(const std::string& from, const std::string& to) {
         m_files[to] = m_files.at(from);
         m_files.erase(from);
     }
-    std::uint32_t LinksOf(const std::string& path) const {
+    std::uint32_t LinksOf(const Node& node) const {
         return static_cast<std::uint32_t>(
             std::count_if(m_files.begin(), m_files.end(),
-                          [&](const auto& file) { return file.second == m_files.at(path); }));
+                          [&](const auto& file) { return file.second.get() == &node; }));
     }
     bool HasFolderOf(const std::string& path) const {
         return hasAllFolders || m_folders.count(path.substr(0, path.rfind('\\') + 1)) != 0;

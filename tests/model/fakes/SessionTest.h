@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <string>
 
 #include "model/program/StringTable.h"
@@ -11,6 +13,7 @@
 namespace tamarind {
 
 using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -22,6 +25,12 @@ inline std::string BuiltIn(std::uint16_t number) {
 // A test of one or more parts of a session, all of which are there.
 class SessionTest : public testing::Test {
 protected:
+    static constexpr const char* kSettingsText =
+        "[Configuration]\r\nPanelsVertical=1\r\n;ShowHidden=0\r\n[Colors]\r\n";
+
+    // The section by which a file is known for a Wincmd.ini.
+    static constexpr const char* kEnd = "[Configuration]\r\n";
+
     SessionWorld world;
 
     EditorSession& Session() { return *world.session; }
@@ -38,9 +47,7 @@ protected:
 
     // With the files of SessionWorld::PutUsualFiles, of which those that are given are others.
     struct StartFiles {
-        std::string settings;
-        std::string dataFile;
-        std::string ownSettings;
+        std::string settings, dataFile, ownSettings;
     };
     void StartWith(const StartFiles& files) {
         world.PutUsualFiles(files.settings);
@@ -63,15 +70,29 @@ protected:
         Selection().ShowKeyDetails(row);
         Commands().SetValue(value);
     }
+    // As another program does it.
+    void Write(const std::string& settings) {
+        world.disk.Put(SessionWorld::kWincmd, settings + kEnd);
+    }
+    // What was saved, without kEnd.
+    std::string Saved() const {
+        std::string bytes = world.disk.BytesOf(SessionWorld::kWincmd);
+        const std::size_t last = bytes.rfind(kEnd);
+        return last == std::string::npos ? bytes : bytes.erase(last);
+    }
+    // Starts the program again, which must show what this one does.
+    void ExpectRowsAsOnDisk() {
+        const std::vector<std::string> rows = world.Rows();
+        ASSERT_TRUE(world.Start());
+        EXPECT_EQ(world.Rows(), rows);
+    }
 };
 
 // The keys A, K and Z of section T, a heading and a colour. K is the current key.
 class KeyChangesTest : public SessionTest {
 protected:
-    static constexpr const char* kLastSection = "[Configuration]\r\n";
-
     void Start(const std::string& settings) {
-        StartWith({settings + kLastSection,
+        StartWith({settings + kEnd,
                    "[Cat]\nCategoryTargetSection=T\nA=0\nK=1///Key@two\nZ=\n"
                    "[/Head]\n[Col]\nCategoryTargetSection=Colors\nBackColor=-1\n",
                    ""});
@@ -79,34 +100,16 @@ protected:
     }
     // What a letter of a script does to the current key.
     void Play(char letter) {
-        switch (letter) {
-            case 's':
-                Commands().SetValue("new");
-                break;
-            case 'e':
-                Commands().SetValue("");
-                break;
-            case 'c':
-                Commands().CommentKeys();
-                break;
-            case 'd':
-                Commands().DeleteKeys();
-                break;
-            case 'u':
-                Commands().Undo();
-                break;
-            case 'r':
-                Commands().Redo();
-                break;
-            default:
-                EXPECT_TRUE(Settings().SaveToSettingsFile());
-        }
-    }
-    // What was saved, without the section by which the file is known for a Wincmd.ini.
-    std::string Saved() const {
-        std::string bytes = world.disk.BytesOf(SessionWorld::kWincmd);
-        const std::size_t last = bytes.rfind(kLastSection);
-        return last == std::string::npos ? bytes : bytes.erase(last);
+        const std::map<char, std::function<void()>> moves = {
+            {'s', [this] { Commands().SetValue("new"); }},
+            {'e', [this] { Commands().SetValue(""); }},
+            {'c', [this] { Commands().CommentKeys(); }},
+            {'d', [this] { Commands().DeleteKeys(); }},
+            {'u', [this] { Commands().Undo(); }},
+            {'r', [this] { Commands().Redo(); }},
+            {'w', [this] { EXPECT_TRUE(Settings().SaveToSettingsFile()); }},
+        };
+        moves.at(letter)();
     }
 };
 

@@ -15,6 +15,15 @@
 
 namespace tamarind {
 
+// The texts of the list's rows.
+inline std::vector<std::string> RowsOf(const KeySelection& selection) {
+    std::vector<std::string> rows;
+    for (std::size_t row = 0; row < selection.Keys().Size(); ++row) {
+        rows.push_back(VisibleText(selection.Record(selection.Keys().KeyAt(row))));
+    }
+    return rows;
+}
+
 // Everything a session needs, in memory: the program in C:\Tamarind, Total Commander in C:\TC.
 class SessionWorld {
 public:
@@ -71,14 +80,7 @@ public:
         return session->Activate(commandLine);
     }
 
-    std::vector<std::string> Rows() const {
-        std::vector<std::string> rows;
-        for (std::size_t row = 0; row < session->Selection().Keys().Size(); ++row) {
-            rows.push_back(
-                VisibleText(session->Selection().Record(session->Selection().Keys().KeyAt(row))));
-        }
-        return rows;
-    }
+    std::vector<std::string> Rows() const { return RowsOf(session->Selection()); }
 
     std::string OwnSetting(const std::string& section, const std::string& key) {
         const IniSnapshot file = files.Read(kOwnSettings);
