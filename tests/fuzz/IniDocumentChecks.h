@@ -55,7 +55,7 @@ inline void CheckLookUps(const IniDocument& document, std::size_t mostLines = 24
 // What an edit took away from the bytes is part of one line, behind its equals sign, or nothing
 // where it added a key.
 inline void CheckOtherLines(const std::string& before, const std::string& after,
-                            std::optional<std::size_t> sign) {
+                            std::size_t sign) {
     const auto end = std::mismatch(before.begin(), before.end(), after.begin(), after.end()).first;
     const auto shared = end - before.begin();
     const auto start = std::mismatch(before.rbegin(), before.rend() - shared, after.rbegin(),
@@ -63,7 +63,7 @@ inline void CheckOtherLines(const std::string& before, const std::string& after,
                            .first;
     const auto first = static_cast<std::size_t>(shared);
     const auto last = static_cast<std::size_t>(start.base() - before.begin());
-    Require(sign ? first > *sign : first == last);
+    Require(sign != std::string::npos ? first > sign : first == last);
     const std::size_t unit = FindFileMark(before) == FileMark::Utf16Le ? 2 : 1;
     for (const char c : {'\r', '\n'}) {
         const std::string lineEnd = std::string{c, '\0'}.substr(0, unit);
@@ -97,8 +97,8 @@ inline void CheckOneEdit(IniDocument& document, CodePage codePage, unsigned choi
     const std::string before = document.Bytes();
     const auto place = document.FindSection(section);
     const auto found = place ? document.FindKey(*place, key) : std::nullopt;
-    const auto sign =
-        found ? std::optional(before.find('=', document.OffsetOf(*found))) : std::nullopt;
+    const std::size_t sign =
+        found ? before.find('=', document.OffsetOf(*found)) : std::string::npos;
     const IniEdit edit = document.SetValue(section, key, value);
     const std::string after = document.Bytes();
     Require(edit == IniEdit::Changed || after == before);

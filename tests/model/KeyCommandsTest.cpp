@@ -140,45 +140,5 @@ TEST_F(KeyCommandsTest, RandomSequencesKeepWhatTheyShow) {
     }
 }
 
-TEST_F(KeyCommandsTest, KeysTravelInAnExportFile) {
-    const std::string out = "C:\\TC\\out.ini";
-    world.disk.Put(out, "; mine\r\n[Configuration]\r\n;A=9\r\nB=9\r\nD=9\r\n;D=9\r\nOther=1\r\n");
-    StartWith(
-        {"[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\n",
-         "[Cat]\r\nCategoryTargetSection=Configuration\r\nA=0\r\nB=0\r\nC=0\r\nD=0\r\nE=0\r\n",
-         ""});
-    Set(4, "pending");
-    world.prompts.filesToChoose = {out, out, out, "C:\\TC\\none.ini"};
-    Exchange().Export();
-    EXPECT_EQ(world.disk.BytesOf(out),
-              "; mine\r\n[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nOther=1\r\n"
-              "C=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
-
-    // Back again into a file without them: what is exported comes to the same lines.
-    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nD=5\r\n");
-    world.disk.Wait(10);
-    ASSERT_TRUE(world.Start());
-    Exchange().Import();
-    EXPECT_THAT(world.Rows(), ElementsAre("A=1", "B=\"q\"", "C=\"x\" \"%1\"", "D", "E=pending"));
-    ASSERT_TRUE(Settings().SaveToSettingsFile());
-    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
-              "[Configuration]\r\nA=1\r\n;B=\"\"q\"\"\r\nC=\"\"x\" \"%1\"\"\r\nE=pending\r\n");
-
-    // A file that can not be read says nothing of any key.
-    world.disk.Put(out, "changed");
-    world.disk.FailReads(out, FileError::InUse);
-    Exchange().Import();
-    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("Another program is using it."));
-    EXPECT_FALSE(Settings().IsModified());
-
-    // Without set keys there is no file, which is said.
-    Selection().SetKeyFilter(KeyFilter::ShowInactive);
-    EXPECT_THAT(world.Rows(), ElementsAre("B=\"q\"", "D"));
-    Commands().DeleteKeys();
-    Exchange().Export();
-    EXPECT_FALSE(world.disk.Has("C:\\TC\\none.ini"));
-    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("No key was exported"));
-}
-
 }  // namespace
 }  // namespace tamarind

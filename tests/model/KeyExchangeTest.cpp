@@ -57,27 +57,36 @@ TEST_F(KeyExchangeTest, OnlyWhatIsCheckedIsImported) {
     EXPECT_FALSE(Settings().IsModified()) << "a file that has vanished says nothing";
 }
 
+// Blanks and quotes that belong to values come back, and the other keys of the file stay.
 TEST_F(KeyExchangeTest, SelectedKeysComeBackAsTheyWere) {
-    const std::string lines = "[T]\nA=\" a \"\n;K=\"\"q\"\"\nZ=\"\t\"\n";
+    const std::string lines = "[T]\nA=\" a \"\n;K=\"\"q\"\"\nZ=\"\"x\" \"%1\"\"\n";
     Start(lines);
-    Selection().SelectRows({0, 1, 2}, 0);
+    world.disk.Put(kFile, "; mine\n[T]\n;A=9\nK=9\nOther=1\n[Colors]\n;BackColor=1\n");
+    world.disk.Wait(10);
+    Selection().SelectRows({0, 1, 2, 3}, 0);
     world.prompts.filesToChoose = {kFile};
     Exchange().ExportSelected();
+    EXPECT_EQ(world.disk.BytesOf(kFile),
+              "; mine\n[T]\nA=\" a \"\n;K=\"\"q\"\"\nOther=1\nZ=\"\"x\" \"%1\"\"\n[Colors]\n");
     Commands().DeleteKeys();
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Saved(), "[T]\n");
-    Import([](ImportReview&) { return true; });
+    Import(nullptr);
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Saved(), lines);
 
     // Numbers differ by value from a default; what is absent or commented out does not differ.
-    StartWith({"[T]\nA=00\n;K=2\nZ=5\n[Configuration]\n",
+    StartWith({std::string("[T]\nA=00\n;K=2\nZ=5\n") + kEnd,
                "[Cat]\nCategoryTargetSection=T\nA=0\nK=1\nZ=4\n", ""});
-    world.disk.Remove(kFile);
-    Selection().SelectRows({0, 1, 2}, 0);
-    world.prompts.filesToChoose = {kFile};
-    Exchange().ExportSelectedDifferences();
-    EXPECT_EQ(world.disk.BytesOf(kFile), "[T]\r\nZ=5\r\n");
+    for (const auto& [rows, written] :
+         {std::pair(std::vector<std::size_t>{0, 1, 2}, "[T]\r\nZ=5\r\n"), {{0, 1}, "(none)"}}) {
+        world.disk.Remove(kFile);
+        Selection().SelectRows(rows, 0);
+        world.prompts.filesToChoose = {kFile};
+        Exchange().ExportSelectedDifferences();
+        EXPECT_EQ(world.disk.Has(kFile) ? world.disk.BytesOf(kFile) : "(none)", written);
+    }
+    EXPECT_THAT(world.prompts.messages.back(), HasSubstr("No key was exported"));
 }
 
 }  // namespace

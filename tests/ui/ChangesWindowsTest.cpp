@@ -167,15 +167,16 @@ TEST_F(MainWindowTest, ABackupIsPutBackFromWhatDiffers) {
 // The window of pending changes, which stays open beside the main one.
 TEST_F(MainWindowTest, PendingChangesFollowTheMainWindow) {
     Start();
-    const auto pending = [&] { return Told(kIdStatusBar1, SB_GETTEXTW, 2); };
-    EXPECT_EQ(pending(), "");
+    const auto pending = [&] { return Told(kIdStatusBar1, SB_GETTEXTW, 3); };
+    const auto parts = [&] { return Send(kIdStatusBar1, SB_GETPARTS); };
+    EXPECT_EQ(parts(), 3);
     world.session->Commands().SetValue("7");
     world.session->Selection().ShowKeyDetails(1);
     world.session->Commands().SetValue("0");
     EXPECT_EQ(pending(), "2 changes");
     NMMOUSE click{};
     click.hdr = {Find(kIdStatusBar1), kIdStatusBar1, static_cast<UINT>(NM_CLICK)};
-    click.dwItemSpec = 2;
+    click.dwItemSpec = 3;
     const auto open = [&] {
         SendMessageW(Main(), WM_NOTIFY, kIdStatusBar1, reinterpret_cast<LPARAM>(&click));
     };
@@ -202,7 +203,7 @@ TEST_F(MainWindowTest, PendingChangesFollowTheMainWindow) {
         EXPECT_TRUE(shows(0));
         EXPECT_TRUE(!IsOn(IDOK) && !IsOn(IDC_PENDING_CMDDISCARD) &&
                     !IsOn(IDC_PENDING_CMDDISCARDALL) && !IsOn(IDC_PENDING_CMDSAVE));
-        EXPECT_EQ(pending(), "");
+        EXPECT_EQ(parts(), 3) << "nothing is pending";
         Do(Command::EditUndo);
         EXPECT_TRUE(shows(2));
         SelectRow(list, 1);

@@ -204,18 +204,5 @@ TEST_F(OptionsWindowTest, BoxesBelongToTheDialogInFrontAndAreCancelledWithIt) {
     EXPECT_TRUE(IsWindowVisible(FindWindowW(L"frmSearchFor", nullptr)));  // not modal
 }
 
-TEST_F(OptionsWindowTest, TheAboutWindowTellsTheVersionAndOpensTheHelp) {
-    Start();
-    const auto act = [&] {
-        EXPECT_EQ(TextOf(In(IDC_ABOUT_LBLVERSION)), "Version 5.01");
-        EXPECT_EQ(TextOf(In(IDC_ABOUT_TXTSETTINGS)), SessionWorld::kOwnSettings);
-        Click(IDC_ABOUT_CMDHELP);
-        EXPECT_EQ(world.prompts.messages, Strings{"XFile not found."});  // there is no help here
-        PressKey(VK_ESCAPE);
-        EXPECT_FALSE(IsWindowVisible(dialog));
-    };
-    Show(L"frmAbout", act, [&] { Do(Command::HelpAbout); });
-}
-
 }  // namespace
 }  // namespace tamarind

@@ -74,10 +74,26 @@ void frmPendingChanges::Open(HWND owner) {
     SetFocus(lstChanges.Handle());
 }
 
+void frmPendingChanges::ApplyLanguage() {
+    if (Handle() != nullptr) {
+        ResizableDialog::ApplyLanguage();
+        lstChanges.SetTitles(Titles());
+        Refresh();
+    }
+}
+
+std::vector<std::wstring> frmPendingChanges::Titles() const {
+    std::vector<std::wstring> titles;
+    for (const std::uint16_t number : kColumnTexts) {
+        titles.push_back(m_style.text(number));
+    }
+    return titles;
+}
+
 void frmPendingChanges::OnInit() {
     std::vector<ReportColumn> columns;
-    for (const std::uint16_t number : kColumnTexts) {
-        columns.push_back({m_style.text(number)});
+    for (std::wstring& title : Titles()) {
+        columns.push_back({std::move(title)});
     }
     ReportRows changes;
     changes.text = [this](int row, int column) { return CellText(row, column); };

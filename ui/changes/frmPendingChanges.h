@@ -30,6 +30,9 @@ public:
     // Shows the window, or brings it to the front.
     void Open(HWND owner);
 
+    // Shows the present texts and direction of the language.
+    void ApplyLanguage();
+
 private:
     // A line of the lower list.
     struct Line {
@@ -43,6 +46,7 @@ private:
     void OnCommand(int id);
     bool OnListKey(WPARAM key);
     void SetListFont();
+    std::vector<std::wstring> Titles() const;
 
     void Refresh();
     void MakeLines();

@@ -1,6 +1,7 @@
 #include "ui/main/MainStatusBar.h"
 
 #include <algorithm>
+#include <array>
 
 #include "core/text/WideText_win32.h"
 #include "model/program/StringTable.h"
@@ -85,13 +86,17 @@ void MainStatusBar::UpdateParts() {
     const int dataFile = contentWidth(m_dataFile.Panel()) + pictureWidth +
                          ScaledPixels(kPictureGap, m_dpi) + ToPixels(kDataFileSpare, m_dpi).value;
     const int grip = SystemMetric(SM_CXVSCROLL, m_dpi);
-    const int counter = contentWidth(m_selection.CounterPanel()) + grip;
     const int changes = m_changes.empty() ? 0 : contentWidth(Narrow(m_changes));
+    const int counter = contentWidth(m_selection.CounterPanel());
     // In a narrow window the panel of the data file is cut, so that the others stay visible.
     const int first = std::min(dataFile, width / 2);
-    const int third = std::max(first, width - counter);
-    const int edges[kPartCount] = {first, std::max(first, third - changes), third, -1};
-    StatusBar1.SetParts(edges);
+    const int second = std::max(first, width - counter - changes - grip);
+    if (m_changes.empty()) {
+        StatusBar1.SetParts(std::array{first, second, -1});
+    } else {
+        StatusBar1.SetParts(std::array{first, second, second + counter, -1});
+        StatusBar1.SetText(kChangesPart, m_changes);
+    }
     PlaceRestart();
 }
 
@@ -114,7 +119,6 @@ void MainStatusBar::ShowChanges() {
     std::wstring text = Widen(m_pending.CountText());
     if (StatusBar1.Handle() != nullptr && text != m_changes) {
         m_changes = std::move(text);
-        StatusBar1.SetText(kChangesPart, m_changes);
         UpdateParts();
     }
 }

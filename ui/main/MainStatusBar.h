@@ -36,8 +36,9 @@ public:
     int IdealHeight() const { return StatusBar1.IdealHeight(); }
 
 private:
-    // The panels in their order. Their names are "datafile", "target", "changes" and "counter".
-    enum Part : int { kDataFilePart, kTargetPart, kChangesPart, kCounterPart, kPartCount };
+    // The panels in their order. Their names are "datafile", "target", "counter" and "changes"; the
+    // last one is there while changes are pending.
+    enum Part : int { kDataFilePart, kTargetPart, kCounterPart, kChangesPart };
 
     void OnCommandsChanged() override { ShowChanges(); }
     void OnNotice(const Notice& notice) override;

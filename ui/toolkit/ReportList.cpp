@@ -88,6 +88,17 @@ bool ReportList::Attach(HWND dialog, int id, const std::vector<ReportColumn>& co
     return true;
 }
 
+void ReportList::SetTitles(std::vector<std::wstring> titles) {
+    m_titles = std::move(titles);
+    for (std::size_t column = 0; column < m_titles.size(); ++column) {
+        LVCOLUMNW info{};
+        info.mask = LVCF_TEXT;
+        info.pszText = m_titles[column].data();
+        Send(LVM_SETCOLUMNW, column, reinterpret_cast<LPARAM>(&info));
+    }
+    MeasureTexts();
+}
+
 void ReportList::SetRowCount(int count) {
     if (const int row = std::exchange(m_row, kNoRow); row != kNoRow) {
         ShowSelected(row, false);
@@ -197,7 +208,8 @@ void ReportList::OnDoubleClick(int row) const {
 }
 
 void ReportList::OnItemChanged() {
-    const int row = RowShownSelected();
+    const int focused = NextRow(kNoRow, LVNI_SELECTED | LVNI_FOCUSED);
+    const int row = focused != kNoRow ? focused : RowShownSelected();
     if (std::exchange(m_row, row) != row && m_rows.onSelected) {
         m_rows.onSelected(row);
     }

@@ -22,7 +22,7 @@ struct ReportRows {
     std::function<std::wstring(int row, int column)> text;
     std::function<CellTone(int row, int column)> tone;
     // Another row was selected, or none any more (ReportList::kNoRow). Of several rows it is the
-    // first one.
+    // one with the focus.
     std::function<void(int row)> onSelected;
     // The user has double-clicked a row, pressed Space on the selected one, or clicked a check box.
     std::function<void(int row)> onToggled;
@@ -48,6 +48,9 @@ public:
 
     // Takes the control of the dialog over. False if there is none.
     bool Attach(HWND dialog, int id, const std::vector<ReportColumn>& columns, ReportRows rows);
+
+    // Shows other column titles, as many as there were.
+    void SetTitles(std::vector<std::wstring> titles);
 
     // Shows other rows than before. None of them is selected, and onSelected is not called. While
     // the texts change, the list must be empty (0), because screen readers ask for texts at any
