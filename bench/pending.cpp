@@ -17,6 +17,7 @@ using namespace tamarind;
 
 constexpr int kKeys = 32000;
 constexpr int kChanges = 500;
+constexpr int kKeysInCategory = 125;
 
 // Half of the keys are in the settings.
 struct OpenFiles {
@@ -25,7 +26,7 @@ struct OpenFiles {
         std::string text;
         for (int key = 0; key < kKeys; ++key) {
             const std::string name = "SomeSetting" + std::to_string(key);
-            if (key % 500 == 0) {
+            if (key % kKeysInCategory == 0) {
                 const std::string section = "S" + std::to_string(key);
                 dataFile += "[C" + section + "]\r\nCategoryTargetSection=" + section + "\r\n";
                 text += "[" + section + "]\r\n";

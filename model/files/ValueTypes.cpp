@@ -42,7 +42,7 @@ std::string_view ValueTypes::WordsOf(std::string_view section, std::string_view 
         std::string name(key);
         for (std::size_t run = runs.size(); run-- > 0;) {
             if ((marks >> run & 1U) != 0) {
-                name.replace(runs[run].begin, runs[run].end - runs[run].begin, "#");
+                name.replace(runs[run].begin, runs[run].end - runs[run].begin, 1, '#');
             }
         }
         if (const auto line = m_file->FindKey(*id, name)) {
