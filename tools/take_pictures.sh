@@ -1,6 +1,6 @@
 #!/bin/bash
 # Takes the pictures of the help and of the documents anew, from the built program with the sample settings:
-# help/main-window.png, and main-window, edit, options and right-to-left in docs/pictures/.
+# help/main-window.png and pending-changes.png, and these, edit, options and right-to-left in docs/pictures/.
 #
 #   take_pictures.sh [PROGRAM_FOLDER]     default: build/windows/bin
 #
@@ -165,12 +165,12 @@ select_key() {
     xdotool key --repeat $((steps - 2)) --delay 30 Down
 }
 
-# open_options: the dialog becomes the window to be taken.
-open_options() {
-    local main=$window
-    # The letters are those of the English texts.
-    xdotool key alt+v
-    xdotool key o
+# open_window KEY...: presses the keys one after the other; the window that comes up is the one to be taken.
+open_window() {
+    local key main=$window
+    for key in "$@"; do
+        xdotool key "$key"
+    done
     is_other_active() {
         window=$(xdotool getactivewindow 2>/dev/null)
         [[ -n $window && $window != "$main" ]]
@@ -189,8 +189,21 @@ take docs/pictures/edit.png
 xdotool type --delay 30 1
 xdotool key Return
 take help/main-window.png docs/pictures/main-window.png
-open_options
+# The letters are those of the English texts.
+open_window alt+v o
 take docs/pictures/options.png
+stop_editor
+
+lay_out
+start_editor
+select_category "$category"
+select_key "$category" GetDirSize
+for keys in "Return 1 Return" "Down Delete" "Down Down Return 2 Return"; do
+    # shellcheck disable=SC2086
+    xdotool key --delay 100 $keys
+done
+open_window ctrl+shift+s
+take help/pending-changes.png docs/pictures/pending-changes.png
 stop_editor
 
 # One of the first categories: a mirrored tree that has scrolled is not drawn well under Wine.

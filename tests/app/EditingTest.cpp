@@ -102,17 +102,5 @@ TEST_F(EditingTest, ClosingAsksWhatToDoWithChanges) {
     }
 }
 
-TEST_F(EditingTest, KeysAreFoundFromTheKeyboard) {
-    const RunningProgram program = StartEditor();
-    Type(program.WaitForWindow(), "ctrl+f");
-    const HWND search = program.WaitForWindow(L"frmSearchFor");
-    Type(search, "h i d Return");
-    ASSERT_TRUE(WaitUntil([&] { return SelectedIn(program.Control(kIdListView1)) == 1; }));
-    Type(search, "Return");
-    EXPECT_THAT(program.Answer(IDOK), HasSubstr("Cannot find \"hid\""));
-    Type(search, "Escape");
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindowVisible(search); }));
-}
-
 }  // namespace
 }  // namespace tamarind

@@ -8,20 +8,6 @@
 namespace tamarind {
 namespace {
 
-TEST(Paths, SplitsAndJoins) {
-    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
-        {"C:\\TC\\", "C:\\TC\\", "C:\\TC\\", ""},
-        {"C:\\a\\b.ini", "C:\\a\\b.ini\\", "C:\\a\\", "b.ini"},
-        {"b/c.ini", "b/c.ini\\", "", "b/c.ini"},
-        {"", "\\", "", ""},
-    };
-    for (const auto& [path, withBackslash, folder, name] : cases) {
-        EXPECT_EQ(AddBackslash(path), withBackslash);
-        EXPECT_EQ(FolderOfPath(path), folder);
-        EXPECT_EQ(FileNameOfPath(path), name);
-    }
-}
-
 TEST(Paths, ExpandsWholeSegments) {
     FakeEnvironment environment;
     environment.variables = {{"TC", "C:\\TC"}, {"END", "D:\\"}, {"", "wrong"}, {"a%b", "odd"}};

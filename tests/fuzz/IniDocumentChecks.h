@@ -107,6 +107,14 @@ inline void CheckOneEdit(IniDocument& document, CodePage codePage, unsigned choi
     const IniDocument reread = IniDocument::Parse(after, codePage);
     Require(reread.FindValue(section, key) == document.FindValue(section, key));
     CheckOtherLines(before, after, sign);
+    IniDocument fresh = IniDocument::Parse(before, codePage);
+    fresh.SetValue(section, key, value);
+    std::string edited = before;
+    const std::vector<IniDocument::Edit> edits = fresh.Edits();
+    for (auto change = edits.rbegin(); change != edits.rend(); ++change) {
+        edited.replace(change->begin, change->end - change->begin, change->added);
+    }
+    Require(edited == fresh.Bytes());
 
     // Commenting out and back again gives the same bytes, if no line of the other form is there.
     if (hasKey && IsKeyText(key) && reread.FindValue(section, key) &&

@@ -3,23 +3,10 @@
 namespace tamarind {
 namespace {
 
-class EditorSessionTest : public SessionTest {
-protected:
-    void Start() { StartWith({kSettingsText, "", ""}); }
-};
-
-TEST_F(EditorSessionTest, ShowsEveryDescribedKeyOfTheFileThatTheRegistryNames) {
-    Start();
-    EXPECT_THAT(world.prompts.messages, IsEmpty());
-    EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");
-    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0", "BackColor"));
-    EXPECT_EQ(DataFile().Panel(), "Data File:  tc all keys english.tmdf");
-    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [Configuration]");
-    EXPECT_EQ(Selection().Description(), "Arrange panels.\r\n0 = side by side");
-}
+using EditorSessionTest = SessionTest;
 
 TEST_F(EditorSessionTest, ASettingsFileOfTheOtherKindBringsItsDataFile) {
-    Start();
+    StartWith({kSettingsText, "", ""});
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "StartUpIniFile"), "Wincmd");
     world.prompts.filesToChoose = {SessionWorld::kWcxFtp};
     Session().AskOpenSettingsFile();
@@ -61,7 +48,7 @@ TEST_F(EditorSessionTest, TheCommandLineNamesTheDataFileInQuotes) {
 }
 
 TEST_F(EditorSessionTest, SettingsFilesAreAskedForWhereTheyAre) {
-    Start();
+    StartWith({kSettingsText, "", ""});
     for (const auto& [variable, settings, folder] : {std::tuple("E:\\TC", "D:\\w.ini", "E:\\TC\\"),
                                                      {"", "D:\\Conf\\w.ini", "D:\\Conf\\"},
                                                      {"", std::data(MissingValueMarker), ""}}) {
@@ -90,7 +77,7 @@ TEST_F(EditorSessionTest, AMissingDataFileIsAskedForAndRemembered) {
 }
 
 TEST_F(EditorSessionTest, FilesThatCanNotBeReadEndInAMessageAndLoseNothing) {
-    Start();
+    StartWith({kSettingsText, "", ""});
     world.prompts.filesToChoose = {"D:\\locked.tmdf", "D:\\locked.ini"};
     for (const std::string& name : world.prompts.filesToChoose) {
         world.disk.Put(name, kSettingsText);
@@ -122,9 +109,6 @@ TEST_F(EditorSessionTest, WithoutASettingsFileEveryKeyIsAbsent) {
     EXPECT_FALSE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.prompts.messages.back(), "!" + BuiltIn(text::kNoSettingsFile));
     EXPECT_TRUE(Settings().IsModified());
-    ASSERT_TRUE(world.Start("\"" + std::string(SessionWorld::kWcxFtpData) + "\""));
-    EXPECT_THAT(world.Rows(), ElementsAre("WaitDelay"));
-    EXPECT_EQ(Session().Caption(), "Tamarind Configuration Editor 5.01");
 }
 
 }  // namespace

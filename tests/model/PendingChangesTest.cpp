@@ -65,7 +65,6 @@ TEST_F(PendingChangesTest, EachIsShownWithWhatTheFileHas) {
     Commands().Redo();
     Pending().Discard(Keys());
     EXPECT_FALSE(Settings().IsModified());
-    EXPECT_THAT(Session().Caption(), testing::EndsWith("Wincmd.ini"));
 }
 
 // Whatever was done before: after taking all of it back a save has nothing to write, and undoing
@@ -216,12 +215,11 @@ TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
 TEST_F(PendingChangesTest, SavedKeysOutliveARunningTotalCommander) {
     Start("[T]\nA=1\nK=2\n");
     const std::string held = world.disk.BytesOf(SessionWorld::kWincmd);
-    std::vector<Notice> notices;
     struct Hearer final : WorkplaceListener {
-        explicit Hearer(std::vector<Notice>& heard) : notices(heard) {}
         void OnNotice(const Notice& notice) override { notices.push_back(notice); }
-        std::vector<Notice>& notices;
-    } hearer(notices);
+        std::vector<Notice> notices;
+    } hearer;
+    const std::vector<Notice>& notices = hearer.notices;
     Place().Watchers().Add(hearer);
     world.programs.isRunning = true;
     Set(0, "5");

@@ -64,15 +64,6 @@ TEST_F(TotalCommanderTest, ItsLastWriteComesBeforeOurs) {
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("still running"));
 }
 
-TEST_F(TotalCommanderTest, OneThatRunsComesToTheFront) {
-    Start("");
-    world.programs.isRunning = true;
-    TotalCommander totalCommander(world.programs, world.files, world.environment);
-    totalCommander.Start(" /i=", "", SessionWorld::kOwnSettings);
-    EXPECT_THAT(world.programs.calls,
-                ElementsAre("front", "wait", "start \"C:\\TC\\Totalcmd.exe\""));
-}
-
 // What follows the mark would be arguments, or another program.
 TEST_F(TotalCommanderTest, APathWithAQuotationMarkStartsNothing) {
     const std::tuple<const char*, const char*, const char*> cases[] = {

@@ -1,5 +1,4 @@
-// Files that somebody holds, with every share mode. Windows asks for those of every handle,
-// whichever process it belongs to.
+// What files of Windows ask for: names of any length, and the consent of all who hold them.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -7,6 +6,7 @@
 #include <filesystem>
 
 #include "core/files/FileSystem.h"
+#include "core/system/LongPath_win32.h"
 #include "core/system/UniqueHandle_win32.h"
 
 namespace tamarind {
@@ -14,6 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Windows asks for the share mode of every handle, whichever process it belongs to.
 TEST(ShareModeTest, WhoeverHoldsTheFileItStaysWhole) {
     const fs::path folder = fs::temp_directory_path() / "tamarind_share_mode_test";
     const std::string path = (folder / "x.ini").string();
@@ -41,6 +42,25 @@ TEST(ShareModeTest, WhoeverHoldsTheFileItStaysWhole) {
         }
     }
     fs::remove_all(folder);
+}
+
+// Wine takes long paths in any form, so that files alone do not show whether the form is right.
+TEST(LongPathTest, TheFormDependsOnTheLength) {
+    const std::string name(241, 'n');
+    const std::tuple<std::string, std::string> cases[] = {
+        {"C:\\TC\\x.ini", "C:\\TC\\x.ini"},
+        {"C:/TC/.\\a\\..\\x.ini", "C:\\TC\\x.ini"},
+        {"C:\\TC\\" + name, "C:\\TC\\" + name},
+        {"C:\\TC\\" + name + "n", "\\\\?\\C:\\TC\\" + name + "n"},
+        {"C:\\a\\..\\TC/" + name + name, "\\\\?\\C:\\TC\\" + name + name},
+        {"\\\\server\\share\\" + name, "\\\\?\\UNC\\server\\share\\" + name},
+    };
+    for (const auto& [path, systemForm] : cases) {
+        const std::wstring form = LongPath(path);
+        EXPECT_EQ(Narrow(form), systemForm);
+        EXPECT_EQ(LongPath(Narrow(form)), form);
+        EXPECT_EQ(PlainPath(form), FullPath(path));
+    }
 }
 
 }  // namespace
