@@ -160,7 +160,6 @@ std::map<std::string, int> CountedLines(const std::string& bytes) {
 TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
     std::ifstream shipped("Data Files/tc all keys english.tmdf", std::ios::binary);
     const std::string dataFile(std::istreambuf_iterator<char>(shipped), {});
-    const std::string other = "C:\\TC\\colors.ini";
     std::mt19937 random(3);
     int files = 0;
     std::size_t previews = 0;
@@ -179,7 +178,7 @@ TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
             bytes = std::string(kUtf16LeMarkBytes) +
                     EncodeUtf16Le(DecodeCodePage(bytes, world.files.SystemCodePage()));
         }
-        world.disk.Put(other, "[Colors]\r\nBackColor=1\r\n;ForeColor=2");
+        world.disk.Put("C:\\TC\\colors.ini", "[Colors]\r\nBackColor=1\r\n;ForeColor=2");
         StartWith({bytes, dataFile, ""});
         for (int change = 0; change < 80; ++change) {
             Selection().ShowKeyDetails(random() % Selection().Keys().Size());

@@ -70,7 +70,6 @@ TEST_F(WorkplaceTest, OneLanguageHoldsUntilAWindowOrTheOptionsTakeAnother) {
     EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
 }
 
-// The window's own way with options that are applied and dropped is tried with the window.
 TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     world.disk.Put("C:\\my.lng", "[UserLanguage]\n3080=nichts\n3077=Stueck\n");
     Start("[ConfigurationEditor]\nForegroundColor=1\nAutoSelectNextKey=0\nFontName=Old\n");

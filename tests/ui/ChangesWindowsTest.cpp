@@ -164,7 +164,6 @@ TEST_F(MainWindowTest, ABackupIsPutBackFromWhatDiffers) {
     EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd), middle);
 }
 
-// The window of pending changes, which stays open beside the main one.
 TEST_F(MainWindowTest, PendingChangesFollowTheMainWindow) {
     Start();
     const auto pending = [&] { return Told(kIdStatusBar1, SB_GETTEXTW, 3); };

@@ -8,14 +8,12 @@ namespace {
 
 using SearchWindowTest = MainWindowTest;
 
-// What its keys do is tried with real ones on the running program.
 TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
     Start();
     Do(Command::SearchFind);
     dialog = FindWindowW(L"frmSearchFor", nullptr);
     const HWND box = In(IDC_SEARCHFOR_TXTFIND);
     EXPECT_FALSE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
-    // A word of a description, which the box then shows.
     SetWindowTextW(box, L"side");
     EXPECT_TRUE(IsOn(IDC_SEARCHFOR_CMDFINDNEXT));
     Click(IDC_SEARCHFOR_OPTKEYDESCRIPTION);
