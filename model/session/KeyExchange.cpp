@@ -69,18 +69,20 @@ void KeyExchange::Import() {
     ReportSkipped(content.skipped);
 }
 
-// Leaves what the user has chosen. False if they cancel.
+// Leaves what the user has chosen: keys to be set come first, then those to be commented out. False
+// if they cancel.
 bool KeyExchange::Review(std::vector<KeyChange>& changes) const {
-    const auto missing = std::ranges::stable_partition(
-        changes, [](const KeyChange& change) { return change.state != KeyState::ToBeDeleted; });
-    std::ranges::stable_partition(changes.begin(), missing.begin(), [](const KeyChange& change) {
-        return change.state == KeyState::ValueSet;
-    });
+    const auto partition = [](auto begin, auto end, KeyState first) {
+        return std::stable_partition(
+            begin, end, [first](const KeyChange& change) { return change.state == first; });
+    };
+    const auto comments = partition(changes.begin(), changes.end(), KeyState::ValueSet);
+    const auto missing = partition(comments, changes.end(), KeyState::ToBeCommented);
     ImportReview review;
-    for (auto change = changes.begin(); change != missing.begin(); ++change) {
+    for (auto change = changes.begin(); change != missing; ++change) {
         review.rows.push_back(RowOf(*change));
     }
-    review.missingCount = missing.size();
+    review.missingCount = static_cast<std::size_t>(changes.end() - missing);
     {
         const Workplace::BusyTime busy(m_workplace);
         if (!m_workplace.Prompts().ReviewImport(review)) {

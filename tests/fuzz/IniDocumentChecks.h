@@ -54,8 +54,7 @@ inline void CheckLookUps(const IniDocument& document, std::size_t mostLines = 24
 
 // What an edit took away from the bytes is part of one line, behind its equals sign, or nothing
 // where it added a key.
-inline void CheckOtherLines(const std::string& before, const std::string& after,
-                            std::size_t sign) {
+inline void CheckOtherLines(const std::string& before, const std::string& after, std::size_t sign) {
     const auto end = std::mismatch(before.begin(), before.end(), after.begin(), after.end()).first;
     const auto shared = end - before.begin();
     const auto start = std::mismatch(before.rbegin(), before.rend() - shared, after.rbegin(),

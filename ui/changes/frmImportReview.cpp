@@ -51,7 +51,7 @@ void frmImportReview::MakeRows() {
     AddGroup(0, setCount);
     AddGroup(setCount, m_review.rows.size() - setCount);
     if (m_review.missingCount > 0) {
-        m_rows.push_back({Row::Kind::Missing});
+        m_rows.push_back({Row::Kind::Missing, 0, 0});
     }
 }
 

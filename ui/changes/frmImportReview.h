@@ -23,7 +23,8 @@ public:
 private:
     // A row of the list: a heading with its rows, a key of the file, or the keys it does not have.
     struct Row {
-        enum class Kind { Heading, Key, Missing } kind;
+        enum class Kind { Heading, Key, Missing };
+        Kind kind = Kind::Heading;
         std::size_t first = 0;  // of the review's rows
         std::size_t count = 1;  // of a heading
     };

@@ -88,8 +88,10 @@ void MainStatusBar::UpdateParts() {
     const int grip = SystemMetric(SM_CXVSCROLL, m_dpi);
     const int changes = m_changes.empty() ? 0 : contentWidth(Narrow(m_changes));
     const int counter = contentWidth(m_selection.CounterPanel());
-    // In a narrow window the panel of the data file is cut, so that the others stay visible.
-    const int first = std::min(dataFile, width / 2);
+    // In a narrow window the panel of the data file is cut, so that the others stay visible. A
+    // notice leaves it no more than its picture.
+    const int first =
+        m_notice ? pictureWidth + ScaledPixels(kPictureGap, m_dpi) : std::min(dataFile, width / 2);
     const int second = std::max(first, width - counter - changes - grip);
     if (m_changes.empty()) {
         StatusBar1.SetParts(std::array{first, second, -1});
@@ -126,6 +128,7 @@ void MainStatusBar::ShowChanges() {
 // A screen reader is told that the text of the panel is another one, and reads it.
 void MainStatusBar::OnNotice(const Notice& notice) {
     m_notice = notice;
+    UpdateParts();
     ShowTarget();
     if (notice.offersRestart) {
         ShowRestart();
@@ -142,6 +145,7 @@ void MainStatusBar::EndNotice() {
     m_noticeEnd.Stop();
     m_notice.reset();
     cmdRestart.Show(false);
+    UpdateParts();
     ShowTarget();
 }
 

@@ -81,8 +81,8 @@ UniqueFont MakeMessageFont(int dpi) {
 UniqueFont MakeFixedPitchFont(int dpi) {
     LOGFONTW font{};
     GetObjectW(MakeMessageFont(dpi).Get(), sizeof(font), &font);
-    const wchar_t* const name = HasFont(L"Consolas") ? L"Consolas" : L"Courier New";
-    lstrcpynW(font.lfFaceName, name, LF_FACESIZE);
+    const std::wstring name = HasFont(L"Consolas") ? L"Consolas" : L"Courier New";
+    font.lfFaceName[name.copy(font.lfFaceName, LF_FACESIZE - 1)] = L'\0';
     font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
     return UniqueFont(CreateFontIndirectW(&font));
 }
