@@ -1,17 +1,21 @@
 #include "model/keys/KeyEditor.h"
 
 #include <unordered_set>
+#include <utility>
 
 namespace tamarind {
 
-HistoryEntry KeyEditor::ValueEntry(KeyNumber key) const {
-    HistoryEntry entry = WholeEntry(m_store, key);
-    entry.kind = HistoryEntry::Kind::Value;
-    return entry;
+// A change of one key is undone by its rule for that (HistoryEntry); of several keys each comes
+// back as it was.
+void KeyEditor::Record(HistoryStep step, HistoryEntry::Kind ofOneKey) {
+    if (step.entries.size() == 1) {
+        step.entries.front().kind = ofOneKey;
+    }
+    m_history.Record(std::move(step));
 }
 
 void KeyEditor::SetValue(KeyNumber key, const std::string& value) {
-    m_history.Record({StepKind::Value, {ValueEntry(key)}});
+    Record({StepKind::Value, {WholeEntry(m_store, key)}}, HistoryEntry::Kind::Value);
     m_store.SetValue(key, value, KeyState::ValueSet);
 }
 
@@ -20,12 +24,12 @@ std::vector<KeyNumber> KeyEditor::Comment(const std::vector<KeyNumber>& keys) {
     std::vector<KeyNumber> changed;
     for (const KeyNumber key : m_store.WithoutTwins(keys)) {
         if (m_store.IsChecked(key)) {
+            step.entries.push_back(WholeEntry(m_store, key));
             m_store.SetState(key, KeyState::ToBeCommented);
-            step.entries.push_back({HistoryEntry::Kind::Toggle, key, {}, KeyState::Absent, false});
             changed.push_back(key);
         }
     }
-    m_history.Record(std::move(step));
+    Record(std::move(step), HistoryEntry::Kind::Toggle);
     return changed;
 }
 
@@ -34,19 +38,13 @@ std::vector<KeyNumber> KeyEditor::Delete(const std::vector<KeyNumber>& keys, Ste
     std::vector<KeyNumber> changed;
     for (const KeyNumber key : m_store.WithoutTwins(keys)) {
         if (!LooksOf(m_store.CurrentState(key), {}).isGhosted) {
-            step.entries.push_back(ValueEntry(key));
+            step.entries.push_back(WholeEntry(m_store, key));
             m_store.SetValue(key, {}, KeyState::ToBeDeleted);
             changed.push_back(key);
         }
     }
-    // Of several keys each comes back as it was; the undoing of a single deletion makes an active
-    // key of a commented-out one, too.
-    if (step.entries.size() > 1 || kind != StepKind::Delete) {
-        for (HistoryEntry& entry : step.entries) {
-            entry.kind = HistoryEntry::Kind::Whole;
-        }
-    }
-    m_history.Record(std::move(step));
+    Record(std::move(step),
+           kind == StepKind::Delete ? HistoryEntry::Kind::Value : HistoryEntry::Kind::Whole);
     return changed;
 }
 

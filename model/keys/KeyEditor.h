@@ -55,7 +55,7 @@ public:
     void Forget(const std::vector<KeyNumber>& keys) { m_history.Forget(keys); }
 
 private:
-    HistoryEntry ValueEntry(KeyNumber key) const;
+    void Record(HistoryStep step, HistoryEntry::Kind ofOneKey);
 
     KeyStore& m_store;
     KeyHistory m_history;

@@ -100,10 +100,11 @@ TEST_F(PendingChangesTest, StepsAreTakenBackAsAWhole) {
     EXPECT_THAT(world.Rows(), ElementsAre("A", "K", "Z", "BackColor"));
     EXPECT_EQ(Undo(), "deletion of 3 keys");
     EXPECT_THAT(Shown(), IsEmpty()) << "each is again as the file has it";
-    Selection().SelectRows({0, 1, 3}, 1);
+    Selection().SelectRows({0, 1, 2, 3}, 1);
     Commands().CommentKeys();
-    EXPECT_THAT(Shown(), ElementsAre("T/A: A=1 > ;A=1")) << "the others are left out";
-    EXPECT_EQ(Undo(), "comment mark of A");
+    EXPECT_THAT(Shown(), ElementsAre("T/A: A=1 > ;A=1", "T/Z: Z=3 > ;Z=3"));
+    EXPECT_EQ(Undo(), "comment mark of 2 keys");
+    EXPECT_FALSE(Settings().IsModified());
     Selection().SelectRows({0, 2}, 0);
     Commands().CopyKeys();
     EXPECT_EQ(world.prompts.copied, "A=1\r\nZ=3");

@@ -59,6 +59,9 @@ void MainStatusBar::ApplyLook(const MainLook& look) {
     m_dpi = look.dpi;
     m_pictures = look.statusPictures.Get();
     StatusBar1.SetFont(MakeMessageFont(m_dpi));
+    if (cmdRestart.Handle() != nullptr) {
+        cmdRestart.SetFont(MakeMessageFont(m_dpi));
+    }
     ApplyLanguage();
 }
 
