@@ -65,7 +65,6 @@ void KeyExchange::Import() {
     }
     m_editor.Change(StepKind::Import, content.changes);
     m_selection.ShowAgain();
-    m_workplace.TellCommandsChanged();
     ReportSkipped(content.skipped);
 }
 

@@ -49,6 +49,9 @@ TEST_F(KeyExchangeTest, OnlyWhatIsCheckedIsImported) {
     EXPECT_EQ(Pending().CountText(), "4 changes");
     EXPECT_EQ(Commands().UndoName(), "import of 4 keys");
     Commands().Undo();
+    Selection().SetKeyFilter(KeyFilter::ShowActive);
+    EXPECT_THAT(Import(nullptr), ElementsAre("A=1")) << "Z is no longer active";
+    Commands().Undo();
     EXPECT_FALSE(Settings().IsModified());
 
     world.disk.Remove(kFile);

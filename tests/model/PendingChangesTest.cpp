@@ -39,7 +39,7 @@ protected:
 };
 
 TEST_F(PendingChangesTest, EachIsShownWithWhatTheFileHas) {
-    Start("[T]\nA=1\n;K=2\nZ=3\n");
+    Start("[T]\nA=1\n;K=2\nZ=3\nY=4\n\n");
     EXPECT_EQ(Pending().CountText(), "");
     Play('s');
     EXPECT_EQ(Pending().CountText(), "1 change");
@@ -56,7 +56,7 @@ TEST_F(PendingChangesTest, EachIsShownWithWhatTheFileHas) {
     for (const PreviewLine& line : files[0].lines) {
         lines += " -+~"[static_cast<int>(line.kind)] + line.text + "|";
     }
-    EXPECT_EQ(lines, " [T]| A=1|-;K=2|-Z=3|+K=new| [Configuration]|");
+    EXPECT_EQ(lines, " [T]| A=1|-;K=2|-Z=3|+K=new| Y=4| |~|");
 
     Pending().Discard({2, 3});
     EXPECT_THAT(Shown(), ElementsAre("T/A: A=1 > same"));

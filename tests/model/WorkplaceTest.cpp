@@ -75,7 +75,7 @@ TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     Start("[ConfigurationEditor]\nForegroundColor=1\nAutoSelectNextKey=0\nFontName=Old\n");
     OptionsEditor& options = Place().Options();
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
-    world.prompts.colorsToChoose = {"255"};
+    world.prompts.colorsToChoose = {"255", "16711935"};
     world.prompts.fontsToChoose = {{"New", 12, 1, 204}};
     // Colours and the font count at once, and only until the window opens again.
     options.Begin();
@@ -92,9 +92,10 @@ TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     EXPECT_EQ(Place().OwnSettings().Values().fontName, "Old");
     options.SetLanguageFile("C:\\my.lng");
     options.SetFlag(&OptionsEditor::Choices::usesDefaultLanguage, false);
-    EXPECT_TRUE(options.IsChanged() && options.Apply() && !options.IsChanged());
+    EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text) && options.Apply());
     options.End();
     EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "C:\\my.lng");
+    EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ForegroundColor"), "16711935");
     EXPECT_EQ(Selection().CounterPanel(), "3  Stueck");
     Selection().ShowKeyDetails(1);
     EXPECT_EQ(Selection().Description(), "nichts");
