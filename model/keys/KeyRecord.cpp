@@ -47,6 +47,10 @@ bool DiffersFromDefault(const KeyRecord& record) {
     return value != record.defaultValue && !(number && number == WholeNumber(record.defaultValue));
 }
 
+std::string NameWithSection(const KeyRecord& record) {
+    return "[" + std::string(record.targetSection) + "] " + std::string(record.keyName);
+}
+
 KeyLooks LooksOf(KeyState currentState, std::string_view defaultValue) {
     KeyLooks looks;
     looks.smallIcon = ValueIconIndex(defaultValue);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tamarind {
@@ -55,6 +56,9 @@ struct KeyRecord {
 // Whether a key has, or will have, an active line with another value than its default: numbers
 // compare by value, and a key without a known default differs.
 bool DiffersFromDefault(const KeyRecord& record);
+
+// "[Layout] ButtonBar".
+std::string NameWithSection(const KeyRecord& record);
 
 // The looks that belong to a state. The icon is that of a commented-out key or else follows from
 // the kind of the default value.

@@ -163,22 +163,7 @@ constexpr Command kFileMenu[] = {
     kSeparator,
     Command::FileExit,
 };
-constexpr Command kEditMenu[] = {
-    Command::EditUndo,
-    Command::EditRedo,
-    kSeparator,
-    Command::EditValue,
-    Command::EditSetValue1,
-    Command::EditSetValue0,
-    Command::EditBrowseValue,
-    kSeparator,
-    Command::EditComment,
-    Command::EditDelete,
-    kSeparator,
-    Command::EditReset,
-    Command::EditCopy,
-    Command::EditSelectAll,
-};
+// The Edit menu is the key list's without what only that has.
 constexpr Command kKeyListMenu[] = {
     Command::EditUndo,
     Command::EditRedo,
@@ -198,6 +183,9 @@ constexpr Command kKeyListMenu[] = {
     Command::FileExportSelected,
     Command::FileExportDifferences,
 };
+constexpr std::size_t kOfKeyListOnly = 3;
+constexpr std::span kEditEntries =
+    std::span(kKeyListMenu).first(std::size(kKeyListMenu) - kOfKeyListOnly);
 constexpr Command kTreeMenu[] = {Command::FileExport, Command::FileImport, kSeparator,
                                  Command::EditResetCategory};
 constexpr Command kViewMenu[] = {
@@ -209,7 +197,7 @@ constexpr Command kFavoritesMenu[] = {Command::FavoritesAdd, Command::FavoritesO
 constexpr Command kHelpMenu[] = {Command::HelpTopics, kSeparator, Command::HelpAbout};
 
 constexpr MenuInfo kMenuBar[] = {
-    {101, kFileMenu},   {121, kEditMenu},      {141, kViewMenu},
+    {101, kFileMenu},   {121, kEditEntries},   {141, kViewMenu},
     {250, kSearchMenu}, {200, kFavoritesMenu}, {161, kHelpMenu},
 };
 

@@ -136,7 +136,7 @@ void KeyCommands::AfterChange(const std::vector<KeyNumber>& changed, std::size_t
         return;
     }
     m_selection.TellChanges(changed);
-    if (selected > 1) {
+    if (selected > 1 || m_selection.SelectedKeys().size() > 1) {
         m_workplace.TellNotice({m_workplace.Text(text::kChangedAndLeftOut,
                                                  {std::to_string(changed.size()),
                                                   std::to_string(selected - changed.size())}),
@@ -167,8 +167,9 @@ void KeyCommands::ResetCategory() {
                   [this](KeyNumber key) { return !m_store.IsChecked(key) || IsKeptByReset(key); });
     if (keys.empty()) {
         Messages(m_workplace).Show(MessageIcon::Information, text::kNothingToReset);
+    } else {
+        Reset(keys, keys.size());
     }
-    Reset(keys, keys.size());
 }
 
 void KeyCommands::Reset(const std::vector<KeyNumber>& keys, std::size_t selected) {

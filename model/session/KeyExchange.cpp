@@ -88,21 +88,20 @@ bool KeyExchange::Review(std::vector<KeyChange>& changes) const {
             return false;
         }
     }
-    if (!review.removesMissing) {
-        changes.resize(review.rows.size());
-    }
-    for (std::size_t row = review.rows.size(); row-- > 0;) {
-        if (!review.rows[row].isTaken) {
-            changes.erase(changes.begin() + static_cast<std::ptrdiff_t>(row));
+    std::vector<KeyChange> taken;
+    for (std::size_t at = 0; at < changes.size(); ++at) {
+        if (at < review.rows.size() ? review.rows[at].isTaken : review.removesMissing) {
+            taken.push_back(std::move(changes[at]));
         }
     }
+    changes = std::move(taken);
     return true;
 }
 
 ImportRow KeyExchange::RowOf(const KeyChange& change) const {
     const KeyRecord record = m_store.Record(change.key);
     ImportRow row;
-    row.key = "[" + std::string(record.targetSection) + "] " + std::string(record.keyName);
+    row.key = NameWithSection(record);
     row.commentsOut = change.state == KeyState::ToBeCommented;
     row.now = LineOfState(record);
     row.after = (row.commentsOut ? ";" : "") + std::string(record.keyName) + "=" + change.value;

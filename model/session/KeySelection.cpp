@@ -102,7 +102,8 @@ void KeySelection::SelectRows(const std::vector<std::size_t>& rows, std::size_t 
     for (const std::size_t row : rows) {
         m_selectedKeys.push_back(m_keys.KeyAt(row));
     }
-    if (std::exchange(m_currentKey, m_keys.KeyAt(current)) != m_currentKey || rows.size() == 1) {
+    const auto former = std::exchange(m_currentKey, m_keys.KeyAt(current));
+    if (former != m_currentKey || rows.size() == 1) {
         m_keyListeners.Tell(&KeyListListener::OnKeyShown);
     }
     m_workplace.TellCommandsChanged();

@@ -40,9 +40,7 @@ void Messages::ReportUnsaved(const SaveResult& result, const KeyStore& store) co
     for (const SaveResult::Failure& failure : result.failures) {
         message += (isOne ? " " : "\n\n") + failure.path + "\n\n" + Reason(failure.result);
         if (failure.refusedKey) {
-            const KeyRecord record = store.Record(*failure.refusedKey);
-            message +=
-                " [" + std::string(record.targetSection) + "] " + std::string(record.keyName);
+            message += " " + NameWithSection(store.Record(*failure.refusedKey));
         }
     }
     m_workplace.Prompts().ShowMessage(MessageIcon::Exclamation, message);

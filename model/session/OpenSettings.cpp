@@ -174,8 +174,7 @@ bool OpenSettings::ResolveConflicts() {
     for (const KeyNumber key : m_conflicts) {
         const KeyRecord record = m_store.Record(key);
         conflicts.push_back(
-            {"[" + std::string(record.targetSection) + "] " + std::string(record.keyName),
-             LineOfState(record), LineInSettings(m_store, key)});
+            {NameWithSection(record), LineOfState(record), LineInSettings(m_store, key)});
     }
     {
         const Workplace::BusyTime busy(m_workplace);

@@ -36,9 +36,8 @@ std::string PendingChanges::RefusalBy(const FilePreview& file) const {
     if (!file.refusedKey) {
         return {};
     }
-    return Messages(m_workplace).Reason({FileError::None, file.refused, {}}) + " [" +
-           std::string(m_store.TargetSection(*file.refusedKey)) + "] " +
-           std::string(m_store.KeyName(*file.refusedKey));
+    return Messages(m_workplace).Reason({FileError::None, file.refused, {}}) + " " +
+           NameWithSection(m_store.Record(*file.refusedKey));
 }
 
 void PendingChanges::Discard(const std::vector<KeyNumber>& keys) {

@@ -55,7 +55,6 @@ TEST_F(EditingTest, WalksFromKeyToKey) {
     EXPECT_EQ(SelectedIn(program.Control(kIdListView1)), 2);
 }
 
-// Commands on several rows, and the list of what is pending, from the keyboard alone.
 TEST_F(EditingTest, SeveralKeysChangeTogether) {
     const RunningProgram program = StartEditor();
     program.TakeSteps({

@@ -141,7 +141,6 @@ TEST_F(FavoritesBookTest, TheOrganizerWorksOnACopyUntilItIsApplied) {
     ASSERT_TRUE(FavoriteKeys().ApplyOrganizer());
     EXPECT_THAT(FavoriteKeys().Items(), IsEmpty());
 
-    // What was deleted once can come again.
     FavoriteKeys().SetOrganizerOpen(true);
     elsewhere.Add("A", "Again");
     ASSERT_TRUE(FavoriteKeys().ApplyOrganizer());

@@ -207,7 +207,7 @@ void frmPendingChanges::Refresh() {
 
 void frmPendingChanges::Select(const std::vector<KeyNumber>& keys) {
     for (std::size_t row = 0; row < m_review.changes.size(); ++row) {
-        if (std::ranges::find(keys, m_review.changes[row].key) != keys.end()) {
+        if (std::ranges::binary_search(keys, m_review.changes[row].key)) {
             lstChanges.AlsoSelectRow(static_cast<int>(row));
         }
     }

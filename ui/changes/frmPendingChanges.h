@@ -54,7 +54,7 @@ private:
     void GoTo() const;
     std::vector<KeyNumber> SelectedKeys() const;
     std::vector<KeyNumber> AllKeys() const;
-    void Select(const std::vector<KeyNumber>& keys);
+    void Select(const std::vector<KeyNumber>& keys);  // ascending
     std::wstring CellText(int row, int column) const;
     const PendingChange& ChangeAt(int row) const {
         return m_review.changes[static_cast<std::size_t>(row)];

@@ -32,7 +32,7 @@ constexpr std::array<std::string_view, 10> kFilters = {
 
 constexpr DWORD kOpenFlags =
     OFN_EXPLORER | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
-static_assert(kOpenFlags == 530436 && (kOpenFlags | OFN_OVERWRITEPROMPT) == 530438);
+static_assert(kOpenFlags == 530436);
 
 std::wstring CurrentFolder() {
     std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
@@ -52,8 +52,9 @@ std::wstring FilterForDialog(FileFilter lngFilter) {
     return text;
 }
 
+// A file to save to may be a new one.
 DWORD SaveFlags(bool blnShowWarningMsg) {
-    return kOpenFlags | (blnShowWarningMsg ? OFN_OVERWRITEPROMPT : 0);
+    return (kOpenFlags & ~DWORD{OFN_FILEMUSTEXIST}) | (blnShowWarningMsg ? OFN_OVERWRITEPROMPT : 0);
 }
 
 cCommonDialog::cCommonDialog() {
@@ -98,6 +99,7 @@ std::string cCommonDialog::Browse(const FileDialog& kind, const std::string& str
     dialog.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     dialog.lpstrTitle = title.c_str();
     dialog.Flags = kind.flags;
+    dialog.lpstrDefExt = (kind.flags & OFN_FILEMUSTEXIST) == 0 ? L"ini" : nullptr;
     const auto chooseFile = DialogFunction<decltype(&GetOpenFileNameW)>(kind.function);
     static const auto lastError =
         DialogFunction<decltype(&CommDlgExtendedError)>("CommDlgExtendedError");
