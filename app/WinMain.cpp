@@ -50,6 +50,11 @@ ScreenSize MeasureScreen() {
     return {twips(SM_CXSCREEN), twips(SM_CYSCREEN)};
 }
 
+bool IsScreenReaderRunning() {
+    BOOL isRunning = FALSE;
+    return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &isRunning, 0) && isRunning;
+}
+
 // Runs until WM_QUIT; returns its exit code. Shortcuts of the window come before everything else.
 int RunMessageLoop(frmMain& window) {
     MSG message{};
@@ -100,7 +105,7 @@ int Run(const std::string& commandLine, int showCommand) {
     EditorSession session(
         {files, registry, environment, prompts, programs, AddBackslash(FolderOfPath(ProgramPath())),
          VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
-         MeasureScreen()});
+         MeasureScreen(), IsScreenReaderRunning()});
     session.LoadSettings();
     const std::string dataFile = session.DataFile().StartUpPath(commandLine);
     if (frmMain::BringForward(dataFile)) {

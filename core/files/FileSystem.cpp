@@ -52,6 +52,10 @@ std::optional<FileStamp> DiskFileSystem::Stamp(const std::string& path) {
     return stamp || PutBack(path) != FileError::None ? stamp : m_calls.Stamp(path);
 }
 
+bool DiskFileSystem::Exists(const std::string& path) {
+    return m_calls.Inspect(path).error == CallError::None;
+}
+
 FileContent DiskFileSystem::Read(const std::string& path, std::uint64_t maxBytes) {
     if (!CanBeFile(path)) {
         return {FileError::BadName, {}, {}};

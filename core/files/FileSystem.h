@@ -93,6 +93,9 @@ public:
     // The stamp of a file; nothing for a missing file and for a folder.
     virtual std::optional<FileStamp> Stamp(const std::string& path) = 0;
 
+    // Whether there is a file or folder at the path.
+    virtual bool Exists(const std::string& path) = 0;
+
     // The whole file, if it has at most `maxBytes` bytes. If another program has it open for
     // writing, this waits for it, for less than half a second, and then fails with InUse. If the
     // program or the machine stopped in the middle of a replacement, the file is put back first.
@@ -155,6 +158,7 @@ public:
     DiskFileSystem& operator=(const DiskFileSystem&) = delete;
 
     std::optional<FileStamp> Stamp(const std::string& path) override;
+    bool Exists(const std::string& path) override;
     FileContent Read(const std::string& path, std::uint64_t maxBytes) override;
     ReplaceResult Exchange(const std::string& path, const std::string& bytes,
                            const FileState& expected, Backup backup) override;

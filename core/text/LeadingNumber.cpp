@@ -1,8 +1,10 @@
 #include "core/text/LeadingNumber.h"
 
+#include <charconv>
 #include <cstdlib>
 #include <limits>
 #include <string>
+#include <system_error>
 
 namespace tamarind {
 namespace {
@@ -70,7 +72,6 @@ std::size_t DecimalLength(std::string_view text) {
 double LeadingNumber(std::string_view text) {
     // One digit is by far the most frequent value.
     if (text.size() == 1) {
-        // By far the most frequent value; a longer one is worth a closer look.
         return IsDigit(text[0]) ? text[0] - '0' : 0;
     }
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
@@ -92,6 +93,13 @@ std::int32_t LeadingInteger(std::string_view text) {
     }
     return number <= static_cast<double>(Limits::min()) ? Limits::min()
                                                         : static_cast<std::int32_t>(number);
+}
+
+std::optional<std::int64_t> WholeNumber(std::string_view text) {
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number)
+                                                                    : std::nullopt;
 }
 
 }  // namespace tamarind

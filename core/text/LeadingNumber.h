@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace tamarind {
@@ -14,5 +15,8 @@ double LeadingNumber(std::string_view text);
 
 // The same as a whole number, cut towards zero and limited to the range of the type.
 std::int32_t LeadingInteger(std::string_view text);
+
+// The number that the whole text is: digits, maybe after a minus sign, and nothing else.
+std::optional<std::int64_t> WholeNumber(std::string_view text);
 
 }  // namespace tamarind

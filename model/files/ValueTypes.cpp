@@ -52,6 +52,11 @@ std::string_view ValueTypes::WordsOf(std::string_view section, std::string_view 
     return {};
 }
 
+std::optional<ValueType> ValueTypes::TypeOf(std::string_view section, std::string_view key) const {
+    const std::string_view words = WordsOf(section, key);
+    return words.empty() ? std::nullopt : std::optional(ParseValueType(words));
+}
+
 bool ValueTypes::IsHistory(std::string_view section, std::string_view key) const {
     const std::string_view words = WordsOf(section, key);
     return words.ends_with(kHistory) &&

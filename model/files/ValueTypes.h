@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "core/ini/IniDocument.h"
+#include "model/keys/ValueType.h"
 
 namespace tamarind {
 
@@ -23,6 +25,9 @@ public:
     // The words of a key's type; empty for a key without an entry. An exact name goes before one
     // with "#". The view belongs to the file.
     std::string_view WordsOf(std::string_view section, std::string_view key) const;
+
+    // The type of a key; nothing for one without an entry.
+    std::optional<ValueType> TypeOf(std::string_view section, std::string_view key) const;
 
     // Whether Total Commander writes the key by itself: visited folders, positions, counters.
     bool IsHistory(std::string_view section, std::string_view key) const;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "model/keys/KeyRecord.h"
@@ -22,5 +23,12 @@ bool HasColor(const KeyRecord& record);
 // The colour of a value. -1 and a missing value mean the system's colour; after "$" the digits are
 // hexadecimal; anything else is a decimal number: "255" and "$FF" are red.
 ColorSample ColorOfValue(std::optional<std::string_view> value);
+
+// A color in one of the forms that users write: "255", "$0000FF" (blue, green, red) or "#FF0000"
+// (red, green, blue). Nothing for any other text.
+std::optional<std::uint32_t> ParseColor(std::string_view text);
+
+// A color in the form that another value has: "$..." or "#..." if that begins so, else decimal.
+std::string FormatColor(std::uint32_t color, std::string_view like);
 
 }  // namespace tamarind

@@ -1,23 +1,9 @@
 #include "model/keys/KeyRecord.h"
 
-#include <charconv>
-#include <system_error>
-
 #include "core/text/LeadingNumber.h"
+#include "model/keys/ColorKeys.h"
 
 namespace tamarind {
-namespace {
-
-// A whole number that is written as digits, maybe after a minus sign.
-std::optional<std::int64_t> WholeNumber(std::string_view text) {
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(number)
-                                                                    : std::nullopt;
-}
-
-}  // namespace
-
 KeyState PendingStateFor(KeyState state) {
     switch (state) {
         case KeyState::Absent:
@@ -38,13 +24,25 @@ KeyIcon ValueIconIndex(std::string_view value) {
     return value == "0" || LeadingNumber(value) != 0 ? KeyIcon::Numeric : KeyIcon::Text;
 }
 
-bool DiffersFromDefault(const KeyRecord& record) {
-    if (!record.Looks().isChecked) {
-        return false;
+bool IsSameValue(std::string_view left, std::string_view right) {
+    if (left == right) {
+        return true;
     }
-    const std::string_view value = record.currentValue.value_or(std::string_view());
-    const auto number = WholeNumber(value);
-    return value != record.defaultValue && !(number && number == WholeNumber(record.defaultValue));
+    const auto number = WholeNumber(left);
+    if (number && number == WholeNumber(right)) {
+        return true;
+    }
+    const auto color = ParseColor(left);
+    return color && color == ParseColor(right);
+}
+
+bool DiffersFromDefault(const KeyRecord& record) {
+    return record.Looks().isChecked &&
+           !IsSameValue(record.currentValue.value_or(std::string_view()), record.defaultValue);
+}
+
+bool DiffersFromKnownDefault(const KeyRecord& record) {
+    return !record.defaultValue.empty() && DiffersFromDefault(record);
 }
 
 std::string NameWithSection(const KeyRecord& record) {

@@ -53,9 +53,15 @@ struct KeyRecord {
     KeyLooks Looks() const;
 };
 
-// Whether a key has, or will have, an active line with another value than its default: numbers
-// compare by value, and a key without a known default differs.
+// Whether two values mean the same: numbers and colors compare by value, "1" is "01" and "255" is
+// "$0000FF".
+bool IsSameValue(std::string_view left, std::string_view right);
+
+// Whether a key has, or will have, an active line with another value than its default; one without
+// a known default differs.
 bool DiffersFromDefault(const KeyRecord& record);
+// The same, but a key without a known default does not.
+bool DiffersFromKnownDefault(const KeyRecord& record);
 
 // "[Layout] ButtonBar".
 std::string NameWithSection(const KeyRecord& record);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "model/program/StringTable.h"
+
 namespace tamarind {
 namespace {
 
@@ -35,6 +37,11 @@ bool HasActiveKey(const CommandState& state) {
 
 bool IsModified(const CommandState& state) {
     return state.isModified;
+}
+
+template <std::size_t Column>
+bool ShowsColumn(const CommandState& state) {
+    return state.showsColumns[Column];
 }
 
 bool Never(const CommandState&) {
@@ -123,6 +130,18 @@ constexpr CommandInfo kCommands[] = {
     {Command::ViewInactiveKeys, 154, kNoShortcut, "Show Inactive Keys", Always,
      [](const CommandState& state) { return state.showsInactiveKeys; }, kKeepsEditing},
     {Command::ViewOptions, 150, kNoShortcut, "Options", Always, Never, kKeepsEditing},
+    {Command::ViewValueBar, 4105, kNoShortcut, "", Always,
+     [](const CommandState& state) { return state.isValueBarVisible; }, kKeepsEditing},
+    {Command::ViewColumns, 4106, kNoShortcut, "", Always, Never, kKeepsEditing},
+    {Command::ViewColumnState, text::kState, kNoShortcut, "", Always, ShowsColumn<0>, kEndsEditing},
+    {Command::ViewColumnDefault, text::kDefault, kNoShortcut, "", Always, ShowsColumn<1>,
+     kEndsEditing},
+    {Command::ViewColumnMeaning, text::kMeaning, kNoShortcut, "", Always, ShowsColumn<2>,
+     kEndsEditing},
+    {Command::ViewColumnCategory, text::kCategory, kNoShortcut, "", Always, ShowsColumn<3>,
+     kEndsEditing},
+    {Command::ViewColumnSection, text::kSection, kNoShortcut, "", Always, ShowsColumn<4>,
+     kEndsEditing},
     {Command::SearchFind, 251, WithControl('F', "Ctrl+F"), "", Always, Never, kKeepsEditing},
     {Command::SearchFindNext,
      252,
@@ -189,8 +208,21 @@ constexpr std::span kEditEntries =
 constexpr Command kTreeMenu[] = {Command::FileExport, Command::FileImport, kSeparator,
                                  Command::EditResetCategory};
 constexpr Command kViewMenu[] = {
-    Command::ViewToolbar,    Command::ViewDescription,  kSeparator, Command::ViewAllKeys,
-    Command::ViewActiveKeys, Command::ViewInactiveKeys, kSeparator, Command::ViewOptions,
+    Command::ViewToolbar,
+    Command::ViewDescription,
+    kSeparator,
+    Command::ViewAllKeys,
+    Command::ViewActiveKeys,
+    Command::ViewInactiveKeys,
+    kSeparator,
+    Command::ViewOptions,
+    kSeparator,
+    Command::ViewValueBar,
+    Command::ViewColumns,
+};
+constexpr Command kColumnsMenu[] = {
+    Command::ViewColumnState,    Command::ViewColumnDefault, Command::ViewColumnMeaning,
+    Command::ViewColumnCategory, Command::ViewColumnSection,
 };
 constexpr Command kSearchMenu[] = {Command::SearchFind, Command::SearchFindNext};
 constexpr Command kFavoritesMenu[] = {Command::FavoritesAdd, Command::FavoritesOrganize};
@@ -243,6 +275,10 @@ std::span<const MenuInfo> MenuBar() {
 
 std::span<const Command> TreeMenu() {
     return kTreeMenu;
+}
+
+std::span<const Command> ColumnsMenu() {
+    return kColumnsMenu;
 }
 
 std::span<const Command> KeyListMenu() {

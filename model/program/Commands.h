@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -40,6 +41,13 @@ enum class Command : std::uint16_t {
     ViewActiveKeys,
     ViewInactiveKeys,
     ViewOptions,
+    ViewValueBar,
+    ViewColumns,
+    ViewColumnState,
+    ViewColumnDefault,
+    ViewColumnMeaning,
+    ViewColumnCategory,
+    ViewColumnSection,
     SearchFind,
     SearchFindNext,
     FavoritesAdd,
@@ -72,6 +80,8 @@ struct CommandState {
     bool isTotalCommanderRunning = false;
     bool isToolbarVisible = false;
     bool isDescriptionVisible = false;
+    bool isValueBarVisible = false;
+    std::array<bool, 5> showsColumns{};  // besides that of the key, in the order of the commands
     bool showsAllKeys = false;
     bool showsActiveKeys = false;
     bool showsInactiveKeys = false;
@@ -106,6 +116,8 @@ struct MenuInfo {
 std::span<const MenuInfo> MenuBar();
 // What the menus of the category tree and of the key list offer.
 std::span<const Command> TreeMenu();
+// What View > Columns and the menu of the list's title offer.
+std::span<const Command> ColumnsMenu();
 std::span<const Command> KeyListMenu();
 
 }  // namespace tamarind

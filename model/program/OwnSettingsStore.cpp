@@ -81,6 +81,8 @@ constexpr SettingRow kRows[] = {
     {"SplitPosition", kEditor, &OwnSettings::splitPosition, "4000", "4000", Written::OnSave},
     {"DescriptionVisible", kEditor, &OwnSettings::descriptionVisible, "1", nullptr,
      Written::OnSave},
+    {"ValueBarVisible", kEditor, &OwnSettings::valueBarVisible, "1", nullptr, Written::OnSave},
+    {"KeyListColumns", kEditor, &OwnSettings::keyListColumns, "", nullptr, Written::OnSave},
     {"FavoritesOroganizeVisible", kEditor, &OwnSettings::favoritesOrganizeVisible, "0", nullptr,
      Written::OnSave},
     {"WcxftpFile", kEditor, &OwnSettings::wcxFtpFile, "", nullptr, Written::OnSave, false},

@@ -29,7 +29,8 @@ struct FileQuestion {
     std::string initialFolder;  // empty: the folder of the last choice
     std::string fileName;       // proposed
     FileFilter filter = FileFilter::AllFiles;
-    std::string title;  // empty: the dialog's usual one
+    std::string title;    // empty: the dialog's usual one
+    std::string pattern;  // "*.dll;*.icl": offered before the filter; may be empty
 };
 
 struct FontChoice {
@@ -83,6 +84,9 @@ public:
     // already; the dialog does not ask about overwriting.
     virtual std::string BrowseForOpen(const FileQuestion& question) = 0;
     virtual std::string BrowseForSave(const FileQuestion& question) = 0;
+
+    // The same for a folder. The dialog starts in `folder`.
+    virtual std::string BrowseForFolder(const std::string& folder) = 0;
 
     // Starts with `font` and puts the user's choice into it. False if they cancel.
     virtual bool FontSelect(FontChoice& font) = 0;

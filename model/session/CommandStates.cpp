@@ -6,6 +6,12 @@ CommandState CommandStates::State() const {
     CommandState state;
     state.isToolbarVisible = m_workplace.IsToolbarVisible();
     state.isDescriptionVisible = m_workplace.IsDescriptionVisible();
+    state.isValueBarVisible = m_workplace.IsValueBarVisible();
+    for (const ShownColumn& shown : m_columns.Shown()) {
+        if (shown.column != KeyColumn::Key) {
+            state.showsColumns[static_cast<std::size_t>(shown.column) - 1] = true;
+        }
+    }
     state.hasKey = m_selection.EditableKey().has_value();
     for (const KeyNumber key : m_selection.SelectedKeys()) {
         const KeyLooks looks = LooksOf(m_selection.Store().CurrentState(key), {});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/program/Commands.h"
+#include "model/session/KeyColumns.h"
 #include "model/session/KeyCommands.h"
 #include "model/session/KeySelection.h"
 #include "model/session/OpenDataFile.h"
@@ -14,12 +15,13 @@ class CommandStates {
 public:
     CommandStates(const Workplace& workplace, const KeySelection& selection,
                   const KeyCommands& commands, const OpenDataFile& dataFile,
-                  const OpenSettings& settings)
+                  const OpenSettings& settings, const KeyColumns& columns)
         : m_workplace(workplace),
           m_selection(selection),
           m_commands(commands),
           m_dataFile(dataFile),
-          m_settings(settings) {}
+          m_settings(settings),
+          m_columns(columns) {}
 
     bool IsEnabled(Command command) const;
     bool IsChecked(Command command) const;
@@ -34,6 +36,7 @@ private:
     const KeyCommands& m_commands;
     const OpenDataFile& m_dataFile;
     const OpenSettings& m_settings;
+    const KeyColumns& m_columns;
 };
 
 }  // namespace tamarind

@@ -8,13 +8,16 @@
 #include "model/program/SettingsLocator.h"
 #include "model/session/CommandStates.h"
 #include "model/session/FavoritesBook.h"
+#include "model/session/KeyColumns.h"
 #include "model/session/KeyCommands.h"
 #include "model/session/KeyExchange.h"
 #include "model/session/KeySelection.h"
+#include "model/session/KeyValues.h"
 #include "model/session/OpenDataFile.h"
 #include "model/session/OpenSettings.h"
 #include "model/session/PendingChanges.h"
 #include "model/session/RecentSettings.h"
+#include "model/session/ValueEditing.h"
 #include "model/session/Workplace.h"
 
 namespace tamarind {
@@ -31,6 +34,9 @@ public:
     OpenDataFile& DataFile() { return m_dataFile; }
     OpenSettings& Settings() { return m_settings; }
     KeyCommands& Commands() { return m_commands; }
+    const KeyValues& Values() const { return m_values; }
+    ValueEditing& Editing() { return m_editing; }
+    KeyColumns& Columns() { return m_columns; }
     PendingChanges& Pending() { return m_pending; }
     KeyExchange& Exchange() { return m_exchange; }
     FavoritesBook& FavoriteKeys() { return m_favorites; }
@@ -73,11 +79,14 @@ private:
     OpenDataFile m_dataFile{m_workplace, m_store, m_selection};
     OpenSettings m_settings{m_workplace, m_store, m_editor, m_selection, m_dataFile};
     KeyCommands m_commands{m_workplace, m_store, m_editor, m_selection, m_dataFile};
+    KeyValues m_values{m_workplace, m_store, m_dataFile};
+    ValueEditing m_editing{m_workplace, m_store, m_selection, m_values, m_commands};
     PendingChanges m_pending{m_workplace, m_store, m_editor, m_selection, m_settings};
     KeyExchange m_exchange{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_settings};
     FavoritesBook m_favorites{m_workplace, m_selection};
     RecentSettings m_recent{m_workplace};
-    CommandStates m_states{m_workplace, m_selection, m_commands, m_dataFile, m_settings};
+    KeyColumns m_columns{m_workplace, m_store, m_values};
+    CommandStates m_states{m_workplace, m_selection, m_commands, m_dataFile, m_settings, m_columns};
     SettingsLocator m_locator;
 };
 

@@ -46,7 +46,6 @@ bool KeyCommands::SelectsNextKey() const {
     return m_workplace.OwnSettings().Values().autoSelectNextKey != 0;
 }
 
-// After a beep or a message where it cannot be.
 bool KeyCommands::CanEditValue() const {
     const auto key = m_selection.EditableKey();
     if (!key || m_workplace.IsBusy()) {
@@ -103,17 +102,23 @@ bool KeyCommands::SetValue(const std::string& value) {
     return true;
 }
 
-bool KeyCommands::BrowseValue() {
-    if (!CanEditValue()) {
+void KeyCommands::SetValues(const std::vector<KeyChange>& changes) {
+    std::vector<KeyNumber> keys;
+    for (const KeyChange& change : changes) {
+        keys.push_back(change.key);
+    }
+    m_editor.Change(StepKind::Value, changes);
+    m_selection.TellChanges(keys);
+}
+
+bool KeyCommands::Unset() {
+    const auto key = m_selection.EditableKey();
+    if (!key || m_workplace.IsBusy()) {
         return false;
     }
-    UserPrompts& prompts = m_workplace.Prompts();
-    const auto sample = CurrentColor();
-    if (sample && !sample->isSystemColor) {
-        prompts.StartColorAt(static_cast<std::int32_t>(sample->color));
-    }
-    const std::string value = sample ? prompts.ColorSelect() : prompts.BrowseForOpen({});
-    return value != MissingValueMarker && SetValue(value);
+    const std::vector<KeyNumber> changed = m_editor.Delete({*key}, StepKind::Reset);
+    m_selection.TellChanges(changed);
+    return !changed.empty();
 }
 
 void KeyCommands::CommentKeys() {
@@ -223,16 +228,6 @@ std::string KeyCommands::NameOf(const HistoryStep* step) const {
                                  ? std::string(m_store.KeyName(step->entries.front().key))
                                  : m_workplace.Text(text::kSeveralKeys, {std::to_string(count)});
     return m_workplace.Text(NameTextOf(step->kind), {keys});
-}
-
-std::optional<ColorSample> KeyCommands::CurrentColor() const {
-    const auto key = m_selection.EditableKey();
-    if (!key || !HasColor(m_store.Record(*key))) {
-        return std::nullopt;
-    }
-    ColorSample sample = ColorOfValue(m_store.CurrentValue(*key));
-    sample.isSystemColor |= m_store.Record(*key).Looks().isGhosted;
-    return sample;
 }
 
 }  // namespace tamarind

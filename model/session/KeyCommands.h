@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "model/keys/ColorKeys.h"
 #include "model/keys/KeyEditor.h"
 #include "model/session/KeySelection.h"
 #include "model/session/OpenDataFile.h"
@@ -33,10 +32,15 @@ public:
     bool StoreEditedValue(const std::string& text);
     bool SelectsNextKey() const;
 
+    // Whether the current key's value can be edited; if not, after a beep or a message.
+    bool CanEditValue() const;
+
     // The other commands on the current key; each does nothing where it is not enabled. They return
-    // whether a value was stored. The colour dialog starts at the key's colour.
+    // whether a change was made. Unset has its line removed, as a reset does.
     bool SetValue(const std::string& value);
-    bool BrowseValue();
+    bool Unset();
+    // Sets these keys, which may be others, in one step.
+    void SetValues(const std::vector<KeyChange>& changes);
 
     // The commands on all selected keys, each one step. Keys for which a command makes no sense are
     // left out, and with more than one key a notice says how many. With one, the next key's turn
@@ -61,12 +65,7 @@ public:
     std::string UndoName() const { return NameOf(NextUndo()); }
     std::string RedoName() const { return NameOf(NextRedo()); }
 
-    // What the current key's value is as a colour; nothing for a key that is none. One that is
-    // absent or to be deleted has the system's.
-    std::optional<ColorSample> CurrentColor() const;
-
 private:
-    bool CanEditValue() const;
     void AfterChange(const std::vector<KeyNumber>& changed, std::size_t selected);
     void AfterReplay(const std::vector<KeyNumber>& keys);
     bool IsKeptByReset(KeyNumber key) const;

@@ -83,6 +83,11 @@ void Workplace::SetDescriptionVisible(bool isVisible) {
     TellCommandsChanged();
 }
 
+void Workplace::SetValueBarVisible(bool isVisible) {
+    m_settings.Values().valueBarVisible = isVisible ? 1 : 0;
+    TellCommandsChanged();
+}
+
 void Workplace::ShowHelpTopics() {
     for (const char* const name : {"Readme.chm", "help\\index.html"}) {
         const std::string path = m_services.programFolder + name;

@@ -27,6 +27,7 @@ struct SessionServices {
     std::string programFolder;  // with a closing backslash
     std::string versionText;
     ScreenSize screen;
+    bool hasScreenReader = false;
 };
 
 // Something that the user is told in passing, in the status bar.
@@ -98,8 +99,10 @@ public:
 
     bool IsToolbarVisible() const { return m_settings.Values().toolbarVisible != 0; }
     bool IsDescriptionVisible() const { return m_settings.Values().descriptionVisible != 0; }
+    bool IsValueBarVisible() const { return m_settings.Values().valueBarVisible != 0; }
     void SetToolbarVisible(bool isVisible);
     void SetDescriptionVisible(bool isVisible);
+    void SetValueBarVisible(bool isVisible);
 
     // Opens the help that stands beside the program: the compiled one or else its pages.
     void ShowHelpTopics();

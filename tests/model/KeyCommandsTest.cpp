@@ -82,16 +82,17 @@ TEST_F(KeyCommandsTest, CommandsFollowTheCurrentKeysState) {
 
 TEST_F(KeyCommandsTest, ColorKeysShowAndChooseColors) {
     Start("[Colors]\nBackColor=255\n");
-    EXPECT_FALSE(Commands().CurrentColor());
+    const auto color = [this] { return Session().Values().ColorOf(*Selection().CurrentKey()); };
+    EXPECT_FALSE(color());
     world.prompts.filesToChoose = {"C:\\a=b.exe"};
-    EXPECT_TRUE(Commands().BrowseValue());
+    EXPECT_TRUE(Session().Editing().Browse());
     EXPECT_EQ(Selection().Record(2).currentValue, "C:\\a=b.exe") << "as the dialog gave it";
-    EXPECT_FALSE(Commands().BrowseValue()) << "cancelled";
+    EXPECT_FALSE(Session().Editing().Browse()) << "cancelled";
     Selection().ShowKeyDetails(3);
-    EXPECT_EQ(Commands().CurrentColor()->color, 255U);
+    EXPECT_EQ(color()->color, 255U);
     world.prompts.colorsToChoose = {"65280"};
-    EXPECT_TRUE(Commands().BrowseValue());
-    EXPECT_EQ(Commands().CurrentColor()->color, 65280U);
+    EXPECT_TRUE(Session().Editing().Browse());
+    EXPECT_EQ(color()->color, 65280U);
     EXPECT_EQ(ColorOfValue("16777216").color, 0U);
     EXPECT_EQ(ColorOfValue("$0000FF").color, 255U) << "as $BBGGRR";
     EXPECT_TRUE(ColorOfValue("-1").isSystemColor);

@@ -301,7 +301,7 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
     Start("[S]\nA=" + whole + "\n");
     EXPECT_FALSE(Commands().BeginInplaceEdit());
     EXPECT_FALSE(Commands().SetValue("1"));
-    EXPECT_FALSE(Commands().BrowseValue());
+    EXPECT_FALSE(Session().Editing().Browse());
     EXPECT_THAT(world.prompts.messages, Each("i" + BuiltIn(text::kLongValueStays)));
     EXPECT_EQ(world.prompts.messages.size(), 3U);
     world.prompts.messages.clear();

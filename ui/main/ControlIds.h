@@ -22,6 +22,19 @@ enum ControlId : int {
     kIdCmdColorSample,
     kIdKeyListPane,
     kIdCmdRestart,
+    kIdUpperPane,
+    kIdValueBar,
+    kIdLblKey,
+    kIdTxtValue,
+    kIdCmdChoices,
+    kIdSpnValue,
+    kIdLblUnit,
+    kIdCmdColor,
+    kIdCmdBrowse,
+    kIdPicWarning,
+    kIdLblNote,
+    kIdCmdReset,
+    kIdLstChoices,
 };
 
 // Menu entries that change: recent files by slot, and favorites by their place in the list.

@@ -29,13 +29,20 @@ bool IsDown(int key) {
 
 }  // namespace
 
-KeyListView::KeyListView(const Workplace& workplace, KeySelection& selection, KeyCommands& commands,
-                         MainWindowActions& actions)
-    : m_workplace(workplace), m_selection(selection), m_commands(commands), m_actions(actions) {
+KeyListView::KeyListView(EditorSession& session, MainWindowActions& actions)
+    : m_workplace(session.Place()),
+      m_selection(session.Selection()),
+      m_commands(session.Commands()),
+      m_values(session.Values()),
+      m_editing(session.Editing()),
+      m_keyColumns(session.Columns()),
+      m_actions(actions) {
     m_selection.KeyWatchers().Add(*this);
+    m_keyColumns.Watchers().Add(*this);
 }
 
 KeyListView::~KeyListView() {
+    m_keyColumns.Watchers().Remove(*this);
     m_selection.KeyWatchers().Remove(*this);
 }
 
@@ -50,7 +57,50 @@ bool KeyListView::Create(HWND parent) {
 }
 
 void KeyListView::ApplyLanguage() {
-    ListView1.SetColumnTitle(Widen(m_workplace.Text(text::kKey)));
+    KeepColumns();
+    ShowColumns();
+}
+
+// The list counts the column of the key first, wherever it stands.
+void KeyListView::ShowColumns() {
+    const std::vector<ShownColumn> shown = m_keyColumns.Shown();
+    m_columns = {KeyColumn::Key};
+    std::vector<int> order;
+    for (const ShownColumn& one : shown) {
+        const bool isKey = one.column == KeyColumn::Key;
+        order.push_back(isKey ? 0 : static_cast<int>(m_columns.size()));
+        if (!isKey) {
+            m_columns.push_back(one.column);
+        }
+    }
+    std::vector<ListColumn> columns;
+    for (const KeyColumn column : m_columns) {
+        const auto found = std::ranges::find(shown, column, &ShownColumn::column);
+        columns.push_back(
+            {Widen(m_keyColumns.Title(column)), ToPixels(Twips{found->width}, m_dpi).value});
+    }
+    ListView1.SetColumns(columns, order);
+}
+
+void KeyListView::KeepColumns() const {
+    if (m_columns.size() < 2) {
+        return;
+    }
+    const std::vector<ShownColumn> former = m_keyColumns.Shown();
+    std::vector<ShownColumn> columns;
+    for (const int place : ListView1.ColumnOrder()) {
+        const KeyColumn column = m_columns[static_cast<std::size_t>(place)];
+        const auto stored = std::ranges::find(former, column, &ShownColumn::column);
+        const Twips width{stored == former.end() ? 0 : stored->width};
+        columns.push_back(
+            {column, ToTwips(Pixels{ListView1.ColumnWidth(place)}, m_dpi, width).value});
+    }
+    m_keyColumns.Keep(columns);
+}
+
+void KeyListView::OnColumnsChanged() {
+    CloseInplaceEdit();
+    ShowColumns();
 }
 
 LRESULT KeyListView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -70,9 +120,11 @@ void KeyListView::ApplyLook(const MainLook& look) {
     ListView1.ShowGridLines(look.showsGridLines);
     ListView1.SetBorder(look.border);
     ApplyUserFont(ListView1, look.font, true, 0, look.dpi);
+    KeepColumns();
+    m_dpi = look.dpi;
+    ShowColumns();
     ListView1.SetColumnMargin(ToPixels(kColumnMargin, look.dpi).value);
     m_font = look.font;
-    m_dpi = look.dpi;
     ApplyLookToInplaceEdit();
     PlaceColorSample();
 }
@@ -133,7 +185,8 @@ void KeyListView::OnManyKeysChanged() {
 
 // The sample is made when the first key with a colour is shown.
 void KeyListView::ShowColor() {
-    const auto sample = m_commands.CurrentColor();
+    const auto key = m_selection.EditableKey();
+    const auto sample = key ? m_values.ColorOf(*key) : std::nullopt;
     if (sample && cmdColorSample.Handle() == nullptr) {
         cmdColorSample.Create(Handle(), kIdCmdColorSample);
     }
@@ -239,6 +292,20 @@ std::wstring KeyListView::RowText(int row) const {
     return record ? Widen(VisibleText(*record)) : std::wstring();
 }
 
+std::wstring KeyListView::CellText(int row, int column) const {
+    const auto at = static_cast<std::size_t>(row);
+    const auto which = static_cast<std::size_t>(column);
+    return at < m_selection.Keys().Size() && which < m_columns.size()
+               ? Widen(m_keyColumns.CellText(m_selection.Keys().KeyAt(at), m_columns[which]))
+               : std::wstring();
+}
+
+RECT KeyListView::CurrentRowBounds() const {
+    RECT row = ListView1.RowBounds(static_cast<int>(m_selection.CurrentRow().value_or(0)));
+    MapWindowPoints(ListView1.Handle(), nullptr, reinterpret_cast<POINT*>(&row), 2);
+    return row;
+}
+
 RowLook KeyListView::LookOfRow(int row) const {
     RowLook look;
     if (const auto record = RecordOf(row)) {
@@ -246,6 +313,7 @@ RowLook KeyListView::LookOfRow(int row) const {
         look.picture = static_cast<int>(looks.smallIcon) - 1 + (looks.isGhosted ? kIconCount : 0);
         look.color =
             looks.foreColor == KeyColor::Active ? m_activeColor : GetSysColor(COLOR_GRAYTEXT);
+        look.isBold = DiffersFromKnownDefault(*record);
     }
     return look;
 }
@@ -275,12 +343,28 @@ void KeyListView::OnListMenu(POINT at) {
     m_actions.ShowPopup(PopupMenu::KeyList, at);
 }
 
+void KeyListView::OnTitleMenu(POINT at) {
+    m_actions.ShowPopup(PopupMenu::Columns, at);
+}
+
 void KeyListView::OnRowActivated() {
     m_actions.Execute(Command::EditValue);
 }
 
-// Shortcuts that belong to the list, such as Del, work here and nowhere else.
+// F4 opens the choices, Space switches a key that is on or off. Shortcuts that belong to the list,
+// such as Del, work here and nowhere else.
 bool KeyListView::OnListKey(WPARAM key) {
+    const bool isPlain = !IsDown(VK_CONTROL) && !IsDown(VK_SHIFT);
+    if (isPlain && key == VK_F4) {
+        m_actions.OpenChoices();
+        return true;
+    }
+    if (isPlain && key == VK_SPACE && m_editing.IsSwitch()) {
+        if (m_editing.ToggleSwitch()) {
+            ContinueWithNextKey();
+        }
+        return true;
+    }
     for (const CommandInfo& info : AllCommands()) {
         const Shortcut& shortcut = info.shortcut;
         if (shortcut.isOfKeyList && shortcut.key == key && shortcut.control == IsDown(VK_CONTROL) &&

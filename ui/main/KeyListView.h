@@ -1,7 +1,6 @@
 #pragma once
 
-#include "model/session/KeyCommands.h"
-#include "model/session/KeySelection.h"
+#include "model/session/EditorSession.h"
 #include "ui/main/InplaceEdit.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
@@ -18,11 +17,11 @@ namespace tamarind {
 class KeyListView final : public Window,
                           private VirtualListSource,
                           private InplaceEditListener,
-                          private KeyListListener {
+                          private KeyListListener,
+                          private KeyColumnsListener {
 public:
     // All arguments are kept by reference and must outlive the view.
-    KeyListView(const Workplace& workplace, KeySelection& selection, KeyCommands& commands,
-                MainWindowActions& actions);
+    KeyListView(EditorSession& session, MainWindowActions& actions);
     ~KeyListView() override;
 
     // False if Windows cannot create the pane or the list. Box and sample are made when they are
@@ -30,7 +29,11 @@ public:
     bool Create(HWND parent);
     // The pictures stay owned by `look`, which must live until the next call.
     void ApplyLook(const MainLook& look);
-    // Shows the column title in the present language.
+    // Keeps the order and the widths of the columns, as the user has made them.
+    void KeepColumns() const;
+    // The current row, in pixels of the screen.
+    RECT CurrentRowBounds() const;
+    // Shows the column titles in the present language.
     void ApplyLanguage();
     HWND List() const { return ListView1.Handle(); }
 
@@ -54,16 +57,20 @@ private:
     void OnKeyChanged(KeyNumber key) override;
     void OnManyKeysChanged() override;
     void OnWentToKey(const std::optional<DescriptionPart>&) override;
+    void OnColumnsChanged() override;
     std::wstring RowText(int row) const override;
+    std::wstring CellText(int row, int column) const override;
     RowLook LookOfRow(int row) const override;
     void OnRowSelected(int row) override;
     void OnSelectionChanged() override;
     void OnListMenu(POINT at) override;
+    void OnTitleMenu(POINT at) override;
     void OnRowActivated() override;
     bool OnListKey(WPARAM key) override;
     void OnListPressed() override { txtInplaceEdit.Close(); }
     void OnListPlaced() override;
     bool OnTextEntered(const std::wstring& text) override;
+    void ShowColumns();
     void OnNextKey();
     bool CreateInplaceEdit();
     void ApplyLookToInplaceEdit();
@@ -76,6 +83,10 @@ private:
     const Workplace& m_workplace;
     KeySelection& m_selection;
     KeyCommands& m_commands;
+    const KeyValues& m_values;
+    ValueEditing& m_editing;
+    KeyColumns& m_keyColumns;
+    std::vector<KeyColumn> m_columns;  // as the list counts them
     MainWindowActions& m_actions;
     COLORREF m_activeColor = 0;
     UserFont m_font;

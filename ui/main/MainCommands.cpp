@@ -9,6 +9,17 @@
 #include "ui/shell/frmOptions.h"
 
 namespace tamarind {
+namespace {
+
+// The column that a command shows or hides.
+KeyColumn ColumnOf(Command command) {
+    constexpr int kFirst = static_cast<int>(Command::ViewColumnState);
+    return static_cast<KeyColumn>(static_cast<int>(command) - kFirst +
+                                  static_cast<int>(KeyColumn::State));
+}
+
+}  // namespace
+
 MainCommands::MainCommands(EditorSession& session, MainPanes& panes, const DialogStyle& style)
     : m_session(session),
       m_panes(panes),
@@ -143,7 +154,7 @@ void MainCommands::Do(Command command) {
             ContinueAfter(keys.SetValue("0"));
             break;
         case Command::EditBrowseValue:
-            ContinueAfter(keys.BrowseValue());
+            ChooseValue();
             break;
         case Command::EditComment:
             keys.CommentKeys();
@@ -190,6 +201,17 @@ void MainCommands::Do(Command command) {
         case Command::HelpAbout:
             ShowAbout();
             break;
+        case Command::ViewValueBar:
+            workplace.SetValueBarVisible(!workplace.IsValueBarVisible());
+            break;
+        case Command::ViewColumnState:
+        case Command::ViewColumnDefault:
+        case Command::ViewColumnMeaning:
+        case Command::ViewColumnCategory:
+        case Command::ViewColumnSection:
+            m_panes.Keys().KeepColumns();
+            m_session.Columns().Toggle(ColumnOf(command));
+            break;
         case Command::SearchFind:
             m_searchFor.Open(m_owner);
             break;
@@ -204,6 +226,20 @@ void MainCommands::Do(Command command) {
             break;
         default:
             break;
+    }
+}
+
+void MainCommands::OpenChoices() {
+    if (!m_panes.Value().OpenChoices(m_panes.Keys().CurrentRowBounds())) {
+        Execute(Command::EditValue);
+    }
+}
+
+void MainCommands::ChooseValue() {
+    if (m_session.Editing().WayToChoose() == ChoosingWay::Dialog) {
+        ContinueAfter(m_session.Editing().Browse());
+    } else {
+        OpenChoices();
     }
 }
 

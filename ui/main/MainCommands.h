@@ -26,6 +26,9 @@ public:
     // Carries out a command, or does nothing if it is not enabled.
     void Execute(Command command);
 
+    // Opens the choices of the current key, or where it has none a box to type its value in.
+    void OpenChoices();
+
     // The window is open only from time to time; the object always exists.
     frmOrganizeFavorites& Organizer() { return m_organizeFavorites; }
     void ApplyLanguage();
@@ -33,6 +36,7 @@ public:
 private:
     void OnEntry(int id);
     void Do(Command command);
+    void ChooseValue();
     void AddFavorite();
     void ShowFavorite(int place);
     // After a value was stored, goes on to the next key if the settings say so.

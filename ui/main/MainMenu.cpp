@@ -65,15 +65,21 @@ bool MainMenu::Create(HWND window) {
     }
     DestroyMenu(former);
     m_bar = bar.Release();
-    m_recentFiles = CreatePopupMenu();
-    const HMENU fileMenu = GetSubMenu(m_bar, static_cast<int>(MenuWith(Command::FileRecentFiles)));
-    ModifyMenuW(fileMenu, static_cast<UINT>(IdOf(Command::FileRecentFiles)),
-                MF_BYCOMMAND | MF_POPUP, reinterpret_cast<UINT_PTR>(m_recentFiles),
-                EntryText(Command::FileRecentFiles).c_str());
+    m_recentFiles = HangBelow(Command::FileRecentFiles);
+    Fill(HangBelow(Command::ViewColumns), ColumnsMenu());
     OnFavoritesChanged();
     m_accelerators = MakeAccelerators({});
     m_textAccelerators = MakeAccelerators(MenuBar()[MenuWith(Command::EditValue)].entries);
     return true;
+}
+
+// A new menu below an entry of the bar, which destroys it.
+HMENU MainMenu::HangBelow(Command command) const {
+    const HMENU below = CreatePopupMenu();
+    ModifyMenuW(GetSubMenu(m_bar, static_cast<int>(MenuWith(command))),
+                static_cast<UINT>(IdOf(command)), MF_BYCOMMAND | MF_POPUP,
+                reinterpret_cast<UINT_PTR>(below), EntryText(command).c_str());
+    return below;
 }
 
 std::wstring MainMenu::EntryText(Command command) const {
@@ -209,7 +215,9 @@ HMENU MainMenu::FavoritesMenu() const {
 
 void MainMenu::ShowPopup(HWND window, PopupMenu menu, POINT at) const {
     const UniqueMenu popup(CreatePopupMenu());
-    Fill(popup.Get(), menu == PopupMenu::CategoryTree ? TreeMenu() : KeyListMenu());
+    Fill(popup.Get(), menu == PopupMenu::CategoryTree ? TreeMenu()
+                      : menu == PopupMenu::KeyList    ? KeyListMenu()
+                                                      : ColumnsMenu());
     TrackPopupMenu(popup.Get(), TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
 }
 

@@ -37,6 +37,7 @@ public:
 
 private:
     void OnFavoritesChanged() override;
+    HMENU HangBelow(Command command) const;
     std::wstring EntryText(Command command) const;
     void Fill(HMENU menu, std::span<const Command> entries) const;
     // The shortcuts that work in the whole window, except those of the given commands.

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "ui/main/ControlIds.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
@@ -25,17 +26,22 @@ void StorePosition(const cSplitter& splitter, std::int32_t& setting) {
 MainPanes::MainPanes(EditorSession& session, MainWindowActions& actions)
     : m_ownSettings(session.Place().OwnSettings()),
       m_tree(session.Selection(), actions),
-      m_keys(session.Place(), session.Selection(), session.Commands(), actions),
+      m_keys(session, actions),
+      m_value(session.Place(), session.Selection(), session.Editing(), session.States(), actions),
       m_description(session.Place(), session.Selection(), session.DataFile(), session.States(),
                     actions) {}
 
+MainPanes::~MainPanes() {
+    WindowObject::SetFilter(m_upper.Handle(), nullptr);
+}
+
 bool MainPanes::Create(HWND parent, const MainLook& look) {
-    if (!Picture1.Create(parent, kIdPicture1) ||
-        !picSpliterContainer.Create(Picture1.Handle(), kIdPicSpliterContainer) ||
+    if (!Picture1.Create(parent, kIdPicture1) || !m_upper.Create(Picture1.Handle(), kIdUpperPane) ||
+        !picSpliterContainer.Create(m_upper.Handle(), kIdPicSpliterContainer) ||
         !m_tree.Create(picSpliterContainer.Handle()) ||
         !m_keys.Create(picSpliterContainer.Handle()) ||
         !Frame1.Create(picSpliterContainer.Handle(), kIdFrame1) ||
-        !m_description.Create(Picture1.Handle(), look) ||
+        !m_value.Create(m_upper.Handle()) || !m_description.Create(Picture1.Handle(), look) ||
         !Frame2.Create(Picture1.Handle(), kIdFrame2)) {
         return false;
     }
@@ -50,7 +56,8 @@ bool MainPanes::Create(HWND parent, const MainLook& look) {
                                   m_keys.Handle(), options, look.dpi);
     options.Direction = SplitDirection::Horizontal;
     options.SplitterStartPos = Twips{UsableBarPosition(settings.descriptionPanelHeight)};
-    m_descriptionSplitter.CreateSplitter(Picture1.Handle(), Frame2, picSpliterContainer.Handle(),
+    WindowObject::SetFilter(m_upper.Handle(), this);
+    m_descriptionSplitter.CreateSplitter(Picture1.Handle(), Frame2, m_upper.Handle(),
                                          m_description.Handle(), options, look.dpi);
     ApplyLook(look);
     return true;
@@ -59,9 +66,42 @@ bool MainPanes::Create(HWND parent, const MainLook& look) {
 void MainPanes::ApplyLook(const MainLook& look) {
     m_tree.ApplyLook(look);
     m_keys.ApplyLook(look);
+    m_value.ApplyLook(look);
+    LayoutUpper();
     m_description.ApplyLook(look);
     m_treeSplitter.SetDpi(look.dpi);
     m_descriptionSplitter.SetDpi(look.dpi);
+}
+
+std::optional<LRESULT> MainPanes::FilterMessage(UINT message, WPARAM, LPARAM) {
+    if (message == WM_SIZE) {
+        LayoutUpper();
+    }
+    return std::nullopt;
+}
+
+// The value bar at the bottom, tree and list above it.
+void MainPanes::LayoutUpper() {
+    RECT area = ClientAreaOf(m_upper.Handle());
+    if (m_isValueVisible) {
+        const LONG top = std::max<LONG>(0, area.bottom - m_value.IdealHeight());
+        m_value.SetBounds({0, top, area.right, area.bottom});
+        area.bottom = top;
+    }
+    picSpliterContainer.SetBounds(area);
+}
+
+void MainPanes::ShowValueBar(bool isVisible) {
+    if (m_isValueVisible == isVisible) {
+        return;
+    }
+    const bool hadFocus = m_value.IsPart(GetFocus());
+    m_isValueVisible = isVisible;
+    m_value.Show(isVisible);
+    LayoutUpper();
+    if (hadFocus) {
+        FocusTree();
+    }
 }
 
 void MainPanes::ShowDescriptionPane(bool isVisible) {
@@ -78,12 +118,14 @@ void MainPanes::ShowDescriptionPane(bool isVisible) {
 void MainPanes::StorePositions(OwnSettings& settings) const {
     StorePosition(m_treeSplitter, settings.splitPosition);
     StorePosition(m_descriptionSplitter, settings.descriptionPanelHeight);
+    m_keys.KeepColumns();
 }
 
 void MainPanes::FocusNext(bool isForward) {
-    const HWND order[] = {m_tree.Handle(), m_keys.List(), m_description.Box()};
+    const HWND order[] = {m_tree.Handle(), m_keys.List(), m_value.Field(), m_description.Box()};
     constexpr std::size_t kCount = std::size(order);
-    const HWND focus = m_keys.IsPart(GetFocus()) ? m_keys.List() : GetFocus();
+    HWND focus = GetFocus();
+    focus = m_keys.IsPart(focus) ? m_keys.List() : m_value.IsPart(focus) ? m_value.Field() : focus;
     auto at = static_cast<std::size_t>(std::ranges::find(order, focus) - order);
     if (at == kCount) {
         at = isForward ? kCount - 1 : 0;

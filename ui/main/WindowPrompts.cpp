@@ -3,6 +3,7 @@
 #include "core/text/WideText_win32.h"
 #include "ui/changes/frmConflicts.h"
 #include "ui/changes/frmImportReview.h"
+#include "ui/shell/FolderDialog.h"
 #include "ui/shell/cFontDlg.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/ModalLock.h"
@@ -64,7 +65,13 @@ Answer WindowPrompts::Ask(const std::string& text) {
 std::string WindowPrompts::BrowseForOpen(const FileQuestion& question) {
     const ModalLock lock(PresentOwner());
     return FileDialog().BrowseForOpen(question.initialFolder, question.fileName, question.filter,
-                                      question.title);
+                                      question.title, question.pattern);
+}
+
+std::string WindowPrompts::BrowseForFolder(const std::string& folder) {
+    const HWND owner = PresentOwner();
+    const ModalLock lock(owner);
+    return ChooseFolder(IsWindowVisible(owner) ? owner : nullptr, folder);
 }
 
 bool WindowPrompts::AskWhetherSure(const std::string& text) {

@@ -24,6 +24,7 @@ public:
     bool AskWhetherSure(const std::string& text) override;
     std::string BrowseForOpen(const FileQuestion& question) override;
     std::string BrowseForSave(const FileQuestion& question) override;
+    std::string BrowseForFolder(const std::string& folder) override;
     bool FontSelect(FontChoice& font) override;
     std::string ColorSelect() override;
     void StartColorAt(std::int32_t color) override;

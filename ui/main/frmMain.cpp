@@ -114,8 +114,9 @@ bool frmMain::TranslateKey(MSG& message) {
     if (Dialog::TranslateDialogMessage(message)) {
         return true;
     }
-    const bool isEditingText =
-        m_panes.Keys().IsEditing() || GetFocus() == m_panes.Description().Box();
+    const bool isEditingText = m_panes.Keys().IsEditing() ||
+                               GetFocus() == m_panes.Description().Box() ||
+                               (GetFocus() != nullptr && GetFocus() == m_panes.Value().Field());
     return TranslateAcceleratorW(Handle(), m_menu.Accelerators(isEditingText), &message) != 0;
 }
 
@@ -287,6 +288,7 @@ void frmMain::OnActivate(UINT state) {
             PostMessageW(Handle(), kCheckFiles, 0, 0);
         }
     } else {
+        m_panes.Value().CloseChoices();
         const HWND focus = GetFocus();
         m_lastFocus = m_panes.Keys().IsPart(focus) ? m_panes.Keys().List() : focus;
     }
@@ -364,6 +366,7 @@ void frmMain::ShowCaption() {
 void frmMain::OnCommandsChanged() {
     ShowCaption();
     const Workplace& workplace = m_session.Place();
+    m_panes.ShowValueBar(workplace.IsValueBarVisible());
     m_panes.ShowDescriptionPane(workplace.IsDescriptionVisible());
     if (m_isToolbarShown != workplace.IsToolbarVisible()) {
         m_isToolbarShown = workplace.IsToolbarVisible();
@@ -398,10 +401,15 @@ void frmMain::OnLanguageChanged() {
 void frmMain::ApplyDirection() {
     const bool isRightToLeft = m_dialogStyle.isRightToLeft;
     SetMirrored(Handle(), isRightToLeft);
-    for (const int id : {kIdToolbar1, kIdToolbar2, kIdStatusBar1, kIdPicture1,
+    for (const int id : {kIdToolbar1, kIdToolbar2, kIdStatusBar1, kIdPicture1, kIdUpperPane,
                          kIdPicSpliterContainer, kIdFrame1, kIdFrame2, kIdTreeView1}) {
         SetMirrored(FindChild(Handle(), id), isRightToLeft);
     }
+    m_panes.Value().ApplyLanguage(isRightToLeft);
+}
+
+void frmMain::ContinueWithNextKey() {
+    m_panes.Keys().ContinueWithNextKey();
 }
 
 void frmMain::ExecuteButton(Command command) {

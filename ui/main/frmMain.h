@@ -65,6 +65,8 @@ private:
 
     void Execute(Command command) override { m_commands.Execute(command); }
     void ExecuteButton(Command command) override;
+    void OpenChoices() override { m_commands.OpenChoices(); }
+    void ContinueWithNextKey() override;
     void FocusKeyList() override { SetFocus(m_panes.Keys().List()); }
     void ShowPopup(PopupMenu menu, POINT at) override;
     void ShowDropDown(Command command, const RECT& button) override;

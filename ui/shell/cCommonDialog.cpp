@@ -63,22 +63,26 @@ cCommonDialog::cCommonDialog() {
 
 std::string cCommonDialog::BrowseForOpen(const std::string& strInitDir,
                                          const std::string& strFileName, FileFilter lngFilter,
-                                         const std::string& strTitle) {
+                                         const std::string& strTitle, const std::string& pattern) {
+    std::wstring filter = FilterForDialog(lngFilter);
+    if (!pattern.empty()) {
+        const std::wstring first = Widen(pattern) + L'\0';
+        filter = first + first + filter;
+    }
     return Browse({"GetOpenFileNameW", L"Open", kOpenFlags, m_openFolder}, strInitDir, strFileName,
-                  lngFilter, strTitle);
+                  filter, strTitle);
 }
 
 std::string cCommonDialog::BrowseForSave(const std::string& strInitDir,
                                          const std::string& strFileName, FileFilter lngFilter,
                                          const std::string& strTitle, bool blnShowWarningMsg) {
     return Browse({"GetSaveFileNameW", L"Save", SaveFlags(blnShowWarningMsg), m_saveFolder},
-                  strInitDir, strFileName, lngFilter, strTitle);
+                  strInitDir, strFileName, FilterForDialog(lngFilter), strTitle);
 }
 
 std::string cCommonDialog::Browse(const FileDialog& kind, const std::string& strInitDir,
-                                  const std::string& strFileName, FileFilter lngFilter,
+                                  const std::string& strFileName, const std::wstring& filter,
                                   const std::string& strTitle) const {
-    const std::wstring filter = FilterForDialog(lngFilter);
     const std::wstring folder = Widen(strInitDir.empty() ? kind.folder : strInitDir);
     const std::wstring title = strTitle.empty() ? kind.title : Widen(strTitle);
     std::wstring path = Widen(strFileName);

@@ -37,9 +37,11 @@ public:
     void Setup(HWND owner) { m_owner = owner; }
 
     // The chosen path. `strFileName` is proposed; with an empty `strInitDir` the dialog opens in
-    // the folder of the last choice, with an empty title under its usual English one.
+    // the folder of the last choice, with an empty title under its usual English one. A pattern
+    // such as "*.dll;*.icl" is offered before those of the filter.
     std::string BrowseForOpen(const std::string& strInitDir, const std::string& strFileName,
-                              FileFilter lngFilter, const std::string& strTitle);
+                              FileFilter lngFilter, const std::string& strTitle,
+                              const std::string& pattern = {});
     std::string BrowseForSave(const std::string& strInitDir, const std::string& strFileName,
                               FileFilter lngFilter, const std::string& strTitle,
                               bool blnShowWarningMsg);
@@ -57,7 +59,7 @@ private:
         std::string& folder;  // of the last choice
     };
     std::string Browse(const FileDialog& kind, const std::string& strInitDir,
-                       const std::string& strFileName, FileFilter lngFilter,
+                       const std::string& strFileName, const std::wstring& filter,
                        const std::string& strTitle) const;
     HWND VisibleOwner() const { return IsWindowVisible(m_owner) ? m_owner : nullptr; }
 

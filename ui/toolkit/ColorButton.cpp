@@ -1,5 +1,8 @@
 #include "ui/toolkit/ColorButton.h"
 
+#include <utility>
+
+#include "ui/toolkit/ColorSwatch.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
 
@@ -14,9 +17,23 @@ bool IsEnterKey(const MSG* message) {
 
 }  // namespace
 
-void ColorButton::SetColor(COLORREF color) {
+bool ColorButton::Create(HWND parent, int id, std::function<void()> onClick) {
+    m_onClick = std::move(onClick);
+    return CreateControl(WC_BUTTONW, parent, id, WS_TABSTOP | BS_OWNERDRAW);
+}
+
+void ColorButton::SetColor(std::optional<COLORREF> color) {
     m_color = color;
     InvalidateRect(Handle(), nullptr, FALSE);
+}
+
+// In a dialog the clicks are the dialog's.
+std::optional<LRESULT> ColorButton::OnCommand(int, int code) {
+    if (!m_onClick || code != BN_CLICKED) {
+        return std::nullopt;
+    }
+    m_onClick();
+    return 0;
 }
 
 // The focus is shown on the face of the button: on some colours it would not be seen.
@@ -30,8 +47,12 @@ std::optional<LRESULT> ColorButton::OnDrawItem(const DRAWITEMSTRUCT& item) {
     }
     const int margin = ScaledPixels(kFocusMargin, WindowDpi(Handle()));
     InflateRect(&area, -margin, -margin);
-    const UniqueBrush brush(CreateSolidBrush(m_color));
-    FillRect(item.hDC, &area, brush.Get());
+    if (m_color) {
+        const UniqueBrush brush(CreateSolidBrush(*m_color));
+        FillRect(item.hDC, &area, brush.Get());
+    } else {
+        DrawCross(item.hDC, area);
+    }
     FrameRect(item.hDC, &area, GetSysColorBrush(COLOR_BTNSHADOW));
     return TRUE;
 }

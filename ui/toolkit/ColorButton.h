@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "ui/toolkit/Control.h"
 
 namespace tamarind {
@@ -9,14 +11,21 @@ namespace tamarind {
 class ColorButton final : public Control {
 public:
     bool Attach(HWND dialog, int id) { return AttachControl(dialog, id); }
+    // Outside of dialogs; hidden until it is shown. `onClick` is called for each click, also by
+    // keyboard. False if Windows cannot create it.
+    bool Create(HWND parent, int id, std::function<void()> onClick);
 
-    void SetColor(COLORREF color);
+    // Nothing stands for no color of its own, and is crossed out.
+    void SetColor(std::optional<COLORREF> color);
 
 private:
     std::optional<LRESULT> OnDrawItem(const DRAWITEMSTRUCT& item) override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
-    COLORREF m_color = 0;
+    std::optional<LRESULT> OnCommand(int id, int code) override;
+
+    std::optional<COLORREF> m_color = RGB(0, 0, 0);
+    std::function<void()> m_onClick;
 };
 
 }  // namespace tamarind

@@ -4,6 +4,15 @@
 
 namespace tamarind {
 
+void DrawCross(HDC dc, const RECT& area) {
+    const SelectedObject pen(dc, GetStockObject(DC_PEN));
+    SetDCPenColor(dc, GetSysColor(COLOR_BTNTEXT));
+    MoveToEx(dc, area.left, area.top, nullptr);
+    LineTo(dc, area.right, area.bottom);
+    MoveToEx(dc, area.right - 1, area.top, nullptr);
+    LineTo(dc, area.left - 1, area.bottom);
+}
+
 bool ColorSwatch::Create(HWND parent, int id) {
     return CreateControl(WC_STATICW, parent, id, SS_NOPREFIX);
 }
@@ -42,12 +51,7 @@ void ColorSwatch::Paint() const {
         FillRect(dc, &area, brush.Get());
     } else {
         FillRect(dc, &area, GetSysColorBrush(COLOR_BTNFACE));
-        const SelectedObject pen(dc, GetStockObject(DC_PEN));
-        SetDCPenColor(dc, GetSysColor(COLOR_BTNTEXT));
-        MoveToEx(dc, area.left, area.top, nullptr);
-        LineTo(dc, area.right, area.bottom);
-        MoveToEx(dc, area.right - 1, area.top, nullptr);
-        LineTo(dc, area.left - 1, area.bottom);
+        DrawCross(dc, area);
     }
     EndPaint(Handle(), &paint);
 }

@@ -6,6 +6,9 @@
 
 namespace tamarind {
 
+// Draws the cross of a field that has no color.
+void DrawCross(HDC dc, const RECT& area);
+
 // A small raised field that shows a colour. Clicks go to the window behind it. Its text is the
 // number of the colour ("#RRGGBB"), for users who cannot see it.
 class ColorSwatch final : public Control {

@@ -47,6 +47,9 @@ LRESULT CALLBACK Control::Procedure(HWND window, UINT message, WPARAM wParam, LP
     Control* const self = WindowObject::FromHandle(window)->AsControl();
     const WNDPROC original = self->m_original;
     const auto answer = Guarded(std::optional<LRESULT>(0), [&] {
+        if (message == WM_GETOBJECT && self->m_describer) {
+            return AnswerGetObject(window, wParam, lParam);
+        }
         const auto filtered = self->Filter(message, wParam, lParam);
         return filtered ? filtered : self->OnMessage(message, wParam, lParam);
     });
@@ -54,6 +57,10 @@ LRESULT CALLBACK Control::Procedure(HWND window, UINT message, WPARAM wParam, LP
         self->Detach();
     }
     return answer ? *answer : CallWindowProcW(original, window, message, wParam, lParam);
+}
+
+std::optional<AccessibleInfo> Control::Describe() const {
+    return m_describer ? std::optional(m_describer(GetDlgCtrlID(m_window))) : std::nullopt;
 }
 
 void Control::SetBounds(const RECT& bounds) {

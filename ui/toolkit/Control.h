@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/WindowObject.h"
@@ -33,6 +35,10 @@ public:
     void Enable(bool isEnabled);
     // Changes the frame of the control only if it differs.
     void SetBorder(BorderLook border);
+    // What a screen reader is told of the control. It is asked with the control's number, so that
+    // one function can tell of all controls of a window.
+    using Describer = std::function<AccessibleInfo(int id)>;
+    void SetDescriber(Describer describer) { m_describer = std::move(describer); }
     // The control owns the font from then on.
     void SetFont(UniqueFont font);
 
@@ -66,6 +72,7 @@ protected:
 
 private:
     Control* AsControl() final { return this; }
+    std::optional<AccessibleInfo> Describe() const final;
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     bool Attach(HWND window);
     void Detach();
@@ -73,6 +80,7 @@ private:
     HWND m_window = nullptr;
     WNDPROC m_original = nullptr;
     UniqueFont m_font;
+    Describer m_describer;
 };
 
 }  // namespace tamarind

@@ -17,9 +17,6 @@ HMODULE SystemLibrary(const wchar_t* name);
 // libraries that bring many others with them, which most starts of the program do not need, and for
 // functions that Windows 7 lacks: it could not start a program that is linked to them.
 template <typename Function>
-// A function of such a library, or null if the system does not have the library or the function.
-// Used for libraries that load many others and that most runs do not need, and for functions that
-// Windows 7 lacks, which would not start a program that is linked to them.
 Function LateFunction(const wchar_t* library, const char* name) {
     const HMODULE module = SystemLibrary(library);
     const FARPROC address = module != nullptr ? GetProcAddress(module, name) : nullptr;
@@ -28,7 +25,6 @@ Function LateFunction(const wchar_t* library, const char* name) {
 
 // One of the system's dialogs for files, colours and fonts.
 template <typename Function>
-// A function of the library of the file, colour and font dialogs.
 Function DialogFunction(const char* name) {
     return LateFunction<Function>(L"comdlg32.dll", name);
 }

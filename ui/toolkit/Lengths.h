@@ -5,12 +5,10 @@
 
 namespace tamarind {
 
-// Two units of length that must not be mixed up: a pixel's size depends on the window's DPI, a
-// twip is always 1/1440 inch. Settings hold twips, Windows takes pixels.
-template <typename Unit>
 // A length with its unit in its type, so that the two cannot be mixed up: the size of a pixel
 // depends on the DPI of the window, a twip is always 1/1440 inch. Settings are in twips, Windows
 // takes pixels. 120 twips are 8 pixels at 96 DPI and 16 at 192.
+template <typename Unit>
 struct Length {
     std::int32_t value = 0;
 

@@ -15,6 +15,7 @@ namespace {
 constexpr UINT kMeasureTexts = WM_APP;
 
 constexpr int kCellMargins = 24;  // pixels at 96 DPI, beside the longest text of a column
+constexpr int kBoxWidth = 20;     // of a check box with its distance
 // Names, values, numbers and paths run from left to right, also in a list that does not.
 constexpr wchar_t kLeftToRight = L'\u202A';
 constexpr wchar_t kEndOfDirection = L'\u202C';
@@ -76,16 +77,47 @@ bool ReportList::Attach(HWND dialog, int id, const std::vector<ReportColumn>& co
     if (!AttachControl(dialog, id)) {
         return false;
     }
-    SetUp(LVS_EX_INFOTIP | (m_rows.isChecked ? LVS_EX_CHECKBOXES : 0U));
+    SetUpColumns(columns);
+    return true;
+}
+
+bool ReportList::Create(HWND parent, int id, ReportRows rows) {
+    m_rows = std::move(rows);
+    constexpr DWORD kStyle = WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+                             LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS;
+    if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle)) {
+        return false;
+    }
+    SetUpColumns({{L""}});
+    return true;
+}
+
+void ReportList::SetUpColumns(const std::vector<ReportColumn>& columns) {
+    SetUp(LVS_EX_INFOTIP);
     if (m_rows.isChecked) {
         Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK);
+        ShowCheckBoxes(true);
     }
     for (const ReportColumn& column : columns) {
         m_titles.push_back(column.title);
         AddColumn(m_titles.size() - 1, column.title, column.isNumber ? LVCFMT_RIGHT : LVCFMT_LEFT);
     }
     MeasureTexts();
-    return true;
+}
+
+void ReportList::ShowCheckBoxes(bool isVisible) {
+    m_hasCheckBoxes = isVisible;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES, isVisible ? LVS_EX_CHECKBOXES : 0);
+}
+
+SIZE ReportList::SizeFor(int rows) const {
+    RECT row{LVIR_BOUNDS, 0, 0, 0};
+    Send(LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+    const int width = std::accumulate(m_wantedWidths.begin(), m_wantedWidths.end(), 0);
+    RECT bounds{0, 0, width, rows * (row.bottom - row.top)};
+    AdjustWindowRectEx(&bounds, WS_CHILD | WS_BORDER, FALSE,
+                       static_cast<DWORD>(GetWindowLongPtrW(Handle(), GWL_EXSTYLE)));
+    return SizeOf(bounds);
 }
 
 void ReportList::SetTitles(std::vector<std::wstring> titles) {
@@ -125,7 +157,8 @@ void ReportList::MeasureTexts() {
         return static_cast<int>(
             Send(LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str())));
     };
-    const int margins = ScaledPixels(kCellMargins, WindowDpi(Handle()));
+    const int margins =
+        ScaledPixels(kCellMargins + (m_hasCheckBoxes ? kBoxWidth : 0), WindowDpi(Handle()));
     const int rows = std::min(RowCount(), kMeasuredRows);
     m_wantedWidths.clear();
     for (const std::wstring& title : m_titles) {
@@ -163,6 +196,11 @@ std::optional<LRESULT> ReportList::OnNotify(NMHDR& header) {
             return kNoRow;
         case NM_CUSTOMDRAW:
             return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+        case NM_KILLFOCUS:
+            if (m_rows.onLeft) {
+                m_rows.onLeft();
+            }
+            return 0;
         case NM_CLICK:
             OnClick(reinterpret_cast<const NMITEMACTIVATE&>(header));
             return 0;
@@ -183,7 +221,7 @@ void ReportList::OnGetDisplayInfo(LVITEMW& item) {
         }
         Answer(item, std::move(text));
     }
-    if ((item.mask & LVIF_STATE) != 0 && m_rows.isChecked) {
+    if ((item.mask & LVIF_STATE) != 0 && m_hasCheckBoxes) {
         // The second picture of the list is the checked box.
         item.state = INDEXTOSTATEIMAGEMASK(m_rows.isChecked(item.iItem) ? 2 : 1);
         item.stateMask = LVIS_STATEIMAGEMASK;
@@ -191,6 +229,12 @@ void ReportList::OnGetDisplayInfo(LVITEMW& item) {
 }
 
 void ReportList::OnClick(const NMITEMACTIVATE& click) const {
+    if (m_rows.onClicked) {
+        if (click.iItem != kNoRow) {
+            m_rows.onClicked(click.iItem);
+        }
+        return;
+    }
     LVHITTESTINFO hit{};
     hit.pt = click.ptAction;
     Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));

@@ -28,6 +28,10 @@ struct ReportRows {
     std::function<void(int row)> onToggled;
     // The user has double-clicked a row; instead of onToggled.
     std::function<void(int row)> onActivated;
+    // The user has clicked a row anywhere; instead of onToggled.
+    std::function<void(int row)> onClicked;
+    // The list has lost the focus.
+    std::function<void()> onLeft;
     // With this, each row has a check box.
     std::function<bool(int row)> isChecked;
     // A key was pressed; a virtual-key code. Returns whether it was handled.
@@ -49,6 +53,17 @@ public:
     // Takes the control of the dialog over. False if there is none.
     bool Attach(HWND dialog, int id, const std::vector<ReportColumn>& columns, ReportRows rows);
 
+    // Makes one outside of dialogs, with a single column that has no title. It is hidden until it
+    // is shown. False if Windows cannot create it.
+    bool Create(HWND parent, int id, ReportRows rows);
+
+    // The height of so many rows, in pixels, and the width that the longest of the texts asks for,
+    // both with the frame of the list.
+    SIZE SizeFor(int rows) const;
+
+    // Shows the check boxes or not; at first they are shown if isChecked is there.
+    void ShowCheckBoxes(bool isVisible);
+
     // Shows other column titles, as many as there were.
     void SetTitles(std::vector<std::wstring> titles);
 
@@ -66,6 +81,7 @@ public:
 private:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void SetUpColumns(const std::vector<ReportColumn>& columns);
     void OnGetDisplayInfo(LVITEMW& item);
     void OnItemChanged();
     void OnClick(const NMITEMACTIVATE& click) const;
@@ -78,6 +94,7 @@ private:
     void FitColumns();
 
     ReportRows m_rows;
+    bool m_hasCheckBoxes = false;
     std::vector<std::wstring> m_titles;
     std::vector<int> m_wantedWidths;  // of the columns, in pixels
     UniqueFont m_headingFont;         // the list's own in bold; made when it is needed

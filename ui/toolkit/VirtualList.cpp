@@ -60,7 +60,43 @@ void VirtualList::SetColumnMargin(int pixels) {
     FitColumn();
 }
 
+void VirtualList::SetColumns(const std::vector<ListColumn>& columns,
+                             const std::vector<int>& order) {
+    while (m_columnCount > 1) {
+        Send(LVM_DELETECOLUMN, static_cast<WPARAM>(--m_columnCount));
+    }
+    SetColumnTitle(columns[0].title);
+    for (std::size_t column = 1; column < columns.size(); ++column) {
+        AddColumn(column, columns[column].title);
+        ++m_columnCount;
+    }
+    const bool hasSeveral = m_columnCount > 1;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_HEADERDRAGDROP,
+         hasSeveral ? LVS_EX_HEADERDRAGDROP : 0);
+    if (hasSeveral) {
+        for (std::size_t column = 0; column < columns.size(); ++column) {
+            Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(columns[column].width, 0));
+        }
+        Send(LVM_SETCOLUMNORDERARRAY, order.size(), reinterpret_cast<LPARAM>(order.data()));
+    }
+    FitColumn();
+    RedrawRows();
+}
+
+std::vector<int> VirtualList::ColumnOrder() const {
+    std::vector<int> order(static_cast<std::size_t>(m_columnCount));
+    Send(LVM_GETCOLUMNORDERARRAY, order.size(), reinterpret_cast<LPARAM>(order.data()));
+    return order;
+}
+
+int VirtualList::ColumnWidth(int column) const {
+    return static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+}
+
 void VirtualList::FitColumn() {
+    if (m_columnCount > 1) {
+        return;
+    }
     const auto width = std::max<LONG>(0, SizeOf(BoundsOf(Handle())).cx - m_columnMargin);
     if (Send(LVM_GETCOLUMNWIDTH, 0) != width) {
         Send(LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(width, 0));
@@ -113,11 +149,15 @@ void VirtualList::EndLabelEdit() {
 RECT VirtualList::RowBounds(int row) const {
     RECT bounds{LVIR_BOUNDS, 0, 0, 0};
     Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
+    RECT title{};
+    if (m_columnCount > 1 && Header_GetItemRect(Header(), 0, &title)) {
+        bounds.left += title.left;
+    }
     return bounds;
 }
 
 int VirtualList::HeaderHeight() const {
-    return static_cast<int>(ClientSizeOf(reinterpret_cast<HWND>(Send(LVM_GETHEADER))).cy);
+    return static_cast<int>(ClientSizeOf(Header()).cy);
 }
 
 std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
@@ -153,9 +193,10 @@ std::optional<LRESULT> VirtualList::OnNotify(NMHDR& header) {
 void VirtualList::OnGetDisplayInfo(NMLVDISPINFOW& info) {
     LVITEMW& item = info.item;
     if ((item.mask & LVIF_TEXT) != 0) {
-        Answer(item, m_source->RowText(item.iItem));
+        Answer(item, item.iSubItem == 0 ? m_source->RowText(item.iItem)
+                                        : m_source->CellText(item.iItem, item.iSubItem));
     }
-    if ((item.mask & LVIF_IMAGE) != 0) {
+    if ((item.mask & LVIF_IMAGE) != 0 && item.iSubItem == 0) {
         item.iImage = m_source->LookOfRow(item.iItem).picture;
     }
 }
@@ -175,7 +216,17 @@ void VirtualList::OnItemChanged() {
     }
 }
 
-std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+std::optional<LRESULT> VirtualList::OnHeaderNotify(const NMHDR& header) {
+    if (header.code != NM_RCLICK || header.hwndFrom != Header()) {
+        return std::nullopt;
+    }
+    POINT at{};
+    GetCursorPos(&at);
+    m_source->OnTitleMenu(at);
+    return TRUE;
+}
+
+std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SIZE:
             FitColumn();
@@ -184,11 +235,22 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
         case WM_MOVE:
             m_source->OnListPlaced();
             return std::nullopt;
+        case WM_SETFONT:
+            m_boldFont = UniqueFont();
+            return std::nullopt;
+        case WM_NOTIFY:
+            return OnHeaderNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        case WM_SYSKEYDOWN:
+            return wParam == VK_DOWN && m_source->OnListKey(VK_F4) ? std::optional<LRESULT>(0)
+                                                                   : std::nullopt;
         case WM_KEYDOWN:
-            return m_source->OnListKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+            m_isCharacterHandled = m_source->OnListKey(wParam);
+            return m_isCharacterHandled ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_CHAR:
-            // Enter does not start a search for a row, at which the control would beep.
-            return wParam == VK_RETURN ? std::optional<LRESULT>(0) : std::nullopt;
+            // A key that was handled does not start a search for a row, at which the control would
+            // beep.
+            return m_isCharacterHandled || wParam == VK_RETURN ? std::optional<LRESULT>(0)
+                                                               : std::nullopt;
         case WM_LBUTTONDOWN:
         case WM_MBUTTONDOWN:
         case WM_RBUTTONDOWN:
@@ -237,13 +299,28 @@ LRESULT VirtualList::OnFindRow(const NMLVFINDITEMW& search) const {
     return kNoRow;
 }
 
-LRESULT VirtualList::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
+HFONT VirtualList::BoldFont() {
+    if (!m_boldFont) {
+        LOGFONTW bold{};
+        GetObjectW(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof(bold), &bold);
+        bold.lfWeight = FW_BOLD;
+        m_boldFont = UniqueFont(CreateFontIndirectW(&bold));
+    }
+    return m_boldFont.Get();
+}
+
+LRESULT VirtualList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
             return CDRF_NOTIFYITEMDRAW;
-        case CDDS_ITEMPREPAINT:
-            draw.clrText = m_source->LookOfRow(static_cast<int>(draw.nmcd.dwItemSpec)).color;
+        case CDDS_ITEMPREPAINT: {
+            const RowLook look = m_source->LookOfRow(static_cast<int>(draw.nmcd.dwItemSpec));
+            draw.clrText = look.color;
+            if (look.isBold) {
+                SelectObject(draw.nmcd.hdc, BoldFont());
+            }
             return CDRF_NEWFONT;
+        }
         default:
             return CDRF_DODEFAULT;
     }

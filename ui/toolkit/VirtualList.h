@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "ui/toolkit/OwnerDataList.h"
 
@@ -10,6 +11,13 @@ namespace tamarind {
 struct RowLook {
     int picture = I_IMAGENONE;
     COLORREF color = 0;
+    bool isBold = false;
+};
+
+// A column of a list.
+struct ListColumn {
+    std::wstring title;
+    int width = 0;  // pixels
 };
 
 // Knows what the rows of a list say, and hears what the user does with them. Rows are counted from
@@ -17,6 +25,8 @@ struct RowLook {
 class VirtualListSource {
 public:
     virtual std::wstring RowText(int row) const = 0;
+    // What stands in a column other than the first, which has the row's text.
+    virtual std::wstring CellText(int, int) const { return {}; }
     virtual RowLook LookOfRow(int row) const = 0;
     // Another row has been selected, by the user or by the program; of several, another one has got
     // the focus.
@@ -25,9 +35,12 @@ public:
     virtual void OnSelectionChanged() {}
     // A context menu is asked for; `at` is in screen pixels.
     virtual void OnListMenu(POINT at) = 0;
+    // The same for the title of the columns.
+    virtual void OnTitleMenu(POINT) {}
     // A row was double-clicked, or anything in a list without rows.
     virtual void OnRowActivated() = 0;
-    // A key was pressed; `key` is a virtual-key code. Returns whether it was handled.
+    // A key was pressed; `key` is a virtual-key code. Alt+Down comes as F4, its twin in drop-downs.
+    // Returns whether it was handled.
     virtual bool OnListKey(WPARAM key) = 0;
     // A mouse button was pressed on the list.
     virtual void OnListPressed() = 0;
@@ -44,8 +57,9 @@ protected:
     ~VirtualListSource() = default;
 };
 
-// A list with one column that asks for its rows when it draws them, so that its length costs
-// nothing. From the first selection on there is always a selected row, until SetRowCount.
+// A list that asks for its rows when it draws them, so that its length costs
+// nothing. It begins with one column. From the first selection on there is always a selected row,
+// until SetRowCount.
 class VirtualList final : public OwnerDataList {
 public:
     // `moreStyles` are added to the styles of all such lists: LVS_SINGLESEL, LVS_EDITLABELS,
@@ -59,7 +73,12 @@ public:
     void SetImages(HIMAGELIST images);
     void SetColors(COLORREF text, COLORREF background);
     void ShowGridLines(bool isVisible);
-    // The column is narrower than the list by this number of pixels.
+    // Shows these columns, the first of which has the text and the picture of the row; `order` has
+    // their places in this vector from the left. If there are several, the user can move them.
+    void SetColumns(const std::vector<ListColumn>& columns, const std::vector<int>& order);
+    std::vector<int> ColumnOrder() const;
+    int ColumnWidth(int column) const;
+    // A single column is narrower than the list by this number of pixels.
     void SetColumnMargin(int pixels);
 
     // Shows other rows than before. None of them is selected, and the source is not told.
@@ -76,7 +95,7 @@ public:
     // Ends a change of a text as the Enter key does, if one is going on.
     void EndLabelEdit();
 
-    // In pixels of the list's client area.
+    // In pixels of the list's client area; the left edge is that of the first column.
     RECT RowBounds(int row) const;
     // The height in pixels of the column's title above the rows.
     int HeaderHeight() const;
@@ -88,7 +107,10 @@ private:
     void OnItemChanged();
     void OnGetDisplayInfo(NMLVDISPINFOW& info);
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
-    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    std::optional<LRESULT> OnHeaderNotify(const NMHDR& header);
+    HFONT BoldFont();
+    HWND Header() const { return reinterpret_cast<HWND>(Send(LVM_GETHEADER)); }
     void ClearSelection();
     void FitColumn();
     void CheckSelection();
@@ -96,8 +118,11 @@ private:
 
     VirtualListSource* m_source = nullptr;
     int m_columnMargin = 0;
+    int m_columnCount = 1;
+    UniqueFont m_boldFont;  // the list's own in bold; made when it is needed
     bool m_isFilling = false;
     bool m_isCheckPosted = false;
+    bool m_isCharacterHandled = false;  // of the key that was pressed
 };
 
 }  // namespace tamarind

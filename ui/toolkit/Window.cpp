@@ -56,6 +56,11 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     // An exception in WM_CREATE keeps the window from being created at all.
     const LRESULT failed = message == WM_CREATE ? -1 : 0;
     const LRESULT result = Guarded(failed, [&] {
+        if (message == WM_GETOBJECT && self->Describe()) {
+            if (const auto object = AnswerGetObject(window, wParam, lParam)) {
+                return *object;
+            }
+        }
         auto answer = self->Filter(message, wParam, lParam);
         if (!answer) {
             answer = Control::Reflect(message, wParam, lParam);

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+#include "ui/toolkit/Accessible.h"
+
 namespace tamarind {
 
 class Control;
@@ -37,6 +39,9 @@ public:
             object->m_filter = filter;
         }
     }
+
+    // What a screen reader is told of the window; nothing leaves it to Windows.
+    virtual std::optional<AccessibleInfo> Describe() const { return std::nullopt; }
 
     // The Control that this is, or null.
     virtual Control* AsControl() { return nullptr; }

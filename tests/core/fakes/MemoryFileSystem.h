@@ -48,6 +48,9 @@ public:
     void FailReads(const std::string& path, FileError error) { m_readErrors[path] = error; }
     void FailReplaces(const std::string& path, FileError error) { m_replaceErrors[path] = error; }
 
+    bool Exists(const std::string& path) override {
+        return m_disk.Inspect(path).error == CallError::None;
+    }
     std::optional<FileStamp> Stamp(const std::string& path) override {
         ++stamps;
         const FileError error = m_readErrors[path];

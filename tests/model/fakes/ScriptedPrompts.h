@@ -53,6 +53,10 @@ public:
         return Next(filesToChoose, std::string(MissingValueMarker));
     }
 
+    std::string BrowseForFolder(const std::string& folder) override {
+        return BrowseForOpen({folder, "(folder)", FileFilter::AllFiles, "", ""});
+    }
+
     std::string ColorSelect() override {
         return Next(colorsToChoose, std::string(MissingValueMarker));
     }

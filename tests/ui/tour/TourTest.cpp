@@ -84,7 +84,14 @@ protected:
     }
     void Use(const TourLanguage& wanted) {
         language = &wanted;
-        known = {"", "...", "Back", Text(1503) + " 5.01", EditorSession::kProgramName};
+        known = {"",
+                 "...",
+                 "\u25BC",
+                 "px",
+                 "s",
+                 "Back",
+                 Text(1503) + " 5.01",
+                 EditorSession::kProgramName};
         for (const auto& [number, text] : wanted.texts) {
             known.insert(text);
         }
@@ -133,8 +140,50 @@ protected:
             ExpectWindow(child);
         }
     }
+    // Behind the name of the key its state; in a note a value follows the text. Both end in dots
+    // where they are too long.
+    void ExpectWords(const std::string& text, bool isNote) const {
+        const std::size_t colon = text.find(": ");
+        if (isNote) {
+            const std::string note = Text(text::kDefaultIs);
+            EXPECT_TRUE(text.starts_with(note.substr(0, note.find("%1")))) << text;
+        } else if (colon != std::string::npos) {
+            ExpectText(text.substr(colon + 2));
+        }
+    }
+    // Everything about keys of several types, with their choices.
+    void ExpectValueBar() {
+        for (const char* const name : {"SizeStyle", "LogOptions", "ActiveTabColor",
+                                       "FontNameDialog", "AdminTimeout", "IconLib"}) {
+            SCOPED_TRACE(name);
+            const KeyStore& store = world.session->Selection().Store();
+            KeyNumber key = 1;
+            while (store.KeyName(key) != name) {
+                ++key;
+            }
+            world.session->Selection().GoToKey(key);
+            const HWND bar = Find(kIdValueBar);
+            ExpectNoOverlaps(bar);
+            ExpectWindow(bar);
+            SetFocus(Find(kIdListView1));
+            Press(kIdListView1, VK_F4);
+            if (const HWND choices = Find(kIdLstChoices); IsWindowVisible(choices)) {
+                RECT area = ClientAreaOf(Main());
+                MapWindowPoints(Main(), nullptr, reinterpret_cast<POINT*>(&area), 2);
+                EXPECT_TRUE(IsInside(BoundsOf(choices), area));
+                Keep(Main(), std::string("choices-") + name);
+                Press(kIdLstChoices, VK_ESCAPE);
+            } else {
+                Keep(Main(), std::string("value-") + name);
+            }
+        }
+    }
     void ExpectCaption(HWND control) const {
         const ControlKind kind = KindOf(control);
+        if (GetDlgCtrlID(control) == kIdLblKey || GetDlgCtrlID(control) == kIdLblNote) {
+            ExpectWords(TextOf(control), GetDlgCtrlID(control) == kIdLblNote);
+            return;
+        }
         ExpectText(HasCaption(kind) ? TextOf(control) : "");
         if (HasCaption(kind) && kind != ControlKind::DrawnButton) {
             const bool isLabel = kind == ControlKind::Label;
@@ -260,6 +309,8 @@ protected:
 
 TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
     world.disk.Put(SessionWorld::kWincmdData, BytesOfFile("Data Files/tc all keys english.tmdf"));
+    world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types",
+                   BytesOfFile("Data Files/Wincmd.types"));
     world.disk.Put(SessionWorld::kWincmd, "[Colors]\r\nBackColor=2\r\n");
     world.disk.Replace(SessionWorld::kWincmd, BytesOfFile("samples/Wincmd.ini"), Backup::Yes);
     for (const TourLanguage& wanted : languages) {
@@ -267,6 +318,7 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         StartIn(wanted);
         ExpectMain();
         Keep(Main(), "main");
+        ExpectValueBar();
         const auto by = [&](Command command) { return [=, this] { Do(command); }; };
         Visit(L"frmSearchFor", "search", by(Command::SearchFind));
         Visit(L"frmFavoriteAdd", "favorite", by(Command::FavoritesAdd));
