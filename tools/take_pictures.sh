@@ -198,6 +198,9 @@ lay_out
 start_editor
 select_category "$category"
 select_key "$category" GetDirSize
+xdotool key Up Up Up F4
+take help/value-bar.png docs/pictures/value-bar.png
+xdotool key Escape Down Down Down
 for keys in "Return 1 Return" "Down Delete" "Down Down Return 2 Return"; do
     # shellcheck disable=SC2086
     xdotool key --delay 100 $keys

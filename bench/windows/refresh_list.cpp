@@ -67,6 +67,17 @@ std::vector<Timed> TimeCommands(EditorSession& session, const frmMain& window, i
         session.Selection().SetKeyFilter(KeyFilter::ShowActive);
         session.Selection().SetKeyFilter(KeyFilter::ShowAll);
     });
+    // What the program does until Windows asks it to paint.
+    settle();
+    times.push_back({"another row, not painted", MedianMs(61, [&] {
+                         session.Selection().ShowKeyDetails(++number % 2 == 0 ? 0 : 1);
+                     })});
+    for (const char* const name : {"another row", "without the value bar"}) {
+        // To and fro, so that the list does not scroll.
+        time(name, [&] { session.Selection().ShowKeyDetails(++number % 2 == 0 ? 0 : 1); });
+        session.Place().SetValueBarVisible(!session.Place().IsValueBarVisible());
+    }
+    session.Place().SetValueBarVisible(true);
     // The last key but one is the only hit, so that each step goes through all keys.
     session.Selection().Search().SetSearchesNames(true);
     session.Selection().SetSearchText("SomeSetting" + std::to_string(keys - 2));

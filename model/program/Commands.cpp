@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "model/program/StringTable.h"
-
 namespace tamarind {
 namespace {
 
@@ -133,15 +131,11 @@ constexpr CommandInfo kCommands[] = {
     {Command::ViewValueBar, 4105, kNoShortcut, "", Always,
      [](const CommandState& state) { return state.isValueBarVisible; }, kKeepsEditing},
     {Command::ViewColumns, 4106, kNoShortcut, "", Always, Never, kKeepsEditing},
-    {Command::ViewColumnState, text::kState, kNoShortcut, "", Always, ShowsColumn<0>, kEndsEditing},
-    {Command::ViewColumnDefault, text::kDefault, kNoShortcut, "", Always, ShowsColumn<1>,
-     kEndsEditing},
-    {Command::ViewColumnMeaning, text::kMeaning, kNoShortcut, "", Always, ShowsColumn<2>,
-     kEndsEditing},
-    {Command::ViewColumnCategory, text::kCategory, kNoShortcut, "", Always, ShowsColumn<3>,
-     kEndsEditing},
-    {Command::ViewColumnSection, text::kSection, kNoShortcut, "", Always, ShowsColumn<4>,
-     kEndsEditing},
+    {Command::ViewColumnState, 4107, kNoShortcut, "", Always, ShowsColumn<0>, kEndsEditing},
+    {Command::ViewColumnDefault, 4108, kNoShortcut, "", Always, ShowsColumn<1>, kEndsEditing},
+    {Command::ViewColumnMeaning, 4109, kNoShortcut, "", Always, ShowsColumn<2>, kEndsEditing},
+    {Command::ViewColumnCategory, 4110, kNoShortcut, "", Always, ShowsColumn<3>, kEndsEditing},
+    {Command::ViewColumnSection, 4062, kNoShortcut, "", Always, ShowsColumn<4>, kEndsEditing},
     {Command::SearchFind, 251, WithControl('F', "Ctrl+F"), "", Always, Never, kKeepsEditing},
     {Command::SearchFindNext,
      252,

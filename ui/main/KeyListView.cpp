@@ -14,6 +14,7 @@ namespace tamarind {
 namespace {
 
 constexpr Twips kColumnMargin{500};
+constexpr Twips kLeastKeyColumn{2000};
 // The picture list has each icon twice: the three as they are, then the three dimmed.
 constexpr int kIconCount = 3;
 constexpr UINT kNextKeyMs = 50;
@@ -98,9 +99,19 @@ void KeyListView::KeepColumns() const {
     m_keyColumns.Keep(columns);
 }
 
+// A column that has come takes its room from that of the key, as far as that has any to spare.
 void KeyListView::OnColumnsChanged() {
     CloseInplaceEdit();
     ShowColumns();
+    int others = 0;
+    for (int column = 1; column < static_cast<int>(m_columns.size()); ++column) {
+        others += ListView1.ColumnWidth(column);
+    }
+    const int room = static_cast<int>(ClientSizeOf(ListView1.Handle()).cx) - others;
+    const int least = ToPixels(kLeastKeyColumn, m_dpi).value;
+    if (others > 0 && room < ListView1.ColumnWidth(0)) {
+        ListView1.SetColumnWidth(0, std::max(room, least));
+    }
 }
 
 LRESULT KeyListView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

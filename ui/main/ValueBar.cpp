@@ -28,11 +28,25 @@ constexpr int kSpinWidth = 18;
 constexpr int kColorWidth = 34;
 constexpr int kResetMargin = 8;  // beside the text of the button
 
+// The name takes a multiple of this, so that going through the list moves the rest but rarely.
+constexpr int kNameStep = 50;
+
 constexpr int kMostRows = 14;
 constexpr UINT kPlaceCheckMs = 250;
 constexpr const wchar_t* kDownArrow = L"\u25BC";
 // EVENT_OBJECT_LIVEREGIONCHANGED, which older headers lack.
 constexpr DWORD kLiveRegionChanged = 0x8019;
+
+// In the font that is selected, in pixels.
+int WidthOf(const ScreenDC& dc, const std::wstring& text) {
+    SIZE size{};
+    GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+    return static_cast<int>(size.cx);
+}
+
+int RoundedUp(int length, int step) {
+    return (length + step - 1) / step * step;
+}
 
 }  // namespace
 
@@ -71,21 +85,27 @@ void ValueBar::SetUp(Control& part) const {
     if (part.Handle() == nullptr) {
         return;
     }
-    ApplyUserFont(part, m_font, true, 0, m_dpi);
+    part.UseFont(m_font.Get());
     if (&part != &txtValue) {
         SetMirrored(part.Handle(), m_isRightToLeft);
     }
 }
 
 void ValueBar::ApplyLook(const MainLook& look) {
-    m_font = look.font;
     m_dpi = look.dpi;
+    UniqueFont font = MakeUserFont(look.font, m_dpi);
+    std::swap(font, m_font);  // the former one is destroyed when no control uses it any more
     for (Control* const part : Parts()) {
         SetUp(*part);
     }
     if (picWarning.Handle() != nullptr) {
         picWarning.SetDpi(m_dpi);
     }
+    const ScreenDC dc;
+    const SelectedObject selected(dc.Get(), m_font.Get());
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc.Get(), &metrics);
+    m_height = static_cast<int>(metrics.tmHeight) + ScaledPixels(2 * (kGap + kFieldMargin), m_dpi);
     Layout();
 }
 
@@ -114,16 +134,6 @@ void ValueBar::SetBounds(const RECT& bounds) {
     SetWindowBounds(Handle(), bounds);
 }
 
-int ValueBar::IdealHeight() const {
-    const ScreenDC dc;
-    const LOGFONTW logical = LogicalFontOf(m_font, m_dpi);
-    const UniqueFont font(CreateFontIndirectW(&logical));
-    const SelectedObject selected(dc.Get(), font.Get());
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc.Get(), &metrics);
-    return static_cast<int>(metrics.tmHeight) + ScaledPixels(2 * (kGap + kFieldMargin), m_dpi);
-}
-
 bool ValueBar::IsPart(HWND window) const {
     return window != nullptr && (IsChild(Handle(), window) || window == lstChoices.Handle());
 }
@@ -142,8 +152,13 @@ void ValueBar::OnKeyShown() {
     m_placeCheck.Stop();
     CloseChoices();
     m_isTouched = false;
-    m_shown = m_isVisible ? m_editing.Field() : std::nullopt;
-    if (m_isVisible) {
+    if (!m_isVisible) {
+        m_shown.reset();
+        return;
+    }
+    m_shown = m_editing.Field();
+    // Nothing is made before there is a key.
+    if (m_shown || txtValue.Handle() != nullptr) {
         ShowParts();
         ShowValue();
     }
@@ -174,6 +189,18 @@ void ValueBar::OnCommandsChanged() {
     }
 }
 
+// Each call of Windows that changes nothing costs time at every new row.
+bool ValueBar::IsShown(const Control& part) {
+    return part.Handle() != nullptr &&
+           (GetWindowLongPtrW(part.Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+void ValueBar::SetShown(Control& part, bool isVisible) {
+    if (part.Handle() != nullptr && IsShown(part) != isVisible) {
+        part.Show(isVisible);
+    }
+}
+
 template <typename Part, typename Make>
 void ValueBar::ShowPart(Part& part, bool isVisible, Make make) {
     if (isVisible && part.Handle() == nullptr) {
@@ -181,9 +208,7 @@ void ValueBar::ShowPart(Part& part, bool isVisible, Make make) {
         SetUp(part);
         part.SetDescriber([this](int id) { return DescribePart(id); });
     }
-    if (part.Handle() != nullptr) {
-        part.Show(isVisible);
-    }
+    SetShown(part, isVisible);
 }
 
 // Those that the type of the key needs.
@@ -214,13 +239,13 @@ void ValueBar::ShowParts() {
     ShowPart(cmdReset, true, [&] {
         cmdReset.Create(bar, kIdCmdReset, [this] { m_actions.Execute(Command::EditReset); });
         cmdReset.SetText(Widen(m_workplace.Text(text::kResetValue)));
+        OnCommandsChanged();
     });
     txtValue.Enable(m_shown.has_value());
     txtValue.SetReadOnly(shown.isReadOnly);
     if (lblUnit.Handle() != nullptr) {
         lblUnit.SetText(Widen(shown.unit));
     }
-    OnCommandsChanged();
 }
 
 std::string ValueBar::Text() const {
@@ -270,71 +295,73 @@ void ValueBar::ShowObjection(std::string objection) {
     }
 }
 
+// The parts between the field and the note.
+std::array<ValueBar::PartBeside, 6> ValueBar::PartsBeside(const ScreenDC& dc) {
+    const auto pixels = [this](int length) { return ScaledPixels(length, m_dpi); };
+    return {{{cmdChoices, pixels(kChoicesWidth)},
+             {spnValue, pixels(kSpinWidth)},
+             {lblUnit, WidthOf(dc, Widen(Shown().unit)) + pixels(kGap)},
+             {cmdColor, pixels(kColorWidth)},
+             {cmdBrowse, pixels(kBrowseWidth)},
+             {picWarning, WarningSign::Size(m_dpi)}}};
+}
+
 void ValueBar::Layout() {
     if (!m_isVisible || lblKey.Handle() == nullptr) {
         return;
     }
-    const ValueField shown = Shown();
     const auto pixels = [this](int length) { return ScaledPixels(length, m_dpi); };
-    const SIZE area = ClientSizeOf(Handle());
-    const int gap = pixels(kGap);
+    const ValueField shown = Shown();
     const std::wstring name = Widen(shown.name);
     const std::wstring nameWithState = m_shown ? name + L": " + Widen(shown.state) : name;
     const std::wstring note =
         Widen(!m_objection.empty() ? m_objection
               : m_shown            ? m_workplace.Text(text::kDefaultIs, {shown.defaultValue})
                                    : std::string());
-    struct Between {
-        Control& part;
-        int width;
-    };
-    const Between between[] = {{cmdChoices, pixels(kChoicesWidth)},
-                               {spnValue, pixels(kSpinWidth)},
-                               {lblUnit, TextWidth(lblKey.Handle(), Widen(shown.unit)) + gap},
-                               {cmdColor, pixels(kColorWidth)},
-                               {cmdBrowse, pixels(kBrowseWidth)},
-                               {picWarning, WarningSign::Size(m_dpi)}};
-    const auto isShown = [](const Control& part) {
-        return part.Handle() != nullptr &&
-               (GetWindowLongPtrW(part.Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
-    };
+    const ScreenDC dc(Handle());
+    const SelectedObject font(dc.Get(), m_font.Get());
+    const int gap = pixels(kGap);
+    const auto beside = PartsBeside(dc);
 
     ValueBarWishes wishes;
-    wishes.name = TextWidth(lblKey.Handle(), name) + gap;
-    wishes.nameWithState = TextWidth(lblKey.Handle(), nameWithState) + gap;
+    wishes.name = WidthOf(dc, name) + gap;
+    wishes.nameWithState = RoundedUp(WidthOf(dc, nameWithState) + gap, pixels(kNameStep));
     wishes.leastName = pixels(kLeastName);
     wishes.leastField = pixels(kLeastField);
     wishes.mostField = pixels(kMostField);
-    for (const Between& one : between) {
-        wishes.beside += isShown(one.part) ? one.width + gap : 0;
+    for (const PartBeside& one : beside) {
+        wishes.beside += IsShown(one.part) ? one.width + gap : 0;
     }
-    wishes.note = TextWidth(lblKey.Handle(), note) + gap;
+    wishes.note = WidthOf(dc, note) + gap;
     wishes.leastNote = pixels(kLeastNote);
     wishes.isWarning = !m_objection.empty();
-    wishes.reset = TextWidth(cmdReset.Handle(), cmdReset.Text()) + 2 * pixels(kResetMargin);
+    wishes.reset = WidthOf(dc, cmdReset.Text()) + 2 * pixels(kResetMargin);
     wishes.gap = gap;
-    const int width = static_cast<int>(area.cx);
-    const ValueBarWidths widths = ShareValueBar(wishes, width);
+    const SIZE area = ClientSizeOf(Handle());
+    const ValueBarWidths widths = ShareValueBar(wishes, static_cast<int>(area.cx));
 
-    const int bottom = static_cast<int>(area.cy) - gap;
-    int left = gap;
-    const auto place = [&](Control& part, int partWidth) {
-        part.SetBounds({left, gap, left + partWidth, bottom});
-        left += partWidth > 0 ? partWidth + gap : 0;
+    const LONG bottom = area.cy - gap;
+    LONG left = gap;
+    const auto place = [&](Control& part, int width) {
+        const RECT at{left, gap, left + width, bottom};
+        if (const RECT former = BoundsInParent(part.Handle()); !EqualRect(&at, &former)) {
+            part.SetBounds(at);
+        }
+        left += width > 0 ? width + gap : 0;
     };
     lblKey.SetText(widths.showsState ? nameWithState : name);
     place(lblKey, widths.name);
     place(txtValue, widths.field);
-    for (const Between& one : between) {
-        if (isShown(one.part)) {
+    for (const PartBeside& one : beside) {
+        if (IsShown(one.part)) {
             place(one.part, one.width);
         }
     }
     lblNote.SetText(note);
-    lblNote.Show(widths.note > 0);
+    SetShown(lblNote, widths.note > 0);
     place(lblNote, widths.note);
-    cmdReset.Show(widths.reset > 0);
-    left = width - gap - widths.reset;
+    SetShown(cmdReset, widths.reset > 0);
+    left = area.cx - gap - widths.reset;
     place(cmdReset, widths.reset);
 }
 

@@ -37,7 +37,7 @@ public:
     void Show(bool isVisible);
     void SetBounds(const RECT& bounds);
     // In pixels.
-    int IdealHeight() const;
+    int IdealHeight() const { return m_height; }
 
     HWND Field() const { return txtValue.Handle(); }
     // Whether the window is one of the bar, or the list of choices.
@@ -53,7 +53,6 @@ private:
     std::optional<AccessibleInfo> Describe() const override;
     AccessibleInfo DescribePart(int id) const;
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnKeyListChanged() override { OnKeyShown(); }
     void OnKeyShown() override;
     void OnKeyChanged(KeyNumber key) override;
     void OnManyKeysChanged() override;
@@ -65,6 +64,8 @@ private:
     // Makes a control with this function unless it is there, and shows it or not.
     template <typename Part, typename Make>
     void ShowPart(Part& part, bool isVisible, Make make);
+    static bool IsShown(const Control& part);
+    static void SetShown(Control& part, bool isVisible);
     void SetUp(Control& part) const;
     std::array<Control*, 11> Parts();
     void ShowParts();
@@ -72,6 +73,11 @@ private:
     void ShowNote();
     void CheckPlace();
     void ShowObjection(std::string objection);
+    struct PartBeside {
+        Control& part;
+        int width;  // pixels
+    };
+    std::array<PartBeside, 6> PartsBeside(const ScreenDC& dc);
     void Layout();
     ValueField Shown() const { return m_shown ? *m_shown : ValueField(); }
     std::string Text() const;
@@ -94,8 +100,9 @@ private:
     MainWindowActions& m_actions;
     bool m_isVisible = false;
     bool m_isRightToLeft = false;
-    UserFont m_font;
+    UniqueFont m_font;  // of all controls
     int m_dpi = 0;
+    int m_height = 0;
 
     std::optional<ValueField> m_shown;
     bool m_isTouched = false;  // the user has typed what is not stored

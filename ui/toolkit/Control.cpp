@@ -102,6 +102,11 @@ void Control::SetBorder(BorderLook border) {
     }
 }
 
+void Control::UseFont(HFONT font) {
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    m_font = UniqueFont();
+}
+
 void Control::SetFont(UniqueFont font) {
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), TRUE);
     m_font = std::move(font);

@@ -41,6 +41,8 @@ public:
     void SetDescriber(Describer describer) { m_describer = std::move(describer); }
     // The control owns the font from then on.
     void SetFont(UniqueFont font);
+    // The same with a font that must outlive the control or be replaced first.
+    void UseFont(HFONT font);
 
 protected:
     Control() = default;

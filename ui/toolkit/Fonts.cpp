@@ -45,15 +45,20 @@ int StyleOf(const LOGFONTW& font) {
            (font.lfStrikeOut ? kStrikeOut : 0) | (font.lfUnderline ? kUnderline : 0);
 }
 
-void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, int points, int dpi) {
+UniqueFont MakeUserFont(const UserFont& font, int dpi) {
     UserFont drawn = font;
     drawn.name = DrawnFace(font.name);
+    const LOGFONTW logical = LogicalFontOf(drawn, dpi);
+    return UniqueFont(CreateFontIndirectW(&logical));
+}
+
+void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, int points, int dpi) {
+    UserFont drawn = font;
     if (!withUserSize) {
         drawn.points = points;
         drawn.style = 0;
     }
-    const LOGFONTW logical = LogicalFontOf(drawn, dpi);
-    if (UniqueFont made{CreateFontIndirectW(&logical)}) {
+    if (UniqueFont made = MakeUserFont(drawn, dpi)) {
         control.SetFont(std::move(made));
     }
 }

@@ -20,6 +20,9 @@ LOGFONTW LogicalFontOf(const UserFont& font, int dpi);
 // The style of a font that Windows describes, as in UserFont.
 int StyleOf(const LOGFONTW& font);
 
+// The font of the user, in their size and style, as it is drawn. Empty if Windows has none.
+UniqueFont MakeUserFont(const UserFont& font, int dpi);
+
 // Gives a control the font and the character set of the user: in their size and style, or, if not
 // `withUserSize`, in `points` without any style.
 void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, int points, int dpi);

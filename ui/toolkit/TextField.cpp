@@ -35,7 +35,9 @@ void TextField::SetText(const std::wstring& text) {
 }
 
 void TextField::SetReadOnly(bool isReadOnly) {
-    Send(EM_SETREADONLY, isReadOnly ? TRUE : FALSE);
+    if (((GetWindowLongPtrW(Handle(), GWL_STYLE) & ES_READONLY) != 0) != isReadOnly) {
+        Send(EM_SETREADONLY, isReadOnly ? TRUE : FALSE);
+    }
 }
 
 std::optional<LRESULT> TextField::OnCommand(int, int code) {

@@ -75,7 +75,7 @@ void VirtualList::SetColumns(const std::vector<ListColumn>& columns,
          hasSeveral ? LVS_EX_HEADERDRAGDROP : 0);
     if (hasSeveral) {
         for (std::size_t column = 0; column < columns.size(); ++column) {
-            Send(LVM_SETCOLUMNWIDTH, column, MAKELPARAM(columns[column].width, 0));
+            SetColumnWidth(static_cast<int>(column), columns[column].width);
         }
         Send(LVM_SETCOLUMNORDERARRAY, order.size(), reinterpret_cast<LPARAM>(order.data()));
     }
@@ -91,6 +91,10 @@ std::vector<int> VirtualList::ColumnOrder() const {
 
 int VirtualList::ColumnWidth(int column) const {
     return static_cast<int>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+}
+
+void VirtualList::SetColumnWidth(int column, int pixels) {
+    Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(pixels, 0));
 }
 
 void VirtualList::FitColumn() {

@@ -78,6 +78,7 @@ public:
     void SetColumns(const std::vector<ListColumn>& columns, const std::vector<int>& order);
     std::vector<int> ColumnOrder() const;
     int ColumnWidth(int column) const;
+    void SetColumnWidth(int column, int pixels);
     // A single column is narrower than the list by this number of pixels.
     void SetColumnMargin(int pixels);
 
