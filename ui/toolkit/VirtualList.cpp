@@ -1,5 +1,7 @@
 #include "ui/toolkit/VirtualList.h"
 
+#include <windowsx.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -220,14 +222,15 @@ void VirtualList::OnItemChanged() {
     }
 }
 
-std::optional<LRESULT> VirtualList::OnHeaderNotify(const NMHDR& header) {
-    if (header.code != NM_RCLICK || header.hwndFrom != Header()) {
+// A menu that is asked for over the titles. Nothing for one over the rows, and for the keyboard.
+std::optional<LRESULT> VirtualList::OnTitleMenu(LPARAM position) {
+    const POINT at{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+    const RECT titles = BoundsOf(Header());
+    if (position == -1 || !PtInRect(&titles, at)) {
         return std::nullopt;
     }
-    POINT at{};
-    GetCursorPos(&at);
     m_source->OnTitleMenu(at);
-    return TRUE;
+    return 0;
 }
 
 std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -242,8 +245,8 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
         case WM_SETFONT:
             m_boldFont = UniqueFont();
             return std::nullopt;
-        case WM_NOTIFY:
-            return OnHeaderNotify(*reinterpret_cast<const NMHDR*>(lParam));
+        case WM_CONTEXTMENU:
+            return OnTitleMenu(lParam);
         case WM_SYSKEYDOWN:
             return wParam == VK_DOWN && m_source->OnListKey(VK_F4) ? std::optional<LRESULT>(0)
                                                                    : std::nullopt;

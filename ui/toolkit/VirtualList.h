@@ -109,7 +109,7 @@ private:
     void OnGetDisplayInfo(NMLVDISPINFOW& info);
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
-    std::optional<LRESULT> OnHeaderNotify(const NMHDR& header);
+    std::optional<LRESULT> OnTitleMenu(LPARAM position);
     HFONT BoldFont();
     HWND Header() const { return reinterpret_cast<HWND>(Send(LVM_GETHEADER)); }
     void ClearSelection();
