@@ -105,7 +105,7 @@ int Run(const std::string& commandLine, int showCommand) {
     EditorSession session(
         {files, registry, environment, prompts, programs, AddBackslash(FolderOfPath(ProgramPath())),
          VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
-         MeasureScreen(), IsScreenReaderRunning()});
+         MeasureScreen(), IsScreenReaderRunning(), PRIMARYLANGID(GetUserDefaultUILanguage())});
     session.LoadSettings();
     const std::string dataFile = session.DataFile().StartUpPath(commandLine);
     if (frmMain::BringForward(dataFile)) {

@@ -93,19 +93,19 @@ bool IsSingle(const ValueType& type, std::string_view value) {
 }
 
 // The functions below read the arguments of one kind each. False: an unknown word.
-bool ReadSingles(ValueType& type, Words words) {
+bool ReadSingles(ValueType& type, const Words& words) {
     type.values.assign(words.begin(), words.end());
     return std::ranges::all_of(words, [](auto word) { return WholeNumber(word).has_value(); });
 }
 
-bool ReadEnum(ValueType& type, Words words) {
+bool ReadEnum(ValueType& type, const Words& words) {
     type.values.assign(words.begin(), words.end());
     return !words.empty() && std::ranges::all_of(words, [](std::string_view word) {
         return word.find(kRangeMark) == std::string_view::npos || RangeOf(word).has_value();
     });
 }
 
-bool ReadFlags(ValueType& type, Words words) {
+bool ReadFlags(ValueType& type, const Words& words) {
     std::uint64_t bits = 0;
     for (const std::string_view word : words) {
         if (WholeNumber(word).value_or(0) < 0) {
@@ -126,7 +126,7 @@ bool ReadFlags(ValueType& type, Words words) {
     return !type.groups.empty();
 }
 
-bool ReadInt(ValueType& type, Words words) {
+bool ReadInt(ValueType& type, const Words& words) {
     auto word = words.begin();
     if (word != words.end() && word->find(kRangeMark) != std::string_view::npos) {
         const auto range = RangeOf(*word++);
@@ -141,7 +141,7 @@ bool ReadInt(ValueType& type, Words words) {
     return ReadSingles(type, {word, words.end()});
 }
 
-bool ReadPath(ValueType& type, Words words) {
+bool ReadPath(ValueType& type, const Words& words) {
     const auto place = words.empty() ? std::nullopt : PlaceIn(kPathKinds, words[0]);
     if (!place) {
         return false;
@@ -283,10 +283,11 @@ std::vector<ValueChoice> ChoicesOf(const ValueType& type,
     if (type.kind == ValueKind::Bool) {
         values = {"0", "1"};
     } else if (type.kind == ValueKind::Flags) {
-        for (auto group = type.groups.rbegin(); group != type.groups.rend(); ++group) {
-            std::vector<std::string> bits = TextsOf(*group);
-            values.insert(values.begin(), bits.begin(), bits.end());
+        std::vector<std::string> bits;
+        for (const auto& group : type.groups) {
+            std::ranges::move(TextsOf(group), std::back_inserter(bits));
         }
+        values.insert(values.begin(), bits.begin(), bits.end());
     }
     std::vector<ValueChoice> choices;
     for (const std::string& word : values) {

@@ -198,7 +198,8 @@ bool OwnSettingsStore::MakeFile(const std::string& path) {
             transaction.SetValue(kRows[row].section, kRows[row].key, TextOf(row));
         }
     }
-    return transaction.Commit().Succeeded();
+    m_isNew = transaction.Commit().Succeeded();
+    return m_isNew;
 }
 
 // A file beside the program comes first, so that the program can run from a memory stick.
@@ -273,7 +274,6 @@ void OwnSettingsStore::SetLanguageFile(const std::string& path) {
 // Of those settings of which `isWritten` is true, in one step, those that changed since they were
 // read or last written.
 template <typename IsWritten>
-// Writes the settings that have changed and of which `isWritten` is true, all in one step.
 WriteResult OwnSettingsStore::WriteChanged(IsWritten isWritten) {
     ProfileTransaction transaction(m_files, m_path);
     std::vector<std::string> texts = m_stored;

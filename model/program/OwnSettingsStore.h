@@ -37,6 +37,8 @@ public:
     // Reads all settings. At the first start the file is made with the values for a new user; if it
     // cannot be made, these values hold for this run.
     void LoadSettings();
+    // Whether LoadSettings found none and made their file: the first start of a new user.
+    bool IsNew() const { return m_isNew; }
 
     // Reads the settings of the options dialog again. Nothing changes if the file cannot be read.
     void ReloadOptions();
@@ -85,6 +87,7 @@ private:
     std::string m_path;
     std::shared_ptr<const IniDocument> m_file;  // held for the other readers of the file at a start
     OwnSettings m_values;
+    bool m_isNew = false;
     bool m_isLookApplied = true;
     std::vector<std::string> m_stored;  // each setting's text as read or last written
 };

@@ -267,6 +267,8 @@ constexpr TextRow kTexts[] = {
     {4138, "Choices for %1"},
     {4139, "Show Choices"},
     {4140, "Choose..."},
+    {4141, "Do you want the program and the descriptions of keys in %1?"},
+    {4142, "Do you want the descriptions of keys in %1, too?"},
 };
 
 }  // namespace

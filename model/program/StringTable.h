@@ -131,6 +131,8 @@ inline constexpr std::uint16_t kValueOf = 4137;
 inline constexpr std::uint16_t kChoicesFor = 4138;
 inline constexpr std::uint16_t kShowChoices = 4139;
 inline constexpr std::uint16_t kChooseValue = 4140;
+inline constexpr std::uint16_t kOfferLanguage = 4141;
+inline constexpr std::uint16_t kOfferDescriptions = 4142;
 }  // namespace text
 
 // The built-in English text of a number; empty if there is none.

@@ -30,7 +30,25 @@ EditorSession::EditorSession(SessionServices services)
     : m_workplace(std::move(services)),
       m_locator(m_workplace.Disk(), m_workplace.Services().registry,
                 m_workplace.Services().environment, m_workplace.OwnSettings(), m_workplace.Texts(),
-                m_workplace.Prompts()) {}
+                m_workplace.Prompts()) {
+    m_workplace.Watchers().Add(*this);
+}
+
+EditorSession::~EditorSession() {
+    m_workplace.Watchers().Remove(*this);
+}
+
+// The descriptions may be there in that language, too.
+void EditorSession::OnLanguageChosen() {
+    if (m_settings.IsModified() || m_dataFile.IsModified()) {
+        return;  // nothing of that must be lost, or asked about in the middle of a choice
+    }
+    const auto path = m_offer.DataFileForLanguage();
+    if (path && m_dataFile.LoadDataFile(*path)) {
+        const std::string settings = m_settings.Path();
+        m_settings.Show(settings, m_settings.Read(settings));
+    }
+}
 
 std::string EditorSession::Caption() const {
     const std::string title = std::string(kProgramName) + " " + m_workplace.Services().versionText;
@@ -44,6 +62,7 @@ void EditorSession::LoadSettings() {
 }
 
 bool EditorSession::Activate(const std::string& commandLine) {
+    m_offer.AtFirstStart(commandLine);
     std::string path = ChooseDataFile(commandLine);
     while (IsGivenPath(path) && !m_dataFile.LoadDataFile(path)) {
         path = AskForStartUpDataFile();

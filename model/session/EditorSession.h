@@ -13,6 +13,7 @@
 #include "model/session/KeyExchange.h"
 #include "model/session/KeySelection.h"
 #include "model/session/KeyValues.h"
+#include "model/session/LanguageOffer.h"
 #include "model/session/OpenDataFile.h"
 #include "model/session/OpenSettings.h"
 #include "model/session/PendingChanges.h"
@@ -24,9 +25,12 @@ namespace tamarind {
 
 // Owns the parts of a session, which windows talk to, and what needs several of them: starting,
 // opening files, closing.
-class EditorSession {
+class EditorSession final : private WorkplaceListener {
 public:
     explicit EditorSession(SessionServices services);
+    ~EditorSession() override;
+    EditorSession(const EditorSession&) = delete;
+    EditorSession& operator=(const EditorSession&) = delete;
 
     Workplace& Place() { return m_workplace; }
     const Workplace& Place() const { return m_workplace; }
@@ -68,6 +72,7 @@ public:
     bool MayLeaveFiles();
 
 private:
+    void OnLanguageChosen() override;
     std::string ChooseDataFile(const std::string& commandLine);
     std::string AskForStartUpDataFile() const;
     std::string LocateTarget();
@@ -87,6 +92,7 @@ private:
     RecentSettings m_recent{m_workplace};
     KeyColumns m_columns{m_workplace, m_store, m_values};
     CommandStates m_states{m_workplace, m_selection, m_commands, m_dataFile, m_settings, m_columns};
+    LanguageOffer m_offer{m_workplace, m_dataFile};
     SettingsLocator m_locator;
 };
 

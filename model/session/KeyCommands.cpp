@@ -103,10 +103,8 @@ bool KeyCommands::SetValue(const std::string& value) {
 }
 
 void KeyCommands::SetValues(const std::vector<KeyChange>& changes) {
-    std::vector<KeyNumber> keys;
-    for (const KeyChange& change : changes) {
-        keys.push_back(change.key);
-    }
+    std::vector<KeyNumber> keys(changes.size());
+    std::ranges::transform(changes, keys.begin(), &KeyChange::key);
     m_editor.Change(StepKind::Value, changes);
     m_selection.TellChanges(keys);
 }

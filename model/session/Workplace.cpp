@@ -40,6 +40,14 @@ void Workplace::RefreshLanguage() {
     }
 }
 
+void Workplace::UseLanguage(const std::string& path) {
+    m_settings.SetLanguageFile(path);
+    m_settings.Values().useDefaultLanguage = 0;
+    m_settings.SaveSettings();
+    LoadLanguage();
+    m_listeners.Tell(&WorkplaceListener::OnLanguageChanged);
+}
+
 // Until another one is chosen, or the program ends.
 void Workplace::UseBuiltInLanguage() {
     auto& settings = m_settings.Values();
@@ -70,6 +78,7 @@ void Workplace::OnOptionsEnd() {
     if (!m_language.IsThatOfSettings()) {
         LoadLanguage();
         m_listeners.Tell(&WorkplaceListener::OnLanguageChanged);
+        m_listeners.Tell(&WorkplaceListener::OnLanguageChosen);
     }
 }
 

@@ -28,6 +28,7 @@ struct SessionServices {
     std::string versionText;
     ScreenSize screen;
     bool hasScreenReader = false;
+    std::uint16_t systemLanguage = 0;  // the primary language of Windows (LANGID); 0: any
 };
 
 // Something that the user is told in passing, in the status bar.
@@ -42,6 +43,7 @@ public:
     virtual void OnCommandsChanged() {}  // enabled or checked states
     virtual void OnLookChanged() {}      // colours, fonts and borders of the own settings
     virtual void OnLanguageChanged() {}  // all texts, and the direction of writing
+    virtual void OnLanguageChosen() {}   // by the user, in the options; after the change
     virtual void OnNotice(const Notice&) {}
 };
 
@@ -72,7 +74,10 @@ public:
     // The language that the settings name, before a text of it is asked for. The built-in one
     // takes the place of one whose file is missing, after a message.
     void LoadLanguage();
-    // The same for one whose file has vanished since; whenever a window is about to show its texts.
+    // Chooses a language file, and stores the choice.
+    void UseLanguage(const std::string& path);
+    // As LoadLanguage for one whose file has vanished since; whenever a window is about to show its
+    // texts.
     void RefreshLanguage();
     const Language& Texts() const { return m_language; }
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }

@@ -51,14 +51,13 @@ void StartIn(IFileDialog& dialog, const std::string& folder) {
 }  // namespace
 
 std::string ChooseFolder(HWND owner, const std::string& folder) {
-    const std::string none(MissingValueMarker);
     const auto initialize = OleFunction<decltype(&CoInitializeEx)>("CoInitializeEx");
     const auto uninitialize = OleFunction<decltype(&CoUninitialize)>("CoUninitialize");
     const auto create = OleFunction<decltype(&CoCreateInstance)>("CoCreateInstance");
     const auto free = OleFunction<decltype(&CoTaskMemFree)>("CoTaskMemFree");
     if (initialize == nullptr || uninitialize == nullptr || create == nullptr || free == nullptr ||
         FAILED(initialize(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE))) {
-        return none;
+        return std::string(MissingValueMarker);
     }
     const ScopeExit done([uninitialize] { uninitialize(); });
     ComObject<IFileOpenDialog> dialog;
@@ -67,12 +66,12 @@ std::string ChooseFolder(HWND owner, const std::string& folder) {
     if (create(__uuidof(FileOpenDialog), nullptr, CLSCTX_INPROC_SERVER, __uuidof(IFileOpenDialog),
                dialog.Place()) != S_OK ||
         dialog->SetOptions(FOS_PICKFOLDERS | FOS_FORCEFILESYSTEM | FOS_NOCHANGEDIR) != S_OK) {
-        return none;
+        return std::string(MissingValueMarker);
     }
     StartIn(*dialog.Get(), folder);
     if (dialog->Show(owner) != S_OK || dialog->GetResult(chosen.Out()) != S_OK ||
         chosen->GetDisplayName(SIGDN_FILESYSPATH, &path) != S_OK) {
-        return none;
+        return std::string(MissingValueMarker);
     }
     std::string result = Narrow(path);
     free(path);
