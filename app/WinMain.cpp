@@ -55,6 +55,11 @@ bool IsScreenReaderRunning() {
     return SystemParametersInfoW(SPI_GETSCREENREADER, 0, &isRunning, 0) && isRunning;
 }
 
+// The primary language that Windows shows its own texts in.
+std::uint16_t SystemLanguage() {
+    return static_cast<std::uint16_t>(PRIMARYLANGID(GetUserDefaultUILanguage()));
+}
+
 // Runs until WM_QUIT; returns its exit code. Shortcuts of the window come before everything else.
 int RunMessageLoop(frmMain& window) {
     MSG message{};
@@ -105,7 +110,7 @@ int Run(const std::string& commandLine, int showCommand) {
     EditorSession session(
         {files, registry, environment, prompts, programs, AddBackslash(FolderOfPath(ProgramPath())),
          VersionText(TAMARIND_VERSION_MAJOR, TAMARIND_VERSION_MINOR, TAMARIND_VERSION_PATCH, ""),
-         MeasureScreen(), IsScreenReaderRunning(), PRIMARYLANGID(GetUserDefaultUILanguage())});
+         MeasureScreen(), IsScreenReaderRunning(), SystemLanguage()});
     session.LoadSettings();
     const std::string dataFile = session.DataFile().StartUpPath(commandLine);
     if (frmMain::BringForward(dataFile)) {

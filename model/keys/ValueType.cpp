@@ -55,8 +55,9 @@ std::optional<NumberRange> RangeOf(std::string_view word) {
     const std::string_view least = word.substr(0, mark);
     const std::string_view most = word.substr(mark + kRangeMark.size());
     const NumberRange range = {WholeNumber(least), WholeNumber(most)};
-    const bool isRange =
-        range.least.has_value() != least.empty() && range.most.has_value() != most.empty();
+    const bool isRange = range.least.has_value() != least.empty() &&
+                         range.most.has_value() != most.empty() &&
+                         (!range.least || !range.most || *range.least < *range.most);
     return isRange ? std::optional(range) : std::nullopt;
 }
 

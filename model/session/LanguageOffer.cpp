@@ -93,7 +93,7 @@ std::optional<std::string> LanguageOffer::DataFileForLanguage() {
     if (settings.useDefaultLanguage != 0 || language == std::end(kLanguages)) {
         return std::nullopt;
     }
-    const auto path = Counterpart(*language, m_dataFile.Target());
+    auto path = Counterpart(*language, m_dataFile.Target());
     if (!path || !EqualsIgnoreCase(m_dataFile.Path(), m_dataFile.PathFor(m_dataFile.Target())) ||
         !m_workplace.Prompts().AskWhetherSure(
             m_workplace.Text(text::kOfferDescriptions, {language->nativeName}))) {

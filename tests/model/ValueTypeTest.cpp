@@ -79,11 +79,27 @@ TEST(ValueType, TellsWhatAValueShouldBe) {
 }
 
 TEST(ValueType, UnknownWordsMakeAString) {
-    for (const char* const words :
-         {"",          "number",     "bool 0",          "enum",     "enum 1..x",
-          "flags",     "flags 1 0",  "flags 3|2 1",     "int 1.5",  "int 8..256 inches",
-          "path",      "path place", "path folder *.x", "list",     "list dot",
-          "color red", "font",       "font a b c d",    "string 1", "history"}) {
+    for (const char* const words : {"",
+                                    "number",
+                                    "bool 0",
+                                    "enum",
+                                    "enum 1..x",
+                                    "flags",
+                                    "flags 1 0",
+                                    "flags 3|2 1",
+                                    "int 1.5",
+                                    "int 8..256 inches",
+                                    "int 8..3",
+                                    "path",
+                                    "path place",
+                                    "path folder *.x",
+                                    "list",
+                                    "list dot",
+                                    "color red",
+                                    "font",
+                                    "font a b c d",
+                                    "string 1",
+                                    "history"}) {
         EXPECT_EQ(ParseValueType(words).kind, ValueKind::String) << words;
     }
     EXPECT_EQ(ParseValueType("path program *.exe").pattern, "*.exe");
