@@ -33,8 +33,9 @@ TEST_F(EditingTest, ValuesAreTypedUndoneAndSaved) {
         {"ctrl+a Delete", "[]"},
         {"ctrl+y 9 Escape", kEdited},
         // Leaving the box drops the text, and so do a click on the list and saving.
-        {"Return 9 Tab", "description: PanelsVertical=7 ShowHidden=0 BackColor=5"},
-        {"shift+Tab Return 8", "[PanelsVertical=8]"},
+        {"Return 9 Tab", "value: PanelsVertical=7 ShowHidden=0 BackColor=5"},
+        {"Tab", "description: PanelsVertical=7 ShowHidden=0 BackColor=5"},
+        {"shift+Tab shift+Tab Return 8", "[PanelsVertical=8]"},
         {program.ClickOn(1), kEdited},
         {"Return", "[ShowHidden=0]"},
         {"8 ctrl+s", kEdited},

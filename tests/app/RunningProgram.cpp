@@ -105,6 +105,7 @@ std::string RunningProgram::State() const {
     std::string state = IsWindowVisible(box)            ? "(box)"
                         : focus == kIdListView1         ? "list:"
                         : focus == kIdTreeView1         ? "tree:"
+                        : focus == kIdTxtValue          ? "value:"
                         : focus == kIdTxtDescriptionBox ? "description:"
                                                         : "(none)";
     for (const std::string& row : RowsIn(Control(kIdListView1))) {
