@@ -72,7 +72,7 @@ class KeywordTable:
             # A category that repeats another one has the keywords of that, too.
             pattern = row.pattern(name)
             places = [(one.lower(), key) for one in (section, row.section)
-                      for key in (row.name, pattern, name)]
+                      for key in (row.name, pattern)]
             place = next((one for one in places if one in self.lines), None)
             unused.pop(place or ("", ""), None)
             line = self.lines[place] if place else none

@@ -258,7 +258,7 @@ TRANSLATION_FAULTS = (
 
 # Tables of keywords and the file they become: [Dark] has those of the category that it repeats.
 KEYWORDS = """# comment
-Configuration	Tab{8..9}	page, sheet
+Configuration	Tab#	page, sheet
 configuration	Size	bigger text
 Colors	my_8	tint
 Colors	C+{B..C}	hot key
