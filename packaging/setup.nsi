@@ -164,7 +164,7 @@ Function PutInPlace
     ${GetParent} "$INSTDIR\$0" $1
     CreateDirectory "$1"
     ${If} ${FileExists} "$INSTDIR\$0"
-        ; What is still there has been changed by the user: descriptions in a data file, types, translations.
+        ; What is still there has been changed by the user: descriptions in a data file, types, keywords, translations.
         ${GetBaseName} "$0" $2
         ${GetFileExt} "$0" $3
         StrCpy $4 "$1\$2 (changed).$3"
@@ -254,8 +254,10 @@ Function un.RemoveFile
     ${GetFileExt} "$0" $1
     ${If} $1 == "tmdf"
     ${OrIf} $1 == "types"
+    ${OrIf} $1 == "keywords"
     ${OrIf} $1 == "lng"
-        ; A file with another time than it came with holds the user's descriptions, types or translations.
+        ; A file with another time than it came with holds what the user wrote: descriptions, types, keywords or
+        ; translations.
         ClearErrors
         GetFileTime "$INSTDIR\$0" $2 $3
         ${IfNot} ${Errors}

@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 """Makes the data files, which tell the editor what every settings key does, from knowledge/.
 
-Beside each it makes a file of types, which tells what the values of these keys may be.
+Beside each it makes a file of types, which tells what the values of these keys may be, and a file
+of keywords, which tells what people call them.
 
 Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 
   check                   prints what is wrong in knowledge/, each with file and line, and counts
-                          the translated rows; those made from an older English text are no fault
+                          the translated rows and the keys with keywords; rows made from an older
+                          English text are no fault
   write [FOLDER]          writes these files into FOLDER, by default "Data Files"
   verify [FOLDER]         fails unless the files in FOLDER are what write would make
   coverage TABLE... [--corpus FOLDER]
@@ -18,9 +20,10 @@ Usage: make_data_files.py [--knowledge FOLDER] COMMAND ...
 Every command checks first and writes nothing when something is wrong. The exit code is then 1.
 
 The folders wincmd and wcx_ftp of knowledge/ make one data file each, out of their *.tsv files in
-the order of their names. Every other folder there holds the texts of both in the language that it
-is named after; see translations.py. What the lines of a table are and what a family of keys is
-stands in docs/data_files.md, the types there and in value_types.py.
+the order of their names; the folder keywords has the English keywords of both. Every other folder
+there holds the texts of both in the language that it is named after; see translations.py and
+keywords.py. What the lines of a table are and what a family of keys is stands in
+docs/data_files.md, the types there and in value_types.py.
 """
 
 from __future__ import annotations
@@ -30,9 +33,10 @@ import re
 import sys
 import textwrap
 from pathlib import Path
-from typing import Iterator
+from typing import Iterable, Iterator
 
 from key_rows import COLOR_NOTE, Category, Row, members_of
+from keywords import KEYWORDS, KeywordTable, file_of_keywords
 from settings_coverage import check_coverage, settings_in, settings_of
 from translations import Translation, split
 from value_types import BadType, IntType, KnownOutside, TypeTable, parse_type
@@ -40,10 +44,10 @@ from value_types import BadType, IntType, KnownOutside, TypeTable, parse_type
 ROOT = Path(__file__).resolve().parent.parent
 
 # The folders in knowledge/, the data file each makes with {} for its language, the settings file
-# this is about, and the file of types for that.
+# this is about, and the files of types and keywords for that.
 DATA_FILES = {
-    "wincmd": ("tc all keys {}.tmdf", "Wcx_ftp=0", "Wincmd.types"),
-    "wcx_ftp": ("tc wcx_ftp keys {}.tmdf", "Wcx_ftp=1", "Wcx_ftp.types"),
+    "wincmd": ("tc all keys {}.tmdf", "Wcx_ftp=0", "Wincmd.types", "Wincmd.keywords"),
+    "wcx_ftp": ("tc wcx_ftp keys {}.tmdf", "Wcx_ftp=1", "Wcx_ftp.types", "Wcx_ftp.keywords"),
 }
 OUTSIDE_TYPES = "outside_types.tsv"
 TARGET_SECTION = "TargetIniFile"
@@ -287,7 +291,7 @@ def read_translations(folder: Path, english: dict[str, Knowledge]
     names = {name for one in english.values() for _, name, _ in one.keys()}
     languages: dict[str, tuple[Translation, dict[str, Knowledge]]] = {}
     for source in sorted(folder.iterdir()):
-        if source.is_dir() and source.name not in DATA_FILES:
+        if source.is_dir() and source.name not in (*DATA_FILES, KEYWORDS):
             translation = Translation(source, names)
             files: dict[str, Knowledge] = {
                 name: TranslatedKnowledge(translation.categories(name, one.categories))
@@ -295,6 +299,14 @@ def read_translations(folder: Path, english: dict[str, Knowledge]
             translation.check_use()
             languages[source.name] = translation, files
     return languages
+
+
+def read_keywords(folder: Path, languages: Iterable[str], knowledge: dict[str, Knowledge]
+                  ) -> dict[str, dict[str, KeywordTable]]:
+    """The tables of keywords of every data file, each in English and in these languages."""
+    folders = {"english": KEYWORDS} | {one: f"{one}/{KEYWORDS}" for one in languages}
+    return {name: {language: KeywordTable(folder, f"{place}/{name}.tsv", one.keys())
+                   for language, place in folders.items()} for name, one in knowledge.items()}
 
 
 def check_values(folder: Path, tables: dict[str, TypeTable], known: KnownOutside) -> bool:
@@ -330,14 +342,22 @@ def parse_arguments(arguments: list[str]) -> argparse.Namespace:
     return parser.parse_args(arguments)
 
 
-def write_files(languages: dict[str, dict[str, Knowledge]], types: dict[str, TypeTable],
-                folder: Path, only_verify: bool) -> bool:
-    """Writes the data files and the files of types, or tells which of them are stale."""
-    files = {types_name: types[name].contents() for name, (_, _, types_name) in DATA_FILES.items()}
+def contents_of_files(languages: dict[str, dict[str, Knowledge]], types: dict[str, TypeTable],
+                      keywords: dict[str, dict[str, KeywordTable]]) -> dict[str, bytes]:
+    """All files that are made, by their names."""
+    files = {}
+    for name, (_, _, types_name, keywords_name) in DATA_FILES.items():
+        files[types_name] = types[name].contents()
+        files[keywords_name] = file_of_keywords(keywords[name])
     for language, knowledge in languages.items():
         encoding = "ascii" if language == "english" else "utf-8-sig"
-        for name, (file_name, target, _) in DATA_FILES.items():
+        for name, (file_name, target, _, _) in DATA_FILES.items():
             files[file_name.format(language)] = data_file(knowledge[name], target, encoding)
+    return files
+
+
+def write_files(files: dict[str, bytes], folder: Path, only_verify: bool) -> bool:
+    """Writes the files, or tells which of them are stale."""
     succeeded = True
     for file_name, contents in files.items():
         path = folder / file_name
@@ -365,6 +385,12 @@ def main(arguments: list[str]) -> int:
             print(f"{where}: old: {what}", file=sys.stderr)
         if options.command == "check":
             print(translation.summary())
+    keywords = read_keywords(options.knowledge, languages, knowledge) if not faults else {}
+    for name, tables in keywords.items():
+        faults += [fault for one in tables.values() for fault in one.faults]
+        if options.command == "check":
+            print(f"{name}: keys with keywords:",
+                  ", ".join(f"{one.count} in {language}" for language, one in tables.items()))
     print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
     succeeded = not faults
     if options.command == "coverage":
@@ -374,7 +400,8 @@ def main(arguments: list[str]) -> int:
         succeeded &= check_values(options.corpus, types, outside)
     elif options.command != "check" and not faults:
         all_files = {"english": knowledge} | {name: files for name, (_, files) in languages.items()}
-        succeeded = write_files(all_files, types, options.folder, options.command == "verify")
+        succeeded = write_files(contents_of_files(all_files, types, keywords), options.folder,
+                                options.command == "verify")
     return 0 if succeeded else 1
 
 

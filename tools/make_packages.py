@@ -23,7 +23,7 @@ PACKAGING = ROOT / "packaging"
 PROGRAM = "TamarindEditor.exe"
 UNINSTALLER = "Uninstall.exe"
 ARCHITECTURES = {"x64": "amd64-unicode", "x86": "x86-unicode"}  # and what NSIS calls them
-FOLDERS = {"Data Files": ("*.tmdf", "*.types"), "Languages": ("*.lng",)}
+FOLDERS = {"Data Files": ("*.tmdf", "*.types", "*.keywords"), "Languages": ("*.lng",)}
 WINDOWS_EPOCH = 11644473600  # seconds from 1601, where Windows begins to count, to 1970
 
 

@@ -16,6 +16,7 @@ from pathlib import Path
 from typing import Iterator
 
 from key_rows import COLOR_NOTE, SINCE, Category, Row
+from keywords import KEYWORDS
 
 TEXTS = "texts.tsv"
 PLAIN_WORD = re.compile(r"[A-Za-z]?[a-z]+|\d+|[A-Z]")  # as a name of a key it may be a mere word
@@ -49,7 +50,8 @@ class Translation:
         self.unused_rows: dict[str, str] = {}  # by their places
         self._read_texts()
         for source in sorted(folder.glob("*/*.tsv")):
-            self._read_rows(source)
+            if source.parent.name != KEYWORDS:
+                self._read_rows(source)
 
     def summary(self) -> str:
         return (f"{self.folder.name}: {len(self.rows)} rows are translated, "

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of tools/make_data_files.py and tools/value_types.py; run from anywhere."""
+"""Tests of tools/make_data_files.py and the modules that it uses; run from anywhere."""
 
 import contextlib
 import io
@@ -256,6 +256,44 @@ TRANSLATION_FAULTS = (
     ("Ftp\tFTP\n", "Ftp\tFTP\nNo\tNein\n", "texts.tsv:5", "'No' is used by nothing"),
 )
 
+# Tables of keywords and the file they become: [Dark] has those of the category that it repeats.
+KEYWORDS = """# comment
+Configuration	Tab#	page, sheet
+configuration	Size	bigger text
+Colors	my_8	tint
+Colors	C+{B..C}	hot key
+Dark	C+{B..C}	night
+"""
+WRITTEN_KEYWORDS = """\ufeff[english:Configuration]
+Tab#=page, sheet
+Size=bigger text
+
+[english:Colors]
+C+B=hot key
+C+C=hot key
+my_8=tint
+
+[english:Dark]
+C+B=night
+C+C=night
+my_8=tint
+""".replace("\n", "\r\n")
+GERMAN_KEYWORDS = "\ufeff[german:Layout]\r\nKey=größe\r\n"
+
+# A line of a table of keywords and a part of what is said about it.
+KEYWORD_FAULTS = (
+    ("Configuration\tSize", "section, key and keywords"),
+    ("Configuration\tSize\tbig\tlarge", "section, key and keywords"),
+    ("Colors\tSize\tbig", "no key [Colors] Size"),
+    ("Configuration\tTab{7..9}\tpage", "no key [Configuration] Tab{7..9}"),
+    ("Configuration\tPath\tBig", "'Big' is no keyword"),
+    ("Configuration\tPath\tbig,large", "'big,large' is no keyword"),
+    ("Configuration\tPath\tbig, , large", "'' is no keyword"),
+    ("Configuration\tPath\tbig, large, big", "'big' stands twice"),
+    ("Configuration\tTab{8..9}Color\tcolor tab", "'color tab' stands in the name"),
+    ("Layout\tKey\tbig\nlayout\tKey\tlarge", "second line of [layout] Key"),
+)
+
 TABLE = """section	key	type	seen	confidence
 Main	Key	int	2	high
 Main	Filter1	pattern	2	medium
@@ -368,6 +406,22 @@ class MakeDataFilesTest(unittest.TestCase):
             self.assertEqual((code, f"{path.name} is stale" in text), (1, True))
             self.run_tool("write", out)
 
+    def test_keywords(self) -> None:
+        self.put("knowledge/wincmd/2-second.tsv", WRITTEN_SOURCE)
+        table, out = "knowledge/keywords/wincmd.tsv", self.folder / "out"
+        for line, message in KEYWORD_FAULTS:
+            self.put(table, f"# comment\n{line}\n")
+            code, text = self.run_tool("check")
+            self.assertEqual((code, message in text), (1, True), f"{line}: {text}")
+            self.assertRegex(text, r"(?m)^keywords/wincmd\.tsv:[23]: ")
+        self.put(table, KEYWORDS)
+        self.assertIn("wincmd: keys with keywords: 9 in english\n", self.run_tool("check")[1])
+        self.assertEqual(self.run_tool("write", str(out)), (0, ""))
+        written = out / "Wincmd.keywords"
+        self.assertEqual(written.read_bytes().decode(), WRITTEN_KEYWORDS)
+        written.write_bytes(written.read_bytes()[:-1])
+        self.assertIn("Wincmd.keywords is stale", self.run_tool("verify", str(out))[1])
+
     def put_translation(self, old: str = "", new: str = "") -> None:
         """The translation with a part of it replaced; each MARK becomes the right one."""
         for name, contents in (("texts", TEXTS), ("wincmd/1", "[Layout]\nKey\tMARK\tÄ.\n"),
@@ -383,12 +437,16 @@ class MakeDataFilesTest(unittest.TestCase):
     def test_translated_files(self) -> None:
         self.put("knowledge/wincmd/2.tsv", ENGLISH)
         self.put_translation()
-        counts = "german: 6 rows are translated, 0 are missing, {} are old\n"
+        self.put("knowledge/german/keywords/wincmd.tsv", "Layout\tKey\tgröße\n")
+        counts = ("german: 6 rows are translated, 0 are missing, {} are old\n"
+                  "wincmd: keys with keywords: 0 in english, 1 in german\n"
+                  "wcx_ftp: keys with keywords: 0 in english, 0 in german\n")
         self.assertEqual(self.run_tool("check"), (0, counts.format(0)))
         self.assertEqual(self.run_tool("write", str(self.folder)), (0, ""))
         written = (self.folder / "tc all keys german.tmdf").read_bytes()
         self.assertEqual((written[:18], written[-len(TRANSLATED):]),
                          (b"\xef\xbb\xbf[TargetIniFile]", TRANSLATED))
+        self.assertEqual((self.folder / "Wincmd.keywords").read_bytes().decode(), GERMAN_KEYWORDS)
         self.put("knowledge/wincmd/2.tsv", ENGLISH.replace("Shown.", "Visible."))
         code, text = self.run_tool("check")
         self.assertEqual((code, counts.format(1) in text), (0, True))
