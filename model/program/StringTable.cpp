@@ -269,6 +269,10 @@ constexpr TextRow kTexts[] = {
     {4140, "Choose..."},
     {4141, "Do you want the program and the descriptions of keys in %1?"},
     {4142, "Do you want the descriptions of keys in %1, too?"},
+    {4143, "C&hanged, Not Saved"},
+    {4144, "Di&fferent from Default"},
+    {4145, "Show in Cate&gory"},
+    {4146, "Keys That Are Set"},
 };
 
 }  // namespace
