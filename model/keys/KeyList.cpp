@@ -3,6 +3,25 @@
 #include <algorithm>
 
 namespace tamarind {
+namespace {
+
+bool Passes(const KeyStore& store, KeyNumber key, KeyFilter filter) {
+    switch (filter) {
+        case KeyFilter::ShowAll:
+            break;
+        case KeyFilter::ShowActive:
+            return store.IsChecked(key);
+        case KeyFilter::ShowInactive:
+            return !store.IsChecked(key);
+        case KeyFilter::ShowChanged:
+            return store.IsPending(key);
+        case KeyFilter::ShowDifferent:
+            return store.IsChecked(key) && DiffersFromKnownDefault(store.Record(key));
+    }
+    return true;
+}
+
+}  // namespace
 
 std::string VisibleText(const KeyRecord& record) {
     std::string text(record.keyName);
@@ -27,8 +46,7 @@ std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view c
             continue;
         }
         ++found;
-        if (filter == KeyFilter::ShowAll ||
-            store.IsChecked(key) == (filter == KeyFilter::ShowActive)) {
+        if (Passes(store, key, filter)) {
             m_rows.push_back(key);
         }
     }

@@ -8,8 +8,9 @@
 
 namespace tamarind {
 
-// Which keys a list shows. Active are those that are, or will be, active in the settings.
-enum class KeyFilter { ShowAll, ShowActive, ShowInactive };
+// Which keys a list shows. Active are those that are, or will be, active in the settings, changed
+// those that a save would write, different those with a value other than their known default.
+enum class KeyFilter { ShowAll, ShowActive, ShowInactive, ShowChanged, ShowDifferent };
 
 // The text of a row: "name=value" for a key that has a line in the settings or will have one,
 // commented out or not, and the bare name for any other.

@@ -127,6 +127,10 @@ constexpr CommandInfo kCommands[] = {
      [](const CommandState& state) { return state.showsActiveKeys; }, kKeepsEditing},
     {Command::ViewInactiveKeys, 154, kNoShortcut, "Show Inactive Keys", Always,
      [](const CommandState& state) { return state.showsInactiveKeys; }, kKeepsEditing},
+    {Command::ViewChangedKeys, 4143, kNoShortcut, "", Always,
+     [](const CommandState& state) { return state.showsChangedKeys; }, kKeepsEditing},
+    {Command::ViewDifferentKeys, 4144, kNoShortcut, "", Always,
+     [](const CommandState& state) { return state.showsDifferentKeys; }, kKeepsEditing},
     {Command::ViewOptions, 150, kNoShortcut, "Options", Always, Never, kKeepsEditing},
     {Command::ViewValueBar, 4105, kNoShortcut, "", Always,
      [](const CommandState& state) { return state.isValueBarVisible; }, kKeepsEditing},
@@ -144,6 +148,8 @@ constexpr CommandInfo kCommands[] = {
      [](const CommandState& state) { return state.canFind; },
      Never,
      kEndsEditing},
+    {Command::SearchShowInCategory, 4145, WithControl('G', "Ctrl+G"), "",
+     [](const CommandState& state) { return state.canShowInCategory; }, Never, kEndsEditing},
     {Command::FavoritesAdd, 201, kNoShortcut, "",
      [](const CommandState& state) { return state.hasRow; }, Never, kKeepsEditing},
     {Command::FavoritesOrganize, 202, kNoShortcut, "", Always, Never, kKeepsEditing},
@@ -195,8 +201,10 @@ constexpr Command kKeyListMenu[] = {
     kSeparator,
     Command::FileExportSelected,
     Command::FileExportDifferences,
+    kSeparator,
+    Command::SearchShowInCategory,
 };
-constexpr std::size_t kOfKeyListOnly = 3;
+constexpr std::size_t kOfKeyListOnly = 5;
 constexpr std::span kEditEntries =
     std::span(kKeyListMenu).first(std::size(kKeyListMenu) - kOfKeyListOnly);
 constexpr Command kTreeMenu[] = {Command::FileExport, Command::FileImport, kSeparator,
@@ -208,6 +216,8 @@ constexpr Command kViewMenu[] = {
     Command::ViewAllKeys,
     Command::ViewActiveKeys,
     Command::ViewInactiveKeys,
+    Command::ViewChangedKeys,
+    Command::ViewDifferentKeys,
     kSeparator,
     Command::ViewOptions,
     kSeparator,
@@ -218,7 +228,8 @@ constexpr Command kColumnsMenu[] = {
     Command::ViewColumnState,    Command::ViewColumnDefault, Command::ViewColumnMeaning,
     Command::ViewColumnCategory, Command::ViewColumnSection,
 };
-constexpr Command kSearchMenu[] = {Command::SearchFind, Command::SearchFindNext};
+constexpr Command kSearchMenu[] = {Command::SearchFind, Command::SearchFindNext,
+                                   Command::SearchShowInCategory};
 constexpr Command kFavoritesMenu[] = {Command::FavoritesAdd, Command::FavoritesOrganize};
 constexpr Command kHelpMenu[] = {Command::HelpTopics, kSeparator, Command::HelpAbout};
 

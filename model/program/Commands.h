@@ -40,6 +40,8 @@ enum class Command : std::uint16_t {
     ViewAllKeys,
     ViewActiveKeys,
     ViewInactiveKeys,
+    ViewChangedKeys,
+    ViewDifferentKeys,
     ViewOptions,
     ViewValueBar,
     ViewColumns,
@@ -50,6 +52,7 @@ enum class Command : std::uint16_t {
     ViewColumnSection,
     SearchFind,
     SearchFindNext,
+    SearchShowInCategory,
     FavoritesAdd,
     FavoritesOrganize,
     HelpTopics,
@@ -85,6 +88,9 @@ struct CommandState {
     bool showsAllKeys = false;
     bool showsActiveKeys = false;
     bool showsInactiveKeys = false;
+    bool showsChangedKeys = false;
+    bool showsDifferentKeys = false;
+    bool canShowInCategory = false;  // another node than the current key's own is shown
 };
 
 // Everything about a command except what it does.

@@ -133,6 +133,7 @@ inline constexpr std::uint16_t kShowChoices = 4139;
 inline constexpr std::uint16_t kChooseValue = 4140;
 inline constexpr std::uint16_t kOfferLanguage = 4141;
 inline constexpr std::uint16_t kOfferDescriptions = 4142;
+inline constexpr std::uint16_t kKeysSet = 4146;
 }  // namespace text
 
 // The built-in English text of a number; empty if there is none.

@@ -30,6 +30,9 @@ CommandState CommandStates::State() const {
     state.showsAllKeys = m_selection.Filter() == KeyFilter::ShowAll;
     state.showsActiveKeys = m_selection.Filter() == KeyFilter::ShowActive;
     state.showsInactiveKeys = m_selection.Filter() == KeyFilter::ShowInactive;
+    state.showsChangedKeys = m_selection.Filter() == KeyFilter::ShowChanged;
+    state.showsDifferentKeys = m_selection.Filter() == KeyFilter::ShowDifferent;
+    state.canShowInCategory = m_selection.CanShowInCategory();
     return state;
 }
 

@@ -148,6 +148,58 @@ void KeySelection::GoToKey(KeyNumber key, const std::optional<DescriptionPart>& 
     }
 }
 
+std::optional<NodeIndex> KeySelection::NodeOf(KeyNumber key) const {
+    const auto node = std::ranges::find(m_categories, m_store.Category(key), &CategoryNode::tag);
+    return node == m_categories.end()
+               ? std::nullopt
+               : std::optional(static_cast<NodeIndex>(node - m_categories.begin()));
+}
+
+bool KeySelection::CanShowInCategory() const {
+    const auto key = EditableKey();
+    const auto node = key ? NodeOf(*key) : std::nullopt;
+    return node && *node != m_selectedNode;
+}
+
+void KeySelection::ShowInCategory() {
+    if (!CanShowInCategory()) {
+        return;
+    }
+    const KeyNumber key = *m_currentKey;
+    SelectCategory(*NodeOf(key));
+    if (m_keys.RowOf(key) == m_keys.Size()) {
+        SetKeyFilter(KeyFilter::ShowAll);
+    }
+    if (const std::size_t row = m_keys.RowOf(key); row < m_keys.Size()) {
+        ShowKeyDetails(row);
+        m_keyListeners.Tell(&KeyListListener::OnWentToKey, std::optional<DescriptionPart>());
+    }
+}
+
+std::vector<KeySelection::CategoryCount> KeySelection::CategoriesOfHeading() const {
+    std::vector<CategoryCount> counts;
+    if (!ShowsHeading()) {
+        return counts;
+    }
+    for (auto at = static_cast<std::size_t>(m_selectedNode) + 1;
+         at < m_categories.size() && !m_categories[at].IsHeading(); ++at) {
+        counts.push_back({static_cast<NodeIndex>(at), std::string(m_categories[at].Text()), 0});
+    }
+    // The keys of a category follow one another.
+    std::string_view category;
+    auto count = counts.end();
+    for (KeyNumber key = 1; key <= m_store.Size(); ++key) {
+        if (const std::string_view own = m_store.Category(key); own != category || key == 1) {
+            category = own;
+            count = std::ranges::find(counts, NodeOf(key), &CategoryCount::node);
+        }
+        if (count != counts.end() && m_store.IsChecked(key)) {
+            ++count->setKeys;
+        }
+    }
+    return counts;
+}
+
 void KeySelection::TellChanges(const std::vector<KeyNumber>& keys) const {
     // More rows than that are not visible at a time.
     constexpr std::size_t kManyKeys = 200;
@@ -176,10 +228,10 @@ void KeySelection::SetSearchText(const std::string& text) {
     m_workplace.TellCommandsChanged();
 }
 
-void KeySelection::FindNextString() {
+bool KeySelection::FindNextString() {
     if (!m_search.CanFind()) {
         m_workplace.Prompts().Beep();
-        return;
+        return false;
     }
     const auto hit = m_search.FindNext(m_store);
     if (hit) {
@@ -193,6 +245,7 @@ void KeySelection::FindNextString() {
             MessageIcon::Information,
             m_workplace.Text(text::kCannotFind) + " \"" + m_search.Text() + "\"");
     }
+    return hit.has_value();
 }
 
 }  // namespace tamarind

@@ -66,6 +66,14 @@ public:
     KeyFilter Filter() const { return m_filter; }
     void SetKeyFilter(KeyFilter filter);
 
+    // The categories below the heading that is shown, with the number of their keys that are set.
+    struct CategoryCount {
+        NodeIndex node = kRootNode;
+        std::string name;
+        std::size_t setKeys = 0;
+    };
+    std::vector<CategoryCount> CategoriesOfHeading() const;
+
     // All keys of the selected node, whichever of them the filter shows.
     std::vector<KeyNumber> KeysOfNode() const;
 
@@ -97,12 +105,17 @@ public:
     // Shows every key and makes one of them the current one.
     void GoToKey(KeyNumber key, const std::optional<DescriptionPart>& part = std::nullopt);
 
+    // Whether the current key has a category of its own that is not the selected node; shows it
+    // there.
+    bool CanShowInCategory() const;
+    void ShowInCategory();
+
     // The search. Steps show what they find; without a hit, or after the last one, a message says
     // so.
     KeySearch& Search() { return m_search; }
     const KeySearch& Search() const { return m_search; }
     void SetSearchText(const std::string& text);
-    void FindNextString();
+    bool FindNextString();  // whether there was a hit
 
     // For the parts that change the records. Clear: the store is about to be filled, and has no row
     // until then. SetCategories: none of their keys is shown yet. ShowAgain: which keys pass the
@@ -121,6 +134,7 @@ public:
 
 private:
     void ShowCategory(NodeIndex node);
+    std::optional<NodeIndex> NodeOf(KeyNumber key) const;
     std::size_t Fill(KeyList& keys, NodeIndex node, KeyFilter filter) const;
 
     Workplace& m_workplace;

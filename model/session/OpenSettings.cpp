@@ -42,6 +42,10 @@ std::string OpenSettings::TargetPanel() const {
     if (file != 0) {
         panel += "  " + std::string(FileNameOfPath(m_files.Files()[file].path));
     }
+    // Among all keys nothing else tells it, and many names stand in several categories.
+    if (m_selection.SelectedNode() == kRootNode) {
+        panel += "  " + std::string(m_store.Category(*key));
+    }
     return panel;
 }
 

@@ -39,6 +39,45 @@ TEST_F(KeySelectionTest, FiltersAndCategoriesDecideTheRows) {
     EXPECT_EQ(Selection().CurrentKey(), 3U);
 }
 
+TEST_F(KeySelectionTest, ChangedAndDifferentKeysHaveAFilter) {
+    StartWithKeys("Same=1///\r\nColorBack=1///\r\nUnknown=///\r\nNumber=5///\r\n");
+    Set(2, "x");
+    Set(3, "05");
+    Selection().SetKeyFilter(KeyFilter::ShowDifferent);
+    EXPECT_THAT(world.Rows(), ElementsAre("ColorBack=7"));
+    Selection().SetKeyFilter(KeyFilter::ShowChanged);
+    EXPECT_THAT(world.Rows(), ElementsAre("Unknown=x", "Number=05"));
+    EXPECT_TRUE(States().IsChecked(Command::ViewChangedKeys));
+    Selection().ShowKeyDetails(1);
+    Commands().Undo();
+    EXPECT_THAT(world.Rows(), ElementsAre("Unknown=x", "Number")) << "a snapshot";
+}
+
+TEST_F(KeySelectionTest, AKeyIsShownInItsCategory) {
+    StartWith({kSettingsText, "", ""});
+    Selection().KeyWatchers().Add(*this);
+    EXPECT_THAT(Settings().TargetPanel(), HasSubstr("[Configuration]  Panels"));
+    Selection().ShowKeyDetails(1);
+    Selection().SetKeyFilter(KeyFilter::ShowInactive);
+    Selection().ShowKeyDetails(0);
+    EXPECT_TRUE(States().IsEnabled(Command::SearchShowInCategory));
+    Selection().ShowInCategory();
+    EXPECT_EQ(Selection().SelectedNode(), 1);
+    EXPECT_EQ(Selection().CurrentKey(), 2U);
+    EXPECT_EQ(Selection().Filter(), KeyFilter::ShowInactive);
+    EXPECT_FALSE(States().IsEnabled(Command::SearchShowInCategory));
+    EXPECT_THAT(Settings().TargetPanel(), testing::EndsWith("[Configuration]"));
+
+    Selection().SelectCategory(0);  // the heading
+    const auto below = Selection().CategoriesOfHeading();
+    ASSERT_EQ(below.size(), 3U);
+    EXPECT_EQ(below[0].name, "Panels");
+    EXPECT_EQ(below[0].node, 1);
+    EXPECT_EQ(below[0].setKeys, 1U) << "a commented-out one is not set";
+    EXPECT_EQ(below[1].setKeys, 0U);
+    Selection().KeyWatchers().Remove(*this);
+}
+
 TEST_F(KeySelectionTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
     StartWith({kSettingsText, "", ""});
     Selection().SelectCategory(0);

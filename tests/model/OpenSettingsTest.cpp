@@ -164,9 +164,9 @@ TEST_F(RedirectionTest, SectionsAreReadWhereTheirRedirectionLeads) {
 TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     Start("[S]\nA=1\nRedirectSection=other.ini\n[T]\nRedirectSection=C:\\TC\\new.ini\n",
           "[S]\n; theirs\n;A=2\n");
-    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]  other.ini");
+    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]  other.ini  One");
     Selection().ShowKeyDetails(2);
-    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]");  // of the key itself
+    EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]  One");  // of the key itself
     Set(0, "3");
     Set(3, "4");
     ASSERT_TRUE(Settings().SaveToSettingsFile());

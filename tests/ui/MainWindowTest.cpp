@@ -32,7 +32,7 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     EXPECT_EQ(TextOf(description), "Arrange panels.\r\n0 = side by side");
     const auto status = [&](WPARAM part) { return Told(kIdStatusBar1, SB_GETTEXTW, part); };
     EXPECT_EQ(status(0), "Data File:  tc all keys english.tmdf");
-    EXPECT_EQ(status(1), "Target Section:  [Configuration]");
+    EXPECT_EQ(status(1), "Target Section:  [Configuration]  Panels");
     EXPECT_EQ(status(2), "3  Key(s)");
 
     SetFocus(description);
@@ -54,7 +54,7 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     EXPECT_EQ(TextOf(description), "Description not available!");
     world.session->Selection().GoToKey(3);
     EXPECT_EQ(SelectedRow(), 2);
-    EXPECT_EQ(status(1), "Target Section:  [Colors]");
+    EXPECT_EQ(status(1), "Target Section:  [Colors]  Colors");
 }
 
 TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {

@@ -32,6 +32,40 @@ TEST_F(SearchWindowTest, TheSearchWindowKeepsItsSettings) {
     EXPECT_EQ(SelectedRow(), 0);
 }
 
+TEST_F(SearchWindowTest, ClosingLeavesTheFocusOnTheFoundKey) {
+    Start();
+    SetFocus(Find(kIdTreeView1));
+    Do(Command::SearchFind);
+    dialog = FindWindowW(L"frmSearchFor", nullptr);
+    SetWindowTextW(In(IDC_SEARCHFOR_TXTFIND), L"hidden");
+    Click(IDC_SEARCHFOR_CMDFINDNEXT);
+    PressKey(VK_ESCAPE);
+    EXPECT_EQ(GetFocus(), Find(kIdListView1));
+    EXPECT_EQ(SelectedRow(), 1);
+    Do(Command::SearchShowInCategory);
+    EXPECT_EQ(Rows(), (Strings{"PanelsVertical=1", "ShowHidden=0"}));
+    EXPECT_EQ(SelectedRow(), 1);
+}
+
+TEST_F(SearchWindowTest, AHeadingListsItsCategories) {
+    Start();
+    SetFocus(Find(kIdTreeView1));
+    Press(kIdTreeView1, VK_DOWN);
+    const HWND list = Find(kIdLstCategories);
+    ASSERT_TRUE(IsWindowVisible(list));
+    EXPECT_FALSE(IsWindowEnabled(Find(kIdTxtDescriptionBox)));
+    EXPECT_EQ(RowsIn(list), (Strings{"Panels", "Colors", "Broken"}));
+    EXPECT_EQ(CellIn(list, 0, 1), "1");
+    SetFocus(Find(kIdListView1));
+    Do(kIdNextPane);
+    EXPECT_EQ(GetFocus(), list) << "the field for the value has no key";
+    Press(kIdLstCategories, VK_DOWN);
+    Press(kIdLstCategories, VK_RETURN);
+    EXPECT_FALSE(IsWindowVisible(list));
+    EXPECT_EQ(world.session->Selection().SelectedNode(), 2);
+    EXPECT_EQ(GetFocus(), Find(kIdListView1));
+}
+
 TEST_F(SearchWindowTest, AHitIsNotTheLastRowInSight) {
     PutManyKeys();
     Start();

@@ -38,6 +38,7 @@ void CategoryTree::Fill() {
         TreeNode node;
         node.text = Widen(category.Text());
         node.data = static_cast<LPARAM>(m_items.size()) - 1;
+        node.isBold = category.IsHeading();
         if (!category.IsHeading()) {
             node.picture = kCategoryPicture;
             node.selectedPicture = kSelectedCategoryPicture;

@@ -35,6 +35,7 @@ enum ControlId : int {
     kIdLblNote,
     kIdCmdReset,
     kIdLstChoices,
+    kIdLstCategories,
 };
 
 // Menu entries that change: recent files by slot, and favorites by their place in the list.

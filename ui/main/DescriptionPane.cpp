@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/text/WideText_win32.h"
+#include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Lengths.h"
@@ -63,6 +64,10 @@ void DescriptionPane::ApplyLook(const MainLook& look) {
                                 showsControlsBackColor ? kControlsBackColor : look.background);
     txtDescriptionBox.SetBorder(look.border);
     ApplyUserFont(txtDescriptionBox, look.font, true, 0, look.dpi);
+    m_font = look.font;
+    if (lstCategories.Handle() != nullptr) {
+        ApplyUserFont(lstCategories, m_font, true, 0, m_dpi);
+    }
     txtDescriptionBox.SetMargins(ScaledPixels(kTextMargin, look.dpi));
     Toolbar2.SetImages(look.toolbarPictures.Get(), look.disabledToolbarPictures.Get());
     Layout();
@@ -71,6 +76,10 @@ void DescriptionPane::ApplyLook(const MainLook& look) {
 void DescriptionPane::ApplyLanguage() {
     Toolbar2.SetText(static_cast<int>(Command::FileSaveDataFile),
                      Widen(m_workplace.Text(InfoOf(Command::FileSaveDataFile).textNumber)));
+    if (lstCategories.Handle() != nullptr) {
+        lstCategories.SetTitles(
+            {Widen(m_workplace.Text(text::kCategory)), Widen(m_workplace.Text(text::kKeysSet))});
+    }
 }
 
 void DescriptionPane::ShowDescription() {
@@ -85,8 +94,64 @@ void DescriptionPane::ShowDescription() {
 void DescriptionPane::OnKeyShown() {
     const bool hadFocus = GetFocus() == Box();
     ShowDescription();
+    ShowCategories();
     if (hadFocus && !IsWindowEnabled(Box())) {
         m_actions.FocusKeyList();
+    }
+}
+
+HWND DescriptionPane::FocusTarget() const {
+    return m_categories.empty() ? Box() : lstCategories.Handle();
+}
+
+// The list is made for the first heading that is selected. While its rows change it is empty. Like
+// the key list it runs from left to right in all languages, as the names of categories do.
+void DescriptionPane::ShowCategories() {
+    if (lstCategories.Handle() != nullptr) {
+        lstCategories.SetRowCount(0);
+    }
+    m_categories = m_selection.CategoriesOfHeading();
+    if (m_categories.empty()) {
+        if (lstCategories.Handle() != nullptr) {
+            lstCategories.Show(false);
+        }
+        return;
+    }
+    if (lstCategories.Handle() == nullptr) {
+        ReportRows rows;
+        rows.text = [this](int row, int column) {
+            const auto at = static_cast<std::size_t>(row);
+            return at >= m_categories.size() ? std::wstring()
+                   : column == 0             ? Widen(m_categories[at].name)
+                                             : std::to_wstring(m_categories[at].setKeys);
+        };
+        rows.onClicked = [this](int row) { OpenCategory(row); };
+        rows.onKey = [this](WPARAM key) {
+            if (key == VK_RETURN) {
+                OpenCategory(lstCategories.SelectedRow());
+            }
+            return key == VK_RETURN;
+        };
+        if (!lstCategories.Create(Handle(), kIdLstCategories, std::move(rows),
+                                  {{Widen(m_workplace.Text(text::kCategory))},
+                                   {Widen(m_workplace.Text(text::kKeysSet)), true}})) {
+            m_categories.clear();
+            return;
+        }
+        ApplyUserFont(lstCategories, m_font, true, 0, m_dpi);
+        Layout();
+    }
+    lstCategories.SetRowCount(static_cast<int>(m_categories.size()));
+    lstCategories.SelectRow(0);
+    lstCategories.Show(true);
+    SetWindowPos(lstCategories.Handle(), HWND_TOP, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void DescriptionPane::OpenCategory(int row) {
+    if (row >= 0 && static_cast<std::size_t>(row) < m_categories.size()) {
+        m_actions.FocusKeyList();
+        m_selection.SelectCategory(m_categories[static_cast<std::size_t>(row)].node);
     }
 }
 
@@ -122,6 +187,9 @@ LRESULT DescriptionPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lPara
 void DescriptionPane::Layout() {
     const RECT area = ClientAreaOf(Handle());
     txtDescriptionBox.SetBounds(area);
+    if (lstCategories.Handle() != nullptr) {
+        lstCategories.SetBounds(area);
+    }
     PlaceDescriptionToolbar(ToTwips(Pixels{static_cast<int>(area.bottom)}, m_dpi));
 }
 

@@ -7,12 +7,14 @@
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/EditBox.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/ReportList.h"
 #include "ui/toolkit/Toolbar.h"
 #include "ui/toolkit/Window.h"
 
 namespace tamarind {
 
-// The description of the current key, which can be edited. While changed descriptions wait to be
+// The description of the current key, which can be edited; under a heading, the categories that it
+// has. While changed descriptions wait to be
 // saved, a small toolbar in the lower corner offers to do that.
 class DescriptionPane final : public Window,
                               private ToolbarListener,
@@ -34,6 +36,8 @@ public:
     void ApplyLanguage();
 
     HWND Box() const { return txtDescriptionBox.Handle(); }
+    // What gets the focus: the box or, under a heading, the list of its categories.
+    HWND FocusTarget() const;
     // Shows the stored description of the current key.
     void ShowDescription();
 
@@ -47,6 +51,8 @@ private:
     void OnToolbarButton(int id) override;
     void OnToolbarDropDown(int, const RECT&) override {}
     void OnTextChanged() override;
+    void ShowCategories();
+    void OpenCategory(int row);
     void Layout();
     void PlaceDescriptionToolbar(Twips height);
 
@@ -57,7 +63,10 @@ private:
     bool m_isLoading = false;
     int m_dpi = 0;
     MainWindowActions& m_actions;
+    UserFont m_font;
+    std::vector<KeySelection::CategoryCount> m_categories;  // of the heading that is shown
     EditBox txtDescriptionBox;
+    ReportList lstCategories;
     Toolbar Toolbar2;
 };
 

@@ -24,7 +24,7 @@ MainCommands::MainCommands(EditorSession& session, MainPanes& panes, const Dialo
     : m_session(session),
       m_panes(panes),
       m_style(style),
-      m_searchFor(session.Place(), session.Selection(), style),
+      m_searchFor(session.Place(), session.Selection(), style, [this] { FocusKeyList(); }),
       m_organizeFavorites(session.Place(), session.Selection(), session.FavoriteKeys(), style,
                           [this] { FocusKeyList(); }),
       m_pendingChanges(session.Place(), session.Pending(), style,
@@ -192,6 +192,12 @@ void MainCommands::Do(Command command) {
         case Command::ViewInactiveKeys:
             selection.SetKeyFilter(KeyFilter::ShowInactive);
             break;
+        case Command::ViewChangedKeys:
+            selection.SetKeyFilter(KeyFilter::ShowChanged);
+            break;
+        case Command::ViewDifferentKeys:
+            selection.SetKeyFilter(KeyFilter::ShowDifferent);
+            break;
         case Command::ViewOptions:
             frmOptions(workplace.Options(), m_style).Show(m_owner);
             break;
@@ -217,6 +223,10 @@ void MainCommands::Do(Command command) {
             break;
         case Command::SearchFindNext:
             m_searchFor.FindNextString(m_owner);
+            break;
+        case Command::SearchShowInCategory:
+            selection.ShowInCategory();
+            FocusKeyList();
             break;
         case Command::FavoritesAdd:
             AddFavorite();

@@ -122,7 +122,8 @@ void MainPanes::StorePositions(OwnSettings& settings) const {
 }
 
 void MainPanes::FocusNext(bool isForward) {
-    const HWND order[] = {m_tree.Handle(), m_keys.List(), m_value.Field(), m_description.Box()};
+    const HWND order[] = {m_tree.Handle(), m_keys.List(), m_value.Field(),
+                          m_description.FocusTarget()};
     constexpr std::size_t kCount = std::size(order);
     HWND focus = GetFocus();
     focus = m_keys.IsPart(focus) ? m_keys.List() : m_value.IsPart(focus) ? m_value.Field() : focus;

@@ -9,6 +9,7 @@ void frmSearchFor::Open(HWND owner) {
     if (Handle() == nullptr && !Create(owner)) {
         return;
     }
+    m_hasFound = false;
     m_selection.Search().Restart();
     PreSelectText();
     ShowWindow(Handle(), SW_SHOW);
@@ -73,10 +74,13 @@ void frmSearchFor::OnCommand(int id, int code) {
             break;
         case IDC_SEARCHFOR_CMDFINDNEXT:
             if (!m_workplace.IsBusy()) {
-                m_selection.FindNextString();
+                m_hasFound |= m_selection.FindNextString();
             }
             break;
         case IDCANCEL:
+            if (m_hasFound) {
+                m_onFound();
+            }
             ShowWindow(Handle(), SW_HIDE);
             break;
         default:

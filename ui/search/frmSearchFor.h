@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "model/session/KeySelection.h"
 #include "ui/search/SearchIds.h"
 #include "ui/toolkit/DialogControl.h"
@@ -10,10 +13,14 @@ namespace tamarind {
 // owner; closing it only hides it. The settings themselves are in KeySearch.
 class frmSearchFor final : public Dialog {
 public:
-    frmSearchFor(const Workplace& workplace, KeySelection& selection, const DialogStyle& style)
+    // `onFound` is called when the window is closed after a hit; it is to give the focus to the
+    // found key.
+    frmSearchFor(const Workplace& workplace, KeySelection& selection, const DialogStyle& style,
+                 std::function<void()> onFound)
         : Dialog(IDD_FRMSEARCHFOR, L"frmSearchFor", style),
           m_workplace(workplace),
-          m_selection(selection) {}
+          m_selection(selection),
+          m_onFound(std::move(onFound)) {}
 
     // Shows the window. The next search starts at the first key.
     void Open(HWND owner);
@@ -33,6 +40,8 @@ private:
 
     const Workplace& m_workplace;
     KeySelection& m_selection;
+    std::function<void()> m_onFound;
+    bool m_hasFound = false;  // since it was opened
     DialogControl txtFind{*this, IDC_SEARCHFOR_TXTFIND};
     DialogControl optKeyName{*this, IDC_SEARCHFOR_OPTKEYNAME};
     DialogControl optKeyDescription{*this, IDC_SEARCHFOR_OPTKEYDESCRIPTION};

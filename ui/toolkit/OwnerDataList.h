@@ -22,6 +22,8 @@ public:
     // Ascending.
     std::vector<int> SelectedRows() const;
     int SelectedCount() const { return static_cast<int>(Send(LVM_GETSELECTEDCOUNT)); }
+    // The titles of the columns.
+    HWND Header() const { return reinterpret_cast<HWND>(Send(LVM_GETHEADER)); }
     // Selects all rows; the focus stays. Only in lists without LVS_SINGLESEL.
     void SelectAll();
     // Scrolls until the row is visible, or with `isPartEnough` a part of it.

@@ -81,14 +81,16 @@ bool ReportList::Attach(HWND dialog, int id, const std::vector<ReportColumn>& co
     return true;
 }
 
-bool ReportList::Create(HWND parent, int id, ReportRows rows) {
+bool ReportList::Create(HWND parent, int id, ReportRows rows,
+                        const std::vector<ReportColumn>& columns) {
     m_rows = std::move(rows);
-    constexpr DWORD kStyle = WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
-                             LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS;
-    if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle)) {
+    constexpr DWORD kStyle = WS_BORDER | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
+                             LVS_SHOWSELALWAYS | LVS_NOSORTHEADER;
+    const bool hasTitles = !columns.empty();
+    if (!CreateControl(WC_LISTVIEWW, parent, id, kStyle | (hasTitles ? 0U : LVS_NOCOLUMNHEADER))) {
         return false;
     }
-    SetUpColumns({{L""}});
+    SetUpColumns(hasTitles ? columns : std::vector<ReportColumn>{{L""}});
     return true;
 }
 

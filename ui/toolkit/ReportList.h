@@ -53,9 +53,10 @@ public:
     // Takes the control of the dialog over. False if there is none.
     bool Attach(HWND dialog, int id, const std::vector<ReportColumn>& columns, ReportRows rows);
 
-    // Makes one outside of dialogs, with a single column that has no title. It is hidden until it
-    // is shown. False if Windows cannot create it.
-    bool Create(HWND parent, int id, ReportRows rows);
+    // Makes one outside of dialogs; without columns it has a single one that has no title. It is
+    // hidden until it is shown. False if Windows cannot create it.
+    bool Create(HWND parent, int id, ReportRows rows,
+                const std::vector<ReportColumn>& columns = {});
 
     // The height of so many rows, in pixels, and the width that the longest of the texts asks for,
     // both with the frame of the list.

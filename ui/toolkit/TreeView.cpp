@@ -37,7 +37,9 @@ HTREEITEM TreeView::Add(HTREEITEM parent, const TreeNode& node) {
     TVINSERTSTRUCTW insert{};
     insert.hParent = parent;
     insert.hInsertAfter = TVI_LAST;
-    insert.itemex.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM;
+    insert.itemex.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM | TVIF_STATE;
+    insert.itemex.stateMask = TVIS_BOLD;
+    insert.itemex.state = node.isBold ? TVIS_BOLD : 0;
     insert.itemex.pszText = const_cast<wchar_t*>(node.text.c_str());
     insert.itemex.iImage = node.picture;
     insert.itemex.iSelectedImage = node.selectedPicture;

@@ -23,6 +23,7 @@ struct TreeNode {
     std::wstring text;
     int picture = I_IMAGENONE;
     int selectedPicture = I_IMAGENONE;
+    bool isBold = false;
     LPARAM data = 0;  // what the listener gets
 };
 

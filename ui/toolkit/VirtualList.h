@@ -111,7 +111,6 @@ private:
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     std::optional<LRESULT> OnTitleMenu(LPARAM position);
     HFONT BoldFont();
-    HWND Header() const { return reinterpret_cast<HWND>(Send(LVM_GETHEADER)); }
     void ClearSelection();
     void FitColumn();
     void CheckSelection();

@@ -129,6 +129,8 @@ protected:
         const bool isMirrored = (GetWindowLongPtrW(shown, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
         const bool isPicture = name == WC_STATICA && TextOf(shown).empty();
         const bool isInKeyList = ClassOf(GetParent(shown)) == "TamarindKeyListPane" ||
+                                 GetDlgCtrlID(shown) == kIdLstCategories ||
+                                 GetDlgCtrlID(GetParent(shown)) == kIdLstCategories ||
                                  GetParent(shown) == Find(kIdListView1);
         EXPECT_TRUE(isMirrored ==
                         (language->isRightToLeft && !kLeftToRight.contains(name) && !isInKeyList) ||
@@ -319,6 +321,10 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         ExpectMain();
         Keep(Main(), "main");
         ExpectValueBar();
+        world.session->Selection().SelectCategory(0);  // a heading
+        ExpectWindow(Find(kIdDescriptionPane));
+        Keep(Main(), "heading");
+        world.session->Selection().SelectCategory(kRootNode);
         const auto by = [&](Command command) { return [=, this] { Do(command); }; };
         Visit(L"frmSearchFor", "search", by(Command::SearchFind));
         Visit(L"frmFavoriteAdd", "favorite", by(Command::FavoritesAdd));
