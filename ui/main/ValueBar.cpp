@@ -31,7 +31,6 @@ constexpr int kResetMargin = 8;  // beside the text of the button
 // The name takes a multiple of this, so that going through the list moves the rest but rarely.
 constexpr int kNameStep = 50;
 
-constexpr int kMostRows = 14;
 constexpr UINT kPlaceCheckMs = 250;
 constexpr const wchar_t* kDownArrow = L"\u25BC";
 // EVENT_OBJECT_LIVEREGIONCHANGED, which older headers lack.
@@ -76,8 +75,8 @@ bool ValueBar::Create(HWND parent) {
 }
 
 std::array<Control*, 11> ValueBar::Parts() {
-    return {&lblKey,    &txtValue,   &cmdChoices, &spnValue, &lblUnit,   &cmdColor,
-            &cmdBrowse, &picWarning, &lblNote,    &cmdReset, &lstChoices};
+    return {&lblKey,    &txtValue,   &cmdChoices, &spnValue, &lblUnit,         &cmdColor,
+            &cmdBrowse, &picWarning, &lblNote,    &cmdReset, &m_choices.List()};
 }
 
 // Font and direction of a control, if it is there. Values run from left to right.
@@ -135,7 +134,7 @@ void ValueBar::SetBounds(const RECT& bounds) {
 }
 
 bool ValueBar::IsPart(HWND window) const {
-    return window != nullptr && (IsChild(Handle(), window) || window == lstChoices.Handle());
+    return window != nullptr && (IsChild(Handle(), window) || window == m_choices.Handle());
 }
 
 LRESULT ValueBar::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -434,72 +433,25 @@ void ValueBar::Browse() {
     }
 }
 
-bool ValueBar::IsCheckRow(int row) const {
-    return Shown().isSum && static_cast<std::size_t>(row) < Shown().choices.size();
-}
-
-bool ValueBar::MakeChoices() {
-    if (lstChoices.Handle() == nullptr) {
-        ReportRows rows;
-        rows.text = [this](int row, int) {
-            const auto at = static_cast<std::size_t>(row);
-            return at < m_choiceRows.size() ? m_choiceRows[at] : std::wstring();
-        };
-        rows.isChecked = [this](int row) {
-            return IsCheckRow(row) ? m_editing.IsChecked(Text(), static_cast<std::size_t>(row))
-                                   : true;
-        };
-        rows.onToggled = [this](int row) { ToggleRow(row); };
-        rows.onClicked = [this](int row) { IsCheckRow(row) ? ToggleRow(row) : TakeRow(row); };
-        rows.onLeft = [this] { CloseChoices(); };
-        rows.onKey = [this](WPARAM key) { return OnChoiceKey(key); };
-        if (!lstChoices.Create(GetAncestor(Handle(), GA_ROOT), kIdLstChoices, std::move(rows))) {
-            return false;
-        }
-        SetUp(lstChoices);
-        lstChoices.SetDescriber([this](int id) { return DescribePart(id); });
-    }
-    return true;
-}
-
-// Returns the row to begin with.
-int ValueBar::FillChoices() {
+ChoiceRows ValueBar::ChoicesToShow() const {
     const ValueField shown = Shown();
-    lstChoices.SetRowCount(0);
-    m_choiceRows.clear();
-    int present = 0;
+    ChoiceRows rows;
     for (const LabeledChoice& choice : shown.choices) {
-        if (choice.label == shown.text || choice.value == shown.text) {
-            present = static_cast<int>(m_choiceRows.size());
+        const bool isPresent = choice.label == shown.text || choice.value == shown.text;
+        if (isPresent && !shown.isSum) {
+            rows.present = static_cast<int>(rows.texts.size());
         }
-        m_choiceRows.push_back(Widen(choice.isDefault
-                                         ? m_workplace.Text(text::kChoiceIsDefault, {choice.label})
-                                         : choice.label));
+        rows.texts.push_back(Widen(choice.isDefault
+                                       ? m_workplace.Text(text::kChoiceIsDefault, {choice.label})
+                                       : choice.label));
     }
-    if (const std::string others = m_editing.OtherBitsOf(Text()); shown.isSum && !others.empty()) {
-        m_choiceRows.push_back(Widen(others));
+    rows.hasCheckBoxes = shown.isSum;
+    rows.checkCount = static_cast<int>(rows.texts.size());
+    const std::string others = shown.isSum ? m_editing.OtherBitsOf(Text()) : std::string();
+    if (!others.empty()) {
+        rows.texts.push_back(Widen(others));
     }
-    lstChoices.ShowCheckBoxes(shown.isSum);
-    lstChoices.SetRowCount(static_cast<int>(m_choiceRows.size()));
-    return shown.isSum ? 0 : present;
-}
-
-// Below the anchor, or above it if there is more room; within the main window.
-void ValueBar::PlaceChoices(const RECT& anchor) {
-    const HWND window = GetAncestor(Handle(), GA_ROOT);
-    RECT at = anchor;
-    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&at), 2);
-    const SIZE area = ClientSizeOf(window);
-    const int rows = std::min(static_cast<int>(m_choiceRows.size()), kMostRows);
-    const SIZE wanted = lstChoices.SizeFor(rows);
-    const LONG scrollBar = m_choiceRows.size() > kMostRows ? GetSystemMetrics(SM_CXVSCROLL) : 0;
-    const LONG width = std::min(std::max(wanted.cx + scrollBar, at.right - at.left), area.cx);
-    const bool isBelow = at.bottom + wanted.cy <= area.cy || area.cy - at.bottom >= at.top;
-    const LONG height = std::min(wanted.cy, isBelow ? area.cy - at.bottom : at.top);
-    const LONG left = std::clamp<LONG>(at.left, 0, area.cx - width);
-    const LONG top = isBelow ? at.bottom : at.top - height;
-    SetWindowPos(lstChoices.Handle(), HWND_TOP, static_cast<int>(left), static_cast<int>(top),
-                 static_cast<int>(width), static_cast<int>(height), SWP_NOACTIVATE);
+    return rows;
 }
 
 bool ValueBar::OpenChoices(const RECT& row) {
@@ -517,82 +469,56 @@ bool ValueBar::OpenChoices(const RECT& row) {
         }
         return m_isVisible;
     }
-    if (m_isOpen) {
+    if (m_choices.IsOpen()) {
         CloseChoices();
         return true;
     }
-    if (!MakeChoices()) {
-        return false;
-    }
     const HWND focus = GetFocus();
-    m_returnTo = focus != nullptr && IsChild(Handle(), focus) ? txtValue.Handle() : nullptr;
-    const int present = FillChoices();
+    m_returnsToField = focus != nullptr && IsChild(Handle(), focus);
     RECT anchor = row;
     if (m_isVisible) {
         const RECT field = BoundsOf(txtValue.Handle());
         const RECT button = BoundsOf(cmdChoices.Handle());
         UnionRect(&anchor, &field, &button);
     }
-    PlaceChoices(anchor);
-    m_isOpen = true;
-    lstChoices.SelectRow(present);
-    lstChoices.Show(true);
-    SetFocus(lstChoices.Handle());
-    return true;
+    return m_choices.Open(GetAncestor(Handle(), GA_ROOT), anchor, ChoicesToShow());
 }
 
-void ValueBar::CloseChoices() {
-    if (!std::exchange(m_isOpen, false)) {
-        return;
-    }
-    if (GetFocus() == lstChoices.Handle()) {
-        if (m_returnTo != nullptr) {
-            SetFocus(m_returnTo);
+ChoiceListOwner ValueBar::OwnerOfChoices() {
+    ChoiceListOwner owner;
+    owner.onMade = [this](Control& list) {
+        SetUp(list);
+        list.SetDescriber([this](int id) { return DescribePart(id); });
+    };
+    owner.isChecked = [this](int row) {
+        return m_editing.IsChecked(Text(), static_cast<std::size_t>(row));
+    };
+    owner.onToggled = [this](int row) { ToggleRow(row); };
+    owner.onTaken = [this](int row) { TakeRow(row); };
+    owner.onEntered = [this] { Store(); };
+    owner.onCancelled = [this] {
+        if (m_isTouched) {
+            ReturnToValue();
+        }
+    };
+    owner.onReturn = [this] {
+        if (m_returnsToField) {
+            SetFocus(txtValue.Handle());
         } else {
             m_actions.FocusKeyList();
         }
-    }
-    lstChoices.Show(false);
-}
-
-bool ValueBar::OnChoiceKey(WPARAM key) {
-    switch (key) {
-        case VK_RETURN:
-            if (Shown().isSum) {
-                CloseChoices();
-                Store();
-            } else {
-                TakeRow(lstChoices.SelectedRow());
-            }
-            return true;
-        case VK_ESCAPE:
-            CloseChoices();
-            if (m_isTouched) {
-                ReturnToValue();
-            }
-            return true;
-        case VK_F4:
-            CloseChoices();
-            return true;
-        default:
-            return false;
-    }
+    };
+    return owner;
 }
 
 // The sum in the field follows.
 void ValueBar::ToggleRow(int row) {
-    if (IsCheckRow(row)) {
-        txtValue.SetText(Widen(m_editing.Toggled(Text(), static_cast<std::size_t>(row))));
-        OnTyped();
-        lstChoices.Redraw();
-    }
+    txtValue.SetText(Widen(m_editing.Toggled(Text(), static_cast<std::size_t>(row))));
+    OnTyped();
+    m_choices.Redraw();
 }
 
 void ValueBar::TakeRow(int row) {
-    if (row < 0 || Shown().isSum) {
-        return;
-    }
-    CloseChoices();
     m_isTouched = false;
     if (m_editing.Choose(static_cast<std::size_t>(row))) {
         m_actions.ContinueWithNextKey();
@@ -620,7 +546,7 @@ AccessibleInfo ValueBar::DescribePart(int id) const {
             if (!shown.choices.empty()) {
                 info.role = ROLE_SYSTEM_COMBOBOX;
                 info.state = STATE_SYSTEM_HASPOPUP |
-                             (m_isOpen ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED);
+                             (m_choices.IsOpen() ? STATE_SYSTEM_EXPANDED : STATE_SYSTEM_COLLAPSED);
             }
             break;
         case kIdSpnValue:

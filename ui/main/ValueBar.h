@@ -5,12 +5,12 @@
 #include "model/session/CommandStates.h"
 #include "model/session/KeySelection.h"
 #include "model/session/ValueEditing.h"
+#include "ui/main/ChoiceList.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/ColorButton.h"
 #include "ui/toolkit/Label.h"
 #include "ui/toolkit/PushButton.h"
-#include "ui/toolkit/ReportList.h"
 #include "ui/toolkit/SpinButton.h"
 #include "ui/toolkit/TextField.h"
 #include "ui/toolkit/Timer.h"
@@ -47,7 +47,7 @@ public:
     // `row`, in pixels of the screen. A key without choices gets the focus into its field. False if
     // there is neither.
     bool OpenChoices(const RECT& row);
-    void CloseChoices();
+    void CloseChoices() { m_choices.Close(); }
 
 private:
     std::optional<AccessibleInfo> Describe() const override;
@@ -59,7 +59,6 @@ private:
     void OnCommandsChanged() override;
     void OnTyped();
     bool OnFieldKey(WPARAM key, bool withAlt);
-    bool OnChoiceKey(WPARAM key);
 
     // Makes a control with this function unless it is there, and shows it or not.
     template <typename Part, typename Make>
@@ -86,10 +85,8 @@ private:
     void Browse();
     void ReturnToValue();
 
-    bool MakeChoices();
-    int FillChoices();
-    void PlaceChoices(const RECT& anchor);
-    bool IsCheckRow(int row) const;
+    ChoiceListOwner OwnerOfChoices();
+    ChoiceRows ChoicesToShow() const;
     void ToggleRow(int row);
     void TakeRow(int row);
 
@@ -107,9 +104,7 @@ private:
     std::optional<ValueField> m_shown;
     bool m_isTouched = false;  // the user has typed what is not stored
     std::string m_objection;
-    bool m_isOpen = false;  // the list of choices
-    HWND m_returnTo = nullptr;
-    std::vector<std::wstring> m_choiceRows;
+    bool m_returnsToField = false;  // the focus, when the choices are closed
 
     Label lblKey;
     TextField txtValue;
@@ -121,7 +116,7 @@ private:
     WarningSign picWarning;
     Label lblNote;
     PushButton cmdReset;
-    ReportList lstChoices;
+    ChoiceList m_choices{OwnerOfChoices()};
     Timer m_placeCheck{[this] { CheckPlace(); }};
 };
 
