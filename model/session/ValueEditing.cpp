@@ -12,7 +12,6 @@ namespace tamarind {
 namespace {
 
 constexpr std::string_view kCommanderPath = "%COMMANDER_PATH%";
-constexpr std::string_view kNetwork = "\\\\";
 constexpr std::int64_t kNormalWeight = 400;
 constexpr std::int64_t kBoldFrom = 600;
 constexpr std::int64_t kBoldWeight = 700;
@@ -70,8 +69,8 @@ bool ValueEditing::NamesMissingPlace(const std::string& text) const {
     const auto key = Key();
     const ValueType type = key ? m_values.TypeOf(*key) : ValueType();
     const std::string path = Expanded(WithoutQuotes(text));
-    // Without a drive it is a command of Total Commander, or depends on a folder.
-    if (type.kind != ValueKind::Path || !IsDrivePath(path) || path.starts_with(kNetwork)) {
+    // Without a drive it is in the network, a command of Total Commander, or depends on a folder.
+    if (type.kind != ValueKind::Path || !IsDrivePath(path)) {
         return false;
     }
     // A command may have parameters behind it.

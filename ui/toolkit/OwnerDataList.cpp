@@ -43,6 +43,16 @@ void OwnerDataList::SelectAll() {
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(kNoRow), reinterpret_cast<LPARAM>(&item));
 }
 
+HFONT OwnerDataList::BoldFont() {
+    if (!m_boldFont) {
+        LOGFONTW bold{};
+        GetObjectW(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof(bold), &bold);
+        bold.lfWeight = FW_BOLD;
+        m_boldFont = UniqueFont(CreateFontIndirectW(&bold));
+    }
+    return m_boldFont.Get();
+}
+
 void OwnerDataList::Answer(LVITEMW& item, std::wstring text) {
     std::wstring& kept = m_texts[m_nextText++ % m_texts.size()];
     kept = std::move(text);

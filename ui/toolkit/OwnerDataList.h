@@ -45,12 +45,17 @@ protected:
         return static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(row), state));
     }
 
+    // The list's own font in bold, made when it is needed; to be forgotten when it gets another.
+    HFONT BoldFont();
+    void ForgetBoldFont() { m_boldFont = UniqueFont(); }
+
     // Answers the list's question for a text.
     void Answer(LVITEMW& item, std::wstring text);
 
     int m_row = kNoRow;
 
 private:
+    UniqueFont m_boldFont;
     // The list reads a text after it asked for the next ones.
     std::array<std::wstring, 4> m_texts;
     std::size_t m_nextText = 0;

@@ -278,13 +278,7 @@ LRESULT ReportList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
 void ReportList::SetTone(NMLVCUSTOMDRAW& draw, CellTone tone) {
     draw.clrText = ColorOfTone(tone);
     const auto font = reinterpret_cast<HFONT>(Send(WM_GETFONT));
-    if (tone == CellTone::Heading && !m_headingFont) {
-        LOGFONTW bold{};
-        GetObjectW(font, sizeof(bold), &bold);
-        bold.lfWeight = FW_BOLD;
-        m_headingFont = UniqueFont(CreateFontIndirectW(&bold));
-    }
-    SelectObject(draw.nmcd.hdc, tone == CellTone::Heading ? m_headingFont.Get() : font);
+    SelectObject(draw.nmcd.hdc, tone == CellTone::Heading ? BoldFont() : font);
 }
 
 void ReportList::Toggle(int row) const {
@@ -299,7 +293,7 @@ std::optional<LRESULT> ReportList::OnMessage(UINT message, WPARAM wParam, LPARAM
             FitColumns();
             return std::nullopt;
         case WM_SETFONT:
-            m_headingFont = UniqueFont();
+            ForgetBoldFont();
             PostMessageW(Handle(), kMeasureTexts, 0, 0);
             return std::nullopt;
         case kMeasureTexts:

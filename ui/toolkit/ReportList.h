@@ -98,7 +98,6 @@ private:
     bool m_hasCheckBoxes = false;
     std::vector<std::wstring> m_titles;
     std::vector<int> m_wantedWidths;  // of the columns, in pixels
-    UniqueFont m_headingFont;         // the list's own in bold; made when it is needed
 };
 
 }  // namespace tamarind

@@ -243,7 +243,7 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
             m_source->OnListPlaced();
             return std::nullopt;
         case WM_SETFONT:
-            m_boldFont = UniqueFont();
+            ForgetBoldFont();
             return std::nullopt;
         case WM_CONTEXTMENU:
             return OnTitleMenu(lParam);
@@ -304,16 +304,6 @@ LRESULT VirtualList::OnFindRow(const NMLVFINDITEMW& search) const {
         }
     }
     return kNoRow;
-}
-
-HFONT VirtualList::BoldFont() {
-    if (!m_boldFont) {
-        LOGFONTW bold{};
-        GetObjectW(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof(bold), &bold);
-        bold.lfWeight = FW_BOLD;
-        m_boldFont = UniqueFont(CreateFontIndirectW(&bold));
-    }
-    return m_boldFont.Get();
 }
 
 LRESULT VirtualList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {

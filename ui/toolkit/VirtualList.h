@@ -110,7 +110,6 @@ private:
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     std::optional<LRESULT> OnTitleMenu(LPARAM position);
-    HFONT BoldFont();
     void ClearSelection();
     void FitColumn();
     void CheckSelection();
@@ -119,7 +118,6 @@ private:
     VirtualListSource* m_source = nullptr;
     int m_columnMargin = 0;
     int m_columnCount = 1;
-    UniqueFont m_boldFont;  // the list's own in bold; made when it is needed
     bool m_isFilling = false;
     bool m_isCheckPosted = false;
     bool m_isCharacterHandled = false;  // of the key that was pressed
