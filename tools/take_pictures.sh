@@ -1,6 +1,6 @@
 #!/bin/bash
 # Takes the pictures of the help and of the documents anew, from the built program with the sample settings:
-# help/main-window.png and pending-changes.png, and these, edit, options and right-to-left in docs/pictures/.
+# help/main-window.png, filter.png, value-bar.png and pending-changes.png, and these, edit, options and right-to-left in docs/pictures/.
 #
 #   take_pictures.sh [PROGRAM_FOLDER]     default: build/windows/bin
 #
@@ -207,6 +207,14 @@ for keys in "Return 1 Return" "Down Delete" "Down Down Return 2 Return"; do
 done
 open_window ctrl+shift+s
 take help/pending-changes.png docs/pictures/pending-changes.png
+stop_editor
+
+lay_out
+start_editor
+xdotool key ctrl+e
+xdotool type --delay 30 'file list'
+xdotool key Down Down Down
+take help/filter.png docs/pictures/filter.png
 stop_editor
 
 # One of the first categories: a mirrored tree that has scrolled is not drawn well under Wine.

@@ -1,37 +1,10 @@
 // The commands of the real main window with 700 and with 32,000 keys, each up to the moment when
 // everything is painted: no command at 32,000 keys may take longer than one and a half times as
 // long as at 700 and one repaint of the whole window.
-#include "bench/windows/Harness.h"
-#include "core/system/Environment.h"
-#include "core/text/WideText_win32.h"
-#include "ui/main/WindowPrompts.h"
-#include "ui/main/frmMain.h"
-#include "ui/shell/RealOtherPrograms.h"
+#include "bench/windows/BenchWindow.h"
 
 namespace tamarind::bench {
 namespace {
-
-// Names the settings file as if Total Commander had stored it.
-class BenchRegistry final : public Registry {
-public:
-    explicit BenchRegistry(std::string settings) : m_settings(std::move(settings)) {}
-
-    std::optional<RegistryValue> Query(std::uint32_t, const std::string&,
-                                       const std::string& valueName, RegistryView) override {
-        if (valueName != "IniFileName") {
-            return std::nullopt;
-        }
-        return RegistryValue{kRegistryString, EncodeUtf16Le(m_settings) + std::string(2, '\0')};
-    }
-    bool Store(std::uint32_t, const std::string&, const std::string&,
-               const RegistryValue&) override {
-        return false;
-    }
-    bool DeleteKey(std::uint32_t, const std::string&) override { return false; }
-
-private:
-    std::string m_settings;
-};
 
 struct Timed {
     const char* name;
@@ -39,23 +12,14 @@ struct Timed {
 };
 
 // Every command in turn, and last a repaint.
-std::vector<Timed> TimeCommands(EditorSession& session, const frmMain& window, int keys) {
-    const auto settle = [] {
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            if (message.message != WM_QUIT) {
-                TranslateMessage(&message);
-                DispatchMessageW(&message);
-            }
-        }
-        GdiFlush();
-    };
+std::vector<Timed> TimeCommands(BenchWindow& bench, int keys) {
+    EditorSession& session = bench.session;
     std::vector<Timed> times;
     const auto time = [&](const char* name, const auto& command) {
-        settle();
+        BenchWindow::Settle();
         times.push_back({name, MedianMs(61, [&] {
                              command();
-                             settle();
+                             BenchWindow::Settle();
                          })});
     };
     int number = 0;
@@ -68,7 +32,7 @@ std::vector<Timed> TimeCommands(EditorSession& session, const frmMain& window, i
         session.Selection().SetKeyFilter(KeyFilter::ShowAll);
     });
     // What the program does until Windows asks it to paint.
-    settle();
+    BenchWindow::Settle();
     times.push_back({"another row, not painted", MedianMs(61, [&] {
                          session.Selection().ShowKeyDetails(++number % 2 == 0 ? 0 : 1);
                      })});
@@ -91,33 +55,13 @@ std::vector<Timed> TimeCommands(EditorSession& session, const frmMain& window, i
         session.Commands().Undo();
         session.Commands().Redo();
     });
-    time("repaint", [&] {
-        RedrawWindow(window.Handle(), nullptr, nullptr,
-                     RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-    });
+    time("repaint", [&] { bench.Repaint(); });
     return times;
 }
 
 std::vector<Timed> Measure(const std::wstring& folder, int keys) {
-    const SampleFiles sample = MakeSample(keys);
-    WriteOldFile(folder + L"data.tmdf", sample.dataFile);
-    WriteOldFile(folder + L"Wincmd.ini", sample.settings);
-    DiskFileSystem disk;
-    IniFiles files(disk);
-    BenchRegistry registry(Narrow(folder + L"Wincmd.ini"));
-    const ProcessEnvironment environment;
-    WindowPrompts prompts(L"bench");
-    RealOtherPrograms programs;
-    EditorSession session(
-        {files, registry, environment, prompts, programs, Narrow(folder), "0", {15360, 11520}});
-    session.LoadSettings();
-    frmMain window(session);
-    if (!window.Create() || !session.Activate("\"" + Narrow(folder) + "data.tmdf\"")) {
-        return {};
-    }
-    window.ShowFirst(SW_SHOWNORMAL);
-    session.Selection().SelectCategory(kRootNode);
-    return TimeCommands(session, window, keys);
+    BenchWindow bench(folder, keys);
+    return bench.isOpen ? TimeCommands(bench, keys) : std::vector<Timed>();
 }
 
 int Run() {

@@ -1,8 +1,10 @@
 // Searches 16 places at a time with SSE2, which every 64-bit processor has. A place is a candidate
 // if the first and the last character of the needle are there; only candidates are compared as a
-// whole. The last places of the text, too few for a block, are compared one by one.
+// whole. A text that is too short for a block is compared place by place.
 
 #include "core/text/AsciiSearch.h"
+
+#include <algorithm>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #define TAMARIND_HAS_SSE2
@@ -56,18 +58,21 @@ private:
     __m128i m_case;
 };
 
-// The first match at or behind `at`, or the first place that no whole block of the first `places`
-// is left for. Looks for the needle's first and last character at their distance: few places have
-// both.
+// The first match at or behind `at`, or the number of places; in a text with less than a block of
+// them just `at`. Looks for the needle's first and last character at their distance: few places
+// have both.
 std::size_t PassBlocks(std::string_view text, std::string_view needle, std::size_t at,
                        std::size_t places) {
+    if (places < kBlock) {
+        return at;
+    }
     const std::size_t toLast = needle.size() - 1;
     const WideCharacter first(needle.front());
     const WideCharacter last(needle.back());
     const auto hitsAt = [&](const char* here) {
         return _mm_and_si128(first.EqualAt(here), last.EqualAt(here + toLast));
     };
-    while (at + kBlock <= places) {
+    while (at < places) {
         // Four blocks without a candidate are skipped together.
         for (; at + 4 * kBlock <= places; at += 4 * kBlock) {
             const char* const here = text.data() + at;
@@ -78,18 +83,17 @@ std::size_t PassBlocks(std::string_view text, std::string_view needle, std::size
                 break;
             }
         }
-        if (at + kBlock > places) {
-            break;
-        }
-        const char* const here = text.data() + at;
-        auto hits = static_cast<unsigned>(_mm_movemask_epi8(hitsAt(here)));
+        // The last block reaches back to places that were looked at already.
+        const std::size_t block = std::min(at, places - kBlock);
+        const char* const here = text.data() + block;
+        auto hits = static_cast<unsigned>(_mm_movemask_epi8(hitsAt(here))) & (~0U << (at - block));
         for (; hits != 0; hits &= hits - 1) {
             const auto offset = static_cast<std::size_t>(std::countr_zero(hits));
             if (MatchesAt(here + offset, needle)) {
-                return at + offset;
+                return block + offset;
             }
         }
-        at += kBlock;
+        at = block + kBlock;
     }
     return at;
 }

@@ -1,55 +1,17 @@
 #include "model/files/ValueTypes.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <string>
-#include <vector>
+#include "model/files/KeyPatterns.h"
 
 namespace tamarind {
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kHistory = "history";
-// A name with more runs of digits is looked up with the last ones as they are.
-constexpr std::size_t kMaxRuns = 4;
-
-struct Run {
-    std::size_t begin;
-    std::size_t end;
-};
-
-std::vector<Run> RunsOfDigits(std::string_view name) {
-    std::vector<Run> runs;
-    std::size_t begin = name.find_first_of(kDigits);
-    while (begin != std::string_view::npos && runs.size() < kMaxRuns) {
-        const std::size_t end = std::min(name.find_first_not_of(kDigits, begin), name.size());
-        runs.push_back({begin, end});
-        begin = name.find_first_of(kDigits, end);
-    }
-    return runs;
-}
-
 }  // namespace
 
 std::string_view ValueTypes::WordsOf(std::string_view section, std::string_view key) const {
     const auto id = m_file ? m_file->FindSection(section) : std::nullopt;
-    if (!id) {
-        return {};
-    }
-    const std::vector<Run> runs = RunsOfDigits(key);
-    // Each bit says that "#" stands for one of the runs; none does in the exact name.
-    for (unsigned marks = 0; marks < 1U << runs.size(); ++marks) {
-        std::string name(key);
-        for (std::size_t run = runs.size(); run-- > 0;) {
-            if ((marks >> run & 1U) != 0) {
-                name.replace(runs[run].begin, runs[run].end - runs[run].begin, 1, '#');
-            }
-        }
-        if (const auto line = m_file->FindKey(*id, name)) {
-            return m_file->Value(*line);
-        }
-    }
-    return {};
+    const auto line = id ? FindKeyOrPattern(*m_file, *id, key) : std::nullopt;
+    return line ? m_file->Value(*line) : std::string_view();
 }
 
 std::optional<ValueType> ValueTypes::TypeOf(std::string_view section, std::string_view key) const {

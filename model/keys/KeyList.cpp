@@ -1,6 +1,7 @@
 #include "model/keys/KeyList.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tamarind {
 namespace {
@@ -40,6 +41,7 @@ std::string LineOfState(const KeyRecord& record) {
 std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view category,
                           KeyFilter filter) {
     m_rows.clear();
+    m_areRanked = false;
     std::size_t found = 0;
     for (KeyNumber key = 1; key <= store.Size(); ++key) {
         if (!isRoot && store.Category(key) != category) {
@@ -53,8 +55,15 @@ std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view c
     return found;
 }
 
+void KeyList::FillRanked(const KeyStore& store, std::vector<KeyNumber> keys, KeyFilter filter) {
+    m_rows = std::move(keys);
+    m_areRanked = true;
+    std::erase_if(m_rows, [&](KeyNumber key) { return !Passes(store, key, filter); });
+}
+
 std::size_t KeyList::RowOf(KeyNumber key) const {
-    const auto found = std::ranges::lower_bound(m_rows, key);
+    const auto found =
+        m_areRanked ? std::ranges::find(m_rows, key) : std::ranges::lower_bound(m_rows, key);
     return found != m_rows.end() && *found == key ? static_cast<std::size_t>(found - m_rows.begin())
                                                   : m_rows.size();
 }

@@ -28,6 +28,8 @@ public:
     // there were before filtering.
     std::size_t Fill(const KeyStore& store, bool isRoot, std::string_view category,
                      KeyFilter filter);
+    // Takes those of these keys that pass the filter, in their order.
+    void FillRanked(const KeyStore& store, std::vector<KeyNumber> keys, KeyFilter filter);
     void Clear() { m_rows.clear(); }
 
     const std::vector<KeyNumber>& All() const { return m_rows; }
@@ -38,7 +40,8 @@ public:
     std::size_t RowOf(KeyNumber key) const;
 
 private:
-    std::vector<KeyNumber> m_rows;  // ascending
+    std::vector<KeyNumber> m_rows;
+    bool m_areRanked = false;  // otherwise they are ascending
 };
 
 }  // namespace tamarind

@@ -18,6 +18,7 @@ KeyEntry SplitEntry(std::string_view value) {
 }
 
 void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string noDescription) {
+    ++m_textVersion;
     m_keys.clear();
     m_categories.clear();
     m_oddNames.clear();
@@ -100,6 +101,7 @@ bool KeyStore::IsChecked(KeyNumber key) const {
 }
 
 void KeyStore::SetDescription(KeyNumber key, std::string description) {
+    ++m_textVersion;
     m_ownDescriptions[key] = std::move(description);
     m_keys[key - 1].saveDescription = true;
 }

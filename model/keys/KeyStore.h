@@ -91,6 +91,9 @@ public:
     // whole.
     bool CanDescribe(KeyNumber key) const;
 
+    // Another number whenever names or descriptions are others than before.
+    std::uint32_t TextVersion() const { return m_textVersion; }
+
     // For searches: the file that the texts are in, the lines of the records, and the texts that
     // are not in the file.
     const IniDocument& DataFile() const { return *m_dataFile; }
@@ -210,6 +213,7 @@ private:
         m_twinsOf;  // place among them, of those that have any
     std::string m_noDescription;
     bool m_isInFileOrder = true;
+    std::uint32_t m_textVersion = 0;
     std::shared_ptr<const IniDocument> m_dataFile;
     Documents m_settings;
 };

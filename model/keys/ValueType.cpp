@@ -235,15 +235,30 @@ bool NumberRange::Holds(std::int64_t number) const {
     return (!least || number >= *least) && (!most || number <= *most);
 }
 
-std::vector<DescribedValue> DescribedValues(std::string_view description) {
+std::string_view WordOf(ValueKind kind) {
+    return kKinds[static_cast<std::size_t>(kind)];
+}
+
+std::optional<ValueKind> KindOfWord(std::string_view word) {
+    const auto place = PlaceIn(kKinds, word);
+    return place ? std::optional(static_cast<ValueKind>(*place)) : std::nullopt;
+}
+
+std::optional<DescribedValue> DescribedValueIn(std::string_view line) {
     constexpr std::string_view kEquals = " = ";
+    const std::size_t equals = line.find(kEquals);
+    const std::string_view value = line.substr(0, equals);
+    const bool isOne = equals != std::string_view::npos && !value.empty() &&
+                       value.find(' ') == std::string_view::npos;
+    return isOne ? std::optional(DescribedValue{value, line.substr(equals + kEquals.size())})
+                 : std::nullopt;
+}
+
+std::vector<DescribedValue> DescribedValues(std::string_view description) {
     std::vector<DescribedValue> lines;
     for (const std::string_view line : Split(description, '@')) {
-        const std::size_t equals = line.find(kEquals);
-        const std::string_view value = line.substr(0, equals);
-        if (equals != std::string_view::npos && !value.empty() &&
-            value.find(' ') == std::string_view::npos) {
-            lines.push_back({value, line.substr(equals + kEquals.size())});
+        if (const auto described = DescribedValueIn(line)) {
+            lines.push_back(*described);
         }
     }
     return lines;
@@ -255,9 +270,9 @@ ValueType ParseValueType(std::string_view words) {
         parts.pop_back();
     }
     ValueType type;
-    const auto kind = PlaceIn(kKinds, parts[0]);
+    const auto kind = KindOfWord(parts[0]);
     if (kind) {
-        type.kind = static_cast<ValueKind>(*kind);
+        type.kind = *kind;
         parts.erase(parts.begin());
     }
     return kind && ReadArguments(type, parts) ? type : ValueType();

@@ -41,6 +41,12 @@ struct DescribedValue {
     std::string_view text;
 };
 
+// The word for a kind in the file of types, such as "color", and the kind of a word.
+std::string_view WordOf(ValueKind kind);
+std::optional<ValueKind> KindOfWord(std::string_view word);
+
+// What a line of a description tells of a value; nothing if it tells no meaning.
+std::optional<DescribedValue> DescribedValueIn(std::string_view line);
 // The lines of a stored description ("@" for a line break) that tell what a value means.
 std::vector<DescribedValue> DescribedValues(std::string_view description);
 

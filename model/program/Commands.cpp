@@ -10,6 +10,7 @@ constexpr std::uint16_t kKeyReturn = 0x0D;
 constexpr std::uint16_t kKeyDelete = 0x2E;
 constexpr std::uint16_t kKeyF1 = 0x70;
 constexpr std::uint16_t kKeyF3 = 0x72;
+constexpr std::uint16_t kKeyF5 = 0x74;
 
 constexpr Shortcut kNoShortcut;
 
@@ -134,6 +135,8 @@ constexpr CommandInfo kCommands[] = {
     {Command::ViewOptions, 150, kNoShortcut, "Options", Always, Never, kKeepsEditing},
     {Command::ViewValueBar, 4105, kNoShortcut, "", Always,
      [](const CommandState& state) { return state.isValueBarVisible; }, kKeepsEditing},
+    {Command::ViewFilterBar, 4147, kNoShortcut, "", Always,
+     [](const CommandState& state) { return state.isFilterBarVisible; }, kKeepsEditing},
     {Command::ViewColumns, 4106, kNoShortcut, "", Always, Never, kKeepsEditing},
     {Command::ViewColumnState, 4107, kNoShortcut, "", Always, ShowsColumn<0>, kEndsEditing},
     {Command::ViewColumnDefault, 4108, kNoShortcut, "", Always, ShowsColumn<1>, kEndsEditing},
@@ -150,6 +153,14 @@ constexpr CommandInfo kCommands[] = {
      kEndsEditing},
     {Command::SearchShowInCategory, 4145, WithControl('G', "Ctrl+G"), "",
      [](const CommandState& state) { return state.canShowInCategory; }, Never, kEndsEditing},
+    {Command::SearchFilter, 4179, WithControl('E', "Ctrl+E"), "", Always, Never, kEndsEditing},
+    {Command::SearchFilterAgain,
+     4180,
+     {kKeyF5, false, false, false, "F5"},
+     "",
+     [](const CommandState& state) { return state.isFiltered; },
+     Never,
+     kEndsEditing},
     {Command::FavoritesAdd, 201, kNoShortcut, "",
      [](const CommandState& state) { return state.hasRow; }, Never, kKeepsEditing},
     {Command::FavoritesOrganize, 202, kNoShortcut, "", Always, Never, kKeepsEditing},
@@ -222,6 +233,7 @@ constexpr Command kViewMenu[] = {
     Command::ViewOptions,
     kSeparator,
     Command::ViewValueBar,
+    Command::ViewFilterBar,
     Command::ViewColumns,
 };
 constexpr Command kColumnsMenu[] = {
@@ -229,7 +241,8 @@ constexpr Command kColumnsMenu[] = {
     Command::ViewColumnCategory, Command::ViewColumnSection,
 };
 constexpr Command kSearchMenu[] = {Command::SearchFind, Command::SearchFindNext,
-                                   Command::SearchShowInCategory};
+                                   Command::SearchShowInCategory, Command::SearchFilter,
+                                   Command::SearchFilterAgain};
 constexpr Command kFavoritesMenu[] = {Command::FavoritesAdd, Command::FavoritesOrganize};
 constexpr Command kHelpMenu[] = {Command::HelpTopics, kSeparator, Command::HelpAbout};
 

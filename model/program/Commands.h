@@ -44,6 +44,7 @@ enum class Command : std::uint16_t {
     ViewDifferentKeys,
     ViewOptions,
     ViewValueBar,
+    ViewFilterBar,
     ViewColumns,
     ViewColumnState,
     ViewColumnDefault,
@@ -53,6 +54,8 @@ enum class Command : std::uint16_t {
     SearchFind,
     SearchFindNext,
     SearchShowInCategory,
+    SearchFilter,
+    SearchFilterAgain,
     FavoritesAdd,
     FavoritesOrganize,
     HelpTopics,
@@ -84,6 +87,8 @@ struct CommandState {
     bool isToolbarVisible = false;
     bool isDescriptionVisible = false;
     bool isValueBarVisible = false;
+    bool isFilterBarVisible = false;
+    bool isFiltered = false;             // by the text in the filter bar
     std::array<bool, 5> showsColumns{};  // besides that of the key, in the order of the commands
     bool showsAllKeys = false;
     bool showsActiveKeys = false;

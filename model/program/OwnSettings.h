@@ -36,6 +36,8 @@ struct OwnSettings {
     std::int32_t splitPosition = 0;  // not negative
     std::int32_t descriptionVisible = 0;
     std::int32_t valueBarVisible = 0;
+    std::int32_t filterBarVisible = 0;
+    std::string recentFilters;   // as TextFilter has it
     std::string keyListColumns;  // as KeyColumns has it; empty until the user chose any
     std::int32_t favoritesOrganizeVisible = 0;
     std::int32_t favoriteWindowLeft = 0;

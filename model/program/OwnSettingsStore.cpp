@@ -82,6 +82,8 @@ constexpr SettingRow kRows[] = {
     {"DescriptionVisible", kEditor, &OwnSettings::descriptionVisible, "1", nullptr,
      Written::OnSave},
     {"ValueBarVisible", kEditor, &OwnSettings::valueBarVisible, "1", nullptr, Written::OnSave},
+    {"FilterBarVisible", kEditor, &OwnSettings::filterBarVisible, "1", nullptr, Written::OnSave},
+    {"RecentFilters", kEditor, &OwnSettings::recentFilters, "", nullptr, Written::OnSave},
     {"KeyListColumns", kEditor, &OwnSettings::keyListColumns, "", nullptr, Written::OnSave},
     {"FavoritesOroganizeVisible", kEditor, &OwnSettings::favoritesOrganizeVisible, "0", nullptr,
      Written::OnSave},

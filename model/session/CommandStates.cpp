@@ -7,6 +7,8 @@ CommandState CommandStates::State() const {
     state.isToolbarVisible = m_workplace.IsToolbarVisible();
     state.isDescriptionVisible = m_workplace.IsDescriptionVisible();
     state.isValueBarVisible = m_workplace.IsValueBarVisible();
+    state.isFilterBarVisible = m_workplace.IsFilterBarVisible();
+    state.isFiltered = m_selection.HasRanking();
     for (const ShownColumn& shown : m_columns.Shown()) {
         if (shown.column != KeyColumn::Key) {
             state.showsColumns[static_cast<std::size_t>(shown.column) - 1] = true;

@@ -117,10 +117,23 @@ void EditorSession::AskOpenDataFile() {
         return;
     }
     const std::string path = m_dataFile.AskForPath(std::string(FileNameOfPath(m_dataFile.Path())));
-    if (!IsGivenPath(path) || !m_dataFile.LoadDataFile(path)) {
-        return;
+    if (IsGivenPath(path) && m_dataFile.LoadDataFile(path)) {
+        m_dataFile.Remember(path);
+        ShowTarget();
     }
-    m_dataFile.Remember(path);
+}
+
+void EditorSession::OpenOtherDataFile() {
+    const SettingsTarget other = m_dataFile.Target() == SettingsTarget::Wincmd
+                                     ? SettingsTarget::WcxFtp
+                                     : SettingsTarget::Wincmd;
+    if (MayLeaveFiles() && m_dataFile.LoadDataFile(m_dataFile.PathFor(other))) {
+        ShowTarget();
+    }
+}
+
+// The settings that the data file describes.
+void EditorSession::ShowTarget() {
     m_workplace.OwnSettings().WriteNow(&OwnSettings::startUpIniFile,
                                        NameOfTarget(m_dataFile.Target()));
     const std::string target = LocateTarget();

@@ -18,6 +18,7 @@
 #include "model/session/OpenSettings.h"
 #include "model/session/PendingChanges.h"
 #include "model/session/RecentSettings.h"
+#include "model/session/TextFilter.h"
 #include "model/session/ValueEditing.h"
 #include "model/session/Workplace.h"
 
@@ -43,6 +44,7 @@ public:
     KeyColumns& Columns() { return m_columns; }
     PendingChanges& Pending() { return m_pending; }
     KeyExchange& Exchange() { return m_exchange; }
+    TextFilter& Filter() { return m_filter; }
     FavoritesBook& FavoriteKeys() { return m_favorites; }
     RecentSettings& Recent() { return m_recent; }
     const CommandStates& States() const { return m_states; }
@@ -60,6 +62,8 @@ public:
     // File > Open and File > Open Data File, each with its question.
     void AskOpenSettingsFile();
     void AskOpenDataFile();
+    // The data file for the other kind of settings, with their file.
+    void OpenOtherDataFile();
 
     // Makes a settings file current; opens the other data file first if this one does not
     // describe it. With `addToRecent` it becomes the first of the recent files. False, after a
@@ -76,6 +80,7 @@ private:
     std::string ChooseDataFile(const std::string& commandLine);
     std::string AskForStartUpDataFile() const;
     std::string LocateTarget();
+    void ShowTarget();
 
     Workplace m_workplace;
     KeyStore m_store;
@@ -88,6 +93,7 @@ private:
     ValueEditing m_editing{m_workplace, m_store, m_selection, m_values, m_commands};
     PendingChanges m_pending{m_workplace, m_store, m_editor, m_selection, m_settings};
     KeyExchange m_exchange{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_settings};
+    TextFilter m_filter{m_workplace, m_store, m_selection, m_dataFile, m_values};
     FavoritesBook m_favorites{m_workplace, m_selection};
     RecentSettings m_recent{m_workplace};
     KeyColumns m_columns{m_workplace, m_store, m_values};

@@ -12,6 +12,7 @@ std::string KeySelection::RootText() const {
 }
 
 void KeySelection::Clear() {
+    m_nodes.clear();
     m_keys.Clear();
     m_currentKey.reset();
     m_selectedKeys.clear();
@@ -19,6 +20,8 @@ void KeySelection::Clear() {
 
 void KeySelection::SetCategories(std::vector<CategoryNode> categories) {
     m_categories = std::move(categories);
+    m_nodes.clear();
+    m_hits.clear();
     m_shownNode.reset();
     m_selectedNode = kRootNode;
     m_keyListeners.Tell(&KeyListListener::OnKeyListChanged);
@@ -48,7 +51,8 @@ void KeySelection::ShowCategory(NodeIndex node) {
         return;
     }
     m_shownNode = node;
-    const std::size_t found = Fill(m_keys, node, m_filter);
+    const std::size_t found =
+        m_ranking != nullptr ? FillRanked(node) : Fill(m_keys, node, m_filter);
     m_currentKey.reset();
     m_selectedKeys.clear();
     if (m_keys.Size() > 0) {
@@ -58,7 +62,7 @@ void KeySelection::ShowCategory(NodeIndex node) {
     m_keyListeners.Tell(&KeyListListener::OnKeyListChanged);
     m_keyListeners.Tell(&KeyListListener::OnKeyShown);
     m_workplace.TellCommandsChanged();
-    if (found == 0 && !ShowsHeading()) {
+    if (found == 0 && !ShowsHeading() && m_ranking == nullptr) {
         m_workplace.Prompts().ShowMessage(MessageIcon::Critical,
                                           m_workplace.Text(text::kCategoryWithoutKeys));
     }
@@ -78,8 +82,114 @@ std::vector<KeyNumber> KeySelection::KeysOfNode() const {
     return keys.All();
 }
 
+// The hits of a ranking and nothing else, in its order. Returns how many the node has.
+std::size_t KeySelection::FillRanked(NodeIndex node) {
+    std::vector<KeyNumber> keys = m_ranking->RankedKeys();
+    CountHits(keys);
+    if (node != kRootNode) {
+        std::erase_if(keys, [&](KeyNumber key) { return !IsBelow(NodeOf(key), node); });
+    }
+    const std::size_t found = keys.size();
+    m_keys.FillRanked(m_store, std::move(keys), m_filter);
+    m_hiddenHits = found - m_keys.Size();
+    m_categoryListeners.Tell(&CategoryListener::OnHitsChanged);
+    return found;
+}
+
+void KeySelection::CountHits(const std::vector<KeyNumber>& ranked) {
+    m_hits.assign(m_categories.size() + 1, 0);
+    m_hits.front() = ranked.size();
+    for (const KeyNumber key : ranked) {
+        if (const auto node = NodeOf(key)) {
+            ++m_hits[static_cast<std::size_t>(*node) + 1];
+        }
+    }
+    std::size_t* ofHeading = nullptr;
+    for (std::size_t node = 0; node < m_categories.size(); ++node) {
+        if (m_categories[node].IsHeading()) {
+            ofHeading = &m_hits[node + 1];
+        } else if (ofHeading != nullptr) {
+            *ofHeading += m_hits[node + 1];
+        }
+    }
+}
+
+std::optional<std::size_t> KeySelection::HitsOf(NodeIndex node) const {
+    const std::size_t at = static_cast<std::size_t>(node) + 1;  // 0 for the root
+    return m_ranking != nullptr && at < m_hits.size() ? std::optional(m_hits[at]) : std::nullopt;
+}
+
+// The heading above a category; the root if there is none.
+NodeIndex KeySelection::HeadingOf(NodeIndex node) const {
+    while (node != kRootNode && !m_categories[static_cast<std::size_t>(node)].IsHeading()) {
+        --node;
+    }
+    return node;
+}
+
+bool KeySelection::IsBelow(std::optional<NodeIndex> category, NodeIndex node) const {
+    return category && (*category == node || HeadingOf(*category) == node);
+}
+
+void KeySelection::SetRanking(KeyRanking& ranking) {
+    m_ranking = &ranking;
+    ShowRoot();
+}
+
+void KeySelection::EndRanking(NodeIndex node) {
+    const auto key = m_currentKey;
+    DropRanking();
+    const auto own = key ? NodeOf(*key) : std::nullopt;
+    const bool isThere = !own || node == kRootNode || *own == node;
+    const NodeIndex target = isThere ? node : *own;
+    if (key) {
+        ShowKeyIn(target, *key);
+    } else {
+        SelectCategory(target);
+    }
+}
+
+void KeySelection::DropRanking() {
+    if (KeyRanking* const former = std::exchange(m_ranking, nullptr)) {
+        m_shownNode.reset();
+        m_hiddenHits = 0;
+        former->OnRankingDropped();
+        m_categoryListeners.Tell(&CategoryListener::OnHitsChanged);
+    }
+}
+
+std::string KeySelection::HiddenText() const {
+    if (m_hiddenHits == 0) {
+        return {};
+    }
+    return m_workplace.Text(
+        text::kHiddenBy,
+        {std::to_string(m_hiddenHits), m_workplace.Label(text::kViewMenu) + " > " + FilterName()});
+}
+
+std::string KeySelection::FilterName() const {
+    const std::pair<KeyFilter, std::uint16_t> names[] = {
+        {KeyFilter::ShowActive, text::kActiveKeys},
+        {KeyFilter::ShowInactive, text::kInactiveKeys},
+        {KeyFilter::ShowChanged, text::kChangedKeys},
+        {KeyFilter::ShowDifferent, text::kDifferentKeys},
+    };
+    const auto* const name =
+        std::ranges::find(names, m_filter, &std::pair<KeyFilter, std::uint16_t>::first);
+    return name == std::end(names) ? std::string() : m_workplace.Label(name->second);
+}
+
+ShownNames KeySelection::NamesInList() const {
+    if (m_ranking == nullptr) {
+        return {m_keys, m_store};
+    }
+    KeyList keys;
+    Fill(keys, m_selectedNode, m_filter);
+    return {keys, m_store};
+}
+
 bool KeySelection::ShowsHeading() const {
-    return m_shownNode && *m_shownNode != kRootNode &&
+    return m_ranking == nullptr && m_shownNode && *m_shownNode != kRootNode &&
            m_categories[static_cast<std::size_t>(*m_shownNode)].IsHeading();
 }
 
@@ -94,7 +204,13 @@ void KeySelection::SetKeyFilter(KeyFilter filter) {
 }
 
 std::string KeySelection::CounterPanel() const {
-    return std::to_string(m_keys.Size()) + "  " + m_workplace.Text(text::kKeys);
+    if (m_ranking == nullptr) {
+        return std::to_string(m_keys.Size()) + "  " + m_workplace.Text(text::kKeys);
+    }
+    const std::string hidden = HiddenText();
+    return m_workplace.Text(text::kKeysOfKeys,
+                            {std::to_string(m_keys.Size()), std::to_string(m_store.Size())}) +
+           (hidden.empty() ? "" : ", " + hidden);
 }
 
 void KeySelection::SelectRows(const std::vector<std::size_t>& rows, std::size_t current) {
@@ -137,6 +253,7 @@ std::string KeySelection::Description() const {
 }
 
 void KeySelection::GoToKey(KeyNumber key, const std::optional<DescriptionPart>& part) {
+    DropRanking();
     SelectCategory(kRootNode);
     if (m_filter != KeyFilter::ShowAll) {
         SetKeyFilter(KeyFilter::ShowAll);
@@ -149,16 +266,27 @@ void KeySelection::GoToKey(KeyNumber key, const std::optional<DescriptionPart>& 
 }
 
 std::optional<NodeIndex> KeySelection::NodeOf(KeyNumber key) const {
-    const auto node = std::ranges::find(m_categories, m_store.Category(key), &CategoryNode::tag);
-    return node == m_categories.end()
-               ? std::nullopt
-               : std::optional(static_cast<NodeIndex>(node - m_categories.begin()));
+    if (m_nodes.empty()) {
+        m_nodes.reserve(m_store.Size());
+        for (KeyNumber each = 1; each <= m_store.Size(); ++each) {
+            const std::string_view tag = m_store.Category(each);
+            const bool isAsBefore = each > 1 && tag.data() == m_store.Category(each - 1).data();
+            const auto node = isAsBefore ? m_categories.end()
+                                         : std::ranges::find(m_categories, tag, &CategoryNode::tag);
+            m_nodes.push_back(isAsBefore ? m_nodes.back()
+                              : node == m_categories.end()
+                                  ? kRootNode
+                                  : static_cast<NodeIndex>(node - m_categories.begin()));
+        }
+    }
+    const NodeIndex node = m_nodes[key - 1];
+    return node == kRootNode ? std::nullopt : std::optional(node);
 }
 
 bool KeySelection::CanShowInCategory() const {
     const auto key = EditableKey();
     const auto node = key ? NodeOf(*key) : std::nullopt;
-    return node && *node != m_selectedNode;
+    return node && (m_ranking != nullptr || *node != m_selectedNode);
 }
 
 void KeySelection::ShowInCategory() {
@@ -166,7 +294,12 @@ void KeySelection::ShowInCategory() {
         return;
     }
     const KeyNumber key = *m_currentKey;
-    SelectCategory(*NodeOf(key));
+    DropRanking();
+    ShowKeyIn(*NodeOf(key), key);
+}
+
+void KeySelection::ShowKeyIn(NodeIndex node, KeyNumber key) {
+    SelectCategory(node);
     if (m_keys.RowOf(key) == m_keys.Size()) {
         SetKeyFilter(KeyFilter::ShowAll);
     }

@@ -24,6 +24,7 @@ public:
     virtual ~CategoryListener() = default;
     virtual void OnCategoriesChanged() {}  // the tree holds other nodes
     virtual void OnCategorySelected() {}   // another node is the selected one
+    virtual void OnHitsChanged() {}        // the nodes have other numbers of hits, or none any more
 };
 
 // A part of the current key's description, in UTF-16 units.
@@ -42,6 +43,16 @@ public:
     virtual void OnManyKeysChanged() {}      // any row may look different now
     // A search or a favorite led to the current row, maybe to a part of its description.
     virtual void OnWentToKey(const std::optional<DescriptionPart>&) {}
+};
+
+// Chooses keys from those of all categories and brings them into an order of its own.
+class KeyRanking {
+public:
+    virtual ~KeyRanking() = default;
+    // Asked whenever the list takes its rows: when it is set, at another node and another filter.
+    virtual std::vector<KeyNumber> RankedKeys() = 0;
+    // The selection went on to a key without it.
+    virtual void OnRankingDropped() = 0;
 };
 
 // What of the open files is shown: the selected node of the tree, the rows of the key list and the
@@ -66,6 +77,21 @@ public:
     KeyFilter Filter() const { return m_filter; }
     void SetKeyFilter(KeyFilter filter);
 
+    // Shows the hits of a ranking, which must live until another one takes its place: those of all
+    // categories at first, of one of them, or of all below a heading, when its node is selected.
+    void SetRanking(KeyRanking& ranking);
+    // Ends it at a node. The current key stays the current one: there, or else in its own category.
+    void EndRanking(NodeIndex node);
+    bool HasRanking() const { return m_ranking != nullptr; }
+    // How many hits a node has; nothing without a ranking.
+    std::optional<std::size_t> HitsOf(NodeIndex node) const;
+    // How many hits of the selected node the filter hides.
+    std::size_t HiddenHits() const { return m_hiddenHits; }
+    // The filter as the menu has it; empty for all keys.
+    std::string FilterName() const;
+    // "12 hidden by View > Active Keys"; empty if no hits are.
+    std::string HiddenText() const;
+
     // The categories below the heading that is shown, with the number of their keys that are set.
     struct CategoryCount {
         NodeIndex node = kRootNode;
@@ -80,8 +106,8 @@ public:
     const KeyStore& Store() const { return m_store; }
     const KeyList& Keys() const { return m_keys; }
     KeyRecord Record(KeyNumber key) const { return m_store.Record(key); }
-    // The names of the rows as they are now.
-    ShownNames NamesInList() const { return {m_keys, m_store}; }
+    // The names of the rows as they are now, or would be without a ranking.
+    ShownNames NamesInList() const;
     // The status bar's text of how many rows there are.
     std::string CounterPanel() const;
 
@@ -134,8 +160,15 @@ public:
 
 private:
     void ShowCategory(NodeIndex node);
+    void ShowKeyIn(NodeIndex node, KeyNumber key);
+    void DropRanking();
+    // The category of a key; nothing for one that the tree does not have.
     std::optional<NodeIndex> NodeOf(KeyNumber key) const;
+    NodeIndex HeadingOf(NodeIndex node) const;
+    bool IsBelow(std::optional<NodeIndex> category, NodeIndex node) const;
     std::size_t Fill(KeyList& keys, NodeIndex node, KeyFilter filter) const;
+    std::size_t FillRanked(NodeIndex node);
+    void CountHits(const std::vector<KeyNumber>& ranked);
 
     Workplace& m_workplace;
     const KeyStore& m_store;
@@ -145,6 +178,10 @@ private:
     NodeIndex m_selectedNode = kRootNode;
     std::optional<NodeIndex> m_shownNode;
     KeyFilter m_filter = KeyFilter::ShowAll;
+    mutable std::vector<NodeIndex> m_nodes;  // of all keys, from the first question on
+    KeyRanking* m_ranking = nullptr;
+    std::vector<std::size_t> m_hits;  // of the root, then of the categories
+    std::size_t m_hiddenHits = 0;
     KeyList m_keys;
     std::optional<KeyNumber> m_currentKey;
     std::vector<KeyNumber> m_selectedKeys;

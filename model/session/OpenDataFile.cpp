@@ -31,19 +31,35 @@ std::string OpenDataFile::Panel() const {
 
 const ValueTypes& OpenDataFile::Types() {
     if (!m_types) {
-        m_types.emplace();
-        const std::string name =
-            m_target == SettingsTarget::Wincmd ? "Wincmd.types" : "Wcx_ftp.types";
-        const std::string ownFolder = m_workplace.Services().programFolder + "Data Files\\";
-        for (const std::string& folder : {std::string(FolderOfPath(m_path)), ownFolder}) {
-            const IniSnapshot file = m_workplace.Files().Read(folder + name);
-            if (file.error == FileError::None) {
-                m_types.emplace(file.document);
-                break;
-            }
-        }
+        m_types.emplace(TypesFor(m_target));
     }
     return *m_types;
+}
+
+ValueTypes OpenDataFile::TypesFor(SettingsTarget target) const {
+    const auto file = Companion(target, ".types");
+    return file ? ValueTypes(file) : ValueTypes();
+}
+
+Keywords OpenDataFile::KeywordsFor(SettingsTarget target) const {
+    const auto file = Companion(target, ".keywords");
+    return file ? Keywords(file) : Keywords();
+}
+
+// A file that tells more about the keys: the one beside the data file, or else the one that comes
+// with the program; null if there is none.
+std::shared_ptr<const IniDocument> OpenDataFile::Companion(SettingsTarget target,
+                                                           std::string_view extension) const {
+    const std::string name =
+        (target == SettingsTarget::Wincmd ? "Wincmd" : "Wcx_ftp") + std::string(extension);
+    const std::string ownFolder = m_workplace.Services().programFolder + "Data Files\\";
+    for (const std::string& folder : {std::string(FolderOfPath(m_path)), ownFolder}) {
+        const IniSnapshot file = m_workplace.Files().Read(folder + name);
+        if (file.error == FileError::None) {
+            return file.document;
+        }
+    }
+    return nullptr;
 }
 
 std::string OpenDataFile::StartUpPath(const std::string& commandLine) const {

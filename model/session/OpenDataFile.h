@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "model/files/DataFile.h"
+#include "model/files/Keywords.h"
 #include "model/files/ValueTypes.h"
 #include "model/session/KeySelection.h"
 #include "model/session/Messages.h"
@@ -36,6 +37,9 @@ public:
     // What the values of its keys may be. Read on the first call: the file of types beside the data
     // file, or else the one that comes with the program.
     const ValueTypes& Types();
+    // The same for any kind of settings, and what people call its keys.
+    ValueTypes TypesFor(SettingsTarget target) const;
+    Keywords KeywordsFor(SettingsTarget target) const;
     // The status bar's text.
     std::string Panel() const;
 
@@ -73,6 +77,8 @@ public:
 
 private:
     void OnLanguageChanged() override;
+    std::shared_ptr<const IniDocument> Companion(SettingsTarget target,
+                                                 std::string_view extension) const;
 
     Workplace& m_workplace;
     KeyStore& m_store;

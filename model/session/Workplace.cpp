@@ -27,6 +27,16 @@ std::string Workplace::Text(std::uint16_t number, std::initializer_list<std::str
     return text;
 }
 
+std::string Workplace::Label(std::uint16_t number) const {
+    std::string text = Text(number);
+    const std::size_t mark = text.find('&');
+    if (mark == std::string::npos) {
+        return text;
+    }
+    const bool isInBrackets = mark > 0 && text[mark - 1] == '(';
+    return isInBrackets ? text.substr(0, mark - 1) : text.erase(mark, 1);
+}
+
 void Workplace::LoadLanguage() {
     if (!m_language.Load()) {
         UseBuiltInLanguage();
@@ -94,6 +104,11 @@ void Workplace::SetDescriptionVisible(bool isVisible) {
 
 void Workplace::SetValueBarVisible(bool isVisible) {
     m_settings.Values().valueBarVisible = isVisible ? 1 : 0;
+    TellCommandsChanged();
+}
+
+void Workplace::SetFilterBarVisible(bool isVisible) {
+    m_settings.Values().filterBarVisible = isVisible ? 1 : 0;
     TellCommandsChanged();
 }
 

@@ -81,6 +81,9 @@ public:
     void RefreshLanguage();
     const Language& Texts() const { return m_language; }
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
+    // The text of a menu entry without the mark of its access key, and without one in brackets at
+    // its end, as languages without letters have it.
+    std::string Label(std::uint16_t number) const;
     // A text with the first value in place of its "%1", and the second one in place of "%2".
     std::string Text(std::uint16_t number, std::initializer_list<std::string> values) const;
 
@@ -105,9 +108,11 @@ public:
     bool IsToolbarVisible() const { return m_settings.Values().toolbarVisible != 0; }
     bool IsDescriptionVisible() const { return m_settings.Values().descriptionVisible != 0; }
     bool IsValueBarVisible() const { return m_settings.Values().valueBarVisible != 0; }
+    bool IsFilterBarVisible() const { return m_settings.Values().filterBarVisible != 0; }
     void SetToolbarVisible(bool isVisible);
     void SetDescriptionVisible(bool isVisible);
     void SetValueBarVisible(bool isVisible);
+    void SetFilterBarVisible(bool isVisible);
 
     // Opens the help that stands beside the program: the compiled one or else its pages.
     void ShowHelpTopics();

@@ -34,6 +34,11 @@ public:
 private:
     void OnCategoriesChanged() override { Fill(); }
     void OnCategorySelected() override { ShowSelection(); }
+    void OnHitsChanged() override { TreeView1.RedrawHits(); }
+    bool CountsHits() override { return m_selection.HasRanking(); }
+    std::optional<std::size_t> HitsOfNode(LPARAM data) override {
+        return m_selection.HitsOf(static_cast<NodeIndex>(data));
+    }
     void ShowSelection();
     void OnNodeSelected(LPARAM data) override;
     void OnTreeMenu(POINT at) override;

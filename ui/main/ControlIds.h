@@ -36,6 +36,14 @@ enum ControlId : int {
     kIdCmdReset,
     kIdLstChoices,
     kIdLstCategories,
+    kIdFilterBar,
+    kIdTxtFilter,
+    kIdCmdClearFilter,
+    kIdCmdRecentFilters,
+    kIdCmdFilterWords,
+    kIdCmdShowAllKeys,
+    kIdLblNoHits,
+    kIdCmdOtherHits,
 };
 
 // Menu entries that change: recent files by slot, and favorites by their place in the list.

@@ -1,6 +1,7 @@
 #include "ui/main/DescriptionPane.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/text/WideText_win32.h"
 #include "model/program/StringTable.h"
@@ -19,13 +20,12 @@ constexpr Twips kToolbarDistance{300};
 
 }  // namespace
 
-DescriptionPane::DescriptionPane(Workplace& workplace, KeySelection& selection,
-                                 OpenDataFile& dataFile, const CommandStates& states,
-                                 MainWindowActions& actions)
-    : m_workplace(workplace),
-      m_selection(selection),
-      m_dataFile(dataFile),
-      m_states(states),
+DescriptionPane::DescriptionPane(EditorSession& session, MainWindowActions& actions)
+    : m_workplace(session.Place()),
+      m_selection(session.Selection()),
+      m_dataFile(session.DataFile()),
+      m_filter(session.Filter()),
+      m_states(session.States()),
       m_actions(actions) {
     m_selection.KeyWatchers().Add(*this);
     m_workplace.Watchers().Add(*this);
@@ -83,11 +83,26 @@ void DescriptionPane::ApplyLanguage() {
 }
 
 void DescriptionPane::ShowDescription() {
-    m_isLoading = true;
-    txtDescriptionBox.SetText(Widen(m_selection.Description()));
-    m_isLoading = false;
+    if (const std::string text = m_selection.Description(); text != m_loaded) {
+        m_isLoading = true;
+        txtDescriptionBox.SetText(Widen(text));
+        m_isLoading = false;
+        m_loaded = text;
+    }
+    ShowMarks();
     txtDescriptionBox.SetMaxLength(m_dataFile.MaxDescriptionUnits());
     txtDescriptionBox.Enable(m_selection.CurrentKey().has_value());
+}
+
+void DescriptionPane::ShowMarks() {
+    std::vector<MarkedPart> marks;
+    if (m_filter.IsOn()) {
+        const std::string text = Narrow(txtDescriptionBox.Text());
+        for (const TextPart& part : m_filter.MarksIn(text, FilterField::Any)) {
+            marks.push_back({part.start, part.length});
+        }
+    }
+    txtDescriptionBox.SetMarks(std::move(marks));
 }
 
 // If the box can no longer be edited, it gives up the focus.
@@ -164,7 +179,9 @@ void DescriptionPane::OnWentToKey(const std::optional<DescriptionPart>& part) {
 // A text that the program has set is no change by the user, should the system report it.
 void DescriptionPane::OnTextChanged() {
     if (!m_isLoading) {
+        m_loaded.reset();
         m_dataFile.ChangeDescription(Narrow(txtDescriptionBox.Text()));
+        ShowMarks();
     }
 }
 

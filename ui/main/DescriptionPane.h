@@ -1,8 +1,6 @@
 #pragma once
 
-#include "model/session/CommandStates.h"
-#include "model/session/KeySelection.h"
-#include "model/session/OpenDataFile.h"
+#include "model/session/EditorSession.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/EditBox.h"
@@ -23,8 +21,7 @@ class DescriptionPane final : public Window,
                               private WorkplaceListener {
 public:
     // All arguments are kept by reference and must outlive the pane.
-    DescriptionPane(Workplace& workplace, KeySelection& selection, OpenDataFile& dataFile,
-                    const CommandStates& states, MainWindowActions& actions);
+    DescriptionPane(EditorSession& session, MainWindowActions& actions);
     ~DescriptionPane() override;
 
     // False if Windows cannot create the pane or its controls.
@@ -52,6 +49,8 @@ private:
     void OnToolbarDropDown(int, const RECT&) override {}
     void OnTextChanged() override;
     void ShowCategories();
+    // Of what the filter looks for.
+    void ShowMarks();
     void OpenCategory(int row);
     void Layout();
     void PlaceDescriptionToolbar(Twips height);
@@ -59,8 +58,10 @@ private:
     Workplace& m_workplace;
     KeySelection& m_selection;
     OpenDataFile& m_dataFile;
+    const TextFilter& m_filter;
     const CommandStates& m_states;
     bool m_isLoading = false;
+    std::optional<std::string> m_loaded;  // the text in the box, unless the user has changed it
     int m_dpi = 0;
     MainWindowActions& m_actions;
     UserFont m_font;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "core/text/Unicode.h"
 #include "core/text/WideText_win32.h"
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
@@ -35,9 +36,12 @@ KeyListView::KeyListView(EditorSession& session, MainWindowActions& actions)
       m_selection(session.Selection()),
       m_commands(session.Commands()),
       m_values(session.Values()),
+      m_filter(session.Filter()),
       m_editing(session.Editing()),
       m_keyColumns(session.Columns()),
-      m_actions(actions) {
+      m_actions(actions),
+      m_filterBar(session, actions),
+      m_noHits([this] { m_actions.OpenOtherDataFile(); }) {
     m_selection.KeyWatchers().Add(*this);
     m_keyColumns.Watchers().Add(*this);
 }
@@ -53,7 +57,7 @@ bool KeyListView::Create(HWND parent) {
     params.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     params.parent = parent;
     params.id = kIdKeyListPane;
-    return CreateHandle(params) &&
+    return CreateHandle(params) && m_filterBar.Create(Handle()) &&
            ListView1.Create(Handle(), kIdListView1, Widen(m_workplace.Text(text::kKey)), *this);
 }
 
@@ -117,11 +121,21 @@ void KeyListView::OnColumnsChanged() {
 LRESULT KeyListView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SIZE:
-            ListView1.SetBounds({0, 0, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+            Layout();
             return 0;
         default:
             return Window::HandleMessage(message, wParam, lParam);
     }
+}
+
+void KeyListView::Layout() {
+    RECT area = ClientAreaOf(Handle());
+    if (m_filterBar.IsVisible()) {
+        const LONG bottom = std::min<LONG>(m_filterBar.IdealHeight(), area.bottom);
+        m_filterBar.SetBounds({0, 0, area.right, bottom});
+        area.top = bottom;
+    }
+    ListView1.SetBounds(area);
 }
 
 void KeyListView::ApplyLook(const MainLook& look) {
@@ -137,6 +151,9 @@ void KeyListView::ApplyLook(const MainLook& look) {
     ListView1.SetColumnMargin(ToPixels(kColumnMargin, look.dpi).value);
     m_font = look.font;
     ApplyLookToInplaceEdit();
+    m_noHits.ApplyLook(look);
+    m_filterBar.ApplyLook(look);
+    Layout();
     PlaceColorSample();
 }
 
@@ -150,7 +167,22 @@ void KeyListView::ApplyLookToInplaceEdit() {
 void KeyListView::OnKeyListChanged() {
     CloseInplaceEdit();
     ListView1.SetRowCount(static_cast<int>(m_selection.Keys().Size()));
+    ShowNote();
     OnKeyShown();
+}
+
+// What stands in place of hits, below the titles of the columns.
+void KeyListView::ShowNote() {
+    const std::string text = m_filter.EmptyText();
+    m_noHits.Show(Handle(), Widen(text),
+                  text.empty() ? std::wstring() : Widen(m_filter.OtherHits()));
+    PlaceNote();
+}
+
+void KeyListView::PlaceNote() {
+    RECT area = BoundsInParent(ListView1.Handle());
+    area.top += ListView1.HeaderHeight();
+    m_noHits.SetBounds(area, m_dpi);
 }
 
 // Selects the current key and scrolls it into view.
@@ -325,8 +357,28 @@ RowLook KeyListView::LookOfRow(int row) const {
         look.color =
             looks.foreColor == KeyColor::Active ? m_activeColor : GetSysColor(COLOR_GRAYTEXT);
         look.isBold = DiffersFromKnownDefault(*record);
+        look.marks = MarksOf(*record);
     }
     return look;
+}
+
+// In the name and in the value behind it.
+std::vector<MarkedPart> KeyListView::MarksOf(const KeyRecord& record) const {
+    std::vector<MarkedPart> marks;
+    if (!m_filter.IsOn()) {
+        return marks;
+    }
+    const std::string text = VisibleText(record);
+    const std::string_view value =
+        std::string_view(text).substr(std::min(text.size(), record.keyName.size() + 1));
+    for (const TextPart& part : m_filter.MarksIn(record.keyName, FilterField::Name)) {
+        marks.push_back({part.start, part.length});
+    }
+    const std::size_t before = Utf16Length(record.keyName) + 1;
+    for (const TextPart& part : m_filter.MarksIn(value, FilterField::Value)) {
+        marks.push_back({before + part.start, part.length});
+    }
+    return marks;
 }
 
 void KeyListView::OnRowSelected(int row) {
@@ -366,6 +418,11 @@ void KeyListView::OnRowActivated() {
 // such as Del, work here and nowhere else.
 bool KeyListView::OnListKey(WPARAM key) {
     const bool isPlain = !IsDown(VK_CONTROL) && !IsDown(VK_SHIFT);
+    if (isPlain && key == VK_ESCAPE && m_filter.IsOn()) {
+        m_filter.RememberText();
+        m_filter.Clear();
+        return true;
+    }
     if (isPlain && key == VK_F4) {
         m_actions.OpenChoices();
         return true;
@@ -390,6 +447,7 @@ bool KeyListView::OnListKey(WPARAM key) {
 void KeyListView::OnListPlaced() {
     txtInplaceEdit.FollowList();
     PlaceColorSample();
+    PlaceNote();
 }
 
 }  // namespace tamarind

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "model/session/EditorSession.h"
+#include "ui/main/FilterBar.h"
 #include "ui/main/InplaceEdit.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
+#include "ui/main/NoHitsNote.h"
 #include "ui/toolkit/ColorSwatch.h"
 #include "ui/toolkit/Timer.h"
 #include "ui/toolkit/VirtualList.h"
@@ -36,6 +38,9 @@ public:
     // Shows the column titles in the present language.
     void ApplyLanguage();
     HWND List() const { return ListView1.Handle(); }
+    FilterBar& Filter() { return m_filterBar; }
+    // The filter bar, if it is visible, and the list below it.
+    void Layout();
 
     void SelectAll() { ListView1.SelectAll(); }
 
@@ -77,6 +82,9 @@ private:
     // Shows or hides the colour sample of the current key.
     void ShowColor();
     void PlaceColorSample();
+    void ShowNote();
+    void PlaceNote();
+    std::vector<MarkedPart> MarksOf(const KeyRecord& record) const;
     // Nothing if there is no such row.
     std::optional<KeyRecord> RecordOf(int row) const;
 
@@ -84,6 +92,7 @@ private:
     KeySelection& m_selection;
     KeyCommands& m_commands;
     const KeyValues& m_values;
+    TextFilter& m_filter;
     ValueEditing& m_editing;
     KeyColumns& m_keyColumns;
     std::vector<KeyColumn> m_columns;  // as the list counts them
@@ -91,7 +100,9 @@ private:
     COLORREF m_activeColor = 0;
     UserFont m_font;
     int m_dpi = 0;
+    FilterBar m_filterBar;
     VirtualList ListView1;
+    NoHitsNote m_noHits;
     InplaceEdit txtInplaceEdit{ListView1};
     ColorSwatch cmdColorSample;
     Timer Timer1{[this] { OnNextKey(); }};

@@ -210,6 +210,9 @@ void MainCommands::Do(Command command) {
         case Command::ViewValueBar:
             workplace.SetValueBarVisible(!workplace.IsValueBarVisible());
             break;
+        case Command::ViewFilterBar:
+            workplace.SetFilterBarVisible(!workplace.IsFilterBarVisible());
+            break;
         case Command::ViewColumnState:
         case Command::ViewColumnDefault:
         case Command::ViewColumnMeaning:
@@ -227,6 +230,13 @@ void MainCommands::Do(Command command) {
         case Command::SearchShowInCategory:
             selection.ShowInCategory();
             FocusKeyList();
+            break;
+        case Command::SearchFilter:
+            workplace.SetFilterBarVisible(true);
+            m_panes.Keys().Filter().Focus();
+            break;
+        case Command::SearchFilterAgain:
+            m_session.Filter().ApplyAgain();
             break;
         case Command::FavoritesAdd:
             AddFavorite();

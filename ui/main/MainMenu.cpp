@@ -188,6 +188,8 @@ UniqueAccelerators MainMenu::MakeAccelerators(std::span<const Command> except) {
         {FVIRTKEY | FSHIFT, VK_F6, kIdPreviousPane},
         {FVIRTKEY, VK_TAB, kIdNextPane},
         {FVIRTKEY | FSHIFT, VK_TAB, kIdPreviousPane},
+        // Browsers go to what they filter by this key.
+        {FVIRTKEY | FCONTROL, 'L', static_cast<WORD>(Command::SearchFilter)},
     };
     for (const CommandInfo& info : AllCommands()) {
         const Shortcut& shortcut = info.shortcut;

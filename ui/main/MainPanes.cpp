@@ -28,8 +28,7 @@ MainPanes::MainPanes(EditorSession& session, MainWindowActions& actions)
       m_tree(session.Selection(), actions),
       m_keys(session, actions),
       m_value(session.Place(), session.Selection(), session.Editing(), session.States(), actions),
-      m_description(session.Place(), session.Selection(), session.DataFile(), session.States(),
-                    actions) {}
+      m_description(session, actions) {}
 
 MainPanes::~MainPanes() {
     WindowObject::SetFilter(m_upper.Handle(), nullptr);
@@ -104,6 +103,18 @@ void MainPanes::ShowValueBar(bool isVisible) {
     }
 }
 
+void MainPanes::ShowFilterBar(bool isVisible) {
+    FilterBar& bar = m_keys.Filter();
+    const bool hadFocus = IsChild(bar.Handle(), GetFocus());
+    if (bar.IsVisible() != isVisible) {
+        bar.Show(isVisible);
+        m_keys.Layout();
+    }
+    if (hadFocus && !isVisible) {
+        FocusTree();
+    }
+}
+
 void MainPanes::ShowDescriptionPane(bool isVisible) {
     if (m_descriptionSplitter.RightPanelVisible() == isVisible) {
         return;
@@ -123,7 +134,7 @@ void MainPanes::StorePositions(OwnSettings& settings) const {
 
 void MainPanes::FocusNext(bool isForward) {
     const HWND order[] = {m_tree.Handle(), m_keys.List(), m_value.Field(),
-                          m_description.FocusTarget()};
+                          m_description.FocusTarget(), m_keys.Filter().Field()};
     constexpr std::size_t kCount = std::size(order);
     HWND focus = GetFocus();
     focus = m_keys.IsPart(focus) ? m_keys.List() : m_value.IsPart(focus) ? m_value.Field() : focus;
@@ -133,7 +144,7 @@ void MainPanes::FocusNext(bool isForward) {
     }
     for (std::size_t step = 0; step < kCount; ++step) {
         at = (at + (isForward ? 1 : kCount - 1)) % kCount;
-        if (IsWindowVisible(order[at]) && IsWindowEnabled(order[at])) {
+        if (order[at] != nullptr && IsWindowVisible(order[at]) && IsWindowEnabled(order[at])) {
             SetFocus(order[at]);
             return;
         }

@@ -33,6 +33,7 @@ public:
 
     // If the pane that is hidden has the focus, the tree gets it.
     void ShowValueBar(bool isVisible);
+    void ShowFilterBar(bool isVisible);
     void ShowDescriptionPane(bool isVisible);
     // To be called when the window has its first size. From then on the description keeps its
     // height when the size of the window changes.

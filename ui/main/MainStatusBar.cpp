@@ -191,6 +191,8 @@ void MainStatusBar::ShowCounter() {
 void MainStatusBar::OnStatusPartClicked(int part) {
     if (part == kDataFilePart) {
         m_actions.Execute(Command::FileOpenDataFile);
+    } else if (part == kCounterPart && m_selection.HiddenHits() > 0) {
+        m_actions.Execute(Command::ViewAllKeys);
     } else if (part == kChangesPart) {
         m_actions.Execute(Command::FilePendingChanges);
     }

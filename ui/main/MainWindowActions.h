@@ -17,6 +17,8 @@ public:
     // The same for a button of the main toolbar. The edit box is closed first.
     virtual void ExecuteButton(Command command) = 0;
     virtual void FocusKeyList() = 0;
+    // Opens the data file for the other kind of settings.
+    virtual void OpenOtherDataFile() = 0;
     // Opens the choices of the current key, or the field for its value.
     virtual void OpenChoices() = 0;
     // To be called after a value was stored: the next key's turn comes if the settings say so.

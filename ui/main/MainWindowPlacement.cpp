@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kMaximizedMark = 1;
 constexpr int kLeastWidth = 400;  // pixels at 96 DPI
-constexpr int kLeastHeight = 300;
+constexpr int kLeastHeight = 330;
 
 StoredPlace PlaceIn(const OwnSettings& settings) {
     return {Twips{settings.mainWindowLeft}, Twips{settings.mainWindowTop},

@@ -100,11 +100,7 @@ void ValueBar::ApplyLook(const MainLook& look) {
     if (picWarning.Handle() != nullptr) {
         picWarning.SetDpi(m_dpi);
     }
-    const ScreenDC dc;
-    const SelectedObject selected(dc.Get(), m_font.Get());
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc.Get(), &metrics);
-    m_height = static_cast<int>(metrics.tmHeight) + ScaledPixels(2 * (kGap + kFieldMargin), m_dpi);
+    m_height = LineHeightOf(m_font.Get()) + ScaledPixels(2 * (kGap + kFieldMargin), m_dpi);
     Layout();
 }
 

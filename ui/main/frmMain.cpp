@@ -114,9 +114,11 @@ bool frmMain::TranslateKey(MSG& message) {
     if (Dialog::TranslateDialogMessage(message)) {
         return true;
     }
+    const HWND focus = GetFocus();
     const bool isEditingText = m_panes.Keys().IsEditing() ||
-                               GetFocus() == m_panes.Description().Box() ||
-                               (GetFocus() != nullptr && GetFocus() == m_panes.Value().Field());
+                               (focus != nullptr && (focus == m_panes.Description().Box() ||
+                                                     focus == m_panes.Value().Field() ||
+                                                     focus == m_panes.Keys().Filter().Field()));
     return TranslateAcceleratorW(Handle(), m_menu.Accelerators(isEditingText), &message) != 0;
 }
 
@@ -367,6 +369,7 @@ void frmMain::OnCommandsChanged() {
     ShowCaption();
     const Workplace& workplace = m_session.Place();
     m_panes.ShowValueBar(workplace.IsValueBarVisible());
+    m_panes.ShowFilterBar(workplace.IsFilterBarVisible());
     m_panes.ShowDescriptionPane(workplace.IsDescriptionVisible());
     if (m_isToolbarShown != workplace.IsToolbarVisible()) {
         m_isToolbarShown = workplace.IsToolbarVisible();
@@ -405,6 +408,7 @@ void frmMain::ApplyDirection() {
                          kIdPicSpliterContainer, kIdFrame1, kIdFrame2, kIdTreeView1}) {
         SetMirrored(FindChild(Handle(), id), isRightToLeft);
     }
+    m_panes.Keys().Filter().ApplyLanguage(isRightToLeft);
     m_panes.Value().ApplyLanguage(isRightToLeft);
 }
 

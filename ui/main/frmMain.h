@@ -68,6 +68,7 @@ private:
     void OpenChoices() override { m_commands.OpenChoices(); }
     void ContinueWithNextKey() override;
     void FocusKeyList() override { SetFocus(m_panes.Keys().List()); }
+    void OpenOtherDataFile() override { m_session.OpenOtherDataFile(); }
     void ShowPopup(PopupMenu menu, POINT at) override;
     void ShowDropDown(Command command, const RECT& button) override;
 

@@ -15,4 +15,9 @@ inline COLORREF ColorOfSetting(std::int32_t setting) {
 // The background of texts and text boxes for users who want to see how much room they have.
 inline constexpr COLORREF kControlsBackColor = RGB(0, 255, 255);
 
+// The contrast of two colours as WCAG 2 defines it, 1 to 21.
+double ContrastOf(COLORREF left, COLORREF right);
+// The wanted colour of a text if it has a contrast of 4.5 on the background, else black or white.
+COLORREF ReadableOn(COLORREF background, COLORREF wanted);
+
 }  // namespace tamarind

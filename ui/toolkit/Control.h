@@ -62,6 +62,11 @@ protected:
         return SendMessageW(m_window, message, wParam, lParam);
     }
 
+    // What the control itself does with a message, for an OnMessage that goes on after it.
+    LRESULT CallOriginal(UINT message, WPARAM wParam, LPARAM lParam) const {
+        return CallWindowProcW(m_original, m_window, message, wParam, lParam);
+    }
+
     // What the parent is told about the control. Nothing leaves it to the parent.
     virtual std::optional<LRESULT> OnNotify(NMHDR& header);
     virtual std::optional<LRESULT> OnCommand(int id, int code);

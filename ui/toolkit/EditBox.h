@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "ui/toolkit/Control.h"
+#include "ui/toolkit/MarkedText.h"
 
 namespace tamarind {
 
@@ -31,6 +33,8 @@ public:
     void SetMaxLength(std::size_t units);
     // Selects a part of the text, in UTF-16 units, and scrolls it into view.
     void Select(std::size_t start, std::size_t length);
+    // Marks parts of the text, until another text or other marks are set.
+    void SetMarks(std::vector<MarkedPart> marks);
     // Before the first call the box has the colours of the system.
     void SetColors(COLORREF text, COLORREF background);
     // The distance of the text from the left and right edges, in pixels. A new font resets it.
@@ -39,8 +43,12 @@ public:
 private:
     std::optional<LRESULT> OnCommand(int id, int code) override;
     std::optional<LRESULT> OnColors(HDC dc) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void DrawMarks() const;
+    void DrawMarkAt(HDC dc, const std::wstring& text, std::size_t begin, std::size_t end) const;
 
     EditBoxListener* m_listener = nullptr;
+    std::vector<MarkedPart> m_marks;
     COLORREF m_text = 0;
     COLORREF m_background = 0;
     UniqueBrush m_brush;

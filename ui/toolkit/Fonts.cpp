@@ -63,6 +63,14 @@ void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, in
     }
 }
 
+int LineHeightOf(HFONT font) {
+    const ScreenDC dc;
+    const SelectedObject selected(dc.Get(), font);
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc.Get(), &metrics);
+    return static_cast<int>(metrics.tmHeight);
+}
+
 int TextWidth(HWND window, const std::wstring& text) {
     const ScreenDC dc(window);
     const SelectedObject font(dc.Get(),

@@ -27,6 +27,9 @@ UniqueFont MakeUserFont(const UserFont& font, int dpi);
 // `withUserSize`, in `points` without any style.
 void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, int points, int dpi);
 
+// The height of a line of text in a font, in pixels.
+int LineHeightOf(HFONT font);
+
 // How wide a text is in a window's font, in pixels.
 int TextWidth(HWND window, const std::wstring& text);
 

@@ -15,6 +15,21 @@ std::optional<LRESULT> Label::OnMessage(UINT message, WPARAM, LPARAM) {
     return std::nullopt;
 }
 
+void Label::SetColors(COLORREF text, COLORREF background) {
+    m_color = text;
+    m_background = background;
+    m_brush.Reset(CreateSolidBrush(background));
+}
+
+std::optional<LRESULT> Label::OnColors(HDC dc) {
+    if (!m_brush) {
+        return std::nullopt;
+    }
+    SetTextColor(dc, m_color);
+    SetBkColor(dc, m_background);
+    return reinterpret_cast<LRESULT>(m_brush.Get());
+}
+
 void Label::SetText(const std::wstring& text) {
     if (text != m_text) {
         m_text = text;

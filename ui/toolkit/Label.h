@@ -16,11 +16,17 @@ public:
     // Does nothing if it shows the text already.
     void SetText(const std::wstring& text);
     const std::wstring& Text() const { return m_text; }
+    // Before the first call it has the colours of a dialog.
+    void SetColors(COLORREF text, COLORREF background);
 
 private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::optional<LRESULT> OnColors(HDC dc) override;
 
     std::wstring m_text;
+    COLORREF m_color = 0;
+    COLORREF m_background = 0;
+    UniqueBrush m_brush;
 };
 
 }  // namespace tamarind

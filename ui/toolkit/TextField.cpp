@@ -34,6 +34,19 @@ void TextField::SetText(const std::wstring& text) {
     }
 }
 
+void TextField::Insert(const std::wstring& text) {
+    Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+void TextField::SelectEnd() {
+    const auto end = static_cast<WPARAM>(GetWindowTextLengthW(Handle()));
+    Send(EM_SETSEL, end, static_cast<LPARAM>(end));
+}
+
+void TextField::SetCue(const std::wstring& text) {
+    Send(EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
 void TextField::SetReadOnly(bool isReadOnly) {
     if (((GetWindowLongPtrW(Handle(), GWL_STYLE) & ES_READONLY) != 0) != isReadOnly) {
         Send(EM_SETREADONLY, isReadOnly ? TRUE : FALSE);

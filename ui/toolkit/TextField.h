@@ -24,8 +24,14 @@ public:
     std::wstring Text() const;
     // Shows another text, which is no typing. The caret stays at its beginning.
     void SetText(const std::wstring& text);
+    // Puts a text in the place of the selection, or at the caret, as if it were typed.
+    void Insert(const std::wstring& text);
+    // The pale text that an empty field shows.
+    void SetCue(const std::wstring& text);
     void SetReadOnly(bool isReadOnly);
     void SelectAll() { Send(EM_SETSEL, 0, -1); }
+    // Puts the caret behind the text.
+    void SelectEnd();
 
 private:
     std::optional<LRESULT> OnCommand(int id, int code) override;

@@ -1,8 +1,10 @@
 #include "ui/toolkit/TreeView.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "ui/toolkit/ScopeExit.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 
@@ -61,6 +63,9 @@ void TreeView::Select(HTREEITEM item) {
 }
 
 std::optional<LRESULT> TreeView::OnNotify(NMHDR& header) {
+    if (header.code == NM_CUSTOMDRAW) {
+        return OnCustomDraw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
+    }
     if (header.code != TVN_SELCHANGEDW || m_isChanging) {
         return std::nullopt;
     }
@@ -69,6 +74,51 @@ std::optional<LRESULT> TreeView::OnNotify(NMHDR& header) {
         m_listener->OnNodeSelected(change.itemNew.lParam);
     }
     return 0;
+}
+
+LRESULT TreeView::OnCustomDraw(NMTVCUSTOMDRAW& draw) const {
+    const auto hits = m_listener->HitsOfNode(draw.nmcd.lItemlParam);
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREPAINT:
+            return m_listener->CountsHits() ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+        case CDDS_ITEMPREPAINT:
+            if (hits == std::size_t{0} && (draw.nmcd.uItemState & CDIS_SELECTED) == 0) {
+                draw.clrText = GetSysColor(COLOR_GRAYTEXT);
+            }
+            return hits.value_or(0) > 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+        case CDDS_ITEMPOSTPAINT:
+            if (hits) {
+                DrawHits(draw, *hits);
+            }
+            return CDRF_DODEFAULT;
+        default:
+            return CDRF_DODEFAULT;
+    }
+}
+
+// Behind the text, or at the edge of a tree that is too narrow for both.
+void TreeView::DrawHits(const NMTVCUSTOMDRAW& draw, std::size_t hits) const {
+    RECT label{};
+    std::memcpy(&label, &draw.nmcd.dwItemSpec, sizeof(draw.nmcd.dwItemSpec));
+    if (!Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&label))) {
+        return;
+    }
+    const std::wstring text = L"(" + std::to_wstring(hits) + L")";
+    const SelectedObject font(draw.nmcd.hdc, reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+    SIZE size{};
+    GetTextExtentPoint32W(draw.nmcd.hdc, text.c_str(), static_cast<int>(text.size()), &size);
+    const LONG gap = size.cy / 3;
+    const LONG edge = ClientSizeOf(Handle()).cx - size.cx - gap;
+    label.left = std::min(label.right + gap, edge);
+    label.right = label.left + size.cx;
+    SetBkMode(draw.nmcd.hdc, TRANSPARENT);
+    if (label.left == edge) {
+        const RECT behind{edge - gap, label.top, edge + size.cx + gap, label.bottom};
+        const UniqueBrush brush(CreateSolidBrush(draw.clrTextBk));
+        FillRect(draw.nmcd.hdc, &behind, brush.Get());
+    }
+    SetTextColor(draw.nmcd.hdc, draw.clrText);
+    DrawTextW(draw.nmcd.hdc, text.c_str(), -1, &label, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }
 
 // Selects the node as a click does: anywhere in its row.

@@ -13,6 +13,10 @@ public:
     virtual void OnNodeSelected(LPARAM data) = 0;
     // A context menu is asked for; `at` is in screen pixels. The node there is selected already.
     virtual void OnTreeMenu(POINT at) = 0;
+    // How many hits to show behind the text of a node, which is gray if there are none; nothing
+    // while nothing is counted.
+    virtual std::optional<std::size_t> HitsOfNode(LPARAM) { return std::nullopt; }
+    virtual bool CountsHits() { return false; }
 
 protected:
     ~TreeViewListener() = default;
@@ -43,11 +47,15 @@ public:
     void Expand(HTREEITEM item);
     // Selects a node and scrolls it into view, without a call of the listener.
     void Select(HTREEITEM item);
+    // To be called when nodes have other numbers of hits.
+    void RedrawHits() { InvalidateRect(Handle(), nullptr, FALSE); }
 
 private:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     std::optional<LRESULT> OnContextMenu(std::optional<POINT> at) override;
     void SelectAt(POINT at);
+    LRESULT OnCustomDraw(NMTVCUSTOMDRAW& draw) const;
+    void DrawHits(const NMTVCUSTOMDRAW& draw, std::size_t hits) const;
 
     TreeViewListener* m_listener = nullptr;
     bool m_isChanging = false;  // the program is, not the user

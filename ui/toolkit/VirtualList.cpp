@@ -316,11 +316,39 @@ LRESULT VirtualList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
             if (look.isBold) {
                 SelectObject(draw.nmcd.hdc, BoldFont());
             }
-            return CDRF_NEWFONT;
+            return look.marks.empty() ? CDRF_NEWFONT : CDRF_NEWFONT | CDRF_NOTIFYPOSTPAINT;
+        }
+        case CDDS_ITEMPOSTPAINT: {
+            const int row = static_cast<int>(draw.nmcd.dwItemSpec);
+            DrawMarks(draw.nmcd.hdc, row, m_source->LookOfRow(row));
+            return CDRF_DODEFAULT;
         }
         default:
             return CDRF_DODEFAULT;
     }
+}
+
+// Draws the text of the first column again, with its marks. The lines of a focus rectangle above
+// and below it stay.
+void VirtualList::DrawMarks(HDC dc, int row, const RowLook& look) {
+    RECT label{LVIR_LABEL, 0, 0, 0};
+    if (look.marks.empty() ||
+        !Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&label))) {
+        return;
+    }
+    const bool isSelected = Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
+    const bool hasFocus = GetFocus() == Handle();
+    const auto color = [&](int selected, int unfocused, COLORREF plain) {
+        return isSelected ? GetSysColor(hasFocus ? selected : unfocused) : plain;
+    };
+    const int margin = GetSystemMetrics(SM_CXEDGE);
+    InflateRect(&label, -margin, -1);
+    const SelectedObject font(dc,
+                              look.isBold ? BoldFont() : reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+    DrawMarkedLine(
+        dc, label, m_source->RowText(row), look.marks,
+        color(COLOR_HIGHLIGHTTEXT, COLOR_BTNTEXT, look.color),
+        color(COLOR_HIGHLIGHT, COLOR_BTNFACE, static_cast<COLORREF>(Send(LVM_GETBKCOLOR))));
 }
 
 std::optional<LRESULT> VirtualList::OnContextMenu(std::optional<POINT> at) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "ui/toolkit/MarkedText.h"
 #include "ui/toolkit/OwnerDataList.h"
 
 namespace tamarind {
@@ -12,6 +13,7 @@ struct RowLook {
     int picture = I_IMAGENONE;
     COLORREF color = 0;
     bool isBold = false;
+    std::vector<MarkedPart> marks;  // in the text of the first column
 };
 
 // A column of a list.
@@ -109,6 +111,7 @@ private:
     void OnGetDisplayInfo(NMLVDISPINFOW& info);
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    void DrawMarks(HDC dc, int row, const RowLook& look);
     std::optional<LRESULT> OnTitleMenu(LPARAM position);
     void ClearSelection();
     void FitColumn();

@@ -87,6 +87,8 @@ protected:
         known = {"",
                  "...",
                  "\u25BC",
+                 "\u00D7",
+                 "?",
                  "px",
                  "s",
                  "Back",
@@ -95,6 +97,7 @@ protected:
         for (const auto& [number, text] : wanted.texts) {
             known.insert(text);
         }
+        known.insert(world.session->Place().Label(text::kActiveKeys) + "  \u00D7");
     }
     std::string Text(int number) const { return language->texts.at(number); }
     int Scaled(int pixels) const { return ScaledPixels(pixels, WindowDpi(Main())); }
@@ -132,8 +135,9 @@ protected:
                                  GetDlgCtrlID(shown) == kIdLstCategories ||
                                  GetDlgCtrlID(GetParent(shown)) == kIdLstCategories ||
                                  GetParent(shown) == Find(kIdListView1);
-        EXPECT_TRUE(isMirrored ==
-                        (language->isRightToLeft && !kLeftToRight.contains(name) && !isInKeyList) ||
+        const bool isFilterBar = GetDlgCtrlID(shown) == kIdFilterBar;
+        EXPECT_TRUE(isMirrored == (language->isRightToLeft && !kLeftToRight.contains(name) &&
+                                   (!isInKeyList || isFilterBar)) ||
                     isPicture);
         ExpectCaption(shown);
         ExpectItems(shown, name);
@@ -178,6 +182,34 @@ protected:
             } else {
                 Keep(Main(), std::string("value-") + name);
             }
+        }
+    }
+    // With hits, without, and while the menu hides some.
+    void ExpectFilterBar() {
+        TextFilter& filter = world.session->Filter();
+        const HWND box = Find(kIdTxtFilter);
+        EXPECT_LE(Measure(box, Text(text::kFilterCue)).cx, ClientSizeOf(box).cx);
+        filter.SetText("font size -name:tip");
+        Keep(Main(), "filter");
+        Do(Command::ViewActiveKeys);
+        ExpectNoOverlaps(Find(kIdFilterBar));
+        ExpectWindow(Find(kIdFilterBar));
+        ExpectPanelsFit(2);
+        Keep(Main(), "filter-active");
+        filter.SetText("\"no such key\"");
+        const HWND note = Find(kIdLblNoHits);
+        EXPECT_LE(Measure(note, TextOf(note)).cx, WidthOf(note));
+        Keep(Main(), "filter-none");
+        filter.Clear();
+        Do(Command::ViewAllKeys);
+    }
+    void ExpectPanelsFit(WPARAM first = 0) const {
+        for (WPARAM part = first; part < 3; ++part) {
+            const std::string text = Told(kIdStatusBar1, SB_GETTEXTW, part);
+            RECT place{};
+            Send(kIdStatusBar1, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
+            const LONG room = place.right - place.left - Scaled(part == 0 ? 16 : 0);  // a picture
+            EXPECT_LE(Measure(Find(kIdStatusBar1), text).cx, room) << text;
         }
     }
     void ExpectCaption(HWND control) const {
@@ -254,12 +286,7 @@ protected:
         EXPECT_TRUE(status(1).starts_with(Text(3079) + "  [")) << status(1);
         EXPECT_EQ(status(2),
                   std::to_string(ListView_GetItemCount(Find(kIdListView1))) + "  " + Text(3077));
-        for (WPARAM part = 0; part < 3; ++part) {
-            RECT place{};
-            Send(kIdStatusBar1, SB_GETRECT, part, reinterpret_cast<LPARAM>(&place));
-            const LONG room = place.right - place.left - Scaled(part == 0 ? 16 : 0);  // a picture
-            EXPECT_LE(Measure(Find(kIdStatusBar1), status(part)).cx, room);
-        }
+        ExpectPanelsFit();
     }
     void ExpectMenu(HMENU menu) const {
         SendMessageW(Main(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
@@ -321,6 +348,7 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         ExpectMain();
         Keep(Main(), "main");
         ExpectValueBar();
+        ExpectFilterBar();
         world.session->Selection().SelectCategory(0);  // a heading
         ExpectWindow(Find(kIdDescriptionPane));
         Keep(Main(), "heading");
