@@ -5,6 +5,7 @@
 #include "core/text/WideText_win32.h"
 #include "model/files/DataFile.h"
 #include "model/files/KeyStates.h"
+#include "model/files/UndescribedKeys.h"
 
 namespace tamarind::bench {
 namespace {
@@ -17,13 +18,17 @@ struct Paths {
     std::wstring settings;
 };
 
-std::size_t LoadWithOurs(IniFiles& files, const Paths& paths) {
+// As the program does; with `takesAll` it looks for the keys that only the settings have, too.
+std::size_t LoadWithOurs(IniFiles& files, const Paths& paths, bool takesAll = true) {
     KeyStore store;
     LoadDataFile(
         files.Read(Narrow(paths.dataFile)).document, "none", [] {}, store);
     const SettingsFiles settings =
         SettingsFiles::Read(files, ProcessEnvironment(), Narrow(paths.settings));
     DeriveKeyStates(store, settings, [] {});
+    if (takesAll) {
+        SectionsWithUndescribedKeys(store, settings);
+    }
     return store.Size();
 }
 
@@ -116,6 +121,34 @@ void Measure(const std::wstring& folder, int keys) {
         static_cast<unsigned>(bySystem));
 }
 
+// A settings file with very many keys that the data file does not have, as histories grow to.
+void MeasureHistories(const std::wstring& folder) {
+    constexpr int kRuns = 15;
+    constexpr int kSections = 30;
+    constexpr int kKeys = 2000;  // of each
+    const SampleFiles sample = MakeSample(3255);
+    const Paths paths = {folder + L"data.tmdf", folder + L"settings.ini"};
+    std::string settings = sample.settings;
+    for (int key = 0; key < kSections * kKeys; ++key) {
+        if (key % kKeys == 0) {
+            settings += "[History" + std::to_string(key / kKeys) + "]\r\n";
+        }
+        settings += std::to_string(key % kKeys) + "=c:\\some folder\\visited lately\\\r\n";
+    }
+    WriteOldFile(paths.dataFile, sample.dataFile);
+    WriteOldFile(paths.settings, settings);
+    DiskFileSystem disk;
+    double times[2];
+    for (const bool takesAll : {false, true}) {
+        times[takesAll ? 1 : 0] = MedianMs(kRuns, [&] {
+            IniFiles files(disk);
+            LoadWithOurs(files, paths, takesAll);
+        });
+    }
+    std::printf("60,000 keys in histories: %.2f ms without them, %.2f ms with them, ratio %.2f\n",
+                times[0], times[1], times[1] / times[0]);
+}
+
 }  // namespace
 }  // namespace tamarind::bench
 
@@ -124,5 +157,6 @@ int wmain() {
     for (const int keys : {500, 700, 5000, 32000}) {
         tamarind::bench::Measure(folder, keys);
     }
+    tamarind::bench::MeasureHistories(folder);
     return 0;
 }

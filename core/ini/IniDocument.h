@@ -126,6 +126,8 @@ public:
     }
 
     IniLineKind Kind(LineId line) const { return m_lines[line].kind; }
+    // The section that a line after a header belongs to.
+    SectionId SectionOf(LineId line) const { return m_lines[line].section; }
     // Whether an earlier line of its section has the same name, so that this one does not count.
     bool IsRepeated(LineId line) const;
     // The name of a key or of a section header; empty for prose.

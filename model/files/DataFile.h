@@ -24,12 +24,16 @@ enum class SettingsTarget { Wincmd, WcxFtp };
 // Wincmd unless the file says otherwise.
 SettingsTarget GetDataFileTarget(const IniDocument& dataFile);
 
-// A node of the category tree below its root. Views belong to the data file.
+// A node of the category tree below its root. The view belongs to the data file or, for a category
+// of keys that it does not describe, to the store.
 struct CategoryNode {
     std::uint32_t position = 0;  // among all sections of the file; its key is "Key_" and this
     std::string_view tag;        // the section's whole name
+    std::string label = {};      // the text, if it is another one
     bool IsHeading() const { return tag.starts_with('/'); }
-    std::string_view Text() const { return IsHeading() ? tag.substr(1) : tag; }
+    std::string_view Text() const {
+        return !label.empty() ? std::string_view(label) : IsHeading() ? tag.substr(1) : tag;
+    }
 };
 
 // The categories in the order of the file, as far as a list buffer takes their names. The target

@@ -68,13 +68,12 @@ void FilterIndex::AddKey(KeyNumber key, const FilterSources& sources) {
     texts.keywords = end();
     AppendFolded(m_text, sources.keywordsOf(key));
     m_text += '\n';
-    const std::string_view description = m_store.Record(key).description;
-    texts.choices = texts.description = end();
-    if (description.data() != m_store.NoDescription().data()) {
-        AddLines(description, true);
-        texts.description = end();
-        AddLines(description, false);
-    }
+    const std::string_view description =
+        m_store.HasDescription(key) ? m_store.Record(key).description : std::string_view();
+    texts.choices = end();
+    AddLines(description, true);
+    texts.description = end();
+    AddLines(description, false);
     m_texts.push_back(texts);
 }
 
@@ -216,8 +215,7 @@ bool FilterIndex::HasState(FilterState state, KeyNumber key) const {
         case FilterState::Modified:
             return looks.isChecked && DiffersFromKnownDefault(m_store.Record(key));
         case FilterState::Undescribed:
-            return m_texts[key - 1].choices == m_texts[key - 1].description &&
-                   m_texts[key - 1].name + TextOf(key).size() == m_texts[key - 1].description;
+            return !m_store.HasDescription(key);
     }
     return false;
 }

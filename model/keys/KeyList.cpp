@@ -43,7 +43,8 @@ std::size_t KeyList::Fill(const KeyStore& store, bool isRoot, std::string_view c
     m_rows.clear();
     m_areRanked = false;
     std::size_t found = 0;
-    for (KeyNumber key = 1; key <= store.Size(); ++key) {
+    const std::size_t count = isRoot ? store.DescribedCount() : store.Size();
+    for (KeyNumber key = 1; key <= count; ++key) {
         if (!isRoot && store.Category(key) != category) {
             continue;
         }

@@ -24,8 +24,8 @@ std::string LineOfState(const KeyRecord& record);
 // a record changes the text of its row, but never which rows there are.
 class KeyList {
 public:
-    // Takes the records of a category, or all for the root, that pass the filter. Returns how many
-    // there were before filtering.
+    // Takes the records of a category, or for the root all of the data file, that pass the filter.
+    // Returns how many there were before filtering.
     std::size_t Fill(const KeyStore& store, bool isRoot, std::string_view category,
                      KeyFilter filter);
     // Takes those of these keys that pass the filter, in their order.

@@ -95,7 +95,7 @@ std::optional<SearchHit> FindInKey(const KeyStore& store, KeyNumber key, const P
 
 // Compares every key from `from` on.
 std::optional<SearchHit> FindInEach(const KeyStore& store, KeyNumber from, const Pattern& pattern) {
-    for (KeyNumber key = from; key <= store.Size(); ++key) {
+    for (KeyNumber key = from; key <= store.DescribedCount(); ++key) {
         if (const auto hit = FindInKey(store, key, pattern)) {
             return hit;
         }
@@ -127,7 +127,7 @@ std::optional<SearchHit> FindInFile(const KeyStore& store, KeyNumber from, const
     while ((at = NextPlace(bytes, pattern, at)) != std::string_view::npos) {
         const IniDocument::LineId line = file.LineAt(at);
         key = store.KeyAtLine(line);
-        if (key > store.Size()) {
+        if (key > store.DescribedCount()) {
             break;
         }
         if (store.LineOf(key) == line) {
@@ -136,7 +136,7 @@ std::optional<SearchHit> FindInFile(const KeyStore& store, KeyNumber from, const
             }
             ++key;
         }
-        if (key > store.Size()) {
+        if (key > store.DescribedCount()) {
             break;
         }
         at = file.OffsetOf(store.LineOf(key));
@@ -188,7 +188,7 @@ void KeySearch::SetMatchesWholeWord(bool matchesWholeWord) {
 }
 
 std::optional<SearchHit> KeySearch::FindNext(const KeyStore& store) {
-    const auto count = static_cast<std::int32_t>(store.Size());
+    const auto count = static_cast<std::int32_t>(store.DescribedCount());
     const bool isWithin = m_searchStartPosition >= 1 && m_searchStartPosition <= count;
     const KeyNumber from = isWithin ? static_cast<KeyNumber>(m_searchStartPosition) : 1;
     const auto hit = count > 0 ? FindFrom(store, from, MakePattern(*this)) : std::nullopt;

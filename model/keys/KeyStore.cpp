@@ -1,6 +1,7 @@
 #include "model/keys/KeyStore.h"
 
 #include <algorithm>
+#include <span>
 #include <unordered_set>
 #include <utility>
 
@@ -26,6 +27,9 @@ void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string no
     m_ownValues.clear();
     m_pending.clear();
     m_ownDescriptions.clear();
+    DropUndescribed();
+    m_describedCount = 0;
+    m_describedCategories = 0;
     m_twins.clear();
     m_twinsOf.clear();
     m_areTwinsKnown = false;
@@ -37,6 +41,7 @@ void KeyStore::Reset(std::shared_ptr<const IniDocument> dataFile, std::string no
 
 void KeyStore::AddCategory(std::string_view name, std::string_view targetSection) {
     m_categories.push_back({name, targetSection});
+    m_describedCategories = m_categories.size();
 }
 
 bool KeyStore::Add(LineId line) {
@@ -48,6 +53,7 @@ bool KeyStore::Add(LineId line) {
     key.line = line;
     key.category = static_cast<std::uint16_t>(m_categories.size() - 1);
     m_keys.push_back(key);
+    m_describedCount = m_keys.size();
     return true;
 }
 
@@ -60,7 +66,58 @@ bool KeyStore::AddNamed(std::string_view name, std::optional<LineId> line) {
     return true;
 }
 
+KeyNumber KeyStore::AddUndescribed(std::string_view section, std::string_view name) {
+    const auto isOf = [&](const StoredCategory& category) {
+        return EqualsIgnoreCase(category.targetSection, section);
+    };
+    // Nearly always the section is that of the key before.
+    const auto first = m_categories.begin() + static_cast<std::ptrdiff_t>(m_describedCategories);
+    auto category = first != m_categories.end() && isOf(m_categories.back())
+                        ? m_categories.end() - 1
+                        : std::find_if(first, m_categories.end(), isOf);
+    if (category == m_categories.end()) {
+        const std::string& text =
+            m_undescribedSections.emplace_back("[" + std::string(section) + "]");
+        m_categories.push_back({text, std::string_view(text).substr(1, section.size())});
+        category = m_categories.end() - 1;
+    }
+    StoredKey key;
+    key.category = static_cast<std::uint16_t>(category - m_categories.begin());
+    m_keys.push_back(key);
+    m_undescribedNames += name;
+    m_undescribedEnds.push_back(static_cast<std::uint32_t>(m_undescribedNames.size()));
+    ++m_textVersion;
+    return static_cast<KeyNumber>(m_keys.size());
+}
+
+void KeyStore::DropUndescribed() {
+    ++m_textVersion;
+    m_keys.resize(std::min(m_keys.size(), m_describedCount));
+    m_categories.resize(std::min(m_categories.size(), m_describedCategories));
+    m_undescribedNames.clear();
+    m_undescribedEnds.clear();
+    m_undescribedSections.clear();
+}
+
+bool KeyStore::DescribesSection(std::string_view section) const {
+    return std::ranges::any_of(std::span(m_categories).first(m_describedCategories),
+                               [&](const StoredCategory& category) {
+                                   return EqualsIgnoreCase(category.targetSection, section);
+                               });
+}
+
+bool KeyStore::HasDescription(KeyNumber key) const {
+    const LineId line = Stored(key).line;
+    return m_ownDescriptions.contains(key) ||
+           (line != IniDocument::kNone && !SplitEntry(m_dataFile->Value(line)).description.empty());
+}
+
 std::string_view KeyStore::KeyName(KeyNumber key) const {
+    if (!IsDescribed(key)) {
+        const std::size_t at = key - m_describedCount - 1;
+        const std::size_t begin = at == 0 ? 0 : m_undescribedEnds[at - 1];
+        return std::string_view(m_undescribedNames).substr(begin, m_undescribedEnds[at] - begin);
+    }
     if (!Stored(key).isNamed) {
         return m_dataFile->KeyName(Stored(key).line);
     }
@@ -68,8 +125,8 @@ std::string_view KeyStore::KeyName(KeyNumber key) const {
 }
 
 std::uint32_t KeyStore::NameHash(KeyNumber key) const {
-    return Stored(key).isNamed ? IniDocument::NameHash(KeyName(key))
-                               : m_dataFile->NameHash(Stored(key).line);
+    const bool isOfLine = IsDescribed(key) && !Stored(key).isNamed;
+    return isOfLine ? m_dataFile->NameHash(Stored(key).line) : IniDocument::NameHash(KeyName(key));
 }
 
 KeyRecord KeyStore::Record(KeyNumber key) const {
@@ -84,7 +141,7 @@ KeyRecord KeyStore::Record(KeyNumber key) const {
         record.description = entry.description;
     }
     if (record.description.empty()) {
-        record.description = m_noDescription;
+        record.description = IsDescribed(key) ? m_noDescription : m_undescribedText;
     }
     if (const auto own = m_ownDescriptions.find(key); own != m_ownDescriptions.end()) {
         record.description = own->second;
@@ -113,7 +170,8 @@ bool KeyStore::CanDescribe(KeyNumber key) const {
 }
 
 KeyNumber KeyStore::KeyAtLine(LineId line) const {
-    const auto found = std::ranges::lower_bound(m_keys, line, {}, &StoredKey::line);
+    const auto end = m_keys.begin() + static_cast<std::ptrdiff_t>(m_describedCount);
+    const auto found = std::ranges::lower_bound(m_keys.begin(), end, line, {}, &StoredKey::line);
     return static_cast<KeyNumber>(found - m_keys.begin()) + 1;
 }
 
@@ -195,8 +253,9 @@ void KeyStore::FindTwins() const {
         sectionHashes.push_back(std::uint64_t{IniDocument::NameHash(category.targetSection)} << 32);
     }
     std::vector<std::pair<std::uint64_t, KeyNumber>> byHash;
-    byHash.reserve(m_keys.size());
-    for (KeyNumber key = 1; key <= m_keys.size(); ++key) {
+    byHash.reserve(m_describedCount);
+    // Keys that the data file does not have are in one category alone.
+    for (KeyNumber key = 1; key <= m_describedCount; ++key) {
         byHash.emplace_back(sectionHashes[Stored(key).category] | NameHash(key), key);
     }
     std::ranges::sort(byHash);

@@ -38,9 +38,10 @@ struct SettingsPlace {
     std::size_t file = 0;
 };
 
-// Every key of the open data file, in the order of the file, with its place and state in the
-// settings and its pending change. A record takes 16 bytes: its texts stay in the documents of the
-// data file and of the settings, and a KeyRecord is put together when it is asked for.
+// Every key of the open data file, in the order of the file, and behind them the keys that only the
+// settings have, each with its place and state in the settings and its pending change. A record
+// takes 16 bytes: its texts stay in the documents of the data file and of the settings, and a
+// KeyRecord is put together when it is asked for.
 //
 // Changes of a key apply to all of its twins (ForEachTwin). The store reads and writes no files:
 // LoadDataFile fills it, DeriveKeyStates sets the states, KeyEditor makes changes, SettingsWriter
@@ -72,9 +73,25 @@ public:
 
     std::size_t Size() const { return m_keys.size(); }
 
+    // How many of the keys are those of the data file, which come first.
+    std::size_t DescribedCount() const { return m_describedCount; }
+    bool IsDescribed(KeyNumber key) const { return key <= m_describedCount; }
+    // Adds a key that the data file does not have, with copies of these texts. Its category is the
+    // section in brackets. Returns its number.
+    KeyNumber AddUndescribed(std::string_view section, std::string_view name);
+    // Removes all of these; none may have a pending change.
+    void DropUndescribed();
+    // Whether the data file has keys of a section of the settings.
+    bool DescribesSection(std::string_view section) const;
+    // What stands in the place of their descriptions.
+    void SetUndescribedText(std::string text) { m_undescribedText = std::move(text); }
+    // Whether the data file, or the user meanwhile, describes a key.
+    bool HasDescription(KeyNumber key) const;
+
     // In this and all functions below, `key` is between 1 and Size().
     KeyRecord Record(KeyNumber key) const;
-    // Views belong to the data file. Names are as written there; they compare by EqualsIgnoreCase.
+    // Views belong to the data file, or hold until a key is added. Names are as written there; they
+    // compare by EqualsIgnoreCase.
     std::string_view KeyName(KeyNumber key) const;
     std::uint32_t NameHash(KeyNumber key) const;  // as IniDocument::NameHash
     std::string_view Category(KeyNumber key) const { return CategoryOf(key).name; }
@@ -94,15 +111,16 @@ public:
     // Another number whenever names or descriptions are others than before.
     std::uint32_t TextVersion() const { return m_textVersion; }
 
-    // For searches: the file that the texts are in, the lines of the records, and the texts that
-    // are not in the file.
+    // For searches, which look at the keys of the data file: the file that the texts are in, the
+    // lines of the records, and the texts that are not in the file.
     const IniDocument& DataFile() const { return *m_dataFile; }
     LineId LineOf(KeyNumber key) const { return Stored(key).line; }
     // Whether each record is a line of the file with its own name, in the order of the lines.
     bool IsInFileOrder() const { return m_isInFileOrder && m_oddNames.empty(); }
     const std::string& NoDescription() const { return m_noDescription; }
     const std::map<KeyNumber, std::string>& OwnDescriptions() const { return m_ownDescriptions; }
-    // The first record at or after a line of the data file, or Size() + 1. Only if IsInFileOrder().
+    // The first record at or after a line of the data file, or DescribedCount() + 1. Only if
+    // IsInFileOrder().
     KeyNumber KeyAtLine(LineId line) const;
 
     // Takes the files of the settings as they are now. They stay their owner's and must live until
@@ -213,6 +231,12 @@ private:
         m_twinsOf;  // place among them, of those that have any
     std::string m_noDescription;
     bool m_isInFileOrder = true;
+    std::size_t m_describedCount = 0;
+    std::size_t m_describedCategories = 0;
+    std::string m_undescribedNames;                 // one after the other
+    std::vector<std::uint32_t> m_undescribedEnds;   // of each name
+    std::deque<std::string> m_undescribedSections;  // in brackets
+    std::string m_undescribedText;
     std::uint32_t m_textVersion = 0;
     std::shared_ptr<const IniDocument> m_dataFile;
     Documents m_settings;

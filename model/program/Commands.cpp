@@ -137,6 +137,8 @@ constexpr CommandInfo kCommands[] = {
      [](const CommandState& state) { return state.isValueBarVisible; }, kKeepsEditing},
     {Command::ViewFilterBar, 4147, kNoShortcut, "", Always,
      [](const CommandState& state) { return state.isFilterBarVisible; }, kKeepsEditing},
+    {Command::ViewUndescribed, 4184, kNoShortcut, "", Always,
+     [](const CommandState& state) { return state.areUndescribedVisible; }, kEndsEditing},
     {Command::ViewColumns, 4106, kNoShortcut, "", Always, Never, kKeepsEditing},
     {Command::ViewColumnState, 4107, kNoShortcut, "", Always, ShowsColumn<0>, kEndsEditing},
     {Command::ViewColumnDefault, 4108, kNoShortcut, "", Always, ShowsColumn<1>, kEndsEditing},
@@ -235,6 +237,7 @@ constexpr Command kViewMenu[] = {
     Command::ViewValueBar,
     Command::ViewFilterBar,
     Command::ViewColumns,
+    Command::ViewUndescribed,
 };
 constexpr Command kColumnsMenu[] = {
     Command::ViewColumnState,    Command::ViewColumnDefault, Command::ViewColumnMeaning,

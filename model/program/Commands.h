@@ -45,6 +45,7 @@ enum class Command : std::uint16_t {
     ViewOptions,
     ViewValueBar,
     ViewFilterBar,
+    ViewUndescribed,
     ViewColumns,
     ViewColumnState,
     ViewColumnDefault,
@@ -88,6 +89,7 @@ struct CommandState {
     bool isDescriptionVisible = false;
     bool isValueBarVisible = false;
     bool isFilterBarVisible = false;
+    bool areUndescribedVisible = false;  // keys
     bool isFiltered = false;             // by the text in the filter bar
     std::array<bool, 5> showsColumns{};  // besides that of the key, in the order of the commands
     bool showsAllKeys = false;

@@ -37,6 +37,7 @@ struct OwnSettings {
     std::int32_t descriptionVisible = 0;
     std::int32_t valueBarVisible = 0;
     std::int32_t filterBarVisible = 0;
+    std::int32_t undescribedVisible = 0;
     std::string recentFilters;   // as TextFilter has it
     std::string keyListColumns;  // as KeyColumns has it; empty until the user chose any
     std::int32_t favoritesOrganizeVisible = 0;

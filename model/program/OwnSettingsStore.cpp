@@ -83,6 +83,8 @@ constexpr SettingRow kRows[] = {
      Written::OnSave},
     {"ValueBarVisible", kEditor, &OwnSettings::valueBarVisible, "1", nullptr, Written::OnSave},
     {"FilterBarVisible", kEditor, &OwnSettings::filterBarVisible, "1", nullptr, Written::OnSave},
+    {"UndescribedVisible", kEditor, &OwnSettings::undescribedVisible, "1", nullptr,
+     Written::OnSave},
     {"RecentFilters", kEditor, &OwnSettings::recentFilters, "", nullptr, Written::OnSave},
     {"KeyListColumns", kEditor, &OwnSettings::keyListColumns, "", nullptr, Written::OnSave},
     {"FavoritesOroganizeVisible", kEditor, &OwnSettings::favoritesOrganizeVisible, "0", nullptr,

@@ -307,6 +307,10 @@ constexpr TextRow kTexts[] = {
     {4178, "any text"},
     {4179, "Fi&lter Keys"},
     {4180, "&Apply Filter Again"},
+    {4181, "Only in This File"},
+    {4182, "[%1]: other keys"},
+    {4183, "The data file does not describe this key."},
+    {4184, "Keys &Without Description"},
 };
 
 }  // namespace

@@ -170,6 +170,9 @@ inline constexpr std::uint16_t kIsFont = 4175;
 inline constexpr std::uint16_t kIsPath = 4176;
 inline constexpr std::uint16_t kIsList = 4177;
 inline constexpr std::uint16_t kIsString = 4178;
+inline constexpr std::uint16_t kOnlyInThisFile = 4181;
+inline constexpr std::uint16_t kOtherKeysOf = 4182;
+inline constexpr std::uint16_t kUndescribed = 4183;
 }  // namespace text
 
 // The built-in English text of a number; empty if there is none.

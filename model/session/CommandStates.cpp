@@ -8,6 +8,7 @@ CommandState CommandStates::State() const {
     state.isDescriptionVisible = m_workplace.IsDescriptionVisible();
     state.isValueBarVisible = m_workplace.IsValueBarVisible();
     state.isFilterBarVisible = m_workplace.IsFilterBarVisible();
+    state.areUndescribedVisible = m_workplace.AreUndescribedVisible();
     state.isFiltered = m_selection.HasRanking();
     for (const ShownColumn& shown : m_columns.Shown()) {
         if (shown.column != KeyColumn::Key) {

@@ -38,6 +38,7 @@ public:
     KeySelection& Selection() { return m_selection; }
     OpenDataFile& DataFile() { return m_dataFile; }
     OpenSettings& Settings() { return m_settings; }
+    UndescribedCategories& Undescribed() { return m_undescribed; }
     KeyCommands& Commands() { return m_commands; }
     const KeyValues& Values() const { return m_values; }
     ValueEditing& Editing() { return m_editing; }
@@ -87,13 +88,14 @@ private:
     KeyEditor m_editor{m_store};
     KeySelection m_selection{m_workplace, m_store};
     OpenDataFile m_dataFile{m_workplace, m_store, m_selection};
-    OpenSettings m_settings{m_workplace, m_store, m_editor, m_selection, m_dataFile};
+    UndescribedCategories m_undescribed{m_workplace, m_store, m_selection};
+    OpenSettings m_settings{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_undescribed};
     KeyCommands m_commands{m_workplace, m_store, m_editor, m_selection, m_dataFile};
     KeyValues m_values{m_workplace, m_store, m_dataFile};
     ValueEditing m_editing{m_workplace, m_store, m_selection, m_values, m_commands};
     PendingChanges m_pending{m_workplace, m_store, m_editor, m_selection, m_settings};
     KeyExchange m_exchange{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_settings};
-    TextFilter m_filter{m_workplace, m_store, m_selection, m_dataFile, m_values};
+    TextFilter m_filter{m_workplace, m_store, m_selection, m_dataFile, m_values, m_undescribed};
     FavoritesBook m_favorites{m_workplace, m_selection};
     RecentSettings m_recent{m_workplace};
     KeyColumns m_columns{m_workplace, m_store, m_values};

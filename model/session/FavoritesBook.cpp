@@ -67,7 +67,7 @@ void FavoritesBook::Report(const FavoritesChange& change) const {
 
 bool FavoritesBook::FavoriteDefinition(std::string_view name) {
     const KeyStore& store = m_selection.Store();
-    for (KeyNumber key = 1; key <= store.Size(); ++key) {
+    for (KeyNumber key = 1; key <= store.DescribedCount(); ++key) {
         if (EqualsIgnoreCase(store.KeyName(key), name)) {
             m_selection.GoToKey(key);
             return true;

@@ -1,6 +1,8 @@
 #include "model/session/KeySelection.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <utility>
 
 #include "model/program/StringTable.h"
@@ -20,12 +22,30 @@ void KeySelection::Clear() {
 
 void KeySelection::SetCategories(std::vector<CategoryNode> categories) {
     m_categories = std::move(categories);
+    m_describedCategories = m_categories.size();
     m_nodes.clear();
     m_hits.clear();
     m_shownNode.reset();
     m_selectedNode = kRootNode;
     m_keyListeners.Tell(&KeyListListener::OnKeyListChanged);
     m_categoryListeners.Tell(&CategoryListener::OnCategoriesChanged);
+}
+
+void KeySelection::SetMoreCategories(std::vector<CategoryNode> categories) {
+    const auto first = m_categories.begin() + static_cast<std::ptrdiff_t>(m_describedCategories);
+    m_nodes.clear();
+    m_hits.clear();
+    if (std::ranges::equal(std::span(first, m_categories.end()), categories, {},
+                           &CategoryNode::Text, &CategoryNode::Text)) {
+        return;
+    }
+    m_categories.erase(first, m_categories.end());
+    std::ranges::move(categories, std::back_inserter(m_categories));
+    m_categoryListeners.Tell(&CategoryListener::OnMoreCategories,
+                             static_cast<NodeIndex>(m_describedCategories));
+    if (static_cast<std::size_t>(m_selectedNode) + 1 > m_categories.size()) {  // 0 for the root
+        ShowRoot();
+    }
 }
 
 void KeySelection::SelectCategory(NodeIndex node) {
@@ -254,6 +274,10 @@ std::string KeySelection::Description() const {
 
 void KeySelection::GoToKey(KeyNumber key, const std::optional<DescriptionPart>& part) {
     DropRanking();
+    if (!m_store.IsDescribed(key)) {
+        ShowKeyIn(NodeOf(key).value_or(kRootNode), key);
+        return;
+    }
     SelectCategory(kRootNode);
     if (m_filter != KeyFilter::ShowAll) {
         SetKeyFilter(KeyFilter::ShowAll);
@@ -266,7 +290,8 @@ void KeySelection::GoToKey(KeyNumber key, const std::optional<DescriptionPart>& 
 }
 
 std::optional<NodeIndex> KeySelection::NodeOf(KeyNumber key) const {
-    if (m_nodes.empty()) {
+    if (m_nodes.size() != m_store.Size()) {
+        m_nodes.clear();
         m_nodes.reserve(m_store.Size());
         for (KeyNumber each = 1; each <= m_store.Size(); ++each) {
             const std::string_view tag = m_store.Category(each);

@@ -22,9 +22,10 @@ inline constexpr NodeIndex kRootNode = -1;
 class CategoryListener {
 public:
     virtual ~CategoryListener() = default;
-    virtual void OnCategoriesChanged() {}  // the tree holds other nodes
-    virtual void OnCategorySelected() {}   // another node is the selected one
-    virtual void OnHitsChanged() {}        // the nodes have other numbers of hits, or none any more
+    virtual void OnCategoriesChanged() {}        // the tree holds other nodes
+    virtual void OnMoreCategories(NodeIndex) {}  // it does from this one on
+    virtual void OnCategorySelected() {}         // another node is the selected one
+    virtual void OnHitsChanged() {}  // the nodes have other numbers of hits, or none any more
 };
 
 // A part of the current key's description, in UTF-16 units.
@@ -148,6 +149,9 @@ public:
     // filter may have changed.
     void Clear();
     void SetCategories(std::vector<CategoryNode> categories);
+    // Puts other categories behind those, in the place of the former ones of that kind, for keys
+    // that the data file does not describe. A selected one that is gone gives way to the root.
+    void SetMoreCategories(std::vector<CategoryNode> categories);
     void ShowRoot();
     void ShowAgain();
     void TellChanged(KeyNumber key) const {
@@ -175,6 +179,7 @@ private:
     Listeners<CategoryListener> m_categoryListeners;
     Listeners<KeyListListener> m_keyListeners;
     std::vector<CategoryNode> m_categories;
+    std::size_t m_describedCategories = 0;  // those of the data file come first
     NodeIndex m_selectedNode = kRootNode;
     std::optional<NodeIndex> m_shownNode;
     KeyFilter m_filter = KeyFilter::ShowAll;

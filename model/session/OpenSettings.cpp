@@ -11,14 +11,15 @@
 #include "model/program/StringTable.h"
 
 namespace tamarind {
-
 OpenSettings::OpenSettings(Workplace& workplace, KeyStore& store, KeyEditor& editor,
-                           KeySelection& selection, OpenDataFile& dataFile)
+                           KeySelection& selection, OpenDataFile& dataFile,
+                           UndescribedCategories& undescribed)
     : m_workplace(workplace),
       m_store(store),
       m_editor(editor),
       m_selection(selection),
       m_dataFile(dataFile),
+      m_undescribed(undescribed),
       m_totalCommander(workplace.Services().programs, workplace.Files(),
                        workplace.Services().environment),
       m_progress(workplace.Disk()) {}
@@ -43,7 +44,7 @@ std::string OpenSettings::TargetPanel() const {
         panel += "  " + std::string(FileNameOfPath(m_files.Files()[file].path));
     }
     // Among all keys nothing else tells it, and many names stand in several categories.
-    if (m_selection.SelectedNode() == kRootNode) {
+    if (m_selection.SelectedNode() == kRootNode && m_store.IsDescribed(*key)) {
         panel += "  " + std::string(m_store.Category(*key));
     }
     return panel;
@@ -60,6 +61,7 @@ SettingsFiles OpenSettings::ReadAgain() const {
 }
 
 void OpenSettings::Show(const std::string& path, SettingsFiles settings) {
+    m_undescribed.Clear();  // while the former files are there
     m_path = path;
     m_listeners.Tell(&SettingsListener::OnSettingsFileChanged);
     m_files = std::move(settings);
@@ -73,6 +75,7 @@ void OpenSettings::Show(const std::string& path, SettingsFiles settings) {
         m_dataFile.ReadKeys(advance);
     }
     DeriveKeyStates(m_store, m_files, advance);
+    m_undescribed.Take(m_files);
     m_progress.End();
     m_selection.ShowRoot();
     ReportTroubles();
@@ -146,6 +149,7 @@ void OpenSettings::ReportGone() {
 
 void OpenSettings::OnRecordsChanged(const OutsideChanges& changes,
                                     const std::vector<KeyNumber>& saved) {
+    m_undescribed.Take(m_files);
     m_editor.Forget(changes.changed);
     for (const std::vector<KeyNumber>& keys : {changes.changed, saved}) {
         for (const KeyNumber key : keys) {

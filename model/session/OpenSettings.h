@@ -14,6 +14,7 @@
 #include "model/session/KeySelection.h"
 #include "model/session/LoadProgress.h"
 #include "model/session/OpenDataFile.h"
+#include "model/session/UndescribedCategories.h"
 #include "model/session/Workplace.h"
 
 namespace tamarind {
@@ -37,7 +38,7 @@ enum class OutsideCheck {
 class OpenSettings final : private SaveQuestions {
 public:
     OpenSettings(Workplace& workplace, KeyStore& store, KeyEditor& editor, KeySelection& selection,
-                 OpenDataFile& dataFile);
+                 OpenDataFile& dataFile, UndescribedCategories& undescribed);
 
     Listeners<SettingsListener>& Watchers() { return m_listeners; }
     LoadProgress& Progress() { return m_progress; }
@@ -105,6 +106,7 @@ private:
     KeyEditor& m_editor;
     KeySelection& m_selection;
     OpenDataFile& m_dataFile;
+    UndescribedCategories& m_undescribed;
     TotalCommander m_totalCommander;
     LoadProgress m_progress;
     Listeners<SettingsListener> m_listeners;

@@ -47,12 +47,14 @@ std::string HeadingAbove(const std::vector<CategoryNode>& categories, std::strin
 }  // namespace
 
 TextFilter::TextFilter(Workplace& workplace, const KeyStore& store, KeySelection& selection,
-                       OpenDataFile& dataFile, const KeyValues& values)
+                       OpenDataFile& dataFile, const KeyValues& values,
+                       UndescribedCategories& undescribed)
     : m_workplace(workplace),
       m_store(store),
       m_selection(selection),
       m_dataFile(dataFile),
-      m_values(values) {}
+      m_values(values),
+      m_undescribed(undescribed) {}
 
 void TextFilter::SetText(const std::string& text) {
     if (text == m_text) {
@@ -93,12 +95,19 @@ void TextFilter::OnRankingDropped() {
 }
 
 std::vector<KeyNumber> TextFilter::RankedKeys() {
+    if (m_workplace.AreUndescribedVisible()) {
+        m_undescribed.LoadAll();
+    }
     if (!m_index || m_indexedTexts != m_store.TextVersion()) {
         m_index.emplace(MakeIndex(m_store, m_selection.Categories(), m_dataFile.Target(),
                                   [this](KeyNumber key) { return m_values.TypeOf(key).kind; }));
         m_indexedTexts = m_store.TextVersion();
     }
-    return m_index->Find(m_query);
+    std::vector<KeyNumber> keys = m_index->Find(m_query);
+    if (!m_workplace.AreUndescribedVisible()) {
+        std::erase_if(keys, [this](KeyNumber key) { return !m_store.IsDescribed(key); });
+    }
+    return keys;
 }
 
 FilterIndex TextFilter::MakeIndex(const KeyStore& store,

@@ -13,6 +13,7 @@
 #include "model/session/KeySelection.h"
 #include "model/session/KeyValues.h"
 #include "model/session/OpenDataFile.h"
+#include "model/session/UndescribedCategories.h"
 #include "model/session/Workplace.h"
 
 namespace tamarind {
@@ -28,7 +29,7 @@ public:
 class TextFilter final : private KeyRanking {
 public:
     TextFilter(Workplace& workplace, const KeyStore& store, KeySelection& selection,
-               OpenDataFile& dataFile, const KeyValues& values);
+               OpenDataFile& dataFile, const KeyValues& values, UndescribedCategories& undescribed);
 
     Listeners<TextFilterListener>& Watchers() { return m_listeners; }
 
@@ -86,6 +87,7 @@ private:
     KeySelection& m_selection;
     OpenDataFile& m_dataFile;
     const KeyValues& m_values;
+    UndescribedCategories& m_undescribed;
     Listeners<TextFilterListener> m_listeners;
     std::string m_text;
     FilterQuery m_query;

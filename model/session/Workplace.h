@@ -109,6 +109,7 @@ public:
     bool IsDescriptionVisible() const { return m_settings.Values().descriptionVisible != 0; }
     bool IsValueBarVisible() const { return m_settings.Values().valueBarVisible != 0; }
     bool IsFilterBarVisible() const { return m_settings.Values().filterBarVisible != 0; }
+    bool AreUndescribedVisible() const { return m_settings.Values().undescribedVisible != 0; }
     void SetToolbarVisible(bool isVisible);
     void SetDescriptionVisible(bool isVisible);
     void SetValueBarVisible(bool isVisible);

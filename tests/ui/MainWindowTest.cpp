@@ -57,6 +57,27 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     EXPECT_EQ(status(1), "Target Section:  [Colors]  Colors");
 }
 
+TEST_F(MainWindowTest, KeysOfTheFileAloneStandAtTheEndOfTheTree) {
+    Start();
+    const Strings described = Nodes();
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nOwn=5\r\n[searches]\r\na=1\r\n");
+    world.disk.Wait(10);
+    world.session->Selection().SelectCategory(2);
+    world.session->Settings().CheckOutsideChanges();
+    Strings all = described;
+    all.insert(all.end(), {"Only in This File", "[Configuration]: other keys", "[searches]"});
+    EXPECT_EQ(Nodes(), all);
+    EXPECT_EQ(world.session->Selection().SelectedNode(), 2);
+    SetFocus(Find(kIdTreeView1));
+    Press(kIdTreeView1, VK_END);
+    EXPECT_EQ(Rows(), (Strings{"a=1"}));
+    Do(Command::ViewUndescribed);
+    EXPECT_EQ(Nodes(), described);
+    EXPECT_EQ(Rows().size(), 3U);
+    Do(Command::ViewUndescribed);
+    EXPECT_EQ(Nodes(), all);
+}
+
 TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
     Start();
     const HWND tree = Find(kIdTreeView1);

@@ -1,5 +1,7 @@
 #include "ui/main/CategoryTree.h"
 
+#include <algorithm>
+
 #include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/RedrawLock.h"
@@ -34,10 +36,19 @@ void CategoryTree::Fill() {
     root.picture = root.selectedPicture = kRootPicture;
     root.data = kRootNode;
     m_items.push_back(TreeView1.Add(TVI_ROOT, root));
-    for (const CategoryNode& category : m_selection.Categories()) {
+    AddNodes(0);
+    // Not earlier: an expanded tree measures and scrolls for every node that is added.
+    TreeView1.Expand(m_items.front());
+    ShowSelection();
+}
+
+void CategoryTree::AddNodes(std::size_t first) {
+    const std::vector<CategoryNode>& categories = m_selection.Categories();
+    for (std::size_t at = first; at < categories.size(); ++at) {
+        const CategoryNode& category = categories[at];
         TreeNode node;
         node.text = Widen(category.Text());
-        node.data = static_cast<LPARAM>(m_items.size()) - 1;
+        node.data = static_cast<LPARAM>(at);
         node.isBold = category.IsHeading();
         if (!category.IsHeading()) {
             node.picture = kCategoryPicture;
@@ -45,8 +56,18 @@ void CategoryTree::Fill() {
         }
         m_items.push_back(TreeView1.Add(m_items.front(), node));
     }
-    // Not earlier: an expanded tree measures and scrolls for every node that is added.
-    TreeView1.Expand(m_items.front());
+}
+
+void CategoryTree::OnMoreCategories(NodeIndex first) {
+    const RedrawLock lock(TreeView1.Handle());
+    const auto kept = static_cast<std::size_t>(first);
+    for (std::size_t at = kept + 1; at < m_items.size(); ++at) {
+        TreeView1.Remove(m_items[at]);
+    }
+    m_items.resize(std::min(m_items.size(), kept + 1));
+    if (m_items.size() == kept + 1) {
+        AddNodes(kept);
+    }
     ShowSelection();
 }
 

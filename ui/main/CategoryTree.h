@@ -33,6 +33,9 @@ public:
 
 private:
     void OnCategoriesChanged() override { Fill(); }
+    void OnMoreCategories(NodeIndex first) override;
+    // Adds the nodes of the categories from there on.
+    void AddNodes(std::size_t first);
     void OnCategorySelected() override { ShowSelection(); }
     void OnHitsChanged() override { TreeView1.RedrawHits(); }
     bool CountsHits() override { return m_selection.HasRanking(); }

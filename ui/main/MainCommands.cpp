@@ -213,6 +213,9 @@ void MainCommands::Do(Command command) {
         case Command::ViewFilterBar:
             workplace.SetFilterBarVisible(!workplace.IsFilterBarVisible());
             break;
+        case Command::ViewUndescribed:
+            m_session.Undescribed().Show(!workplace.AreUndescribedVisible());
+            break;
         case Command::ViewColumnState:
         case Command::ViewColumnDefault:
         case Command::ViewColumnMeaning:

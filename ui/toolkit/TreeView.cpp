@@ -30,9 +30,13 @@ void TreeView::SetColors(COLORREF text, COLORREF background) {
 }
 
 void TreeView::Clear() {
+    Remove(TVI_ROOT);
+}
+
+void TreeView::Remove(HTREEITEM item) {
     m_isChanging = true;
     const ScopeExit changed([this] { m_isChanging = false; });
-    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(item));
 }
 
 HTREEITEM TreeView::Add(HTREEITEM parent, const TreeNode& node) {

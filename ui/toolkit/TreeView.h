@@ -44,6 +44,8 @@ public:
     void Clear();
     // Adds a last child to `parent`, or to TVI_ROOT. The item is valid until Clear.
     HTREEITEM Add(HTREEITEM parent, const TreeNode& node);
+    // Without a call of the listener.
+    void Remove(HTREEITEM item);
     void Expand(HTREEITEM item);
     // Selects a node and scrolls it into view, without a call of the listener.
     void Select(HTREEITEM item);
