@@ -164,7 +164,7 @@ constexpr CommandInfo kCommands[] = {
      Never,
      kEndsEditing},
     {Command::FavoritesAdd, 201, kNoShortcut, "",
-     [](const CommandState& state) { return state.hasRow; }, Never, kKeepsEditing},
+     [](const CommandState& state) { return state.hasDescribedRow; }, Never, kKeepsEditing},
     {Command::FavoritesOrganize, 202, kNoShortcut, "", Always, Never, kKeepsEditing},
     {Command::HelpTopics,
      162,

@@ -78,7 +78,7 @@ struct CommandState {
     bool hasKey = false;              // there is a current key, and no heading is shown
     bool isKeyPresent = false;        // a selected one has, or will have, a line in the settings
     bool isKeyActive = false;         // and is not commented out
-    bool hasRow = false;              // there is a current key
+    bool hasDescribedRow = false;     // there is a current key, and the data file has it
     bool isModified = false;          // changes are pending
     bool isDataFileModified = false;  // descriptions wait to be written
     bool canFind = false;             // there is a text to look for

@@ -24,7 +24,8 @@ CommandState CommandStates::State() const {
             break;
         }
     }
-    state.hasRow = m_selection.CurrentKey().has_value();
+    const auto current = m_selection.CurrentKey();
+    state.hasDescribedRow = current && m_selection.Store().IsDescribed(*current);
     state.isDataFileModified = m_dataFile.IsModified();
     state.canFind = m_selection.Search().CanFind();
     state.isModified = m_settings.IsModified();

@@ -228,8 +228,10 @@ std::string KeySelection::CounterPanel() const {
         return std::to_string(m_keys.Size()) + "  " + m_workplace.Text(text::kKeys);
     }
     const std::string hidden = HiddenText();
+    const std::size_t count =
+        m_workplace.AreUndescribedVisible() ? m_store.Size() : m_store.DescribedCount();
     return m_workplace.Text(text::kKeysOfKeys,
-                            {std::to_string(m_keys.Size()), std::to_string(m_store.Size())}) +
+                            {std::to_string(m_keys.Size()), std::to_string(count)}) +
            (hidden.empty() ? "" : ", " + hidden);
 }
 

@@ -132,8 +132,13 @@ std::string TextFilter::EmptyText() const {
     if (!IsOn() || m_selection.Keys().Size() > 0) {
         return {};
     }
-    const std::string hidden = m_selection.HiddenText();
-    return hidden.empty() ? m_workplace.Text(text::kNoKeyContains, {m_text}) : hidden;
+    if (std::string hidden = m_selection.HiddenText(); !hidden.empty()) {
+        return hidden;
+    }
+    const std::size_t elsewhere = m_selection.HitsOf(kRootNode).value_or(0);
+    return elsewhere == 0 ? m_workplace.Text(text::kNoKeyContains, {m_text})
+                          : m_workplace.Text(text::kHitsIn,
+                                             {std::to_string(elsewhere), m_selection.RootText()});
 }
 
 std::string TextFilter::OtherHits() {

@@ -50,7 +50,8 @@ public:
     // What to mark in a text that is shown of a key: Name, Value or, for its description, Any.
     std::vector<TextPart> MarksIn(std::string_view text, FilterField field) const;
 
-    // What the list says instead of rows; empty if it has any, or the filter is off.
+    // What the list says instead of rows: that there is no hit, that the menu View hides some, or
+    // how many other categories have. Empty if it has rows, or the filter is off.
     std::string EmptyText() const;
     // "12 in Wcx_ftp": what an empty list offers, the hits among the keys of the other data file;
     // empty if there are none.

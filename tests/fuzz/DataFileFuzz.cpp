@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         session.Selection().SelectCategory(static_cast<NodeIndex>(node));
     }
     session.Selection().SelectCategory(kRootNode);
-    Require(session.Selection().Keys().Size() == session.Selection().Store().Size());
+    Require(session.Selection().Keys().Size() == session.Selection().Store().DescribedCount());
     for (const char* const text : {"a", "\xC3\xA4", " ", "k"}) {
         for (const bool inNames : {true, false}) {
             session.Selection().SetSearchText(text);

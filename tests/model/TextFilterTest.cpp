@@ -174,6 +174,9 @@ TEST_F(TextFilterTest, TheTreeNarrowsAndCountsTheHits) {
     EXPECT_EQ(Filter().EmptyText(), "1 hidden by View > Active Keys");
     Filter().SetText("xyz");
     EXPECT_EQ(Filter().EmptyText(), "No key contains 'xyz'");
+    Filter().SetText("size");
+    Selection().SelectCategory(3);
+    EXPECT_EQ(Filter().EmptyText(), "1 in " + Selection().RootText());
     EXPECT_THAT(world.prompts.messages, IsEmpty());
 
     // An edit filters nothing anew; the filter, asked again, does.

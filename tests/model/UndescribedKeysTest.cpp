@@ -43,6 +43,7 @@ TEST_F(UndescribedKeysTest, EachSectionHasACategory) {
     EXPECT_THAT(RowsOfNode(5), ElementsAre("Own=5", "Off=2"));
     EXPECT_EQ(Selection().Description(), "The data file does not describe this key.");
     EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U);
+    EXPECT_FALSE(States().IsEnabled(Command::FavoritesAdd)) << "favorites are of the data file";
     EXPECT_THAT(RowsOfNode(6), ElementsAre("a_SearchFor=x"));
     EXPECT_THAT(RowsOfNode(4), IsEmpty());
     EXPECT_EQ(Selection().CategoriesOfHeading().size(), 2U);
