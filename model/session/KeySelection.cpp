@@ -27,6 +27,7 @@ void KeySelection::SetCategories(std::vector<CategoryNode> categories) {
     m_hits.clear();
     m_shownNode.reset();
     m_selectedNode = kRootNode;
+    m_nodeBefore = kRootNode;
     m_keyListeners.Tell(&KeyListListener::OnKeyListChanged);
     m_categoryListeners.Tell(&CategoryListener::OnCategoriesChanged);
 }
@@ -43,7 +44,11 @@ void KeySelection::SetMoreCategories(std::vector<CategoryNode> categories) {
     std::ranges::move(categories, std::back_inserter(m_categories));
     m_categoryListeners.Tell(&CategoryListener::OnMoreCategories,
                              static_cast<NodeIndex>(m_describedCategories));
-    if (static_cast<std::size_t>(m_selectedNode) + 1 > m_categories.size()) {  // 0 for the root
+    const auto isGone = [this](NodeIndex node) {
+        return static_cast<std::size_t>(node) + 1 > m_categories.size();  // 0 for the root
+    };
+    m_nodeBefore = isGone(m_nodeBefore) ? kRootNode : m_nodeBefore;
+    if (isGone(m_selectedNode)) {
         ShowRoot();
     }
 }
@@ -152,11 +157,15 @@ bool KeySelection::IsBelow(std::optional<NodeIndex> category, NodeIndex node) co
 }
 
 void KeySelection::SetRanking(KeyRanking& ranking) {
+    if (m_ranking == nullptr) {
+        m_nodeBefore = m_selectedNode;
+    }
     m_ranking = &ranking;
     ShowRoot();
 }
 
-void KeySelection::EndRanking(NodeIndex node) {
+void KeySelection::EndRanking() {
+    const NodeIndex node = m_nodeBefore;
     const auto key = m_currentKey;
     DropRanking();
     const auto own = key ? NodeOf(*key) : std::nullopt;

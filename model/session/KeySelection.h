@@ -81,8 +81,9 @@ public:
     // Shows the hits of a ranking, which must live until another one takes its place: those of all
     // categories at first, of one of them, or of all below a heading, when its node is selected.
     void SetRanking(KeyRanking& ranking);
-    // Ends it at a node. The current key stays the current one: there, or else in its own category.
-    void EndRanking(NodeIndex node);
+    // Ends it at the node that was selected before. The current key stays the current one: there,
+    // or else in its own category.
+    void EndRanking();
     bool HasRanking() const { return m_ranking != nullptr; }
     // How many hits a node has; nothing without a ranking.
     std::optional<std::size_t> HitsOf(NodeIndex node) const;
@@ -185,7 +186,8 @@ private:
     KeyFilter m_filter = KeyFilter::ShowAll;
     mutable std::vector<NodeIndex> m_nodes;  // of all keys, from the first question on
     KeyRanking* m_ranking = nullptr;
-    std::vector<std::size_t> m_hits;  // of the root, then of the categories
+    NodeIndex m_nodeBefore = kRootNode;  // the ranking; the root in another file
+    std::vector<std::size_t> m_hits;     // of the root, then of the categories
     std::size_t m_hiddenHits = 0;
     KeyList m_keys;
     std::optional<KeyNumber> m_currentKey;

@@ -65,7 +65,6 @@ void TextFilter::SetText(const std::string& text) {
         Clear();
         m_text = text;
     } else {
-        m_nodeBefore = IsOn() ? m_nodeBefore : m_selection.SelectedNode();
         m_text = text;
         m_query = std::move(query);
         m_selection.SetRanking(*this);
@@ -75,7 +74,7 @@ void TextFilter::SetText(const std::string& text) {
 
 void TextFilter::Clear() {
     if (IsOn()) {
-        m_selection.EndRanking(m_nodeBefore);
+        m_selection.EndRanking();
     } else if (!m_text.empty()) {
         OnRankingDropped();
     }

@@ -92,7 +92,7 @@ private:
     Listeners<TextFilterListener> m_listeners;
     std::string m_text;
     FilterQuery m_query;
-    NodeIndex m_nodeBefore = kRootNode;
+
     std::optional<FilterIndex> m_index;  // from the first word on
     std::uint32_t m_indexedTexts = 0;    // which of the store's texts it has
     std::unique_ptr<OtherKeys> m_other;  // from the first filter without a hit on

@@ -245,6 +245,8 @@ TEST_F(TextFilterTest, OtherTextsAreSearchedWhenTheyChange) {
     world.disk.Put(SessionWorld::kWcxFtpData,
                    "[TargetIniFile]\r\nWcx_ftp=1\r\n[Ftp]\r\nCategoryTargetSection=General\r\n"
                    "Passive=1///\r\nActive=1///Not passive\r\n");
+    Filter().Clear();
+    Selection().SelectCategory(3);
     Filter().SetText("passive");
     EXPECT_EQ(Filter().OtherHits(), "2 in Wcx_ftp");
     Filter().SetText("active size");
@@ -254,6 +256,10 @@ TEST_F(TextFilterTest, OtherTextsAreSearchedWhenTheyChange) {
     Session().OpenOtherDataFile();
     EXPECT_THAT(world.Rows(), ElementsAre("Passive", "Active"));
     EXPECT_EQ(Filter().OtherHits(), "");
+    // The category before was one of the former file.
+    Filter().SetText("nothing at all");
+    Filter().Clear();
+    EXPECT_EQ(Selection().SelectedNode(), kRootNode);
 }
 
 TEST_F(TextFilterTest, TheLastTextsAreKept) {

@@ -105,12 +105,13 @@ void MainPanes::ShowValueBar(bool isVisible) {
 
 void MainPanes::ShowFilterBar(bool isVisible) {
     FilterBar& bar = m_keys.Filter();
-    const bool hadFocus = IsChild(bar.Handle(), GetFocus());
-    if (bar.IsVisible() != isVisible) {
-        bar.Show(isVisible);
-        m_keys.Layout();
+    if (bar.IsVisible() == isVisible) {
+        return;
     }
-    if (hadFocus && !isVisible) {
+    const bool hadFocus = IsChild(bar.Handle(), GetFocus());
+    bar.Show(isVisible);
+    m_keys.Layout();
+    if (hadFocus) {
         FocusTree();
     }
 }
