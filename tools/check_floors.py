@@ -16,7 +16,7 @@ FILES = ["model/files", *KEYS]
 PROGRAM = ["model/program", *KEYS]
 SESSION = ["model/session", *FILES, *PROGRAM]
 WINDOWS = ["ui/toolkit", *SESSION]
-MAIN = ["ui/main", "ui/changes", "ui/favorites", "ui/search", "ui/shell", *WINDOWS]
+MAIN = ["ui/main", "ui/changes", "ui/favorites", "ui/keys", "ui/search", "ui/shell", *WINDOWS]
 
 ALLOWED = {
     **{folder: CORE[place:] for place, folder in enumerate(CORE)},
@@ -25,7 +25,7 @@ ALLOWED = {
     "model/program": PROGRAM,
     "model/session": SESSION,
     "ui/toolkit": ["ui/toolkit", *CORE],
-    **{folder: [folder, *WINDOWS] for folder in ("ui/changes", "ui/favorites", "ui/search", "ui/shell")},
+    **{folder: [folder, *WINDOWS] for folder in ("ui/changes", "ui/favorites", "ui/keys", "ui/search", "ui/shell")},
     "ui/main": MAIN,
     "app": ["app", *MAIN],
 }

@@ -13,6 +13,7 @@ from value_types import ValueType, parse_type
 COLOR_NOTE = ("A color is red + 256 x green + 65536 x blue (each 0 to 255), or $BBGGRR in "
               "hexadecimal.")
 SINCE = "Since version "  # begins the last note of a key
+NAME_OF_USER = "*"
 
 
 @dataclass
@@ -28,6 +29,7 @@ class Row:
     values: list[str]
     notes: list[str]
     members: list[str] = field(default_factory=list)  # of a family: what stands for its braces
+    is_open: bool = False  # a family of numbers that goes on in settings files
     type: ValueType = field(default_factory=lambda: parse_type("string", {}))
 
     def pattern(self, name: str) -> str:
@@ -37,11 +39,15 @@ class Row:
 
     def key(self, member: str | None, category: Category) -> tuple[str, str]:
         """The name and the entry of the key, or of this member of the family, in the category."""
-        lines = [self.description, *self.values, *self.all_notes(category)]
-        entry = f"{self.default}///{'@'.join(lines)}".replace("{section}", category.section)
+        entry = self.entry(category).replace("{section}", category.section)
         if member is None:
             return self.name, entry
         return re.sub(r"\{.*\}", lambda _: member, self.name), entry.replace("{n}", member)
+
+    def entry(self, category: Category) -> str:
+        """The entry with {n} and {section} as they are."""
+        lines = [self.description, *self.values, *self.all_notes(category)]
+        return f"{self.default}///{'@'.join(lines)}"
 
     def all_notes(self, category: Category) -> list[str]:
         """Its own notes and those of the category; the one on versions is last."""
@@ -59,14 +65,23 @@ class Category:
     rows: list[Row] = field(default_factory=list)
     notes: list[str] = field(default_factory=list)  # of every key
     since: str = SINCE
+    section_pattern: str = ""  # with # for its numbers, if other sections are like this one
 
     def keys(self) -> Iterator[tuple[Row, str, str]]:
-        """Row, name and entry of every key; neighbouring families of the same members take turns."""
-        for members, group in groupby(self.rows, key=lambda row: row.members):
+        """Row, name and entry of every key that the data file has; neighbouring families of the
+        same members take turns."""
+        described = [row for row in self.rows if not is_pattern(self, row)]
+        for members, group in groupby(described, key=lambda row: row.members):
             rows = list(group)
             for member in members or [None]:
                 for row in rows:
                     yield row, *row.key(member, self)
+
+
+def is_pattern(category: Category, row: Row) -> bool:
+    """Whether the row stands for keys with a name of the user's, or in sections with one. The data
+    file does not have it: there a * means itself."""
+    return NAME_OF_USER in category.section or (NAME_OF_USER in row.name and not row.members)
 
 
 def members_of(braces: str) -> list[str]:

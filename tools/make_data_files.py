@@ -35,9 +35,10 @@ import textwrap
 from pathlib import Path
 from typing import Iterable, Iterator
 
-from key_rows import COLOR_NOTE, Category, Row, members_of
+from companion import Companion, faults_of_family
+from key_rows import COLOR_NOTE, Category, Row, is_pattern, members_of
 from keywords import KEYWORDS, KeywordTable, file_of_keywords
-from settings_coverage import check_coverage, settings_in, settings_of
+from settings_coverage import Described, check_coverage, settings_in, settings_of
 from translations import Translation, split
 from value_types import BadType, IntType, KnownOutside, TypeTable, parse_type
 
@@ -88,9 +89,16 @@ class Knowledge:
             for row, name, _ in category.keys():
                 yield category.section, name, row
 
+    def patterns(self) -> Iterator[tuple[str, str, Row]]:
+        """Section, name and row of every pattern with a name of the user's."""
+        for category in self.categories:
+            for row in category.rows:
+                if is_pattern(category, row):
+                    yield category.section, row.pattern(row.name), row
+
     def types(self) -> TypeTable:
         return TypeTable((section, name, row.pattern(name), row.type)
-                         for section, name, row in self.keys())
+                         for section, name, row in (*self.keys(), *self.patterns()))
 
     def _fault(self, where: str, message: str) -> None:
         self.faults.append(f"{where}: {message}")
@@ -124,7 +132,9 @@ class Knowledge:
         rows = [row for one in self.categories if one.name == repeated for row in one.rows]
         if repeated and not rows:
             self._fault(where, f"no category '{repeated}' before this one")
-        self.categories.append(Category(where, heading or name, section, rows))
+        pattern = re.sub(r"\{\d+\}", "#", section)
+        self.categories.append(Category(where, heading or name, re.sub("[{}]", "", section), rows,
+                                        section_pattern=pattern if "#" in pattern else ""))
 
     def _read_note(self, where: str, text: str, categories: list[Category]) -> None:
         if not categories or not categories[-1].section:
@@ -154,12 +164,14 @@ class Knowledge:
         categories[-1].rows.append(row)
 
     def _read_members(self, row: Row) -> None:
+        row.name, marks = re.subn(r"(?<=\d)\+\}", "}", row.name)
+        row.is_open = marks > 0
         match = re.fullmatch(r"[^{}]*\{([^{}]*)\}[^{}]*", row.name)
         if match:
             row.members = members_of(match[1])
         if re.search(r"[{}]", row.name) and not row.members:
             self._fault(row.where, f"the braces of {row.name} hold neither first..last nor a list")
-        elif not match and "{n}" in "".join([row.default, row.description, *row.values, *row.notes]):
+        elif not match and "*" not in row.name and "{n}" in "".join([row.default, row.description, *row.values, *row.notes]):
             self._fault(row.where, "{n} without braces in the name")
 
     def _check_row(self, row: Row, category: Category) -> None:
@@ -173,6 +185,8 @@ class Knowledge:
         for text in (row.description, *row.values, *row.notes):
             if "@" in text or "///" in text:
                 self._fault(row.where, f"@ or /// in '{text}'")
+        if fault := faults_of_family(row, category):
+            self._fault(row.where, fault)
         self._check_type(row, category)
 
     def _check_type(self, row: Row, category: Category) -> None:
@@ -224,10 +238,20 @@ class Knowledge:
                 self._fault(row.where, f"entry of {name} has {len(entry)} characters")
         if "#" in category.section:
             self._fault(category.where, f"'{category.section}' cannot be the name of a section")
+        for row in category.rows:
+            self._check_pattern(row, category, names)
         if not category.rows:
             self._fault(category.where, "category without keys")
         if total > MAX_NAMES:
             self._fault(category.where, f"names of the keys have {total} characters together")
+
+    def _check_pattern(self, row: Row, category: Category, names: set[str]) -> None:
+        if is_pattern(category, row):
+            if row.name.lower() in names:
+                self._fault(row.where, f"second key {row.name} in the category")
+            names.add(row.name.lower())
+            if "{n}" in row.default or len(row.entry(category)) > MAX_VALUE:
+                self._fault(row.where, f"{{n}} in the default of {row.name}, or too long an entry")
 
     def _check_lines(self, row: Row, category: Category) -> None:
         _, entry = row.key(max(row.members, key=len, default=None), category)
@@ -278,9 +302,11 @@ def data_file(knowledge: Knowledge, target: str, encoding: str) -> bytes:
     sections = [f"[{TARGET_SECTION}]\r\n{target}\r\n"]
     for category in knowledge.categories:
         lines = [f"[{category.name}]"]
+        keys = [f"{name}={quoted(entry)}" for _, name, entry in category.keys()]
+        if category.section and not keys:
+            continue  # all of its rows are patterns
         if category.section:
-            lines.append(f"{CATEGORY_TARGET}={category.section}")
-        lines += [f"{name}={quoted(entry)}" for _, name, entry in category.keys()]
+            lines += [f"{CATEGORY_TARGET}={category.section}", *keys]
         sections.append("".join(line + "\r\n" for line in lines))
     return "\r\n".join(sections).encode(encoding)
 
@@ -305,7 +331,8 @@ def read_keywords(folder: Path, languages: Iterable[str], knowledge: dict[str, K
                   ) -> dict[str, dict[str, KeywordTable]]:
     """The tables of keywords of every data file, each in English and in these languages."""
     folders = {"english": KEYWORDS} | {one: f"{one}/{KEYWORDS}" for one in languages}
-    return {name: {language: KeywordTable(folder, f"{place}/{name}.tsv", one.keys())
+    return {name: {language: KeywordTable(folder, f"{place}/{name}.tsv",
+                                          [*one.keys(), *one.patterns()])
                    for language, place in folders.items()} for name, one in knowledge.items()}
 
 
@@ -347,7 +374,9 @@ def contents_of_files(languages: dict[str, dict[str, Knowledge]], types: dict[st
     """All files that are made, by their names."""
     files = {}
     for name, (_, _, types_name, keywords_name) in DATA_FILES.items():
-        files[types_name] = types[name].contents()
+        files[types_name] = Companion(
+            {language: one[name].categories for language, one in languages.items()}, types[name]
+        ).contents()
         files[keywords_name] = file_of_keywords(keywords[name])
     for language, knowledge in languages.items():
         encoding = "ascii" if language == "english" else "utf-8-sig"
@@ -394,7 +423,8 @@ def main(arguments: list[str]) -> int:
     print(*faults, sep="\n", end="\n" if faults else "", file=sys.stderr)
     succeeded = not faults
     if options.command == "coverage":
-        described = {name: one.described() for name, one in knowledge.items()}
+        described = {name: Described(one.described(), [key[:2] for key in one.patterns()])
+                     for name, one in knowledge.items()}
         succeeded &= check_coverage(described, options.tables, options.corpus)
     elif options.command == "types":
         succeeded &= check_values(options.corpus, types, outside)

@@ -11,8 +11,22 @@ import re
 from pathlib import Path
 from typing import Iterator
 
+from value_types import fits
+
 SETTINGS_FILES = ("wincmd", "wcx_ftp")
 GOAL = 0.99  # of the settings that two or more real files have
+
+
+class Described:
+    """The keys that are described, and the patterns of those with a name of the user's."""
+
+    def __init__(self, names: set[tuple[str, str]], patterns: list[tuple[str, str]]) -> None:
+        self.names = names | {(section.lower(), name.lower()) for section, name in patterns}
+        self.patterns = [(section.lower(), name.lower()) for section, name in patterns]
+
+    def has(self, section: str, key: str) -> bool:
+        return (section, key) in self.names or any(
+            fits(one, section) and fits(name, key) for one, name in self.patterns)
 
 
 class KnownKeys:
@@ -78,12 +92,13 @@ def matches(place: re.Pattern[str], example: str, name: str) -> bool:
     return re.fullmatch("".join(parts), name, re.IGNORECASE) is not None
 
 
-def check_table(known: KnownKeys, described: set[tuple[str, str]]) -> bool:
+def check_table(known: KnownKeys, described: Described) -> bool:
     """Prints how many rows are described; must be those of keys that two real files have."""
     counts = {True: [0, 0], False: [0, 0]}
     for row in known.rows:
         required = int(row["seen"]) >= 2 and row["confidence"] in ("high", "medium")
-        covered = any(known.fits(row, section, key) for section, key in described)
+        covered = described.has(row["section"].lower(), row["key"].lower()) or any(
+            known.fits(row, section, key) for section, key in described.names)
         counts[required][covered] += 1
         if required and not covered:
             print(f"{known.name}: not described: [{row['section']}] {row['key']}")
@@ -107,7 +122,7 @@ def settings_in(path: Path) -> Iterator[tuple[str, str, str]]:
 
 
 def check_corpus(folder: Path, tables: list[KnownKeys],
-                 described: dict[str, set[tuple[str, str]]]) -> bool:
+                 described: dict[str, Described]) -> bool:
     """Prints how many of the settings in real files are described.
 
     A setting is a key in a section of the tables that is no entry of a list and no member of a
@@ -124,7 +139,7 @@ def check_corpus(folder: Path, tables: list[KnownKeys],
                    for known in tables):
                 found[settings, section, key] = found.get((settings, section, key), 0) + 1
     for one, files in sorted(found.items()):
-        if one[1:] not in described[one[0]]:
+        if not described[one[0]].has(*one[1:]):
             print(f"{folder.name}: not described: [{one[1]}] {one[2]}, in {files} file(s)")
     shortcuts = [one for one in found if one[1] in KnownKeys.SHORTCUTS]
     common = [one for one, files in found.items() if files > 1]
@@ -135,12 +150,12 @@ def check_corpus(folder: Path, tables: list[KnownKeys],
     return share_of(described, common) >= GOAL
 
 
-def share_of(described: dict[str, set[tuple[str, str]]], keys: list[tuple[str, str, str]]) -> float:
+def share_of(described: dict[str, Described], keys: list[tuple[str, str, str]]) -> float:
     """Which part of these keys is described; none is, of no keys."""
-    return sum(key[1:] in described[key[0]] for key in keys) / len(keys) if keys else 0
+    return sum(described[one].has(*key) for one, *key in keys) / len(keys) if keys else 0
 
 
-def check_coverage(described: dict[str, set[tuple[str, str]]], tables: list[Path],
+def check_coverage(described: dict[str, Described], tables: list[Path],
                    corpus: Path | None) -> bool:
     """Whether enough is described of what the tables know and, if there are any, of real files."""
     known = [KnownKeys(table) for table in tables]

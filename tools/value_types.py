@@ -8,6 +8,7 @@ the key, a line "value = meaning" for each; a type and these lines must agree.
 from __future__ import annotations
 
 import re
+from itertools import chain
 from pathlib import Path
 from typing import Iterable, Iterator
 
@@ -249,8 +250,9 @@ def mask_of(numbers: Iterable[int]) -> int:
 
 
 def fits(pattern: str, name: str) -> bool:
-    """Whether the name is the pattern with a number for every #."""
-    expression = r"\d+".join(map(re.escape, pattern.split("#")))
+    """Whether the name is the pattern with a number for every # and any text for every *."""
+    expression = "".join({"#": r"\d+", "*": ".+"}.get(part, re.escape(part))
+                         for part in re.split("([#*])", pattern))
     return re.fullmatch(expression, name, re.IGNORECASE) is not None
 
 
@@ -267,17 +269,20 @@ class TypeTable:
                          for lower, (section, rows) in sections.items()}
 
     def find(self, section: str, key: str) -> ValueType | None:
-        """The type of this key: an exact name goes before one with #."""
-        _, entries = self.sections.get(section.lower(), ("", {}))
-        exact = (one for name, one in entries.items() if name.lower() == key.lower())
-        family = (one for name, one in entries.items() if "#" in name and fits(name, key))
-        return next(exact, next(family, None))
+        """The type of this key: an exact name goes before one with #, that before one with *."""
+        like = (one for one in self.sections.values() if "*" in one[0] and fits(one[0], section))
+        _, entries = self.sections.get(section.lower()) or next(like, ("", {}))
+        exact, numbered, named = (
+            [one for name, one in entries.items()
+             if (name.lower() == key.lower() if not mark else mark in name and fits(name, key))]
+            for mark in ("", "#", "*"))
+        return next(chain(exact, numbered, named), None)
 
-    def contents(self) -> bytes:
+    def contents(self) -> str:
         """The file of types: an INI file with the sections and keys of the settings file."""
         return "\r\n".join(
             f"[{section}]\r\n" + "".join(f"{name}={one.text}\r\n" for name, one in entries.items())
-            for section, entries in self.sections.values()).encode("ascii")
+            for section, entries in self.sections.values())
 
 
 def entries_of(keys: list[tuple[str, str, ValueType]]) -> dict[str, ValueType]:

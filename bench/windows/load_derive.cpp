@@ -27,7 +27,7 @@ std::size_t LoadWithOurs(IniFiles& files, const Paths& paths, bool takesAll = tr
         SettingsFiles::Read(files, ProcessEnvironment(), Narrow(paths.settings));
     DeriveKeyStates(store, settings, [] {});
     if (takesAll) {
-        SectionsWithUndescribedKeys(store, settings);
+        SectionsWithMoreKeys(store, settings, KeyFamilies());
     }
     return store.Size();
 }

@@ -43,10 +43,10 @@ inline bool IsRefused(IniEdit edit) {
 //   ;DriveBar=0           commented-out key, by the name ";DriveBar"
 //   ; a note              prose, as any line without "="
 //
-// Sections and lines are known by numbers, which hold until DeleteSection; views that a document
-// gives out hold until it is edited or destroyed. Look-ups fill tables behind `const`, so a
-// document must not be read by two threads at a time. This class knows no paths: IniFiles reads,
-// IniTransaction writes.
+// Sections and lines are known by numbers, which hold until DeleteSection or DeleteFileLine; views
+// that a document gives out hold until it is edited or destroyed. Look-ups fill tables behind
+// `const`, so a document must not be read by two threads at a time. This class knows no paths:
+// IniFiles reads, IniTransaction writes.
 class IniDocument {
 public:
     using SectionId = std::uint32_t;
@@ -148,6 +148,11 @@ public:
     LineId LineAt(std::size_t offset) const;
     std::size_t OffsetOf(LineId line) const { return m_lines[line].bytes.begin; }
 
+    // The lines of the file that a line stands for: more than one for prose.
+    std::vector<std::string> FileLines(LineId line) const {
+        return LinesOf(Text(m_lines[line].bytes, false));
+    }
+
     // The text of a line between its outer blanks, of a key with the blanks around "=" removed. For
     // prose, one text for each of its lines that are not blank.
     std::vector<std::string> LineTexts(LineId line) const;
@@ -172,6 +177,10 @@ public:
     // Removes the header and the active keys of the first section of that name. Comments,
     // commented-out keys included, stay and belong to the section above.
     IniEdit DeleteSection(std::string_view section);
+
+    // Removes one line of the file, counted from 1, whatever it is. Unchanged if it is not this
+    // text any more. Numbers of lines and sections change.
+    IniEdit DeleteFileLine(std::size_t number, std::string_view text);
 
 private:
     friend class IniParser;

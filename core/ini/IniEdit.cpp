@@ -128,6 +128,38 @@ IniEdit IniDocument::DeleteSection(std::string_view section) {
     return IniEdit::Changed;
 }
 
+IniEdit IniDocument::DeleteFileLine(std::size_t number, std::string_view text) {
+    std::string bytes = Bytes();
+    const std::size_t unit = BytesPerUnit();
+    const auto unitAt = [&](std::size_t at) {
+        const bool isThere = at + unit <= bytes.size();
+        const bool isAscii = isThere && (unit == 1 || bytes[at + 1] == 0);
+        return isAscii ? bytes[at] : '\x01';
+    };
+    std::size_t begin = MarkBytes(m_mark).size();
+    for (std::size_t line = 1; begin < bytes.size(); ++line) {
+        std::size_t end = begin;
+        while (end < bytes.size() && unitAt(end) != '\r' && unitAt(end) != '\n') {
+            end += unit;
+        }
+        end = std::min(end, bytes.size());
+        const std::string_view content = std::string_view(bytes).substr(begin, end - begin);
+        const bool isPair = unitAt(end) == '\r' && unitAt(end + unit) == '\n';
+        end = std::min(end + (isPair ? 2 : 1) * unit, bytes.size());
+        if (line == number) {
+            const std::vector<std::string> texts = LinesOf(content);
+            if (texts.size() != 1 || texts.front() != text) {
+                return IniEdit::Unchanged;
+            }
+            bytes.erase(begin, end - begin);
+            *this = Parse(std::move(bytes), m_codePage);
+            return IniEdit::Changed;
+        }
+        begin = end;
+    }
+    return IniEdit::Unchanged;
+}
+
 // A line that reads as `value` stays as it is, unless writing `value` would be read as something
 // else. Example: ""1"" (two pairs of quotes) reads as "1", and if "1" is written, it is to be read
 // as 1.

@@ -7,7 +7,6 @@ namespace tamarind {
 namespace {
 
 constexpr std::string_view kTargetSectionName = "TargetIniFile";
-constexpr std::string_view kCategoryTarget = "CategoryTargetSection";
 
 // Adds the keys of one category. False if the store is full.
 bool LoadCategory(const IniDocument& dataFile, std::string_view category,

@@ -21,6 +21,9 @@ namespace tamarind {
 //   ButtonBar=1///Shows the button bar   key, default value, separator, description
 enum class SettingsTarget { Wincmd, WcxFtp };
 
+// The key of a category that names its section of the settings.
+inline constexpr std::string_view kCategoryTarget = "CategoryTargetSection";
+
 // Wincmd unless the file says otherwise.
 SettingsTarget GetDataFileTarget(const IniDocument& dataFile);
 

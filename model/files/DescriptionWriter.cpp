@@ -4,6 +4,7 @@
 #include "core/ini/ShownValue.h"
 #include "core/ini/cProfile.h"
 #include "core/text/Unicode.h"
+#include "model/files/DataFile.h"
 
 namespace tamarind {
 namespace {
@@ -13,6 +14,23 @@ IniEdit WriteEntry(const KeyRecord& record, IniDocument& file) {
     std::string entry(record.defaultValue);
     entry.append(kEntrySeparator).append(record.description);
     return WriteExactValue(file, record.category, record.keyName, entry);
+}
+
+// The category of the data file that takes a key which it did not have: the first one for its
+// section, or one of the section's own.
+std::string CategoryForNewKey(IniDocument& file, std::string_view section) {
+    for (const CategoryNode& node : ReadCategories(file)) {
+        const auto target = file.FindValue(node.tag, kCategoryTarget);
+        if (target && EqualsIgnoreCase(*target, section)) {
+            return std::string(node.tag);
+        }
+    }
+    std::string name(section);
+    while (file.FindSection(name)) {
+        name = "[" + name + "]";  // a category for another section has that name
+    }
+    file.SetValue(name, kCategoryTarget, section);
+    return name;
 }
 
 // Calls `visit` with each key whose description waits to be written.
@@ -29,7 +47,12 @@ IniEdit WriteEntries(const KeyStore& store, IniDocument& file) {
     IniEdit result = IniEdit::Changed;
     ForEachPending(store, [&](KeyNumber key) {
         if (!IsRefused(result)) {
-            result = WriteEntry(store.Record(key), file);
+            KeyRecord record = store.Record(key);
+            const std::string category = store.IsDescribed(key)
+                                             ? std::string(record.category)
+                                             : CategoryForNewKey(file, record.targetSection);
+            record.category = category;
+            result = WriteEntry(record, file);
         }
     });
     return result;

@@ -122,6 +122,13 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
     }
 }
 
+void DeriveStatesFrom(KeyNumber first, KeyStore& store, const SettingsFiles& settings) {
+    SettingsReader reader(settings);
+    for (KeyNumber key = first; key <= store.Size(); ++key) {
+        store.SetFromSettings(key, reader.Find(store, key));
+    }
+}
+
 OutsideChanges TakeOutsideChanges(KeyStore& store, const SettingsFiles& before,
                                   const SettingsFiles& now) {
     const SettingsReader former(before);

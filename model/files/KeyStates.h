@@ -18,6 +18,9 @@ void DeriveKeyStates(KeyStore& store, const SettingsFiles& settings,
 void DeriveKeyStates(KeyStore& store, SettingsFiles&& settings,
                      const std::function<void()>& advance) = delete;  // nobody would hold them
 
+// The same for the records from one on that were added later; nothing is dropped.
+void DeriveStatesFrom(KeyNumber first, KeyStore& store, const SettingsFiles& settings);
+
 // What the changes of another program mean for the records.
 struct OutsideChanges {
     std::vector<KeyNumber> changed;    // their rows say something else now

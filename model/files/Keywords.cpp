@@ -1,8 +1,8 @@
 #include "model/files/Keywords.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "core/text/Unicode.h"
 #include "model/files/KeyPatterns.h"
 
 namespace tamarind {
@@ -10,20 +10,28 @@ namespace tamarind {
 Keywords::Keywords(std::shared_ptr<const IniDocument> file) : m_file(std::move(file)) {
     for (IniDocument::SectionId id = 0; id < m_file->SectionCount(); ++id) {
         const std::string_view name = m_file->SectionName(id);
-        if (const std::size_t colon = name.find(':'); colon != std::string_view::npos) {
-            m_sections.emplace_back(ToUpperCase(name.substr(colon + 1)), id);
+        const std::size_t colon = name.find(':');
+        const std::string_view language = name.substr(0, colon + 1);
+        if (colon != std::string_view::npos &&
+            std::ranges::find(m_languages, language) == m_languages.end()) {
+            m_languages.emplace_back(language);
         }
     }
-    std::ranges::sort(m_sections);
 }
 
 std::string Keywords::Of(std::string_view section, std::string_view key) const {
+    if (section != m_section) {
+        m_section = section;
+        m_ofSection.clear();
+        for (const std::string& language : m_languages) {
+            if (const auto id = FindSectionOrPattern(*m_file, language, section)) {
+                m_ofSection.push_back(*id);
+            }
+        }
+    }
     std::string words;
-    const std::string name = m_sections.empty() ? std::string() : ToUpperCase(section);
-    auto at = std::ranges::lower_bound(m_sections, name, {},
-                                       [](const auto& one) { return std::string_view(one.first); });
-    for (; at != m_sections.end() && at->first == name; ++at) {
-        if (const auto line = FindKeyOrPattern(*m_file, at->second, key)) {
+    for (const IniDocument::SectionId id : m_ofSection) {
+        if (const auto line = FindKeyOrPattern(*m_file, id, key)) {
             words.append(words.empty() ? "" : ", ").append(m_file->Value(*line));
         }
     }

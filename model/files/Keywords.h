@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "core/ini/IniDocument.h"
@@ -16,7 +15,7 @@ namespace tamarind {
 //   [english:Configuration]
 //   ShowHiddenSystem=invisible, hide
 //   [german:Colors]
-//   ColorFilter#Color=Dateityp     "#" stands for one or more digits
+//   ColorFilter#Color=Dateityp     a pattern, as KeyPatterns.h has them
 class Keywords {
 public:
     // Knows none.
@@ -28,8 +27,10 @@ public:
 
 private:
     std::shared_ptr<const IniDocument> m_file;
-    // The sections of the file by that of the settings, in capital letters; in their order.
-    std::vector<std::pair<std::string, IniDocument::SectionId>> m_sections;
+    std::vector<std::string> m_languages;  // each with its colon
+    // The last section that was asked for, and those of the file for it: neighbours share it.
+    mutable std::string m_section;
+    mutable std::vector<IniDocument::SectionId> m_ofSection;
 };
 
 }  // namespace tamarind

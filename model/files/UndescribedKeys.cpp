@@ -1,6 +1,11 @@
 #include "model/files/UndescribedKeys.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <optional>
+
+#include "core/text/Unicode.h"
+#include "model/files/KeyStates.h"
 
 namespace tamarind {
 namespace {
@@ -25,17 +30,18 @@ public:
         }
     }
 
-    // `visit(name, place)` returns whether to go on.
-    template <typename Visit>
-    void ForEachOf(std::string_view section, Visit visit) {
+    // Those whose names are wanted; `visit(name, place)` returns whether to go on.
+    template <typename IsWanted, typename Visit>
+    void ForEachOf(std::string_view section, IsWanted isWanted, Visit visit) {
         const auto here = Document(0).FindSection(section);
         if (!here) {
             return;
         }
         const std::size_t file = m_settings.FileOf(section);
-        if (ForEachIn(0, *here, file == 0 ? Keys::All : Keys::Staying, visit) && file != 0) {
+        if (ForEachIn(0, *here, file == 0 ? Keys::All : Keys::Staying, isWanted, visit) &&
+            file != 0) {
             if (const auto there = Document(file).FindSection(section)) {
-                ForEachIn(file, *there, Keys::Moved, visit);
+                ForEachIn(file, *there, Keys::Moved, isWanted, visit);
             }
         }
     }
@@ -48,8 +54,8 @@ private:
     // Which keys of a section are read from a file: of one that is kept in another file some stay.
     enum class Keys { All, Staying, Moved };
 
-    template <typename Visit>
-    bool ForEachIn(std::size_t file, SectionId section, Keys keys, Visit visit) {
+    template <typename IsWanted, typename Visit>
+    bool ForEachIn(std::size_t file, SectionId section, Keys keys, IsWanted isWanted, Visit visit) {
         const IniDocument& document = Document(file);
         const bool hasKeys = HasActiveKeys(document, section);
         bool hasKnown = m_hasKnown[file][section];
@@ -64,7 +70,7 @@ private:
             const std::string_view name = document.KeyName(line).substr(isCommented ? 1 : 0);
             const bool isRead = keys == Keys::All ||
                                 SettingsFiles::StaysInMainFile(name) == (keys == Keys::Staying);
-            const auto place = isRead && !name.empty()
+            const auto place = isRead && !name.empty() && isWanted(name)
                                    ? PlaceOf(file, section, line, name, hasKnown)
                                    : std::nullopt;
             if (place && !visit(name, *place)) {
@@ -116,31 +122,153 @@ private:
     std::vector<std::vector<bool>> m_hasKnown;
 };
 
+// Tells which key of the data file is the model of another one.
+class Models {
+public:
+    Models(const KeyStore& store, const KeyFamilies& families)
+        : m_store(store), m_families(families) {}
+
+    // The section of the data file that this one is like, of which it is none itself.
+    std::string_view SectionLike(std::string_view section) const {
+        const std::string_view like = m_families.SectionLike(section);
+        return !like.empty() && !m_store.DescribesSection(section) && m_store.DescribesSection(like)
+                   ? like
+                   : std::string_view();
+    }
+
+    // Neighbours are nearly always of one family, and histories have very many of them.
+    std::optional<KeyNumber> ModelOf(std::string_view section, std::string_view name) {
+        const std::string form = FormOf(name);
+        if (section.data() != m_section.data() || form != m_form || form.empty()) {
+            m_section = section;
+            m_form = form;
+            const std::string_view like = m_families.KeyLike(section, name);
+            m_model = like.empty() ? std::nullopt : m_store.Find(section, like);
+        }
+        return m_model;
+    }
+
+    // The keys of a section of the data file, each name once.
+    const std::vector<KeyNumber>& KeysOf(std::string_view section) {
+        if (m_keysOf == section) {
+            return m_keys;
+        }
+        m_keysOf = section;
+        m_keys.clear();
+        m_hashes.clear();
+        for (KeyNumber key = 1; key <= m_store.DescribedCount(); ++key) {
+            if (IsOf(key, section) && !HasKey(section, m_store.KeyName(key))) {
+                m_keys.push_back(key);
+                m_hashes.push_back(m_store.NameHash(key));
+            }
+        }
+        return m_keys;
+    }
+    bool HasKey(std::string_view section, std::string_view name) {
+        const std::vector<KeyNumber>& keys = KeysOf(section);
+        const std::uint32_t hash = IniDocument::NameHash(name);
+        for (std::size_t at = 0; at < keys.size(); ++at) {
+            if (m_hashes[at] == hash && EqualsIgnoreCase(m_store.KeyName(keys[at]), name)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    // A name with one number in it, and "#" for that; empty for others.
+    static std::string FormOf(std::string_view name) {
+        constexpr std::string_view kDigits = "0123456789";
+        const std::size_t begin = name.find_first_of(kDigits);
+        const std::size_t end = std::min(name.find_first_not_of(kDigits, begin), name.size());
+        const bool hasOne = begin != std::string_view::npos &&
+                            name.find_first_of(kDigits, end) == std::string_view::npos;
+        return hasOne ? std::string(name.substr(0, begin)).append("#").append(name.substr(end))
+                      : std::string();
+    }
+
+    bool IsOf(KeyNumber key, std::string_view section) const {
+        return EqualsIgnoreCase(m_store.TargetSection(key), section);
+    }
+
+    const KeyStore& m_store;
+    const KeyFamilies& m_families;
+    std::string_view m_section;
+    std::string m_form;
+    std::optional<KeyNumber> m_model;
+    std::string m_keysOf;
+    std::vector<KeyNumber> m_keys;
+    std::vector<std::uint32_t> m_hashes;  // of their names
+};
+
+// Whether the store has keys of a section behind those of the data file.
+bool HasMoreOf(const KeyStore& store, std::string_view section) {
+    for (auto key = static_cast<KeyNumber>(store.DescribedCount() + 1); key <= store.Size();
+         ++key) {
+        if (EqualsIgnoreCase(store.TargetSection(key), section)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
-std::vector<std::string> SectionsWithUndescribedKeys(const KeyStore& store,
-                                                     const SettingsFiles& settings) {
-    std::vector<std::string> sections;
+std::vector<MoreKeys> SectionsWithMoreKeys(const KeyStore& store, const SettingsFiles& settings,
+                                           const KeyFamilies& families) {
+    std::vector<MoreKeys> sections;
     Finder finder(store, settings);
+    Models models(store, families);
     const IniDocument& main = *settings.Main().document;
     for (SectionId id = 0; id < main.SectionCount(); ++id) {
         const std::string_view name = main.SectionName(id);
-        if (main.FindSection(name) == id) {
-            finder.ForEachOf(name, [&](std::string_view, const SettingsPlace&) {
-                sections.emplace_back(name);
-                return false;
-            });
+        if (main.FindSection(name) != id) {
+            continue;
+        }
+        MoreKeys more;
+        const std::string_view like = models.SectionLike(name);
+        more.isLike = !like.empty();
+        bool isSibling = false;
+        const auto tellsMore = [&](std::string_view key) {
+            isSibling =
+                more.isLike ? models.HasKey(like, key) : models.ModelOf(name, key).has_value();
+            return isSibling ? !more.hasSiblings && !more.isLike : !more.hasOthers;
+        };
+        finder.ForEachOf(name, tellsMore, [&](std::string_view, const SettingsPlace&) {
+            (isSibling ? more.hasSiblings : more.hasOthers) = true;
+            // Nothing of a section that the data file does not know has siblings.
+            return store.DescribesSection(name) && !(more.hasSiblings && more.hasOthers);
+        });
+        if (more.isLike || more.hasSiblings || more.hasOthers) {
+            more.section = name;
+            sections.push_back(std::move(more));
         }
     }
     return sections;
 }
 
-void AddUndescribedKeys(KeyStore& store, const SettingsFiles& settings,
-                        const std::vector<std::string>& sections) {
+void AddMoreKeys(KeyStore& store, const SettingsFiles& settings, const KeyFamilies& families,
+                 const std::vector<std::string>& sections) {
+    Models models(store, families);
+    const auto first = static_cast<KeyNumber>(store.Size() + 1);
+    for (const std::string& section : sections) {
+        const std::string_view like = models.SectionLike(section);
+        if (!like.empty() && !HasMoreOf(store, section)) {
+            for (const KeyNumber model : std::vector<KeyNumber>(models.KeysOf(like))) {
+                const std::string name(store.KeyName(model));
+                store.AddSibling(section, name, model);
+            }
+        }
+    }
+    DeriveStatesFrom(first, store, settings);
     Finder finder(store, settings);
     for (const std::string& section : sections) {
-        finder.ForEachOf(section, [&](std::string_view name, const SettingsPlace& place) {
-            store.SetFromSettings(store.AddUndescribed(section, name), place);
+        const auto isAny = [](std::string_view) { return true; };
+        finder.ForEachOf(section, isAny, [&](std::string_view name, const SettingsPlace& place) {
+            const auto model = models.ModelOf(section, name);
+            store.SetFromSettings(model ? store.AddSibling(section, name, *model)
+                                        : store.AddUndescribed(section, name),
+                                  place);
             return true;
         });
     }

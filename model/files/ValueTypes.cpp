@@ -9,7 +9,7 @@ constexpr std::string_view kHistory = "history";
 }  // namespace
 
 std::string_view ValueTypes::WordsOf(std::string_view section, std::string_view key) const {
-    const auto id = m_file ? m_file->FindSection(section) : std::nullopt;
+    const auto id = m_file ? FindSectionOrPattern(*m_file, "", section) : std::nullopt;
     const auto line = id ? FindKeyOrPattern(*m_file, *id, key) : std::nullopt;
     return line ? m_file->Value(*line) : std::string_view();
 }

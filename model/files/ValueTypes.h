@@ -15,15 +15,16 @@ namespace tamarind {
 //   [Configuration]
 //   SyncFlags=flags 1 2 4 history
 //   [Colors]
-//   ColorFilter#Color=color        "#" stands for one or more digits
+//   ColorFilter#Color=color        a pattern, as KeyPatterns.h has them
+//   [CustomFields_*]
+//   Titles=list bar
 class ValueTypes {
 public:
     // Knows no types.
     ValueTypes() = default;
     explicit ValueTypes(std::shared_ptr<const IniDocument> file) : m_file(std::move(file)) {}
 
-    // The words of a key's type; empty for a key without an entry. An exact name goes before one
-    // with "#". The view belongs to the file.
+    // The words of a key's type; empty for a key without an entry. The view belongs to the // file.
     std::string_view WordsOf(std::string_view section, std::string_view key) const;
 
     // The type of a key; nothing for one without an entry.

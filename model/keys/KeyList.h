@@ -25,8 +25,9 @@ std::string LineOfState(const KeyRecord& record);
 class KeyList {
 public:
     // Takes the records of a category, or for the root all of the data file, that pass the filter.
-    // Returns how many there were before filtering.
-    std::size_t Fill(const KeyStore& store, bool isRoot, std::string_view category,
+    // With `hasMore` those that the data file does not have are among them, each behind the family
+    // that it is one of. Returns how many there were before filtering.
+    std::size_t Fill(const KeyStore& store, bool isRoot, std::string_view category, bool hasMore,
                      KeyFilter filter);
     // Takes those of these keys that pass the filter, in their order.
     void FillRanked(const KeyStore& store, std::vector<KeyNumber> keys, KeyFilter filter);
@@ -41,7 +42,7 @@ public:
 
 private:
     std::vector<KeyNumber> m_rows;
-    bool m_areRanked = false;  // otherwise they are ascending
+    bool m_areAscending = true;
 };
 
 }  // namespace tamarind

@@ -7,6 +7,7 @@
 
 #include "core/ini/cProfile.h"
 #include "core/text/Unicode.h"
+#include "model/keys/SiblingTexts.h"
 
 namespace tamarind {
 
@@ -66,28 +67,45 @@ bool KeyStore::AddNamed(std::string_view name, std::optional<LineId> line) {
     return true;
 }
 
-KeyNumber KeyStore::AddUndescribed(std::string_view section, std::string_view name) {
-    const auto isOf = [&](const StoredCategory& category) {
-        return EqualsIgnoreCase(category.targetSection, section);
+// The category of keys that the data file does not have, which is made for the first of them.
+std::uint16_t KeyStore::CategoryFor(std::string_view section, std::string_view brackets) {
+    const auto isIt = [&](const StoredCategory& category) {
+        return category.name.starts_with("[[") == (brackets.size() > 1) &&
+               EqualsIgnoreCase(category.targetSection, section);
     };
-    // Nearly always the section is that of the key before.
+    // Nearly always it is that of the key before.
     const auto first = m_categories.begin() + static_cast<std::ptrdiff_t>(m_describedCategories);
-    auto category = first != m_categories.end() && isOf(m_categories.back())
+    auto category = first != m_categories.end() && isIt(m_categories.back())
                         ? m_categories.end() - 1
-                        : std::find_if(first, m_categories.end(), isOf);
+                        : std::find_if(first, m_categories.end(), isIt);
     if (category == m_categories.end()) {
-        const std::string& text =
-            m_undescribedSections.emplace_back("[" + std::string(section) + "]");
-        m_categories.push_back({text, std::string_view(text).substr(1, section.size())});
+        std::string& text = m_undescribedSections.emplace_back(brackets);
+        text.append(section).append(brackets.size(), ']');
+        m_categories.push_back(
+            {text, std::string_view(text).substr(brackets.size(), section.size())});
         category = m_categories.end() - 1;
     }
+    return static_cast<std::uint16_t>(category - m_categories.begin());
+}
+
+KeyNumber KeyStore::AddMore(std::string_view name, std::uint16_t category, LineId model) {
     StoredKey key;
-    key.category = static_cast<std::uint16_t>(category - m_categories.begin());
+    key.category = category;
+    key.line = model;
     m_keys.push_back(key);
     m_undescribedNames += name;
     m_undescribedEnds.push_back(static_cast<std::uint32_t>(m_undescribedNames.size()));
     ++m_textVersion;
     return static_cast<KeyNumber>(m_keys.size());
+}
+
+KeyNumber KeyStore::AddUndescribed(std::string_view section, std::string_view name) {
+    return AddMore(name, CategoryFor(section, "["), IniDocument::kNone);
+}
+
+KeyNumber KeyStore::AddSibling(std::string_view section, std::string_view name, KeyNumber model) {
+    const bool isInSection = EqualsIgnoreCase(section, TargetSection(model));
+    return AddMore(name, isInSection ? Stored(model).category : CategoryFor(section, "[["), model);
 }
 
 void KeyStore::DropUndescribed() {
@@ -97,6 +115,41 @@ void KeyStore::DropUndescribed() {
     m_undescribedNames.clear();
     m_undescribedEnds.clear();
     m_undescribedSections.clear();
+    m_madeEntries.clear();
+    m_ownDescriptions.erase(m_ownDescriptions.upper_bound(static_cast<KeyNumber>(m_describedCount)),
+                            m_ownDescriptions.end());
+}
+
+KeyNumber KeyStore::ModelOf(KeyNumber key) const {
+    const bool isSibling = !IsDescribed(key) && Stored(key).line != IniDocument::kNone;
+    return isSibling ? Stored(key).line : key;
+}
+
+void KeyStore::SetUndescribedTexts(std::string noDescription, PatternEntries patterns) {
+    ++m_textVersion;
+    m_madeEntries.clear();
+    m_undescribedText = std::move(noDescription);
+    m_patterns = std::move(patterns);
+}
+
+std::string_view KeyStore::EntryOfMore(KeyNumber key) const {
+    const std::string_view name = KeyName(key);
+    std::string made;
+    std::string_view entry;
+    if (const KeyNumber model = ModelOf(key); model != key) {
+        const LineId line = Stored(model).line;
+        entry = line == IniDocument::kNone ? std::string_view() : m_dataFile->Value(line);
+        made = TextForSibling(entry, KeyName(model), name);
+        made = TextForSection(made, TargetSection(model), TargetSection(key));
+    } else if (m_patterns) {
+        const PatternEntry pattern = m_patterns(TargetSection(key), name);
+        entry = pattern.entry;
+        made = WithNames(entry, pattern.name, TargetSection(key));
+    }
+    if (made == entry) {
+        return entry;
+    }
+    return m_madeEntries.insert_or_assign(key, std::move(made)).first->second;
 }
 
 bool KeyStore::DescribesSection(std::string_view section) const {
@@ -106,7 +159,16 @@ bool KeyStore::DescribesSection(std::string_view section) const {
                                });
 }
 
+std::string_view KeyStore::SectionOf(std::string_view category) const {
+    const auto described = std::span(m_categories).first(m_describedCategories);
+    const auto found = std::ranges::find(described, category, &StoredCategory::name);
+    return found == described.end() ? std::string_view() : found->targetSection;
+}
+
 bool KeyStore::HasDescription(KeyNumber key) const {
+    if (!IsDescribed(key)) {
+        return m_ownDescriptions.contains(key) || !SplitEntry(EntryOfMore(key)).description.empty();
+    }
     const LineId line = Stored(key).line;
     return m_ownDescriptions.contains(key) ||
            (line != IniDocument::kNone && !SplitEntry(m_dataFile->Value(line)).description.empty());
@@ -135,8 +197,10 @@ KeyRecord KeyStore::Record(KeyNumber key) const {
     record.keyName = KeyName(key);
     record.category = Category(key);
     record.targetSection = TargetSection(key);
-    if (stored.line != IniDocument::kNone) {
-        const KeyEntry entry = SplitEntry(CutToBuffer(m_dataFile->Value(stored.line)));
+    if (stored.line != IniDocument::kNone || !IsDescribed(key)) {
+        const std::string_view value =
+            IsDescribed(key) ? m_dataFile->Value(stored.line) : EntryOfMore(key);
+        const KeyEntry entry = SplitEntry(CutToBuffer(value));
         record.defaultValue = entry.defaultValue;
         record.description = entry.description;
     }
@@ -153,6 +217,17 @@ KeyRecord KeyStore::Record(KeyNumber key) const {
     return record;
 }
 
+std::optional<KeyNumber> KeyStore::Find(std::string_view section, std::string_view name) const {
+    const std::uint32_t hash = IniDocument::NameHash(name);
+    for (KeyNumber key = 1; key <= Size(); ++key) {
+        if (NameHash(key) == hash && EqualsIgnoreCase(KeyName(key), name) &&
+            EqualsIgnoreCase(TargetSection(key), section)) {
+            return key;
+        }
+    }
+    return std::nullopt;
+}
+
 bool KeyStore::IsChecked(KeyNumber key) const {
     return LooksOf(Stored(key).currentState, {}).isChecked;
 }
@@ -165,7 +240,7 @@ void KeyStore::SetDescription(KeyNumber key, std::string description) {
 
 bool KeyStore::CanDescribe(KeyNumber key) const {
     const LineId line = Stored(key).line;
-    return line != IniDocument::kNone &&
+    return line != IniDocument::kNone && IsDescribed(key) &&
            CutToBuffer(m_dataFile->Value(line)).size() == m_dataFile->Value(line).size();
 }
 

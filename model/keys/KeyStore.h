@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -30,6 +31,14 @@ inline constexpr std::string_view kEntrySeparator = "///";
 // Splits at the first separator; without one everything is the default value. "1///On" is the
 // default value "1" and the description "On".
 KeyEntry SplitEntry(std::string_view value);
+
+// The entry that describes a key with a name of the user's, and that name, which stands for "{n}"
+// in it; both empty if there is none. The entry is a view that lives on, the name one into the
+// key's.
+struct PatternEntry {
+    std::string_view entry;
+    std::string_view name;
+};
 
 // Where the settings have a key: its line, or none, in one of their files.
 struct SettingsPlace {
@@ -79,13 +88,25 @@ public:
     // Adds a key that the data file does not have, with copies of these texts. Its category is the
     // section in brackets. Returns its number.
     KeyNumber AddUndescribed(std::string_view section, std::string_view name);
+    // The same for a key that one of the data file describes, its model: the two differ in their
+    // numbers. In the section of its model it is of the same category, else of one whose name is
+    // the section in double brackets.
+    KeyNumber AddSibling(std::string_view section, std::string_view name, KeyNumber model);
     // Removes all of these; none may have a pending change.
     void DropUndescribed();
+    // The key whose entry describes this one: its model or, for all others, itself.
+    KeyNumber ModelOf(KeyNumber key) const;
+    bool IsSibling(KeyNumber key) const { return ModelOf(key) != key; }
     // Whether the data file has keys of a section of the settings.
     bool DescribesSection(std::string_view section) const;
-    // What stands in the place of their descriptions.
-    void SetUndescribedText(std::string text) { m_undescribedText = std::move(text); }
-    // Whether the data file, or the user meanwhile, describes a key.
+    // The section of the settings that a category of the data file is about; empty if there is
+    // none.
+    std::string_view SectionOf(std::string_view category) const;
+    // What stands in the place of their descriptions, and the entries that describe keys with names
+    // of the user's by their sections and names.
+    using PatternEntries = std::function<PatternEntry(std::string_view, std::string_view)>;
+    void SetUndescribedTexts(std::string noDescription, PatternEntries patterns);
+    // Whether anything, or the user meanwhile, describes a key.
     bool HasDescription(KeyNumber key) const;
 
     // In this and all functions below, `key` is between 1 and Size().
@@ -96,6 +117,8 @@ public:
     std::uint32_t NameHash(KeyNumber key) const;  // as IniDocument::NameHash
     std::string_view Category(KeyNumber key) const { return CategoryOf(key).name; }
     std::string_view TargetSection(KeyNumber key) const { return CategoryOf(key).targetSection; }
+    // The first key of that section and name.
+    std::optional<KeyNumber> Find(std::string_view section, std::string_view name) const;
     // Whether the key is, or will be, active in the settings.
     bool IsChecked(KeyNumber key) const;
 
@@ -188,7 +211,8 @@ private:
         std::string_view targetSection;
     };
     struct StoredKey {
-        LineId line = IniDocument::kNone;  // of the data file
+        // Of the data file; of a key that it does not have the number of its model.
+        LineId line = IniDocument::kNone;
         // A line of the settings, a place among the own values, or none for an absent key.
         std::uint32_t value = IniDocument::kNone;
         std::uint16_t category = 0;
@@ -212,6 +236,11 @@ private:
     void SetOwnValue(KeyNumber key, const std::string& value);
     // Notes where the settings have a record that is about to get a pending change.
     void NotePlace(KeyNumber key);
+
+    KeyNumber AddMore(std::string_view name, std::uint16_t category, LineId model);
+    std::uint16_t CategoryFor(std::string_view section, std::string_view brackets);
+    // The entry of a key that the data file does not have.
+    std::string_view EntryOfMore(KeyNumber key) const;
 
     const StoredKey& Stored(KeyNumber key) const { return m_keys[key - 1]; }
     const StoredCategory& CategoryOf(KeyNumber key) const {
@@ -237,6 +266,8 @@ private:
     std::vector<std::uint32_t> m_undescribedEnds;   // of each name
     std::deque<std::string> m_undescribedSections;  // in brackets
     std::string m_undescribedText;
+    PatternEntries m_patterns;
+    mutable std::map<KeyNumber, std::string> m_madeEntries;  // of these, with their own numbers
     std::uint32_t m_textVersion = 0;
     std::shared_ptr<const IniDocument> m_dataFile;
     Documents m_settings;

@@ -35,6 +35,8 @@ enum class Command : std::uint16_t {
     EditResetCategory,
     EditCopy,
     EditSelectAll,
+    EditDescribe,
+    EditAddKey,
     ViewToolbar,
     ViewDescription,
     ViewAllKeys,
@@ -46,6 +48,7 @@ enum class Command : std::uint16_t {
     ViewValueBar,
     ViewFilterBar,
     ViewUndescribed,
+    ViewIgnoredLines,
     ViewColumns,
     ViewColumnState,
     ViewColumnDefault,
@@ -97,6 +100,7 @@ struct CommandState {
     bool showsInactiveKeys = false;
     bool showsChangedKeys = false;
     bool showsDifferentKeys = false;
+    bool canDescribe = false;        // nothing describes the current key
     bool canShowInCategory = false;  // another node than the current key's own is shown
 };
 

@@ -173,6 +173,16 @@ inline constexpr std::uint16_t kIsString = 4178;
 inline constexpr std::uint16_t kOnlyInThisFile = 4181;
 inline constexpr std::uint16_t kOtherKeysOf = 4182;
 inline constexpr std::uint16_t kUndescribed = 4183;
+inline constexpr std::uint16_t kOtherScreens = 4185;
+inline constexpr std::uint16_t kEmptyKeyName = 4193;
+inline constexpr std::uint16_t kBadKeyName = 4194;
+inline constexpr std::uint16_t kBadKeyBeginning = 4195;
+inline constexpr std::uint16_t kBadSectionName = 4196;
+inline constexpr std::uint16_t kDescriptionOf = 4198;
+inline constexpr std::uint16_t kCopyDataFile = 4199;
+inline constexpr std::uint16_t kIgnoredRepeated = 4205;
+inline constexpr std::uint16_t kIgnoredNoKey = 4206;
+inline constexpr std::uint16_t kIgnoredLeftBehind = 4207;
 }  // namespace text
 
 // The built-in English text of a number; empty if there is none.

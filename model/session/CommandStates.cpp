@@ -36,6 +36,7 @@ CommandState CommandStates::State() const {
     state.showsInactiveKeys = m_selection.Filter() == KeyFilter::ShowInactive;
     state.showsChangedKeys = m_selection.Filter() == KeyFilter::ShowChanged;
     state.showsDifferentKeys = m_selection.Filter() == KeyFilter::ShowDifferent;
+    state.canDescribe = m_describing.CanDescribe();
     state.canShowInCategory = m_selection.CanShowInCategory();
     return state;
 }

@@ -3,6 +3,7 @@
 #include "model/program/Commands.h"
 #include "model/session/KeyColumns.h"
 #include "model/session/KeyCommands.h"
+#include "model/session/KeyDescribing.h"
 #include "model/session/KeySelection.h"
 #include "model/session/OpenDataFile.h"
 #include "model/session/OpenSettings.h"
@@ -15,13 +16,15 @@ class CommandStates {
 public:
     CommandStates(const Workplace& workplace, const KeySelection& selection,
                   const KeyCommands& commands, const OpenDataFile& dataFile,
-                  const OpenSettings& settings, const KeyColumns& columns)
+                  const OpenSettings& settings, const KeyColumns& columns,
+                  const KeyDescribing& describing)
         : m_workplace(workplace),
           m_selection(selection),
           m_commands(commands),
           m_dataFile(dataFile),
           m_settings(settings),
-          m_columns(columns) {}
+          m_columns(columns),
+          m_describing(describing) {}
 
     bool IsEnabled(Command command) const;
     bool IsChecked(Command command) const;
@@ -37,6 +40,7 @@ private:
     const OpenDataFile& m_dataFile;
     const OpenSettings& m_settings;
     const KeyColumns& m_columns;
+    const KeyDescribing& m_describing;
 };
 
 }  // namespace tamarind

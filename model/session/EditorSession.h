@@ -8,8 +8,11 @@
 #include "model/program/SettingsLocator.h"
 #include "model/session/CommandStates.h"
 #include "model/session/FavoritesBook.h"
+#include "model/session/IgnoredLinesEditor.h"
+#include "model/session/KeyAdding.h"
 #include "model/session/KeyColumns.h"
 #include "model/session/KeyCommands.h"
+#include "model/session/KeyDescribing.h"
 #include "model/session/KeyExchange.h"
 #include "model/session/KeySelection.h"
 #include "model/session/KeyValues.h"
@@ -46,6 +49,9 @@ public:
     PendingChanges& Pending() { return m_pending; }
     KeyExchange& Exchange() { return m_exchange; }
     TextFilter& Filter() { return m_filter; }
+    KeyAdding& Adding() { return m_adding; }
+    KeyDescribing& Describing() { return m_describing; }
+    IgnoredLinesEditor& IgnoredLines() { return m_ignoredLines; }
     FavoritesBook& FavoriteKeys() { return m_favorites; }
     RecentSettings& Recent() { return m_recent; }
     const CommandStates& States() const { return m_states; }
@@ -88,7 +94,7 @@ private:
     KeyEditor m_editor{m_store};
     KeySelection m_selection{m_workplace, m_store};
     OpenDataFile m_dataFile{m_workplace, m_store, m_selection};
-    UndescribedCategories m_undescribed{m_workplace, m_store, m_selection};
+    UndescribedCategories m_undescribed{m_workplace, m_store, m_selection, m_dataFile};
     OpenSettings m_settings{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_undescribed};
     KeyCommands m_commands{m_workplace, m_store, m_editor, m_selection, m_dataFile};
     KeyValues m_values{m_workplace, m_store, m_dataFile};
@@ -96,10 +102,15 @@ private:
     PendingChanges m_pending{m_workplace, m_store, m_editor, m_selection, m_settings};
     KeyExchange m_exchange{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_settings};
     TextFilter m_filter{m_workplace, m_store, m_selection, m_dataFile, m_values, m_undescribed};
+    KeyAdding m_adding{m_workplace, m_store, m_selection, m_dataFile, m_settings, m_undescribed};
+    KeyDescribing m_describing{m_workplace, m_store,    m_selection,
+                               m_dataFile,  m_settings, m_undescribed};
+    IgnoredLinesEditor m_ignoredLines{m_workplace, m_store, m_selection, m_settings, m_undescribed};
     FavoritesBook m_favorites{m_workplace, m_selection};
     RecentSettings m_recent{m_workplace};
     KeyColumns m_columns{m_workplace, m_store, m_values};
-    CommandStates m_states{m_workplace, m_selection, m_commands, m_dataFile, m_settings, m_columns};
+    CommandStates m_states{m_workplace, m_selection, m_commands,  m_dataFile,
+                           m_settings,  m_columns,   m_describing};
     LanguageOffer m_offer{m_workplace, m_dataFile};
     SettingsLocator m_locator;
 };

@@ -150,8 +150,9 @@ void KeyCommands::AfterChange(const std::vector<KeyNumber>& changed, std::size_t
 }
 
 bool KeyCommands::IsKeptByReset(KeyNumber key) const {
+    const KeyNumber model = m_store.ModelOf(key);
     return EqualsIgnoreCase(m_store.KeyName(key), "RedirectSection") ||
-           m_dataFile.Types().IsHistory(m_store.TargetSection(key), m_store.KeyName(key));
+           m_dataFile.Types().IsHistory(m_store.TargetSection(model), m_store.KeyName(model));
 }
 
 void KeyCommands::ResetKeys() {

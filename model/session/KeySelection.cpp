@@ -98,7 +98,7 @@ std::size_t KeySelection::Fill(KeyList& keys, NodeIndex node, KeyFilter filter) 
     const bool isRoot = node == kRootNode;
     return keys.Fill(m_store, isRoot,
                      isRoot ? std::string_view() : m_categories[static_cast<std::size_t>(node)].tag,
-                     filter);
+                     m_workplace.AreUndescribedVisible(), filter);
 }
 
 std::vector<KeyNumber> KeySelection::KeysOfNode() const {
@@ -232,13 +232,17 @@ void KeySelection::SetKeyFilter(KeyFilter filter) {
     ShowAgain();
 }
 
+// How many keys of the store can be seen at all.
+std::size_t KeySelection::VisibleCount() const {
+    return m_workplace.AreUndescribedVisible() ? m_store.Size() : m_store.DescribedCount();
+}
+
 std::string KeySelection::CounterPanel() const {
     if (m_ranking == nullptr) {
         return std::to_string(m_keys.Size()) + "  " + m_workplace.Text(text::kKeys);
     }
     const std::string hidden = HiddenText();
-    const std::size_t count =
-        m_workplace.AreUndescribedVisible() ? m_store.Size() : m_store.DescribedCount();
+    const std::size_t count = VisibleCount();
     return m_workplace.Text(text::kKeysOfKeys,
                             {std::to_string(m_keys.Size()), std::to_string(count)}) +
            (hidden.empty() ? "" : ", " + hidden);
@@ -357,7 +361,7 @@ std::vector<KeySelection::CategoryCount> KeySelection::CategoriesOfHeading() con
     // The keys of a category follow one another.
     std::string_view category;
     auto count = counts.end();
-    for (KeyNumber key = 1; key <= m_store.Size(); ++key) {
+    for (KeyNumber key = 1; key <= VisibleCount(); ++key) {
         if (const std::string_view own = m_store.Category(key); own != category || key == 1) {
             category = own;
             count = std::ranges::find(counts, NodeOf(key), &CategoryCount::node);

@@ -173,6 +173,7 @@ private:
     bool IsBelow(std::optional<NodeIndex> category, NodeIndex node) const;
     std::size_t Fill(KeyList& keys, NodeIndex node, KeyFilter filter) const;
     std::size_t FillRanked(NodeIndex node);
+    std::size_t VisibleCount() const;
     void CountHits(const std::vector<KeyNumber>& ranked);
 
     Workplace& m_workplace;

@@ -34,7 +34,8 @@ std::string WithText(ValueKind kind, std::string_view value, std::string_view te
 }  // namespace
 
 std::optional<ValueType> KeyValues::Entry(KeyNumber key) const {
-    return m_dataFile.Types().TypeOf(m_store.TargetSection(key), m_store.KeyName(key));
+    const KeyNumber model = m_store.ModelOf(key);
+    return m_dataFile.Types().TypeOf(m_store.TargetSection(model), m_store.KeyName(model));
 }
 
 std::vector<DescribedValue> KeyValues::Lines(KeyNumber key) const {

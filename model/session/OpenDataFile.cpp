@@ -31,9 +31,16 @@ std::string OpenDataFile::Panel() const {
 
 const ValueTypes& OpenDataFile::Types() {
     if (!m_types) {
-        m_types.emplace(TypesFor(m_target));
+        const auto file = Companion(m_target, ".types");
+        m_types.emplace(file ? ValueTypes(file) : ValueTypes());
+        m_families = file ? KeyFamilies(file) : KeyFamilies();
     }
     return *m_types;
+}
+
+const KeyFamilies& OpenDataFile::Families() {
+    Types();
+    return m_families;
 }
 
 ValueTypes OpenDataFile::TypesFor(SettingsTarget target) const {
@@ -114,6 +121,7 @@ bool OpenDataFile::LoadDataFile(const std::string& path) {
 
 void OpenDataFile::ReadKeys(const std::function<void()>& advance) {
     m_areKeysRead = true;
+    m_hasNewKeys = false;
     m_isModified = false;
     m_selection.Clear();
     const bool fits = tamarind::LoadDataFile(m_document, m_workplace.Text(text::kNoDescription),
@@ -129,7 +137,12 @@ void OpenDataFile::ChangeDescription(std::string_view text) {
     if (!key || MaxDescriptionUnits() == 0) {
         return;
     }
-    m_store.SetDescription(*key, StoredDescription(text));
+    Describe(*key, text);
+}
+
+void OpenDataFile::Describe(KeyNumber key, std::string_view text) {
+    m_store.SetDescription(key, StoredDescription(text));
+    m_hasNewKeys |= !m_store.IsDescribed(key);
     if (!m_isModified) {
         m_isModified = true;
         m_workplace.TellCommandsChanged();
@@ -157,6 +170,10 @@ bool OpenDataFile::SaveDataFile() {
         return false;
     }
     m_isModified = false;
+    // Keys that were described are lines of the file now: with the next settings it is read again.
+    m_document = m_onDisk;
+    m_areKeysRead = m_areKeysRead && !m_hasNewKeys;
+    m_hasNewKeys = false;
     m_workplace.TellCommandsChanged();
     return true;
 }

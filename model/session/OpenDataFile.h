@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "model/files/DataFile.h"
+#include "model/files/KeyFamilies.h"
 #include "model/files/Keywords.h"
 #include "model/files/ValueTypes.h"
 #include "model/session/KeySelection.h"
@@ -37,7 +38,9 @@ public:
     // What the values of its keys may be. Read on the first call: the file of types beside the data
     // file, or else the one that comes with the program.
     const ValueTypes& Types();
-    // The same for any kind of settings, and what people call its keys.
+    // Which keys of the settings are described by others, from the same file.
+    const KeyFamilies& Families();
+    // The types for any kind of settings, and what people call its keys.
     ValueTypes TypesFor(SettingsTarget target) const;
     Keywords KeywordsFor(SettingsTarget target) const;
     // The status bar's text.
@@ -64,6 +67,8 @@ public:
     // The text that the user typed in place of the current key's description, with any kind of
     // line break. Every CR becomes a line break of the stored form, an LF nothing.
     void ChangeDescription(std::string_view text);
+    // The same for a key that has no description.
+    void Describe(KeyNumber key, std::string_view text);
     // How long that text may be, in UTF-16 units; 0: it cannot be edited.
     std::size_t MaxDescriptionUnits() const;
 
@@ -89,8 +94,10 @@ private:
     std::shared_ptr<const IniDocument> m_document;
     std::shared_ptr<const IniDocument> m_onDisk;  // as it was last read or written
     std::optional<ValueTypes> m_types;
+    KeyFamilies m_families;
     bool m_areKeysRead = false;
     bool m_isModified = false;
+    bool m_hasNewKeys = false;  // among what is modified
 };
 
 }  // namespace tamarind

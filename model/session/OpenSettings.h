@@ -45,6 +45,7 @@ public:
 
     // Empty or the MissingValueMarker: none.
     const std::string& Path() const { return m_path; }
+    const SettingsFiles& Files() const { return m_files; }
     // Where settings files are asked for: Total Commander's folder, or else that of the open one.
     std::string Folder() const;
     // The status bar's text of the current key's section and file.
@@ -76,6 +77,8 @@ public:
     // stays; where both changed a key the user chooses. What is gone is told once, and its keys
     // stay until it is there again.
     OutsideCheck CheckOutsideChanges();
+    // The same at once, after this program has written one of the files in another way than saving.
+    void TakeOwnWrite() { TakeOutsideChanges(ReadAgain()); }
 
     // The files that have backups, or may have: the settings' and the data file. Of one of them:
     // its backups, the newest first, what a backup says of its keys, and how to bring one back;

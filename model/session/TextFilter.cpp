@@ -117,7 +117,8 @@ FilterIndex TextFilter::MakeIndex(const KeyStore& store,
     FilterSources sources;
     sources.headingOf = [&](std::string_view tag) { return HeadingAbove(categories, tag); };
     sources.keywordsOf = [&](KeyNumber key) {
-        return keywords.Of(store.TargetSection(key), store.KeyName(key));
+        const KeyNumber model = store.ModelOf(key);
+        return keywords.Of(store.TargetSection(model), store.KeyName(model));
     };
     sources.typeOf = std::move(typeOf);
     return {store, sources};

@@ -1,7 +1,6 @@
 #include "model/session/UndescribedCategories.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "core/text/Unicode.h"
 #include "model/files/UndescribedKeys.h"
@@ -10,14 +9,15 @@
 namespace tamarind {
 namespace {
 
-// A tag that no section of a data file has: it would be a heading without a text.
-constexpr std::string_view kHeadingTag = "/";
+// Tags that no section of a data file has: they would be headings without a text.
+constexpr std::string_view kLikeTag = "//";
+constexpr std::string_view kOthersTag = "/";
 
 }  // namespace
 
 UndescribedCategories::UndescribedCategories(Workplace& workplace, KeyStore& store,
-                                             KeySelection& selection)
-    : m_workplace(workplace), m_store(store), m_selection(selection) {
+                                             KeySelection& selection, OpenDataFile& dataFile)
+    : m_workplace(workplace), m_store(store), m_selection(selection), m_dataFile(dataFile) {
     m_workplace.Watchers().Add(*this);
     m_selection.CategoryWatchers().Add(*this);
 }
@@ -37,54 +37,95 @@ void UndescribedCategories::Clear() {
     m_settings = nullptr;
 }
 
+UndescribedCategories::Section& UndescribedCategories::SectionOf(const std::string& name) {
+    const auto section = std::ranges::find_if(
+        m_sections, [&](const Section& one) { return EqualsIgnoreCase(one.keys.section, name); });
+    if (section != m_sections.end()) {
+        return *section;
+    }
+    const std::string tag = "[" + name + "]";
+    return m_sections.emplace_back(Section{{name}, tag, "[" + tag + "]"});
+}
+
 // Sections stay until other settings are opened, so that no node changes its place.
 void UndescribedCategories::Take(const SettingsFiles& settings) {
     m_settings = &settings;
     std::vector<std::string> loaded;
     for (const Section& section : m_sections) {
         if (section.isLoaded) {
-            loaded.push_back(section.name);
+            loaded.push_back(section.keys.section);
         }
     }
-    AddUndescribedKeys(m_store, settings, loaded);
-    for (std::string& name : SectionsWithUndescribedKeys(m_store, settings)) {
-        const bool isThere = std::ranges::any_of(m_sections, [&](const Section& section) {
-            return EqualsIgnoreCase(section.name, name);
-        });
-        if (!isThere) {
-            std::string tag = "[" + name + "]";
-            m_sections.push_back({std::move(name), std::move(tag)});
-        }
+    const KeyFamilies& families = m_dataFile.Families();
+    AddMoreKeys(m_store, settings, families, loaded);
+    for (const MoreKeys& keys : SectionsWithMoreKeys(m_store, settings, families)) {
+        Section& section = SectionOf(keys.section);
+        section.keys.isLike = keys.isLike;
+        section.keys.hasSiblings |= keys.hasSiblings;
+        section.keys.hasOthers |= keys.hasOthers;
     }
     Fill();
 }
 
-void UndescribedCategories::LoadAll() {
+void UndescribedCategories::LoadSections(const std::function<bool(const Section&)>& isAsked) {
     std::vector<std::string> names;
     for (Section& section : m_sections) {
-        if (!std::exchange(section.isLoaded, true)) {
-            names.push_back(section.name);
+        if (!section.isLoaded && isAsked(section)) {
+            section.isLoaded = true;
+            names.push_back(section.keys.section);
         }
     }
     if (!names.empty()) {
-        AddUndescribedKeys(m_store, *m_settings, names);
+        AddMoreKeys(m_store, *m_settings, m_dataFile.Families(), names);
     }
 }
 
-// The heading counts the keys of all.
+void UndescribedCategories::LoadAll() {
+    LoadSections([](const Section&) { return true; });
+}
+
+// Whether a category or heading shows keys of a section, or counts them.
+bool UndescribedCategories::IsShownBy(const Section& section, NodeIndex node) const {
+    const std::vector<CategoryNode>& nodes = m_selection.Categories();
+    auto at = static_cast<std::size_t>(node);
+    const bool isHeading = nodes[at].IsHeading();
+    at += isHeading ? 1 : 0;
+    const auto isOfSection = [&](std::string_view tag) {
+        return tag == section.othersTag || tag == section.likeTag ||
+               (section.keys.hasSiblings &&
+                EqualsIgnoreCase(m_store.SectionOf(tag), section.keys.section));
+    };
+    do {
+        if (at < nodes.size() && isOfSection(nodes[at].tag)) {
+            return true;
+        }
+        ++at;
+    } while (isHeading && at < nodes.size() && !nodes[at].IsHeading());
+    return false;
+}
+
 void UndescribedCategories::OnCategorySelected() {
     const NodeIndex node = m_selection.SelectedNode();
-    if (node == kRootNode || m_settings == nullptr) {
-        return;
+    if (node != kRootNode && m_settings != nullptr && m_workplace.AreUndescribedVisible()) {
+        LoadSections([&](const Section& section) { return IsShownBy(section, node); });
     }
-    const std::string_view tag = m_selection.Categories()[static_cast<std::size_t>(node)].tag;
-    const auto section =
-        std::ranges::find_if(m_sections, [&](const Section& one) { return one.tag == tag; });
-    if (tag == kHeadingTag) {
-        LoadAll();
-    } else if (section != m_sections.end() && !std::exchange(section->isLoaded, true)) {
-        AddUndescribedKeys(m_store, *m_settings, {section->name});
+}
+
+KeyNumber UndescribedCategories::Add(const std::string& section, const std::string& name) {
+    const std::string_view like = m_dataFile.Families().KeyLike(section, name);
+    const auto model = like.empty() ? std::nullopt : m_store.Find(section, like);
+    const KeyNumber key =
+        model ? m_store.AddSibling(section, name, *model) : m_store.AddUndescribed(section, name);
+    m_store.SetFromSettings(key, {});
+    Section& own = SectionOf(section);
+    (model ? own.keys.hasSiblings : own.keys.hasOthers) = true;
+    own.isLoaded = true;
+    if (m_workplace.AreUndescribedVisible()) {
+        Fill();
+    } else {
+        Show(true);
     }
+    return key;
 }
 
 void UndescribedCategories::Show(bool areVisible) {
@@ -97,16 +138,40 @@ void UndescribedCategories::Show(bool areVisible) {
 }
 
 void UndescribedCategories::Fill() {
-    m_store.SetUndescribedText(m_workplace.Text(text::kUndescribed));
+    m_store.SetUndescribedTexts(
+        m_workplace.Text(text::kUndescribed),
+        [&families = m_dataFile.Families(), language = m_workplace.LanguageName()](
+            std::string_view section, std::string_view name) {
+            return families.EntryOf(section, name, language);
+        });
     std::vector<CategoryNode> nodes;
-    if (m_workplace.AreUndescribedVisible() && !m_sections.empty()) {
-        nodes.push_back({0, kHeadingTag, m_workplace.Text(text::kOnlyInThisFile)});
+    const auto add = [&](std::string_view heading, std::uint16_t number, auto categoryOf) {
+        const std::size_t first = nodes.size();
+        nodes.push_back({0, heading, m_workplace.Text(number)});
         for (const Section& section : m_sections) {
-            nodes.push_back({0, section.tag,
-                             m_store.DescribesSection(section.name)
-                                 ? m_workplace.Text(text::kOtherKeysOf, {section.name})
-                                 : section.tag});
+            if (auto category = categoryOf(section); !category.tag.empty()) {
+                nodes.push_back(std::move(category));
+            }
         }
+        if (nodes.size() == first + 1) {
+            nodes.pop_back();
+        }
+    };
+    if (m_workplace.AreUndescribedVisible()) {
+        add(kLikeTag, text::kOtherScreens, [](const Section& section) {
+            return section.keys.isLike ? CategoryNode{0, section.likeTag, section.othersTag}
+                                       : CategoryNode();
+        });
+        add(kOthersTag, text::kOnlyInThisFile, [this](const Section& section) {
+            const bool isOther =
+                section.keys.isLike || m_store.DescribesSection(section.keys.section);
+            return section.keys.hasOthers
+                       ? CategoryNode{0, section.othersTag,
+                                      isOther ? m_workplace.Text(text::kOtherKeysOf,
+                                                                 {section.keys.section})
+                                              : section.othersTag}
+                       : CategoryNode();
+        });
     }
     m_selection.SetMoreCategories(std::move(nodes));
 }

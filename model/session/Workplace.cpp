@@ -37,6 +37,14 @@ std::string Workplace::Label(std::uint16_t number) const {
     return isInBrackets ? text.substr(0, mark - 1) : text.erase(mark, 1);
 }
 
+std::string Workplace::LanguageName() const {
+    const tamarind::OwnSettings& settings = m_settings.Values();
+    const std::string_view file = settings.useDefaultLanguage != 0
+                                      ? std::string_view("English")
+                                      : FileNameOfPath(settings.languageFile);
+    return std::string(file.substr(0, file.rfind('.')));
+}
+
 void Workplace::LoadLanguage() {
     if (!m_language.Load()) {
         UseBuiltInLanguage();

@@ -80,6 +80,8 @@ public:
     // texts.
     void RefreshLanguage();
     const Language& Texts() const { return m_language; }
+    // The name of the language file without its extension, as "German"; "English" without a file.
+    std::string LanguageName() const;
     std::string Text(std::uint16_t number) const { return m_language.GetLanguageString(number); }
     // The text of a menu entry without the mark of its access key, and without one in brackets at
     // its end, as languages without letters have it.

@@ -123,10 +123,191 @@ TEST_F(UndescribedKeysTest, RedirectedSectionsAreReadWhereTheyAre) {
     EXPECT_THAT(RowsOfNode(5), ElementsAre("RedirectSection=user.ini", "menu1=a"));
 }
 
+constexpr const char* kTypes = "C:\\Tamarind\\Data Files\\Wincmd.types";
+
+TEST_F(UndescribedKeysTest, SiblingsAreDescribedByOthers) {
+    world.disk.Put(kTypes,
+                   std::string("[Colors]\nF#=list blank\nF#Color=color\n[searches]\n*_for=bool\n"
+                               "[800x600 (8x16)]\nFont=string\nSize=int 1..\n"
+                               "[counted:]\n#x# (#x#)=800x600 (8x16)\n"
+                               "[counted:Colors]\nF#=F2\nF#Color=F2Color\n"
+                               "[english:searches]\n*_for=7///What {n} of {section} is.\n"));
+    StartWith(
+        {"[Configuration]\r\n[Colors]\r\nF10Color=1\r\nF3=*.c\r\nF10=*.x\r\nFont3=x\r\n"
+         "[1024x768 (8x16)]\r\nOdd=1\r\nSize=9\r\n"
+         "[searches]\r\nmy_own_for=1\r\nelse=2\r\n[640x480]\r\nSize=1\r\n",
+         "[Filters]\nCategoryTargetSection=Colors\nF1=///Types 1.\nF1Color=5///Color of 1.\n"
+         "F2=///Types 2, or 12 and 2.\nF2Color=5///Color of 2.\nBack=0///Last.\n"
+         "[Screen]\nCategoryTargetSection=800x600 (8x16)\n"
+         "Size=8///Size of 8 at 800x600.\nFont=///Name.\n",
+         ""});
+    const auto rows = [this](NodeIndex node) { return RowsOfNode(node); };
+    EXPECT_THAT(world.Rows(),
+                ElementsAre("F1", "F1Color", "F2", "F2Color", "Back", "Size", "Font"));
+    EXPECT_THAT(rows(0), ElementsAre("F1", "F1Color", "F2", "F2Color", "F10Color=1", "F3=*.c",
+                                     "F10=*.x", "Back"));
+    std::vector<std::string> nodes;
+    for (const CategoryNode& node : Selection().Categories()) {
+        nodes.emplace_back(node.Text());
+    }
+    EXPECT_THAT(nodes, ElementsAre("Filters", "Screen", "Other Screen Resolutions",
+                                   "[1024x768 (8x16)]", "Only in This File", "[Colors]: other keys",
+                                   "[1024x768 (8x16)]: other keys", "[searches]", "[640x480]"));
+    EXPECT_THAT(rows(3), ElementsAre("Size=9", "Font"));
+    EXPECT_EQ(Selection().Description(), "Size of 8 at 1024x768.");
+    EXPECT_THAT(rows(5), ElementsAre("Font3=x"));
+    EXPECT_THAT(rows(6), ElementsAre("Odd=1"));
+    EXPECT_THAT(rows(7), ElementsAre("my_own_for=1", "else=2"));
+    EXPECT_EQ(Selection().Description(), "What my_own of searches is.");
+    EXPECT_EQ(Selection().Record(*Selection().CurrentKey()).defaultValue, "7");
+    EXPECT_EQ(Session().Values().TypeOf(*Selection().CurrentKey()).kind, ValueKind::Bool);
+    EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U) << "the text is not that of a line of its own";
+
+    Session().Filter().SetText("Types 10");
+    EXPECT_THAT(world.Rows(), ElementsAre("F10=*.x"));
+    Selection().ShowInCategory();
+    EXPECT_EQ(Selection().SelectedNode(), 0);
+    EXPECT_EQ(Selection().Description(), "Types 10, or 12 and 10.");
+    Set(4, "77");
+    Selection().SelectCategory(3);
+    Set(1, "Arial");
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
+    const std::string saved(world.disk.BytesOf(SessionWorld::kWincmd));
+    EXPECT_THAT(saved, testing::HasSubstr("[Colors]\r\nF10Color=77\r\n"));
+    EXPECT_THAT(saved, testing::HasSubstr("Odd=1\r\nSize=9\r\nFont=Arial\r\n"));
+
+    Session().Undescribed().Show(false);
+    EXPECT_THAT(rows(0), ElementsAre("F1", "F1Color", "F2", "F2Color", "Back"));
+    EXPECT_EQ(Selection().Categories().size(), 2U);
+}
+
+TEST_F(UndescribedKeysTest, KeysAreAddedByName) {
+    StartWith({kText, "", ""});
+    KeyAdding& adding = Session().Adding();
+    EXPECT_EQ(adding.ProposedSection(), "Configuration");
+    EXPECT_THAT(adding.Sections(), ElementsAre("Colors", "Configuration", "notes", "searches"));
+    const struct {
+        const char* section;
+        const char* name;
+        const char* fault;
+    } names[] = {{"a", " ", "Type a name"},     {"a", "x=y", "no \"=\""},
+                 {"a", "x\ry", "line break"},   {"a", " ;x", "does not begin"},
+                 {"a", "[x", "does not begin"}, {" ", "x", "of a section"},
+                 {"a]", "x", "of a section"},   {"a", "b;[c]", ""}};
+    for (const auto& one : names) {
+        EXPECT_THAT(adding.FaultOf(one.section, one.name), testing::HasSubstr(one.fault))
+            << one.name;
+        EXPECT_EQ(adding.FaultOf(one.section, one.name).empty(), *one.fault == '\0') << one.name;
+    }
+    // One that is there is shown, whoever describes it.
+    adding.Add("configuration", "showhidden");
+    EXPECT_EQ(Selection().CurrentKey(), 2U);
+    adding.Add("CONFIGURATION", "own");
+    EXPECT_EQ(Selection().SelectedNode(), 5);
+    EXPECT_THAT(world.Rows(), ElementsAre("Own=5", "Off=2"));
+
+    Session().Undescribed().Show(false);
+    adding.Add(" brand new ", " first ");
+    EXPECT_THAT(MoreNodes(), ElementsAre("Only in This File", "[Configuration]: other keys",
+                                         "[searches]", "[brand new]"));
+    EXPECT_THAT(world.Rows(), ElementsAre("first"));
+    EXPECT_FALSE(Settings().IsModified()) << "it has no value yet";
+    Commands().SetValue("1");
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd),
+              std::string(kText) + "[brand new]\r\nfirst=1\r\n");
+}
+
+TEST_F(UndescribedKeysTest, ADescriptionBecomesALineOfTheDataFile) {
+    StartWith({kText, "", ""});
+    KeyDescribing& describing = Session().Describing();
+    EXPECT_FALSE(describing.CanDescribe());
+    Selection().SelectCategory(5);
+    ASSERT_TRUE(describing.CanDescribe());
+
+    // The data file comes with the program: a copy is made where the user wants it.
+    world.prompts.answers = {Answer::Cancel, Answer::Yes};
+    world.prompts.filesToChoose = {"C:\\TC\\own.tmdf"};
+    EXPECT_FALSE(describing.Prepare());
+    ASSERT_TRUE(describing.Prepare());
+    EXPECT_EQ(DataFile().Path(), "C:\\TC\\own.tmdf");
+    EXPECT_EQ(Selection().Record(*Selection().CurrentKey()).keyName, "Own");
+    describing.Describe("What I found out.\r\n5 = best");
+    EXPECT_EQ(Selection().Description(), "What I found out.\r\n5 = best");
+    Selection().SelectCategory(6);
+    ASSERT_TRUE(describing.CanDescribe());
+    describing.Describe("For pictures.");
+    ASSERT_TRUE(DataFile().SaveDataFile());
+    const std::string shipped(world.disk.BytesOf(SessionWorld::kWincmdData));
+    std::string expected = shipped;
+    expected.insert(expected.find("[Colors]"), "Own=///What I found out.@5 = best\r\n");
+    expected += "[searches]\r\nCategoryTargetSection=searches\r\na_SearchFor=///For pictures.\r\n";
+    EXPECT_EQ(world.disk.BytesOf("C:\\TC\\own.tmdf"), expected);
+
+    // With the next settings the keys are those of the data file.
+    ASSERT_TRUE(Session().OpenSettingsFile(SessionWorld::kWincmd, false));
+    EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0", "Own=5", "BackColor",
+                                          "a_SearchFor=x"));
+}
+
+TEST_F(UndescribedKeysTest, IgnoredLinesAreShownAndRemoved) {
+    world.disk.Put("C:\\TC\\user.ini",
+                   std::string("[user]\r\na=1\r\na=2\r\n[else]\r\nz=1\r\nz=2\r\n"));
+    const std::string text =
+        "outside=1\r\n[Configuration]\r\n\r\n; note\r\nOwn=5\r\n\r\ngarbage\r\nown = 6\r\n"
+        "[user]\r\nRedirectSection=user.ini\r\nleft=1\r\n[configuration]\r\nLate=1\r\n";
+    StartWith({text, "", ""});
+    IgnoredLinesEditor& editor = Session().IgnoredLines();
+    const auto texts = [&] {
+        std::vector<std::string> all;
+        for (const IgnoredLine& line : editor.Look()) {
+            all.push_back(std::to_string(line.number) + " " + line.text + ": " +
+                          editor.ReasonOf(line));
+        }
+        return all;
+    };
+    const std::vector<std::string> before = texts();
+    const std::string repeated = ": ignored: Total Commander reads the first";
+    EXPECT_THAT(before,
+                ElementsAre("1 outside=1: neither key, comment nor section",
+                            "7 garbage: neither key, comment nor section", "8 own = 6" + repeated,
+                            "11 left=1: left behind: the section is kept in user.ini",
+                            "13 Late=1" + repeated, "3 a=2" + repeated));
+    EXPECT_FALSE(editor.GoTo(editor.Look()[1])) << "no key";
+    ASSERT_TRUE(editor.GoTo(editor.Look()[2]));
+    EXPECT_EQ(VisibleText(Selection().Record(*Selection().CurrentKey())), "Own=5");
+
+    Set(0, "9");  // stays pending
+    ASSERT_TRUE(editor.Delete(editor.Look()[1]));
+    ASSERT_TRUE(editor.Delete(editor.Look()[1]));
+    std::string after = text;
+    after.erase(after.find("garbage"), std::string("garbage\r\nown = 6\r\n").size());
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd), after);
+    EXPECT_THAT(texts(), testing::SizeIs(4));
+    EXPECT_TRUE(Settings().IsModified());
+    ASSERT_TRUE(editor.Undo());
+    ASSERT_TRUE(editor.Undo());
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd), text);
+    EXPECT_FALSE(editor.CanUndo());
+
+    // What somebody else has changed meanwhile stays.
+    const IgnoredLine stale = editor.Look()[1];
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\n" + text);
+    world.disk.Wait(10);
+    ASSERT_TRUE(editor.Delete(stale));
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd), "[Configuration]\r\n" + text);
+    ASSERT_TRUE(editor.Delete(editor.Look().back()));
+    world.disk.Put("C:\\TC\\user.ini", std::string("[user]\r\nb=1\r\n"));
+    world.disk.Wait(10);
+    EXPECT_FALSE(editor.Undo());
+    EXPECT_EQ(world.disk.BytesOf("C:\\TC\\user.ini"), "[user]\r\nb=1\r\n");
+}
+
 // Every key that Total Commander reads from a real file is there: in the rows of its data file, or
 // else once in a category of its section.
 TEST_F(UndescribedKeysTest, EveryKeyOfRealFilesIsReachable) {
     const std::string dataFile = BytesOfFile("Data Files/tc all keys english.tmdf");
+    world.disk.Put(kTypes, BytesOfFile("Data Files/Wincmd.types"));
     int files = 0;
     for (const auto& entry : std::filesystem::directory_iterator("tests/data/corpus")) {
         const std::string bytes = BytesOfFile(entry.path());

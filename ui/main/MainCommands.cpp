@@ -4,6 +4,9 @@
 
 #include "ui/changes/frmRestoreBackup.h"
 #include "ui/favorites/frmFavoriteAdd.h"
+#include "ui/keys/frmAddKey.h"
+#include "ui/keys/frmDescribeKey.h"
+#include "ui/keys/frmIgnoredLines.h"
 #include "ui/main/ControlIds.h"
 #include "ui/shell/frmAbout.h"
 #include "ui/shell/frmOptions.h"
@@ -213,6 +216,20 @@ void MainCommands::Do(Command command) {
         case Command::ViewFilterBar:
             workplace.SetFilterBarVisible(!workplace.IsFilterBarVisible());
             break;
+        case Command::EditDescribe:
+            DescribeKey();
+            break;
+        case Command::EditAddKey:
+            if (frmAddKey(m_session.Adding(), m_style).Show(m_owner)) {
+                FocusKeyList();
+                m_panes.Keys().BeginInplaceEdit();
+            }
+            break;
+        case Command::ViewIgnoredLines:
+            if (frmIgnoredLines(m_session.IgnoredLines(), m_style).Show(m_owner)) {
+                FocusKeyList();
+            }
+            break;
         case Command::ViewUndescribed:
             m_session.Undescribed().Show(!workplace.AreUndescribedVisible());
             break;
@@ -278,6 +295,22 @@ void MainCommands::AddFavorite() {
 void MainCommands::ContinueAfter(bool isStored) {
     if (isStored) {
         m_panes.Keys().ContinueWithNextKey();
+    }
+}
+
+void MainCommands::DescribeKey() {
+    KeyDescribing& describing = m_session.Describing();
+    if (!describing.Prepare()) {
+        return;
+    }
+    const KeySelection& selection = m_session.Selection();
+    const KeyRecord record = selection.Record(*selection.CurrentKey());
+    const bool isNew = !selection.Store().HasDescription(*selection.CurrentKey());
+    const auto text = frmDescribeKey(m_style).Ask(m_owner, describing.LabelFor(record.keyName),
+                                                  isNew ? std::string() : selection.Description(),
+                                                  KeyDescribing::MaxUnits());
+    if (text) {
+        describing.Describe(*text);
     }
 }
 

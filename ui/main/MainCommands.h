@@ -41,6 +41,7 @@ private:
     void ShowFavorite(int place);
     // After a value was stored, goes on to the next key if the settings say so.
     void ContinueAfter(bool isStored);
+    void DescribeKey();
     void ShowAbout();
     void FocusKeyList() { SetFocus(m_panes.Keys().List()); }
 
