@@ -20,8 +20,8 @@ from PIL import Image
 LISTS = ("toolbar", "tree", "keys", "status")
 STRIP_SIZES = (16, 20, 24, 32, 48)
 ICONS = ("tamarind", "datafile")
-ICON_BITMAP_SIZES = (16, 20, 24, 32, 48)
-ICON_PNG_SIZES = (64, 128, 256)  # as bitmaps these would take most of the program's size
+ICON_BITMAP_SIZES = (16, 20, 24)
+ICON_PNG_SIZES = (32, 48, 256)  # as bitmaps these would take most of the program's size
 
 
 def render_svg(svg: Path, size: int) -> bytes:

@@ -1,6 +1,7 @@
 #!/bin/bash
 # Takes the pictures of the help and of the documents anew, from the built program with the sample settings:
-# help/main-window.png, filter.png, value-bar.png and pending-changes.png, and these, edit, options and right-to-left in docs/pictures/.
+# help/main-window.png, filter.png, value-bar.png, pending-changes.png and ignored-lines.png, and all but the last of these, edit,
+# options and right-to-left in docs/pictures/.
 #
 #   take_pictures.sh [PROGRAM_FOLDER]     default: build/windows/bin
 #
@@ -225,3 +226,10 @@ start_editor
 select_category "$category"
 select_key "$category" DriveBarFlat
 take docs/pictures/right-to-left.png
+stop_editor
+
+lay_out
+printf '[Layout]\r\nButtonBar=0\r\nold notes of mine\r\n' >>"$drive/totalcmd/Wincmd.ini"
+start_editor
+open_window alt+v g
+take help/ignored-lines.png

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <tuple>
 
 #include "core/files/Leftovers.h"
+#include "core/text/Digits.h"
 #include "core/text/Unicode.h"
 
 namespace tamarind {
@@ -18,10 +18,9 @@ constexpr std::string_view kDatePattern = "dddd-dd-dd dd.dd.dd";
 constexpr std::uint64_t kTicksPerDay = 864'000'000'000U;
 
 std::string DateText(const CivilTime& time) {
-    char text[80];
-    std::snprintf(text, sizeof(text), "%04d-%02d-%02d %02d.%02d.%02d", time.year, time.month,
-                  time.day, time.hour, time.minute, time.second);
-    return text;
+    const auto two = [](int number) { return PaddedDigits(static_cast<std::uint64_t>(number), 2); };
+    return PaddedDigits(static_cast<std::uint64_t>(time.year), 4) + "-" + two(time.month) + "-" +
+           two(time.day) + " " + two(time.hour) + "." + two(time.minute) + "." + two(time.second);
 }
 
 // Not std::isdigit, which depends on the locale.

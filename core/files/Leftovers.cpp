@@ -15,11 +15,11 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <utility>
 
 #include "core/files/Backups.h"
 #include "core/files/FileSteps.h"
+#include "core/text/Digits.h"
 #include "core/text/Unicode.h"
 
 namespace tamarind {
@@ -87,10 +87,8 @@ bool IsBetween(std::string_view present, std::string_view old, std::string_view 
 std::string LeftoverPath(const std::string& path, LeftoverKind kind, std::string_view bytes,
                          int number) {
     const auto mark = std::ranges::find(kMarks, kind, &Mark::first);
-    char text[48];
-    std::snprintf(text, sizeof(text), "%llu-%016llx", static_cast<unsigned long long>(bytes.size()),
-                  static_cast<unsigned long long>(HashBytes(bytes)));
-    return path + std::string(mark->second) + text +
+    return path + std::string(mark->second) + std::to_string(bytes.size()) + "-" +
+           PaddedDigits(HashBytes(bytes), 16, 16) +
            (number > 1 ? "-" + std::to_string(number) : std::string());
 }
 

@@ -13,11 +13,11 @@
 
 #include "core/files/SafeReplace.h"
 
-#include <cstdio>
 #include <set>
 
 #include "core/files/Backups.h"
 #include "core/files/Leftovers.h"
+#include "core/text/Digits.h"
 #include "core/text/Unicode.h"
 
 namespace tamarind {
@@ -100,10 +100,9 @@ std::shared_ptr<FileLock> SafeReplace::LockFinal(const std::string& finalPath) {
     if (!lock) {
         // The name of a system object cannot hold a path; a hash of it serves, whatever its letter
         // case.
-        char hash[17];
-        std::snprintf(hash, sizeof(hash), "%016llx",
-                      static_cast<unsigned long long>(HashIgnoreCase(finalPath)));
-        lock = m_steps.Calls().Lock("TamarindEditor-save-" + std::string(hash), kLockMilliseconds);
+        lock = m_steps.Calls().Lock(
+            "TamarindEditor-save-" + PaddedDigits(HashIgnoreCase(finalPath), 16, 16),
+            kLockMilliseconds);
         held = lock;
     }
     return lock;

@@ -24,7 +24,8 @@ public:
     ValueTypes() = default;
     explicit ValueTypes(std::shared_ptr<const IniDocument> file) : m_file(std::move(file)) {}
 
-    // The words of a key's type; empty for a key without an entry. The view belongs to the // file.
+    // The words of a key's type; empty for a key without an entry. The view belongs to the
+    // file.
     std::string_view WordsOf(std::string_view section, std::string_view key) const;
 
     // The type of a key; nothing for one without an entry.

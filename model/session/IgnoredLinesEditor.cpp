@@ -24,19 +24,19 @@ std::string IgnoredLinesEditor::ReasonOf(const IgnoredLine& line) const {
     }
 }
 
-bool IgnoredLinesEditor::GoTo(const IgnoredLine& line) {
-    if (line.key.empty()) {
-        return false;
-    }
+bool IgnoredLinesEditor::CanGoTo(const IgnoredLine& line) {
     m_undescribed.LoadAll();
-    const auto key = m_store.Find(line.section, line.key);
-    if (key) {
+    return !line.key.empty() && m_store.Find(line.section, line.key).has_value();
+}
+
+void IgnoredLinesEditor::GoTo(const IgnoredLine& line) {
+    m_undescribed.LoadAll();
+    if (const auto key = m_store.Find(line.section, line.key)) {
         if (!m_store.IsDescribed(*key) && !m_workplace.AreUndescribedVisible()) {
             m_undescribed.Show(true);
         }
         m_selection.GoToKey(*key);
     }
-    return key.has_value();
 }
 
 bool IgnoredLinesEditor::Write(const std::string& path,

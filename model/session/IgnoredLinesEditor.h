@@ -27,8 +27,9 @@ public:
     // "ignored: Total Commander reads the first".
     std::string ReasonOf(const IgnoredLine& line) const;
 
-    // Shows the key that is read in place of a line. False: the line is of no key.
-    bool GoTo(const IgnoredLine& line);
+    // Whether something is read in place of a line: a key of that section and name. Shows it.
+    bool CanGoTo(const IgnoredLine& line);
+    void GoTo(const IgnoredLine& line);
 
     // Removes a line, and nothing else. False, after a message: the file cannot be written.
     bool Delete(const IgnoredLine& line);

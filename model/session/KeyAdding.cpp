@@ -21,7 +21,12 @@ void AddNew(std::vector<std::string>& sections, std::string_view name) {
 
 std::string KeyAdding::ProposedSection() const {
     const auto key = m_selection.CurrentKey();
-    return key ? std::string(m_store.TargetSection(*key)) : std::string();
+    const NodeIndex node = m_selection.SelectedNode();
+    if (key || node == kRootNode) {
+        return key ? std::string(m_store.TargetSection(*key)) : std::string();
+    }
+    return std::string(
+        m_store.SectionOf(m_selection.Categories()[static_cast<std::size_t>(node)].tag));
 }
 
 std::vector<std::string> KeyAdding::Sections() const {

@@ -70,12 +70,15 @@ TEST_F(PendingChangesTest, EachIsShownWithWhatTheFileHas) {
 // Whatever was done before: after taking all of it back a save has nothing to write, and undoing
 // that brings the same changes again.
 TEST_F(PendingChangesTest, NothingIsLeftOfWhatIsDiscarded) {
-    Start("[T]\nA=1\n;K=2\n");
+    Start("[T]\nA=1\n;K=2\nOwn=1\n;Off=2\n[own]\nx=1\n");
     const std::string before = world.disk.BytesOf(SessionWorld::kWincmd);
     std::mt19937 random(7);
     for (int round = 0; round < 100; ++round) {
         for (int step = 0; step < 12; ++step) {
-            Selection().ShowKeyDetails(random() % 4);
+            // The keys of the data file, and those that only the settings have.
+            const NodeIndex nodes[] = {kRootNode, 4, 5};
+            Selection().SelectCategory(nodes[random() % std::size(nodes)]);
+            Selection().ShowKeyDetails(random() % Selection().Keys().Size());
             Play("secdur"[random() % 6]);
         }
         const std::vector<std::string> shown = Shown();
@@ -161,6 +164,8 @@ std::map<std::string, int> CountedLines(const std::string& bytes) {
 TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
     std::ifstream shipped("Data Files/tc all keys english.tmdf", std::ios::binary);
     const std::string dataFile(std::istreambuf_iterator<char>(shipped), {});
+    std::ifstream shippedTypes("Data Files/Wincmd.types", std::ios::binary);
+    const std::string types(std::istreambuf_iterator<char>(shippedTypes), {});
     std::mt19937 random(3);
     int files = 0;
     std::size_t previews = 0;
@@ -180,10 +185,23 @@ TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
                     EncodeUtf16Le(DecodeCodePage(bytes, world.files.SystemCodePage()));
         }
         world.disk.Put("C:\\TC\\colors.ini", "[Colors]\r\nBackColor=1\r\n;ForeColor=2");
+        world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types", types);
         StartWith({bytes, dataFile, ""});
-        for (int change = 0; change < 80; ++change) {
+        for (int change = 0; change < 120; ++change) {
+            // All keys of the data file, or a category: one of the last has others.
+            const auto nodes = static_cast<NodeIndex>(Selection().Categories().size());
+            const NodeIndex node = nodes - 1 - static_cast<NodeIndex>(random() % 30);
+            Selection().SelectCategory(change % 2 == 0 || node < 0 ? kRootNode : node);
+            if (Selection().ShowsHeading() || Selection().Keys().Size() == 0) {
+                continue;
+            }
             Selection().ShowKeyDetails(random() % Selection().Keys().Size());
-            Play("ssecd"[random() % 5]);
+            if (random() % 5 < 2) {
+                // Files that several of these settings lead to keep what was saved before.
+                Commands().SetValue("new " + std::to_string(files));
+            } else {
+                Play("ecd"[random() % 3]);
+            }
         }
         const std::vector<FilePreview> preview = Pending().Look().files;
         std::map<std::string, std::map<std::string, int>> expected;

@@ -273,8 +273,10 @@ TEST_F(UndescribedKeysTest, IgnoredLinesAreShownAndRemoved) {
                             "7 garbage: neither key, comment nor section", "8 own = 6" + repeated,
                             "11 left=1: left behind: the section is kept in user.ini",
                             "13 Late=1" + repeated, "3 a=2" + repeated));
-    EXPECT_FALSE(editor.GoTo(editor.Look()[1])) << "no key";
-    ASSERT_TRUE(editor.GoTo(editor.Look()[2]));
+    EXPECT_FALSE(editor.CanGoTo(editor.Look()[1])) << "no key";
+    EXPECT_FALSE(editor.CanGoTo(editor.Look()[4])) << "nothing is read in its place";
+    ASSERT_TRUE(editor.CanGoTo(editor.Look()[2]));
+    editor.GoTo(editor.Look()[2]);
     EXPECT_EQ(VisibleText(Selection().Record(*Selection().CurrentKey())), "Own=5");
 
     Set(0, "9");  // stays pending

@@ -124,6 +124,14 @@ protected:
         }
     }
 
+    // Opens a copy of the data file that does not belong to the program.
+    void UseOwnDataFile() {
+        constexpr const char* kOwn = "C:\\TC\\own.tmdf";
+        world.disk.Put(kOwn, world.disk.BytesOf(SessionWorld::kWincmdData));
+        world.session->DataFile().LoadDataFile(kOwn);
+        world.session->OpenSettingsFile(SessionWorld::kWincmd, false);
+    }
+
     // Does something in the dialog that `open` opens, which may be a modal one, and closes it if
     // that did not.
     void Show(const wchar_t* className, const std::function<void()>& actions,

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/ui/MainWindowFixture.h"
+#include "ui/keys/KeysIds.h"
 
 namespace tamarind {
 namespace {
@@ -76,6 +77,58 @@ TEST_F(MainWindowTest, KeysOfTheFileAloneStandAtTheEndOfTheTree) {
     EXPECT_EQ(Rows().size(), 3U);
     Do(Command::ViewUndescribed);
     EXPECT_EQ(Nodes(), all);
+}
+
+TEST_F(MainWindowTest, KeysAreAddedAndLinesRemovedInDialogs) {
+    Start();
+    const auto type = [&](const wchar_t* name) {
+        SetWindowTextW(In(IDC_ADDKEY_CBONAME), name);
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(IDC_ADDKEY_CBONAME, CBN_EDITCHANGE), 0);
+    };
+    Show(
+        L"frmAddKey",
+        [&] {
+            EXPECT_EQ(TextOf(In(IDC_ADDKEY_CBOSECTION)), "Configuration");
+            EXPECT_FALSE(IsWindowEnabled(In(IDOK)));
+            Click(IDOK);  // the Enter key
+            type(L"a=b");
+            EXPECT_EQ(TextOf(In(IDC_ADDKEY_LBLFAULT)), world.session->Place().Text(4194));
+            type(L"Own");
+            EXPECT_TRUE(IsWindowEnabled(In(IDOK)));
+            Click(IDOK);
+        },
+        [&] { Do(Command::EditAddKey); });
+    EXPECT_EQ(Rows(), (Strings{"Own"}));
+    EXPECT_TRUE(IsWindowVisible(Find(kIdTxtInplaceEdit))) << "its value is typed next";
+    UseOwnDataFile();
+    world.session->Adding().Add("Configuration", "Own");
+    Show(
+        L"frmDescribeKey",
+        [&] {
+            SetWindowTextW(In(IDC_DESCRIBE_TXTTEXT), L"Mine.");
+            Click(IDOK);
+        },
+        [&] { Do(Command::EditDescribe); });
+    EXPECT_EQ(TextOf(Find(kIdTxtDescriptionBox)), "Mine.");
+
+    const std::string text = "[Colors]\r\ngarbage\r\nBackColor=1\r\nbackcolor=2\r\n";
+    world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\n" + text);
+    world.disk.Wait(10);
+    Show(
+        L"frmIgnoredLines",
+        [&] {
+            const HWND list = In(IDC_IGNORED_LSTLINES);
+            EXPECT_EQ(RowsIn(list), (Strings{"3", "5"}));
+            EXPECT_FALSE(IsWindowEnabled(In(IDOK))) << "no key";
+            Click(IDC_IGNORED_CMDDELETE);
+            EXPECT_EQ(CellIn(list, 0, 1), "backcolor=2");
+            Click(IDC_IGNORED_CMDUNDO);
+            SelectRow(list, 1);
+            Click(IDOK);
+        },
+        [&] { Do(Command::ViewIgnoredLines); });
+    EXPECT_EQ(world.disk.BytesOf(SessionWorld::kWincmd), "[Configuration]\r\n" + text);
+    EXPECT_EQ(Rows().at(SelectedRow()), "BackColor=1");
 }
 
 TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {

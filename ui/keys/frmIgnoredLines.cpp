@@ -61,7 +61,8 @@ std::optional<LRESULT> frmIgnoredLines::HandleMessage(UINT message, WPARAM wPara
 void frmIgnoredLines::OnCommand(int id) {
     const IgnoredLine* const line = SelectedLine();
     const int row = lstLines.SelectedRow();
-    if (id == IDOK && line != nullptr && m_editor.GoTo(*line)) {
+    if (id == IDOK && line != nullptr && m_editor.CanGoTo(*line)) {
+        m_editor.GoTo(*line);
         EndModal(IDOK);
     } else if (id == IDC_IGNORED_CMDDELETE && line != nullptr) {
         m_editor.Delete(*line);
@@ -89,7 +90,7 @@ void frmIgnoredLines::Fill(int row) {
 
 void frmIgnoredLines::EnableButtons() const {
     const IgnoredLine* const line = SelectedLine();
-    cmdGoTo.Enable(line != nullptr && !line->key.empty());
+    cmdGoTo.Enable(line != nullptr && m_editor.CanGoTo(*line));
     cmdDelete.Enable(line != nullptr);
     cmdUndo.Enable(m_editor.CanUndo());
 }

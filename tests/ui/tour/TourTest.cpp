@@ -98,6 +98,7 @@ protected:
             known.insert(text);
         }
         known.insert(world.session->Place().Label(text::kActiveKeys) + "  \u00D7");
+        known.insert(Plain(world.session->Place().Text(text::kDescriptionOf, {"a"})));
     }
     std::string Text(int number) const { return language->texts.at(number); }
     int Scaled(int pixels) const { return ScaledPixels(pixels, WindowDpi(Main())); }
@@ -341,7 +342,10 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
     world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types",
                    BytesOfFile("Data Files/Wincmd.types"));
     world.disk.Put(SessionWorld::kWincmd, "[Colors]\r\nBackColor=2\r\n");
-    world.disk.Replace(SessionWorld::kWincmd, BytesOfFile("samples/Wincmd.ini"), Backup::Yes);
+    world.disk.Replace(
+        SessionWorld::kWincmd,
+        BytesOfFile("samples/Wincmd.ini") + "[Layout]\r\nx=1\r\ngarbage\r\n[own]\r\na=1\r\n",
+        Backup::Yes);
     for (const TourLanguage& wanted : languages) {
         SCOPED_TRACE(wanted.name);
         StartIn(wanted);
@@ -358,6 +362,8 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         Visit(L"frmFavoriteAdd", "favorite", by(Command::FavoritesAdd));
         Visit(L"frmOrganizeFavorites", "favorites", by(Command::FavoritesOrganize));
         Visit(L"frmRestoreBackup", "backups", by(Command::FileRestoreBackup));
+        Visit(L"frmAddKey", "add-key", by(Command::EditAddKey));
+        Visit(L"frmIgnoredLines", "ignored-lines", by(Command::ViewIgnoredLines));
         Visit(L"frmAbout", "about", by(Command::HelpAbout));
         Visit(L"frmOptions", "options", by(Command::ViewOptions), 3);
         std::vector<ValueConflict> conflicts = {{"[Colors] BackColor", "BackColor=1", ""}};
@@ -365,6 +371,9 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         ImportReview review = {
             {{"[Layout] ButtonBar", "", "ButtonBar=1"}, {"[Layout] X", "X=1", ";X=1", true}}, 9};
         Visit(L"frmImportReview", "import", [&] { prompts.ReviewImport(review); });
+        UseOwnDataFile();
+        world.session->Adding().Add("own", "a");
+        Visit(L"frmDescribeKey", "describe-key", by(Command::EditDescribe));
         world.session->Commands().SetValue("7");
         Visit(L"frmPendingChanges", "pending", by(Command::FilePendingChanges));
     }
