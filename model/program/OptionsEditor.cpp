@@ -43,6 +43,7 @@ void OptionsEditor::Begin() {
     for (const FlagRow& row : kFlags) {
         m_choices.*row.choice = settings.*row.setting != 0;
     }
+    m_choices.theme = settings.theme;
     m_choices.languageFile =
         settings.languageFile == MissingValueMarker ? std::string() : settings.languageFile;
     m_isChanged = false;
@@ -56,6 +57,11 @@ void OptionsEditor::SetFlag(bool Choices::*flag, bool isOn) {
 
 void OptionsEditor::SetLanguageFile(const std::string& path) {
     m_choices.languageFile = path;
+    m_isChanged = true;
+}
+
+void OptionsEditor::SetTheme(std::int32_t theme) {
+    m_choices.theme = theme;
     m_isChanged = true;
 }
 
@@ -108,6 +114,7 @@ bool OptionsEditor::Apply() {
     for (const FlagRow& row : kFlags) {
         settings.*row.setting = m_choices.*row.choice ? 1 : 0;
     }
+    settings.theme = m_choices.theme;
     // If no path was ever given, none is written.
     if (!m_choices.languageFile.empty() || settings.languageFile != MissingValueMarker) {
         m_settings.SetLanguageFile(m_choices.languageFile);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "model/program/OwnSettingsStore.h"
@@ -27,6 +28,7 @@ public:
         bool restartsTotalCommander = false;
         bool selectsNextKey = false;
         bool usesDefaultLanguage = true;
+        std::int32_t theme = 0;    // as the own settings have it
         std::string languageFile;  // empty: none
     };
     enum class Color { Text, Background, ActiveKey };
@@ -39,9 +41,10 @@ public:
     void Begin();
 
     const Choices& Values() const { return m_choices; }
-    // Both take a choice over, to be applied later.
+    // These take a choice over, to be applied later.
     void SetFlag(bool Choices::*flag, bool isOn);
     void SetLanguageFile(const std::string& path);
+    void SetTheme(std::int32_t theme);
     // Each asks the user and returns whether they have chosen something.
     bool BrowseLanguageFile();
     bool SelectColor(Color color);

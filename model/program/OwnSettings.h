@@ -38,6 +38,7 @@ struct OwnSettings {
     std::int32_t valueBarVisible = 0;
     std::int32_t filterBarVisible = 0;
     std::int32_t undescribedVisible = 0;
+    std::int32_t theme = 0;      // 0 as Windows, 1 light, 2 dark
     std::string recentFilters;   // as TextFilter has it
     std::string keyListColumns;  // as KeyColumns has it; empty until the user chose any
     std::int32_t favoritesOrganizeVisible = 0;

@@ -85,6 +85,8 @@ constexpr SettingRow kRows[] = {
     {"FilterBarVisible", kEditor, &OwnSettings::filterBarVisible, "1", nullptr, Written::OnSave},
     {"UndescribedVisible", kEditor, &OwnSettings::undescribedVisible, "1", nullptr,
      Written::OnSave},
+    // Who had the program before keeps the colours that it had.
+    {"Theme", kEditor, &OwnSettings::theme, "1", "0", Written::OnSave},
     {"RecentFilters", kEditor, &OwnSettings::recentFilters, "", nullptr, Written::OnSave},
     {"KeyListColumns", kEditor, &OwnSettings::keyListColumns, "", nullptr, Written::OnSave},
     {"FavoritesOroganizeVisible", kEditor, &OwnSettings::favoritesOrganizeVisible, "0", nullptr,
@@ -261,7 +263,8 @@ void OwnSettingsStore::ReloadOptions() {
           Member(&OwnSettings::fontName), Member(&OwnSettings::fontScript),
           Member(&OwnSettings::fontSize), Member(&OwnSettings::fontStyle),
           Member(&OwnSettings::useDefaultLanguage), Member(&OwnSettings::languageFile),
-          Member(&OwnSettings::alwaysRestartTC), Member(&OwnSettings::autoSelectNextKey)}) {
+          Member(&OwnSettings::alwaysRestartTC), Member(&OwnSettings::autoSelectNextKey),
+          Member(&OwnSettings::theme)}) {
         const std::size_t row = RowOf(member);
         ReadRow(*snapshot.document, row);
         m_stored[row] = TextOf(row);

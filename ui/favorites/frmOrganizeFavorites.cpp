@@ -7,6 +7,7 @@
 #include "core/text/WideText_win32.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/StoredPlace.h"
 #include "ui/toolkit/WindowCalls.h"
 
@@ -303,7 +304,7 @@ RowLook frmOrganizeFavorites::LookOfRow(int row) const {
     const Favorite* const favorite = FavoriteOf(row);
     RowLook look;
     const bool isInList = favorite != nullptr && m_namesInList.HasNameFrom(favorite->name);
-    look.color = isInList ? m_look.foreground : GetSysColor(COLOR_GRAYTEXT);
+    look.color = isInList ? m_look.foreground : PaletteColor(COLOR_GRAYTEXT);
     return look;
 }
 

@@ -9,6 +9,7 @@
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
@@ -355,8 +356,9 @@ RowLook KeyListView::LookOfRow(int row) const {
         const KeyLooks looks = record->Looks();
         look.picture = static_cast<int>(looks.smallIcon) - 1 + (looks.isGhosted ? kIconCount : 0);
         look.color =
-            looks.foreColor == KeyColor::Active ? m_activeColor : GetSysColor(COLOR_GRAYTEXT);
+            looks.foreColor == KeyColor::Active ? m_activeColor : PaletteColor(COLOR_GRAYTEXT);
         look.isBold = DiffersFromKnownDefault(*record);
+        look.isItalic = !looks.isGhosted && !looks.isChecked;  // commented out
         look.marks = MarksOf(*record);
     }
     return look;

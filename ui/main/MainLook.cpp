@@ -2,10 +2,15 @@
 
 #include "core/text/WideText_win32.h"
 #include "ui/toolkit/Colors.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/Pictures.h"
 
 namespace tamarind {
 namespace {
+
+// What the settings have at the first start: nobody has chosen these.
+constexpr std::int32_t kFirstForeground = -2147483640;  // the colour of texts in windows
+constexpr std::int32_t kFirstActiveKey = 0xFF0000;
 
 BorderLook BorderOf(const OwnSettings& settings) {
     if (settings.fixedBorders == 0) {
@@ -23,9 +28,14 @@ MainLook MakeMainLook(const OwnSettings& settings, int dpi) {
     look.font.charset = settings.fontScript;
     look.font.points = UsableFontSize(settings.fontSize);
     look.font.style = settings.fontStyle;
-    look.foreground = ColorOfSetting(settings.foregroundColor);
-    look.background = ColorOfSetting(settings.backgroundColor);
-    look.activeKey = ColorOfSetting(settings.activeKeyForeColor);
+    const bool isOwnBackground = !IsDark() && !IsHighContrast();
+    look.background =
+        isOwnBackground ? ColorOfSetting(settings.backgroundColor) : PaletteColor(COLOR_WINDOW);
+    const auto readable = [&](std::int32_t setting, std::int32_t first, int index) {
+        return ReadableColor(ColorOfSetting(setting), setting == first, look.background, index);
+    };
+    look.foreground = readable(settings.foregroundColor, kFirstForeground, COLOR_WINDOWTEXT);
+    look.activeKey = readable(settings.activeKeyForeColor, kFirstActiveKey, COLOR_HOTLIGHT);
     look.border = BorderOf(settings);
     look.showsGridLines = settings.commandListShowLines != 0;
     look.toolbarPictures = LoadPictures(L"TOOLBAR", dpi, {PictureLook::Normal});

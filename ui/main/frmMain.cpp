@@ -5,8 +5,10 @@
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/main/MainWindowPlacement.h"
+#include "ui/toolkit/DarkMode.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/Pictures.h"
 #include "ui/toolkit/RedrawLock.h"
 #include "ui/toolkit/ScopeExit.h"
@@ -154,7 +156,17 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_INITMENUPOPUP:
             m_menu.Refresh(reinterpret_cast<HMENU>(wParam));
+            ApplyPaletteToMenu(reinterpret_cast<HMENU>(wParam), false);
             return 0;
+        case WM_NCPAINT:
+        case WM_NCACTIVATE:
+        case WM_SETTEXT:
+        case WM_EXITMENULOOP:
+        case WM_PAINT: {
+            const LRESULT result = Window::HandleMessage(message, wParam, lParam);
+            PaintMenuBarRest(Handle());
+            return result;
+        }
         case WM_ACTIVATE:
             OnActivate(LOWORD(wParam));
             return Window::HandleMessage(message, wParam, lParam);
@@ -182,11 +194,21 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+Theme frmMain::ThemeOfSettings() const {
+    return static_cast<Theme>(m_session.Place().OwnSettings().Values().theme);
+}
+
 bool frmMain::OnCreate() {
+    UseTheme(ThemeOfSettings());
     m_look = MakeMainLook(m_session.Place().OwnSettings().Values(), WindowDpi(Handle()));
     m_commands.Organizer().ApplyLook(ListLookOf(m_look));
-    return m_menu.Create(Handle()) && m_toolbar.Create(Handle(), m_look) &&
-           m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
+    const bool isMade = m_menu.Create(Handle()) && m_toolbar.Create(Handle(), m_look) &&
+                        m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
+    if (isMade && IsDark()) {
+        ShowPalette();
+        ApplyLook(m_look.dpi);  // the lists' colours are the user's again
+    }
+    return isMade;
 }
 
 // False while the question is already open, and while a save waits for Total Commander.
@@ -334,6 +356,9 @@ void frmMain::Layout() {
 // Makes the look anew from the settings and gives it to all parts.
 void frmMain::ApplyLook(int dpi) {
     const RedrawLock lock(Handle());
+    if (UseTheme(ThemeOfSettings())) {
+        ShowPalette();
+    }
     MainLook look = MakeMainLook(m_session.Place().OwnSettings().Values(), dpi);
     m_toolbar.ApplyLook(look);
     m_panes.ApplyLook(look);
@@ -342,6 +367,12 @@ void frmMain::ApplyLook(int dpi) {
     // The former pictures may be destroyed only when no control uses them any more.
     m_look = std::move(look);
     Layout();
+}
+
+void frmMain::ShowPalette() {
+    ApplyPaletteToProgram();
+    ApplyPaletteToMenu(GetMenu(Handle()), true);
+    DrawMenuBar(Handle());
 }
 
 void frmMain::OnDpiChanged(int dpi, const RECT& bounds) {
@@ -388,6 +419,7 @@ void frmMain::OnLanguageChanged() {
     const RedrawLock lock(Handle());
     ReadStyle();
     m_menu.Create(Handle());
+    ApplyPaletteToMenu(GetMenu(Handle()), true);
     m_toolbar.ApplyLanguage();
     m_statusBar.ApplyLanguage();
     m_panes.Description().ApplyLanguage();

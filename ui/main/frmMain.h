@@ -8,6 +8,7 @@
 #include "ui/main/MainStatusBar.h"
 #include "ui/main/MainToolbar.h"
 #include "ui/main/MainWindowActions.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/Timer.h"
 #include "ui/toolkit/Window.h"
 
@@ -73,6 +74,9 @@ private:
     void ShowDropDown(Command command, const RECT& button) override;
 
     void ApplyLook(int dpi);
+    Theme ThemeOfSettings() const;
+    // Gives all windows the colours of the theme.
+    void ShowPalette();
     void ShowCaption();
     void Layout();
     // Saves places and sizes in the own settings.

@@ -14,6 +14,7 @@ namespace {
 using Choices = OptionsEditor::Choices;
 
 constexpr std::uint16_t kTabTexts[] = {1002, 1005, 1006};
+constexpr std::uint16_t kThemeTexts[] = {4213, 4214, 4215};  // in the order of the setting
 constexpr OptionsEditor::Color kColors[] = {
     OptionsEditor::Color::Text, OptionsEditor::Color::Background, OptionsEditor::Color::ActiveKey};
 
@@ -58,6 +59,10 @@ void frmOptions::MakePanels() {
     }
     for (DialogPanel& panel : picOptions) {
         panel.Create(Handle());
+    }
+    for (const std::uint16_t number : kThemeTexts) {
+        SendMessageW(cboTheme.Handle(), CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(m_style.text(number).c_str()));
     }
     for (std::size_t index = 0; index < lblColorChange.size(); ++index) {
         lblColorChange[index].Attach(picOptions[kLayout].Handle(),
@@ -134,6 +139,10 @@ std::optional<LRESULT> frmOptions::HandleMessage(UINT message, WPARAM wParam, LP
 void frmOptions::OnCommand(int id, int code) {
     if (id == IDC_OPTIONS_TXTLANGUAGEFILEPATH) {
         OnPathBox(code);
+    } else if (id == IDC_OPTIONS_CBOTHEME && code == CBN_SELCHANGE) {
+        m_options.SetTheme(
+            static_cast<std::int32_t>(SendMessageW(cboTheme.Handle(), CB_GETCURSEL, 0, 0)));
+        ShowStates();
     } else if (code == BN_CLICKED) {
         OnClick(id);
     }
@@ -220,6 +229,7 @@ void frmOptions::ShowChoices() {
     optUseDefaultLanguage.SetChecked(choices.usesDefaultLanguage);
     optUseOtheLanguage.SetChecked(!choices.usesDefaultLanguage);
     txtLanguageFilePath.SetText(Widen(choices.languageFile));
+    SendMessageW(cboTheme.Handle(), CB_SETCURSEL, static_cast<WPARAM>(choices.theme), 0);
     ShowColors();
     ShowStates();
 }

@@ -57,6 +57,7 @@ private:
     DialogControl chkShowgridlines{picOptions[kLayout], IDC_OPTIONS_CHKSHOWGRIDLINES};
     DialogControl chkFlatUserInterface{picOptions[kLayout], IDC_OPTIONS_CHKFLATUSERINTERFACE};
     DialogControl chkFixedBorders{picOptions[kLayout], IDC_OPTIONS_CHKFIXEDBORDERS};
+    DialogControl cboTheme{picOptions[kLayout], IDC_OPTIONS_CBOTHEME};
     std::array<ColorButton, 3> lblColorChange;  // text, background, active keys
     DialogControl chkAlwaysRestartTC{picOptions[kOperation], IDC_OPTIONS_CHKALWAYSRESTARTTC};
     DialogControl chkAutoSelectnextkey{picOptions[kOperation], IDC_OPTIONS_CHKAUTOSELECTNEXTKEY};

@@ -5,6 +5,7 @@
 #include "ui/toolkit/ColorSwatch.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Palette.h"
 
 namespace tamarind {
 namespace {
@@ -40,8 +41,13 @@ std::optional<LRESULT> ColorButton::OnCommand(int, int code) {
 std::optional<LRESULT> ColorButton::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const bool isPressed = (item.itemState & ODS_SELECTED) != 0;
     RECT area = item.rcItem;
-    DrawEdge(item.hDC, &area, isPressed ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT | BF_ADJUST);
-    FillRect(item.hDC, &area, GetSysColorBrush(COLOR_BTNFACE));
+    if (IsDark()) {
+        FrameRect(item.hDC, &area, PaletteBrush(COLOR_BTNSHADOW));
+        InflateRect(&area, -2, -2);
+    } else {
+        DrawEdge(item.hDC, &area, isPressed ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT | BF_ADJUST);
+    }
+    FillRect(item.hDC, &area, PaletteBrush(COLOR_BTNFACE));
     if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
         DrawFocusRect(item.hDC, &area);
     }
@@ -53,7 +59,7 @@ std::optional<LRESULT> ColorButton::OnDrawItem(const DRAWITEMSTRUCT& item) {
     } else {
         DrawCross(item.hDC, area);
     }
-    FrameRect(item.hDC, &area, GetSysColorBrush(COLOR_BTNSHADOW));
+    FrameRect(item.hDC, &area, PaletteBrush(COLOR_BTNSHADOW));
     return TRUE;
 }
 

@@ -1,12 +1,13 @@
 #include "ui/toolkit/ColorSwatch.h"
 
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 
 void DrawCross(HDC dc, const RECT& area) {
     const SelectedObject pen(dc, GetStockObject(DC_PEN));
-    SetDCPenColor(dc, GetSysColor(COLOR_BTNTEXT));
+    SetDCPenColor(dc, PaletteColor(COLOR_BTNTEXT));
     MoveToEx(dc, area.left, area.top, nullptr);
     LineTo(dc, area.right, area.bottom);
     MoveToEx(dc, area.right - 1, area.top, nullptr);
@@ -50,7 +51,7 @@ void ColorSwatch::Paint() const {
         const UniqueBrush brush(CreateSolidBrush(*m_color));
         FillRect(dc, &area, brush.Get());
     } else {
-        FillRect(dc, &area, GetSysColorBrush(COLOR_BTNFACE));
+        FillRect(dc, &area, PaletteBrush(COLOR_BTNFACE));
         DrawCross(dc, area);
     }
     EndPaint(Handle(), &paint);

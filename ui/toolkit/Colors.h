@@ -4,12 +4,14 @@
 
 #include <cstdint>
 
+#include "ui/toolkit/Palette.h"
+
 namespace tamarind {
 
 // A colour as settings store it: a COLORREF (red in the low byte) or, if negative, the index of a
 // system colour in the low byte. -2147483643 is 0x80000005, COLOR_WINDOW.
 inline COLORREF ColorOfSetting(std::int32_t setting) {
-    return setting < 0 ? GetSysColor(setting & 0xFF) : static_cast<COLORREF>(setting & 0xFFFFFF);
+    return setting < 0 ? PaletteColor(setting & 0xFF) : static_cast<COLORREF>(setting & 0xFFFFFF);
 }
 
 // The background of texts and text boxes for users who want to see how much room they have.

@@ -3,6 +3,8 @@
 #include <windowsx.h>
 
 #include "ui/toolkit/CallbackGuard.h"
+#include "ui/toolkit/DarkMode.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
@@ -32,6 +34,9 @@ bool Control::Attach(HWND window) {
     Bind(m_window);
     m_original = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+    if (IsDark()) {
+        ApplyPaletteToControl(m_window);
+    }
     return true;
 }
 

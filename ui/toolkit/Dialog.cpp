@@ -5,6 +5,7 @@
 #include "ui/toolkit/CallbackGuard.h"
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Control.h"
+#include "ui/toolkit/DarkMode.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/ModalLock.h"
 #include "ui/toolkit/Pictures.h"
@@ -180,6 +181,7 @@ bool Dialog::Initialize(HWND window, Dialog& dialog) {
         dialog.m_texts.Read(window);
         dialog.ApplyLanguage();
         dialog.OnInit();
+        ApplyPalette(window);
         return true;
     });
     if (!isReady && dialog.m_isModal) {
@@ -201,13 +203,18 @@ std::optional<LRESULT> Dialog::Answer(UINT message, WPARAM wParam, LPARAM lParam
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
         case WM_CTLCOLOREDIT:
-            return OnColors(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+            if (const auto colors =
+                    OnColors(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam))) {
+                return colors;
+            }
+            break;
         case WM_SYSCOLORCHANGE:
             SendToDescendants(m_window, WM_SYSCOLORCHANGE);
             return std::nullopt;
         default:
-            return std::nullopt;
+            break;
     }
+    return AnswerPaletteMessage(m_window, message, wParam, lParam);
 }
 
 std::optional<LRESULT> Dialog::HandleMessage(UINT, WPARAM, LPARAM) {

@@ -2,6 +2,7 @@
 
 #include "ui/toolkit/ControlKind.h"
 #include "ui/toolkit/LateFunction.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
@@ -60,8 +61,8 @@ std::optional<LRESULT> DialogPanel::HandleMessage(UINT message, WPARAM wParam, L
         case WM_CTLCOLORSTATIC:
             // On the background of a tab it would look as if it were enabled.
             if (IsDisabledTextBox(reinterpret_cast<HWND>(lParam))) {
-                SetBkColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_BTNFACE));
-                return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+                SetBkColor(reinterpret_cast<HDC>(wParam), PaletteColor(COLOR_BTNFACE));
+                return reinterpret_cast<LRESULT>(PaletteBrush(COLOR_BTNFACE));
             }
             return std::nullopt;
         default:

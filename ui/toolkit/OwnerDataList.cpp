@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "ui/toolkit/Palette.h"
+
 namespace tamarind {
 
 void OwnerDataList::SetUp(DWORD moreStyles) {
@@ -43,14 +45,32 @@ void OwnerDataList::SelectAll() {
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(kNoRow), reinterpret_cast<LPARAM>(&item));
 }
 
-HFONT OwnerDataList::BoldFont() {
-    if (!m_boldFont) {
-        LOGFONTW bold{};
-        GetObjectW(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof(bold), &bold);
-        bold.lfWeight = FW_BOLD;
-        m_boldFont = UniqueFont(CreateFontIndirectW(&bold));
+HFONT OwnerDataList::FontFor(bool isBold, bool isItalic) {
+    const auto own = reinterpret_cast<HFONT>(Send(WM_GETFONT));
+    if (!isBold && !isItalic) {
+        return own;
     }
-    return m_boldFont.Get();
+    UniqueFont& font = m_fonts[(isBold ? 1U : 0U) + (isItalic ? 2U : 0U) - 1];
+    if (!font) {
+        LOGFONTW look{};
+        GetObjectW(own, sizeof(look), &look);
+        look.lfWeight = isBold ? FW_BOLD : look.lfWeight;
+        look.lfItalic = isItalic ? TRUE : look.lfItalic;
+        font = UniqueFont(CreateFontIndirectW(&look));
+    }
+    return font.Get();
+}
+
+void OwnerDataList::UseSelectionColors(NMLVCUSTOMDRAW& draw) const {
+    const bool isSelected =
+        Send(LVM_GETITEMSTATE, static_cast<WPARAM>(draw.nmcd.dwItemSpec), LVIS_SELECTED) != 0;
+    if (IsDark() && isSelected) {
+        const bool hasFocus = GetFocus() == Handle();
+        draw.clrText = SelectionTextColor(hasFocus);
+        draw.clrTextBk = SelectionColor(hasFocus);
+        // As long as a row says that it is selected, the list takes its own colours.
+        draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+    }
 }
 
 void OwnerDataList::Answer(LVITEMW& item, std::wstring text) {

@@ -45,9 +45,15 @@ protected:
         return static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(row), state));
     }
 
-    // The list's own font in bold, made when it is needed; to be forgotten when it gets another.
-    HFONT BoldFont();
-    void ForgetBoldFont() { m_boldFont = UniqueFont(); }
+    // The list's own font in bold or italics, made when it is needed; to be forgotten when it gets
+    // another.
+    HFONT FontFor(bool isBold, bool isItalic = false);
+    HFONT BoldFont() { return FontFor(true); }
+    void ForgetFonts() { m_fonts = {}; }
+
+    // Gives the selected rows the colours of the dark palette, which the list would draw in those
+    // of Windows. For the stage before a row is drawn.
+    void UseSelectionColors(NMLVCUSTOMDRAW& draw) const;
 
     // Answers the list's question for a text.
     void Answer(LVITEMW& item, std::wstring text);
@@ -55,7 +61,7 @@ protected:
     int m_row = kNoRow;
 
 private:
-    UniqueFont m_boldFont;
+    std::array<UniqueFont, 3> m_fonts;  // bold, italic, both
     // The list reads a text after it asked for the next ones.
     std::array<std::wstring, 4> m_texts;
     std::size_t m_nextText = 0;

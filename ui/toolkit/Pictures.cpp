@@ -12,12 +12,14 @@
 #include <vector>
 
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Palette.h"
 
 namespace tamarind {
 namespace {
 
 constexpr int kDesignSize = 16;
 constexpr int kSizes[] = {48, 32, 24, 20, 16};
+constexpr std::uint32_t kMostOfGray = 40;  // between the channels of a gray
 
 // The pictures of a resource side by side: planes of blue, green, red and alpha. As image lists
 // want them, the colours are not multiplied by their alpha.
@@ -106,6 +108,16 @@ std::uint32_t PixelInLook(std::uint32_t pixel, PictureLook look) {
     return pixel;
 }
 
+// On a dark background gray lines become as light as they were dark; colours keep their hue.
+std::uint32_t PixelForDark(std::uint32_t pixel) {
+    const std::uint32_t channels[] = {pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF};
+    const auto [least, most] = std::ranges::minmax(channels);
+    if (most - least > kMostOfGray) {
+        return pixel;
+    }
+    return (pixel & 0xFF000000U) | (~pixel & 0x00FFFFFFU);
+}
+
 UniqueBitmap MakeBitmap(const Strip& strip, PictureLook look) {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof(info.bmiHeader);
@@ -118,7 +130,8 @@ UniqueBitmap MakeBitmap(const Strip& strip, PictureLook look) {
     if (bitmap) {
         auto* const pixels = static_cast<std::uint32_t*>(bits);
         for (std::size_t at = 0; at < strip.planes.size() / 4; ++at) {
-            pixels[at] = PixelInLook(PixelAt(strip, at), look);
+            const std::uint32_t pixel = PixelAt(strip, at);
+            pixels[at] = PixelInLook(IsDark() ? PixelForDark(pixel) : pixel, look);
         }
     }
     return bitmap;

@@ -6,6 +6,7 @@
 
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
@@ -42,24 +43,28 @@ std::vector<int> SharedWidths(std::vector<int> wanted, int width) {
     return wanted;
 }
 
-// Each has a contrast of at least 4.5 to 1 on a light background. On a dark one, which a user of
-// high contrast has, the signs in front of the lines have to do.
+// Each has a contrast of at least 4.5 to 1 on a light background and on the dark palette's. With
+// high contrast the signs in front of the lines have to do.
 COLORREF ColorOfTone(CellTone tone) {
-    const COLORREF background = GetSysColor(COLOR_WINDOW);
+    const COLORREF background = PaletteColor(COLOR_WINDOW);
     const bool isLight =
         GetRValue(background) + GetGValue(background) + GetBValue(background) > 3 * 200;
     switch (tone) {
         case CellTone::Pale:
-            return GetSysColor(COLOR_GRAYTEXT);
+            return PaletteColor(COLOR_GRAYTEXT);
         case CellTone::Removed:
-            return isLight ? RGB(0xA0, 0x10, 0x10) : GetSysColor(COLOR_WINDOWTEXT);
+            return isLight    ? RGB(0xA0, 0x10, 0x10)
+                   : IsDark() ? RGB(0xFF, 0x9A, 0x90)
+                              : PaletteColor(COLOR_WINDOWTEXT);
         case CellTone::Added:
-            return isLight ? RGB(0x00, 0x64, 0x00) : GetSysColor(COLOR_WINDOWTEXT);
+            return isLight    ? RGB(0x00, 0x64, 0x00)
+                   : IsDark() ? RGB(0x8C, 0xD9, 0x8C)
+                              : PaletteColor(COLOR_WINDOWTEXT);
         case CellTone::Normal:
         case CellTone::Heading:
             break;
     }
-    return GetSysColor(COLOR_WINDOWTEXT);
+    return PaletteColor(COLOR_WINDOWTEXT);
 }
 
 }  // namespace
@@ -264,11 +269,13 @@ void ReportList::OnItemChanged() {
 LRESULT ReportList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
-            return m_rows.tone ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+            return m_rows.tone || IsDark() ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
         case CDDS_ITEMPREPAINT:
-            return CDRF_NOTIFYSUBITEMDRAW;
+            UseSelectionColors(draw);
+            return m_rows.tone ? CDRF_NOTIFYSUBITEMDRAW : CDRF_NEWFONT;
         case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
             SetTone(draw, m_rows.tone(static_cast<int>(draw.nmcd.dwItemSpec), draw.iSubItem));
+            UseSelectionColors(draw);
             return CDRF_NEWFONT;
         default:
             return CDRF_DODEFAULT;
@@ -293,7 +300,7 @@ std::optional<LRESULT> ReportList::OnMessage(UINT message, WPARAM wParam, LPARAM
             FitColumns();
             return std::nullopt;
         case WM_SETFONT:
-            ForgetBoldFont();
+            ForgetFonts();
             PostMessageW(Handle(), kMeasureTexts, 0, 0);
             return std::nullopt;
         case kMeasureTexts:

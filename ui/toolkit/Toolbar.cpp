@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "ui/toolkit/Palette.h"
+
 namespace tamarind {
 namespace {
 
@@ -91,7 +93,33 @@ SIZE Toolbar::IdealSize() const {
     return size;
 }
 
+namespace {
+
+// Windows draws a toolbar in the colours of its own theme.
+LRESULT DrawDark(const NMTBCUSTOMDRAW& draw) {
+    const HDC dc = draw.nmcd.hdc;
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {
+        FillRect(dc, &draw.nmcd.rc, PaletteBrush(COLOR_BTNFACE));
+        return CDRF_NOTIFYITEMDRAW;
+    }
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) {
+        return CDRF_DODEFAULT;
+    }
+    const UINT state = draw.nmcd.uItemState;
+    if ((state & (CDIS_HOT | CDIS_SELECTED | CDIS_CHECKED)) != 0) {
+        FillRect(dc, &draw.nmcd.rc,
+                 PaletteBrush((state & CDIS_SELECTED) != 0 ? COLOR_BTNSHADOW : COLOR_3DLIGHT));
+        FrameRect(dc, &draw.nmcd.rc, PaletteBrush(COLOR_BTNSHADOW));
+    }
+    return TBCDRF_NOEDGES | TBCDRF_NOBACKGROUND | TBCDRF_NOOFFSET;
+}
+
+}  // namespace
+
 std::optional<LRESULT> Toolbar::OnNotify(NMHDR& header) {
+    if (header.code == NM_CUSTOMDRAW && IsDark()) {
+        return DrawDark(reinterpret_cast<const NMTBCUSTOMDRAW&>(header));
+    }
     if (header.code != TBN_DROPDOWN) {
         return std::nullopt;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/ScopeExit.h"
 #include "ui/toolkit/WindowCalls.h"
 
@@ -84,10 +85,15 @@ LRESULT TreeView::OnCustomDraw(NMTVCUSTOMDRAW& draw) const {
     const auto hits = m_listener->HitsOfNode(draw.nmcd.lItemlParam);
     switch (draw.nmcd.dwDrawStage) {
         case CDDS_PREPAINT:
-            return m_listener->CountsHits() ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
+            return m_listener->CountsHits() || IsDark() ? CDRF_NOTIFYITEMDRAW : CDRF_DODEFAULT;
         case CDDS_ITEMPREPAINT:
             if (hits == std::size_t{0} && (draw.nmcd.uItemState & CDIS_SELECTED) == 0) {
-                draw.clrText = GetSysColor(COLOR_GRAYTEXT);
+                draw.clrText = PaletteColor(COLOR_GRAYTEXT);
+            }
+            if (IsDark() && (draw.nmcd.uItemState & CDIS_SELECTED) != 0) {
+                const bool hasFocus = GetFocus() == Handle();
+                draw.clrText = SelectionTextColor(hasFocus);
+                draw.clrTextBk = SelectionColor(hasFocus);
             }
             return hits.value_or(0) > 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
         case CDDS_ITEMPOSTPAINT:

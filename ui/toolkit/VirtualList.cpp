@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/toolkit/Palette.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
@@ -243,7 +244,7 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
             m_source->OnListPlaced();
             return std::nullopt;
         case WM_SETFONT:
-            ForgetBoldFont();
+            ForgetFonts();
             return std::nullopt;
         case WM_CONTEXTMENU:
             return OnTitleMenu(lParam);
@@ -313,8 +314,9 @@ LRESULT VirtualList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
         case CDDS_ITEMPREPAINT: {
             const RowLook look = m_source->LookOfRow(static_cast<int>(draw.nmcd.dwItemSpec));
             draw.clrText = look.color;
-            if (look.isBold) {
-                SelectObject(draw.nmcd.hdc, BoldFont());
+            UseSelectionColors(draw);
+            if (look.isBold || look.isItalic) {
+                SelectObject(draw.nmcd.hdc, FontFor(look.isBold, look.isItalic));
             }
             return look.marks.empty() ? CDRF_NEWFONT : CDRF_NEWFONT | CDRF_NOTIFYPOSTPAINT;
         }
@@ -338,17 +340,13 @@ void VirtualList::DrawMarks(HDC dc, int row, const RowLook& look) {
     }
     const bool isSelected = Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
     const bool hasFocus = GetFocus() == Handle();
-    const auto color = [&](int selected, int unfocused, COLORREF plain) {
-        return isSelected ? GetSysColor(hasFocus ? selected : unfocused) : plain;
-    };
     const int margin = GetSystemMetrics(SM_CXEDGE);
     InflateRect(&label, -margin, -1);
-    const SelectedObject font(dc,
-                              look.isBold ? BoldFont() : reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+    const SelectedObject font(dc, FontFor(look.isBold, look.isItalic));
     DrawMarkedLine(
         dc, label, m_source->RowText(row), look.marks,
-        color(COLOR_HIGHLIGHTTEXT, COLOR_BTNTEXT, look.color),
-        color(COLOR_HIGHLIGHT, COLOR_BTNFACE, static_cast<COLORREF>(Send(LVM_GETBKCOLOR))));
+        isSelected ? SelectionTextColor(hasFocus) : look.color,
+        isSelected ? SelectionColor(hasFocus) : static_cast<COLORREF>(Send(LVM_GETBKCOLOR)));
 }
 
 std::optional<LRESULT> VirtualList::OnContextMenu(std::optional<POINT> at) {

@@ -13,6 +13,7 @@ struct RowLook {
     int picture = I_IMAGENONE;
     COLORREF color = 0;
     bool isBold = false;
+    bool isItalic = false;
     std::vector<MarkedPart> marks;  // in the text of the first column
 };
 

@@ -2,6 +2,7 @@
 
 #include "ui/toolkit/CallbackGuard.h"
 #include "ui/toolkit/Control.h"
+#include "ui/toolkit/DarkMode.h"
 
 namespace tamarind {
 
@@ -64,6 +65,9 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         auto answer = self->Filter(message, wParam, lParam);
         if (!answer) {
             answer = Control::Reflect(message, wParam, lParam);
+        }
+        if (!answer) {
+            answer = AnswerPaletteMessage(window, message, wParam, lParam);
         }
         return answer ? *answer : self->HandleMessage(message, wParam, lParam);
     });
