@@ -21,6 +21,9 @@ constexpr FlagRow kFlags[] = {
     {&OptionsEditor::Choices::usesDefaultLanguage, &OwnSettings::useDefaultLanguage},
 };
 
+constexpr std::int32_t kLightTheme = 1;
+constexpr std::int32_t kDarkTheme = 2;
+
 constexpr std::array<std::int32_t OwnSettings::*, 3> kColors = {
     &OwnSettings::foregroundColor, &OwnSettings::backgroundColor, &OwnSettings::activeKeyForeColor};
 
@@ -43,7 +46,8 @@ void OptionsEditor::Begin() {
     for (const FlagRow& row : kFlags) {
         m_choices.*row.choice = settings.*row.setting != 0;
     }
-    m_choices.theme = settings.theme;
+    m_choices.theme =
+        settings.theme >= 0 && settings.theme <= kDarkTheme ? settings.theme : kLightTheme;
     m_choices.languageFile =
         settings.languageFile == MissingValueMarker ? std::string() : settings.languageFile;
     m_isChanged = false;

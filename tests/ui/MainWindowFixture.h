@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <algorithm>
 
 #include <functional>
 #include <memory>
@@ -14,7 +15,9 @@
 #include "ui/main/WindowPrompts.h"
 #include "ui/main/frmMain.h"
 #include "ui/toolkit/ControlKind.h"
+#include "ui/toolkit/Handles.h"
 #include "ui/toolkit/Timer.h"
+#include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 
@@ -121,6 +124,37 @@ protected:
                     << TextOf(other);
             }
             ExpectNoOverlaps(child);
+        }
+    }
+
+    // Which part of a control's client area is bright as it is painted, from 0 to 1.
+    static double BrightShareOf(HWND control) {
+        RedrawWindow(control, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        const SIZE size = ClientSizeOf(control);
+        const ScreenDC dc(control);
+        int seen = 0;
+        int bright = 0;
+        // A grid of points is enough, and each costs a call.
+        for (LONG y = 1; y < size.cy; y += std::max<LONG>(1, size.cy / 12)) {
+            for (LONG x = 1; x < size.cx; x += std::max<LONG>(1, size.cx / 24)) {
+                const COLORREF color = GetPixel(dc.Get(), static_cast<int>(x), static_cast<int>(y));
+                if (color != CLR_INVALID) {
+                    ++seen;
+                    bright += GetRValue(color) + GetGValue(color) + GetBValue(color) > 3 * 140;
+                }
+            }
+        }
+        return seen == 0 ? 0 : static_cast<double>(bright) / seen;
+    }
+    // Of each control most is dark; the rest is text. Buttons that show a color have any.
+    void ExpectDark(HWND shown) const {
+        if (!IsWindowVisible(shown) || KindOf(shown) == ControlKind::DrawnButton) {
+            return;
+        }
+        EXPECT_LT(BrightShareOf(shown), 0.4) << ClassOf(shown) << " " << TextOf(shown);
+        for (const HWND child : ChildrenOf(shown)) {
+            ExpectDark(child);
         }
     }
 

@@ -156,7 +156,8 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_INITMENUPOPUP:
             m_menu.Refresh(reinterpret_cast<HMENU>(wParam));
-            ApplyPaletteToMenu(reinterpret_cast<HMENU>(wParam), false);
+            ApplyPaletteToMenu(reinterpret_cast<HMENU>(wParam),
+                               reinterpret_cast<HMENU>(wParam) == GetMenu(Handle()));
             return 0;
         case WM_NCPAINT:
         case WM_NCACTIVATE:

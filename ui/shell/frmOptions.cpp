@@ -169,6 +169,7 @@ void frmOptions::OnClick(int id) {
             break;
         case IDC_OPTIONS_CMDAPPLY:
             m_options.Apply();
+            ShowColors();  // those of the theme may be others
             break;
         case IDOK:
             if (m_options.Apply()) {

@@ -21,6 +21,7 @@
 namespace tamarind {
 namespace {
 
+constexpr std::wstring_view kSystemDialog = L"#32770";  // ours have classes of their own
 constexpr UINT_PTR kSubclass = 0x4441524B;
 
 // In pixels at 96 DPI.
@@ -100,7 +101,7 @@ BOOL CALLBACK ApplyToWindow(HWND window, LPARAM) {
     if (std::wstring_view(name) == TOOLTIPS_CLASSW) {
         SendMessageW(window, TTM_SETTIPBKCOLOR, PaletteColor(COLOR_INFOBK), 0);
         SendMessageW(window, TTM_SETTIPTEXTCOLOR, PaletteColor(COLOR_INFOTEXT), 0);
-    } else {
+    } else if (std::wstring_view(name) != kSystemDialog) {
         ApplyPalette(window);
     }
     return TRUE;

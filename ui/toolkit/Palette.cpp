@@ -59,20 +59,16 @@ COLORREF DarkColor(int index) {
     }
 }
 
-DWORD NumberInRegistry(const wchar_t* key, const wchar_t* name, DWORD missing) {
-    DWORD value = 0;
-    DWORD size = sizeof(value);
-    return RegGetValueW(HKEY_CURRENT_USER, key, name, RRF_RT_REG_DWORD, nullptr, &value, &size) ==
-                   ERROR_SUCCESS
-               ? value
-               : missing;
-}
-
 }  // namespace
 
 bool SystemLook::PrefersDark() const {
-    return NumberInRegistry(L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
-                            L"AppsUseLightTheme", 1) == 0;
+    DWORD isLight = 1;
+    DWORD size = sizeof(isLight);
+    return RegGetValueW(HKEY_CURRENT_USER,
+                        L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                        L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &isLight,
+                        &size) == ERROR_SUCCESS &&
+           isLight == 0;
 }
 
 bool SystemLook::HasHighContrast() const {
@@ -80,12 +76,6 @@ bool SystemLook::HasHighContrast() const {
     contrast.cbSize = sizeof(contrast);
     return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
            (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
-int SystemLook::TextScale() const {
-    const DWORD percent =
-        NumberInRegistry(L"Software\\Microsoft\\Accessibility", L"TextScaleFactor", 100);
-    return percent < 100 || percent > 225 ? 100 : static_cast<int>(percent);
 }
 
 const SystemLook& SystemLook::Present() {

@@ -16,9 +16,6 @@ public:
     virtual bool PrefersDark() const;
     // SPI_GETHIGHCONTRAST.
     virtual bool HasHighContrast() const;
-    // UISettings.TextScaleFactor in percent, 100 to 225 (TextScaleFactor below
-    // Software\Microsoft\Accessibility).
-    virtual int TextScale() const;
 
     static const SystemLook& Present();
     // Null: that of Windows again.

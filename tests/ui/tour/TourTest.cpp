@@ -67,10 +67,14 @@ SIZE Measure(HWND control, const std::string& text, LONG width = 0, HFONT font =
 // Goes through all windows with all languages.
 class TourTest : public MainWindowTest {
 protected:
-    // The main window is 800 pixels wide.
+    // The main window is 800 pixels wide. Every second language has the dark theme, which languages
+    // depends on the resolution.
     void StartIn(const TourLanguage& wanted) {
+        const auto place = &wanted - languages.data();
+        isDark = (place + SystemDpi() / 48) % 2 == 1;
         const std::string path = PutFile(wanted);
-        PutOwnSettings("MainWindowWidth=12000\r\nMainWindowHeight=8400\r\nUseDefaultLanguage=" +
+        PutOwnSettings(std::string("Theme=") + (isDark ? "2" : "1") +
+                       "\r\nMainWindowWidth=12000\r\nMainWindowHeight=8400\r\nUseDefaultLanguage=" +
                        std::to_string(path.empty()) + "\r\n[Common]\r\nLanguageFile=" + path +
                        "\r\n[FavoritesList]\r\nBackColor=Back\r\n");
         Start();
@@ -115,6 +119,9 @@ protected:
         ExpectTitle(shown);
         ExpectNoOverlaps(shown);
         ExpectWindow(shown);
+        if (isDark) {
+            ExpectDark(shown);
+        }
     }
     // The title fits in beside the button to close.
     void ExpectTitle(HWND shown) const {
@@ -334,7 +341,8 @@ protected:
 
     const std::vector<TourLanguage> languages = ReadLanguages();
     const TourLanguage* language = nullptr;  // the present one
-    std::set<std::string> known;             // what windows may say in it
+    bool isDark = false;
+    std::set<std::string> known;  // what windows may say in it
 };
 
 TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
@@ -350,6 +358,9 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         SCOPED_TRACE(wanted.name);
         StartIn(wanted);
         ExpectMain();
+        if (isDark) {
+            ExpectDark(Main());
+        }
         Keep(Main(), "main");
         ExpectValueBar();
         ExpectFilterBar();
