@@ -19,7 +19,8 @@ struct Paths {
 };
 
 // As the program does; with `takesAll` it looks for the keys that only the settings have, too.
-std::size_t LoadWithOurs(IniFiles& files, const Paths& paths, bool takesAll = true) {
+std::size_t LoadWithOurs(IniFiles& files, const Paths& paths, bool takesAll = true,
+                         const KeyFamilies& families = {}) {
     KeyStore store;
     LoadDataFile(
         files.Read(Narrow(paths.dataFile)).document, "none", [] {}, store);
@@ -27,7 +28,7 @@ std::size_t LoadWithOurs(IniFiles& files, const Paths& paths, bool takesAll = tr
         SettingsFiles::Read(files, ProcessEnvironment(), Narrow(paths.settings));
     DeriveKeyStates(store, settings, [] {});
     if (takesAll) {
-        SectionsWithMoreKeys(store, settings, KeyFamilies());
+        SectionsWithMoreKeys(store, settings, families);
     }
     return store.Size();
 }
@@ -121,7 +122,8 @@ void Measure(const std::wstring& folder, int keys) {
         static_cast<unsigned>(bySystem));
 }
 
-// A settings file with very many keys that the data file does not have, as histories grow to.
+// A settings file with very many keys that the data file does not have, as histories grow to. In
+// every second section they are further members of a family.
 void MeasureHistories(const std::wstring& folder) {
     constexpr int kRuns = 15;
     constexpr int kSections = 30;
@@ -129,20 +131,30 @@ void MeasureHistories(const std::wstring& folder) {
     const SampleFiles sample = MakeSample(3255);
     const Paths paths = {folder + L"data.tmdf", folder + L"settings.ini"};
     std::string settings = sample.settings;
+    std::string dataFile = sample.dataFile;
+    std::string counted;
     for (int key = 0; key < kSections * kKeys; ++key) {
         if (key % kKeys == 0) {
-            settings += "[History" + std::to_string(key / kKeys) + "]\r\n";
+            const std::string section = "History" + std::to_string(key / kKeys);
+            settings += "[" + section + "]\r\n";
+            if (key / kKeys % 2 == 0) {
+                dataFile += "[" + section + "]\r\nCategoryTargetSection=" + section +
+                            "\r\n0=///A folder.\r\n";
+                counted += "[counted:" + section + "]\r\n#=0\r\n";
+            }
         }
         settings += std::to_string(key % kKeys) + "=c:\\some folder\\visited lately\\\r\n";
     }
-    WriteOldFile(paths.dataFile, sample.dataFile);
+    WriteOldFile(paths.dataFile, dataFile);
     WriteOldFile(paths.settings, settings);
+    const KeyFamilies families(
+        std::make_shared<const IniDocument>(IniDocument::Parse(counted, 1252)));
     DiskFileSystem disk;
     double times[2];
     for (const bool takesAll : {false, true}) {
         times[takesAll ? 1 : 0] = MedianMs(kRuns, [&] {
             IniFiles files(disk);
-            LoadWithOurs(files, paths, takesAll);
+            LoadWithOurs(files, paths, takesAll, families);
         });
     }
     std::printf("60,000 keys in histories: %.2f ms without them, %.2f ms with them, ratio %.2f\n",

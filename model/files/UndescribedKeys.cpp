@@ -122,6 +122,8 @@ private:
     std::vector<std::vector<bool>> m_hasKnown;
 };
 
+constexpr std::string_view kDigits = "0123456789";
+
 // Tells which key of the data file is the model of another one.
 class Models {
 public:
@@ -138,10 +140,9 @@ public:
 
     // Neighbours are nearly always of one family, and histories have very many of them.
     std::optional<KeyNumber> ModelOf(std::string_view section, std::string_view name) {
-        const std::string form = FormOf(name);
-        if (section.data() != m_section.data() || form != m_form || form.empty()) {
+        if (section.data() != m_section.data() || !IsOfLastForm(name)) {
             m_section = section;
-            m_form = form;
+            TakeForm(name);
             const std::string_view like = m_families.KeyLike(section, name);
             m_model = like.empty() ? std::nullopt : m_store.Find(section, like);
         }
@@ -176,15 +177,23 @@ public:
     }
 
 private:
-    // A name with one number in it, and "#" for that; empty for others.
-    static std::string FormOf(std::string_view name) {
-        constexpr std::string_view kDigits = "0123456789";
+    // Names of one form have one number each, with the same before and behind it.
+    void TakeForm(std::string_view name) {
         const std::size_t begin = name.find_first_of(kDigits);
         const std::size_t end = std::min(name.find_first_not_of(kDigits, begin), name.size());
-        const bool hasOne = begin != std::string_view::npos &&
-                            name.find_first_of(kDigits, end) == std::string_view::npos;
-        return hasOne ? std::string(name.substr(0, begin)).append("#").append(name.substr(end))
-                      : std::string();
+        m_hasForm = begin != std::string_view::npos &&
+                    name.find_first_of(kDigits, end) == std::string_view::npos;
+        m_before = m_hasForm ? name.substr(0, begin) : std::string_view();
+        m_behind = m_hasForm ? name.substr(end) : std::string_view();
+    }
+    bool IsOfLastForm(std::string_view name) const {
+        if (!m_hasForm || name.size() <= m_before.size() + m_behind.size() ||
+            !name.starts_with(m_before) || !name.ends_with(m_behind)) {
+            return false;
+        }
+        name.remove_prefix(m_before.size());
+        name.remove_suffix(m_behind.size());
+        return std::ranges::all_of(name, [](char c) { return c >= '0' && c <= '9'; });
     }
 
     bool IsOf(KeyNumber key, std::string_view section) const {
@@ -194,7 +203,9 @@ private:
     const KeyStore& m_store;
     const KeyFamilies& m_families;
     std::string_view m_section;
-    std::string m_form;
+    bool m_hasForm = false;
+    std::string m_before;
+    std::string m_behind;
     std::optional<KeyNumber> m_model;
     std::string m_keysOf;
     std::vector<KeyNumber> m_keys;
