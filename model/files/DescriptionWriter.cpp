@@ -27,7 +27,7 @@ std::string CategoryForNewKey(IniDocument& file, std::string_view section) {
     }
     std::string name(section);
     while (file.FindSection(name)) {
-        name = "[" + name + "]";  // a category for another section has that name
+        name.insert(0, "[").append("]");  // a category for another section has that name
     }
     file.SetValue(name, kCategoryTarget, section);
     return name;

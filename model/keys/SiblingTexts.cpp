@@ -57,8 +57,8 @@ std::string Replaced(std::string_view text, const std::vector<std::string_view>&
     return result;
 }
 
-std::string WithOtherParts(std::string_view text, std::vector<std::string_view> from,
-                           std::vector<std::string_view> to) {
+std::string WithOtherParts(std::string_view text, const std::vector<std::string_view>& from,
+                           const std::vector<std::string_view>& to) {
     const bool areAlike = from.size() == to.size();
     return areAlike && from != to ? Replaced(text, from, to) : std::string(text);
 }

@@ -183,6 +183,11 @@ inline constexpr std::uint16_t kCopyDataFile = 4199;
 inline constexpr std::uint16_t kIgnoredRepeated = 4205;
 inline constexpr std::uint16_t kIgnoredNoKey = 4206;
 inline constexpr std::uint16_t kIgnoredLeftBehind = 4207;
+inline constexpr std::uint16_t kNotSaved = 4216;
+inline constexpr std::uint16_t kHits = 4217;
+inline constexpr std::uint16_t kToolbarName = 4218;
+inline constexpr std::uint16_t kTreeWidth = 4219;
+inline constexpr std::uint16_t kDescriptionHeight = 4220;
 }  // namespace text
 
 // The built-in English text of a number; empty if there is none.

@@ -1,6 +1,7 @@
 #include "model/session/KeyValues.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/text/LeadingNumber.h"
 #include "model/program/StringTable.h"
@@ -91,15 +92,28 @@ std::string KeyValues::ValueMeantBy(KeyNumber key, const std::string& text) cons
                                    : record.currentValue.value_or(std::string_view()));
 }
 
-std::string KeyValues::StateOf(KeyNumber key) const {
+std::string KeyValues::SpokenFor(KeyNumber key) const {
+    std::string spoken = StateInFile(key);
+    if (m_store.IsPending(key)) {
+        spoken += ", " + m_workplace.Text(text::kNotSaved);
+    }
+    const std::string meaning = MeaningFor(key);
+    return meaning.empty() ? spoken : spoken + ", " + meaning;
+}
+
+std::string KeyValues::StateInFile(KeyNumber key) const {
     const KeyRecord record = m_store.Record(key);
     const KeyLooks looks = record.Looks();
     const std::uint16_t number = looks.isGhosted              ? text::kNotSet
                                  : !looks.isChecked           ? text::kCommentedOut
                                  : DiffersFromDefault(record) ? text::kSet
                                                               : text::kSetToDefault;
-    const std::string state = m_workplace.Text(number);
-    return m_store.IsPending(key) ? m_workplace.Text(text::kChanged, {state}) : state;
+    return m_workplace.Text(number);
+}
+
+std::string KeyValues::StateOf(KeyNumber key) const {
+    std::string state = StateInFile(key);
+    return m_store.IsPending(key) ? m_workplace.Text(text::kChanged, {std::move(state)}) : state;
 }
 
 std::string KeyValues::DefaultOf(KeyNumber key) const {

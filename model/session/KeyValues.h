@@ -31,6 +31,9 @@ public:
     bool HasEntry(KeyNumber key) const { return Entry(key).has_value(); }
     // That of the entry, or else what the description tells.
     ValueType TypeOf(KeyNumber key) const;
+    // What a screen reader is told of a row beside its text: the state, whether it waits to be
+    // saved, and what the value means.
+    std::string SpokenFor(KeyNumber key) const;
     std::vector<LabeledChoice> ChoicesFor(KeyNumber key) const;
 
     // The value with its meaning, "3 = fitting unit", or "Windows color (-1)" for a color; the bare
@@ -57,6 +60,8 @@ public:
     std::optional<ColorSample> ColorOf(KeyNumber key) const;
 
 private:
+    // With the change that waits, if any does, but without a word about it.
+    std::string StateInFile(KeyNumber key) const;
     std::optional<ValueType> Entry(KeyNumber key) const;
     std::vector<DescribedValue> Lines(KeyNumber key) const;
     std::string InWords(const Expectation& expected) const;

@@ -41,11 +41,11 @@ protected:
 
     // What a screen reader is told: name, value, role.
     struct Told {
-        std::string name, value;
+        std::string name, value, description;
         LONG role = 0, state = 0;
     };
     static std::string TextIn(BSTR text) { return text == nullptr ? "" : Narrow(text); }
-    static Told Ask(HWND control) {
+    static Told Ask(HWND control, LONG child = 0) {
         Told told;
         const auto fromAnswer =
             LateFunction<decltype(&ObjectFromLresult)>(L"oleacc.dll", "ObjectFromLresult");
@@ -58,12 +58,14 @@ protected:
         }
         VARIANT self{}, role{}, state{};
         self.vt = VT_I4;
-        BSTR name = nullptr, value = nullptr;
+        self.lVal = child;
+        BSTR name = nullptr, value = nullptr, description = nullptr;
         object->get_accName(self, &name);
         object->get_accValue(self, &value);
+        object->get_accDescription(self, &description);
         object->get_accRole(self, &role);
         object->get_accState(self, &state);
-        told = {TextIn(name), TextIn(value), role.lVal, state.lVal};
+        told = {TextIn(name), TextIn(value), TextIn(description), role.lVal, state.lVal};
         object->Release();
         return told;
     }
@@ -237,6 +239,15 @@ TEST_F(ValueBarTest, AScreenReaderIsToldWhatIsSeen) {
     Go(4);
     EXPECT_EQ(Ask(Field()).role, ROLE_SYSTEM_TEXT);
     EXPECT_EQ(Ask(Find(kIdCmdBrowse)).name, BuiltInText(text::kChooseValue));
+
+    // Rows tell what columns and colors show, whichever of these there are.
+    EXPECT_EQ(Ask(List(), 2).name, "Style=2");
+    EXPECT_EQ(Ask(List(), 2).description, "set, grand");
+    Go(1);
+    world.session->Commands().CommentKeys();
+    EXPECT_EQ(Ask(List(), 2).description, "commented out, not saved, plain");
+    EXPECT_EQ(Ask(Find(kIdToolbar1)).name, BuiltInText(text::kToolbarName));
+    EXPECT_EQ(Ask(Find(kIdFrame1)).role, ROLE_SYSTEM_SEPARATOR);
 }
 
 TEST_F(ValueBarTest, ColumnsComeGoAndStay) {

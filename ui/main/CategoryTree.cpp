@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/text/WideText_win32.h"
+#include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/RedrawLock.h"
 
@@ -17,7 +18,20 @@ constexpr int kSelectedCategoryPicture = 2;
 }  // namespace
 
 bool CategoryTree::Create(HWND parent) {
+    TreeView1.SetChildDescriber([this](LONG child) { return DescribeNode(child); });
     return TreeView1.Create(parent, kIdTreeView1, *this);
+}
+
+// The number that is drawn behind a node while a filter is on.
+std::optional<AccessibleInfo> CategoryTree::DescribeNode(LONG child) const {
+    const auto node = TreeView1.DataOfChild(child);
+    const auto hits = node ? m_selection.HitsOf(static_cast<NodeIndex>(*node)) : std::nullopt;
+    if (!hits) {
+        return std::nullopt;
+    }
+    AccessibleInfo info;
+    info.description = Widen(m_workplace.Text(text::kHits, {std::to_string(*hits)}));
+    return info;
 }
 
 void CategoryTree::ApplyLook(const MainLook& look) {

@@ -12,9 +12,9 @@ namespace tamarind {
 // The tree of the categories of the data file: a view of KeySelection, which owns the selection.
 class CategoryTree final : private TreeViewListener, private CategoryListener {
 public:
-    // Both arguments are kept by reference and must outlive the tree.
-    CategoryTree(KeySelection& selection, MainWindowActions& actions)
-        : m_selection(selection), m_actions(actions) {
+    // All arguments are kept by reference and must outlive the tree.
+    CategoryTree(const Workplace& workplace, KeySelection& selection, MainWindowActions& actions)
+        : m_workplace(workplace), m_selection(selection), m_actions(actions) {
         m_selection.CategoryWatchers().Add(*this);
     }
     ~CategoryTree() override { m_selection.CategoryWatchers().Remove(*this); }
@@ -46,6 +46,9 @@ private:
     void OnNodeSelected(LPARAM data) override;
     void OnTreeMenu(POINT at) override;
 
+    std::optional<AccessibleInfo> DescribeNode(LONG child) const;
+
+    const Workplace& m_workplace;
     KeySelection& m_selection;
     MainWindowActions& m_actions;
     TreeView TreeView1;

@@ -58,8 +58,22 @@ bool KeyListView::Create(HWND parent) {
     params.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     params.parent = parent;
     params.id = kIdKeyListPane;
+    ListView1.SetChildDescriber([this](LONG child) { return DescribeRow(child - 1); });
     return CreateHandle(params) && m_filterBar.Create(Handle()) &&
            ListView1.Create(Handle(), kIdListView1, Widen(m_workplace.Text(text::kKey)), *this);
+}
+
+// The columns that are hidden are told, too.
+std::optional<AccessibleInfo> KeyListView::DescribeRow(LONG row) const {
+    const auto at = static_cast<std::size_t>(row);
+    if (row < 0 || at >= m_selection.Keys().Size()) {
+        return std::nullopt;
+    }
+    const KeyNumber key = m_selection.Keys().KeyAt(at);
+    AccessibleInfo info;
+    info.name = Widen(VisibleText(m_selection.Record(key)));
+    info.description = Widen(m_values.SpokenFor(key));
+    return info;
 }
 
 void KeyListView::ApplyLanguage() {

@@ -85,6 +85,7 @@ private:
     void ShowNote();
     void PlaceNote();
     std::vector<MarkedPart> MarksOf(const KeyRecord& record) const;
+    std::optional<AccessibleInfo> DescribeRow(LONG row) const;
     // Nothing if there is no such row.
     std::optional<KeyRecord> RecordOf(int row) const;
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "core/text/WideText_win32.h"
+#include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
 #include "ui/toolkit/WindowCalls.h"
 
@@ -24,8 +26,9 @@ void StorePosition(const cSplitter& splitter, std::int32_t& setting) {
 }  // namespace
 
 MainPanes::MainPanes(EditorSession& session, MainWindowActions& actions)
-    : m_ownSettings(session.Place().OwnSettings()),
-      m_tree(session.Selection(), actions),
+    : m_workplace(session.Place()),
+      m_ownSettings(session.Place().OwnSettings()),
+      m_tree(session.Place(), session.Selection(), actions),
       m_keys(session, actions),
       m_value(session.Place(), session.Selection(), session.Editing(), session.States(), actions),
       m_description(session, actions) {}
@@ -58,6 +61,8 @@ bool MainPanes::Create(HWND parent, const MainLook& look) {
     WindowObject::SetFilter(m_upper.Handle(), this);
     m_descriptionSplitter.CreateSplitter(Picture1.Handle(), Frame2, m_upper.Handle(),
                                          m_description.Handle(), options, look.dpi);
+    Frame1.SetName([this] { return Widen(m_workplace.Text(text::kTreeWidth)); });
+    Frame2.SetName([this] { return Widen(m_workplace.Text(text::kDescriptionHeight)); });
     ApplyLook(look);
     return true;
 }

@@ -50,6 +50,7 @@ private:
     std::optional<LRESULT> FilterMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void LayoutUpper();
 
+    const Workplace& m_workplace;
     const OwnSettingsStore& m_ownSettings;
     Pane Picture1;
     Pane m_upper;  // what is above the description

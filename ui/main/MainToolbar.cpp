@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "core/text/WideText_win32.h"
+#include "model/program/StringTable.h"
 #include "model/program/ToolbarSpec.h"
 #include "ui/main/ControlIds.h"
 
@@ -33,6 +34,11 @@ bool MainToolbar::Create(HWND parent, const MainLook& look) {
     if (!Toolbar1.Create(parent, kIdToolbar1, *this)) {
         return false;
     }
+    Toolbar1.SetDescriber([this](int) {
+        AccessibleInfo info;
+        info.name = Widen(m_workplace.Text(text::kToolbarName));
+        return info;
+    });
     ApplyLook(look);
     std::vector<ToolButton> buttons;
     const int pictures = ImageList_GetImageCount(look.toolbarPictures.Get());

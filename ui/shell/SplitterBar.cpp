@@ -1,5 +1,6 @@
 #include "ui/shell/SplitterBar.h"
 
+#include <oleacc.h>
 #include <windowsx.h>
 
 namespace tamarind {
@@ -23,6 +24,16 @@ bool SplitterBar::Create(HWND parent, int id) {
 void SplitterBar::Attach(SplitterBarListener& listener, SplitDirection direction) {
     m_listener = &listener;
     m_cursor = direction == SplitDirection::Vertical ? IDC_SIZEWE : IDC_SIZENS;
+}
+
+std::optional<AccessibleInfo> SplitterBar::Describe() const {
+    if (!m_name) {
+        return std::nullopt;
+    }
+    AccessibleInfo info;
+    info.name = m_name();
+    info.role = ROLE_SYSTEM_SEPARATOR;
+    return info;
 }
 
 LRESULT SplitterBar::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <string>
+#include <utility>
+
 #include "ui/shell/SplitterLayout.h"
 #include "ui/toolkit/Window.h"
 
@@ -31,8 +35,11 @@ public:
     bool Create(HWND parent, int id);
     // To be called before the user can reach the bar. `listener` must outlive it.
     void Attach(SplitterBarListener& listener, SplitDirection direction);
+    // What a screen reader calls it.
+    void SetName(std::function<std::wstring()> name) { m_name = std::move(name); }
 
 private:
+    std::optional<AccessibleInfo> Describe() const override;
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::optional<LRESULT> FilterMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnMouseDown(POINT at);
@@ -42,6 +49,7 @@ private:
     void EndDrag();
 
     SplitterBarListener* m_listener = nullptr;
+    std::function<std::wstring()> m_name;
     LPCWSTR m_cursor = IDC_SIZEWE;
     bool m_isDragging = false;
     HWND m_focusWindow = nullptr;  // while dragging

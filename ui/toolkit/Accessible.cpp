@@ -18,10 +18,6 @@ BSTR NewText(const std::wstring& text) {
     return allocate != nullptr ? allocate(text.c_str()) : nullptr;
 }
 
-bool IsSelf(const VARIANT& child) {
-    return child.vt == VT_I4 && child.lVal == CHILDID_SELF;
-}
-
 // Lies in front of the object that Windows makes for the window.
 class AccessibleWindow final : public IAccessible {
 public:
@@ -61,7 +57,7 @@ public:
         return answer == S_OK ? answer : m_standard->get_accDescription(child, description);
     }
     HRESULT STDMETHODCALLTYPE get_accRole(VARIANT child, VARIANT* role) override {
-        const auto info = IsSelf(child) ? Info() : std::nullopt;
+        const auto info = Info(child);
         if (info && info->role != 0) {
             role->vt = VT_I4;
             role->lVal = info->role;
@@ -71,7 +67,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE get_accState(VARIANT child, VARIANT* state) override {
         const HRESULT answer = m_standard->get_accState(child, state);
-        const auto info = IsSelf(child) ? Info() : std::nullopt;
+        const auto info = Info(child);
         if (info && answer == S_OK && state->vt == VT_I4) {
             state->lVal |= info->state;
         }
@@ -149,13 +145,16 @@ private:
     ~AccessibleWindow() { m_standard->Release(); }
 
     // A reader may keep the object longer than the window lives.
-    std::optional<AccessibleInfo> Info() const {
+    std::optional<AccessibleInfo> Info(const VARIANT& child) const {
         const WindowObject* const object =
             IsWindow(m_window) ? WindowObject::FromHandle(m_window) : nullptr;
-        return object != nullptr ? object->Describe() : std::nullopt;
+        if (object == nullptr || child.vt != VT_I4) {
+            return std::nullopt;
+        }
+        return child.lVal == CHILDID_SELF ? object->Describe() : object->DescribeChild(child.lVal);
     }
     HRESULT Tell(const VARIANT& child, std::wstring AccessibleInfo::*member, BSTR* text) const {
-        const auto info = IsSelf(child) ? Info() : std::nullopt;
+        const auto info = Info(child);
         if (!info || (*info.*member).empty()) {
             return S_FALSE;
         }

@@ -17,9 +17,9 @@ struct AccessibleInfo {
     LONG state = 0;  // more of STATE_SYSTEM_
 };
 
-// The answer to WM_GETOBJECT of a window of ours whose WindowObject::Describe tells something:
-// an IAccessible that asks it anew at each question, and Windows for all else. Nothing for other
-// objects than the window's client area, and where the system has no oleacc.dll.
+// The answer to WM_GETOBJECT of a window of ours whose WindowObject tells something of itself or of
+// its parts: an IAccessible that asks it anew at each question, and Windows for all else. Nothing
+// for other objects than the window's client area, and where the system has no oleacc.dll.
 std::optional<LRESULT> AnswerGetObject(HWND window, WPARAM wParam, LPARAM lParam);
 
 }  // namespace tamarind

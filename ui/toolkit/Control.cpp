@@ -52,7 +52,7 @@ LRESULT CALLBACK Control::Procedure(HWND window, UINT message, WPARAM wParam, LP
     Control* const self = WindowObject::FromHandle(window)->AsControl();
     const WNDPROC original = self->m_original;
     const auto answer = Guarded(std::optional<LRESULT>(0), [&] {
-        if (message == WM_GETOBJECT && self->m_describer) {
+        if (message == WM_GETOBJECT && (self->m_describer || self->m_childDescriber)) {
             return AnswerGetObject(window, wParam, lParam);
         }
         const auto filtered = self->Filter(message, wParam, lParam);
@@ -66,6 +66,10 @@ LRESULT CALLBACK Control::Procedure(HWND window, UINT message, WPARAM wParam, LP
 
 std::optional<AccessibleInfo> Control::Describe() const {
     return m_describer ? std::optional(m_describer(GetDlgCtrlID(m_window))) : std::nullopt;
+}
+
+std::optional<AccessibleInfo> Control::DescribeChild(LONG child) const {
+    return m_childDescriber ? m_childDescriber(child) : std::nullopt;
 }
 
 void Control::SetBounds(const RECT& bounds) {

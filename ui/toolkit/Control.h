@@ -39,6 +39,9 @@ public:
     // one function can tell of all controls of a window.
     using Describer = std::function<AccessibleInfo(int id)>;
     void SetDescriber(Describer describer) { m_describer = std::move(describer); }
+    // The same of its rows, nodes or buttons, by the numbers that Windows gives them.
+    using ChildDescriber = std::function<std::optional<AccessibleInfo>(LONG child)>;
+    void SetChildDescriber(ChildDescriber describer) { m_childDescriber = std::move(describer); }
     // The control owns the font from then on.
     void SetFont(UniqueFont font);
     // The same with a font that must outlive the control or be replaced first.
@@ -80,6 +83,7 @@ protected:
 private:
     Control* AsControl() final { return this; }
     std::optional<AccessibleInfo> Describe() const final;
+    std::optional<AccessibleInfo> DescribeChild(LONG child) const final;
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     bool Attach(HWND window);
     void Detach();
@@ -88,6 +92,7 @@ private:
     WNDPROC m_original = nullptr;
     UniqueFont m_font;
     Describer m_describer;
+    ChildDescriber m_childDescriber;
 };
 
 }  // namespace tamarind

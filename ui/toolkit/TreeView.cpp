@@ -67,6 +67,16 @@ void TreeView::Select(HTREEITEM item) {
     Send(WM_HSCROLL, SB_PAGELEFT);
 }
 
+std::optional<LPARAM> TreeView::DataOfChild(LONG child) const {
+    TVITEMW item{};
+    item.mask = TVIF_PARAM;
+    item.hItem =
+        reinterpret_cast<HTREEITEM>(Send(TVM_MAPACCIDTOHTREEITEM, static_cast<WPARAM>(child)));
+    const bool isThere =
+        item.hItem != nullptr && Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) != 0;
+    return isThere ? std::optional(item.lParam) : std::nullopt;
+}
+
 std::optional<LRESULT> TreeView::OnNotify(NMHDR& header) {
     if (header.code == NM_CUSTOMDRAW) {
         return OnCustomDraw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));

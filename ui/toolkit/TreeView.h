@@ -49,6 +49,8 @@ public:
     void Expand(HTREEITEM item);
     // Selects a node and scrolls it into view, without a call of the listener.
     void Select(HTREEITEM item);
+    // The data of the node that a screen reader has this number for; nothing if there is none.
+    std::optional<LPARAM> DataOfChild(LONG child) const;
     // To be called when nodes have other numbers of hits.
     void RedrawHits() { InvalidateRect(Handle(), nullptr, FALSE); }
 

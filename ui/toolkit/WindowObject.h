@@ -43,6 +43,11 @@ public:
     // What a screen reader is told of the window; nothing leaves it to Windows.
     virtual std::optional<AccessibleInfo> Describe() const { return std::nullopt; }
 
+    // The same of a part of it, such as a row, by the number that Windows gives that part: from 1.
+    virtual std::optional<AccessibleInfo> DescribeChild(LONG /*child*/) const {
+        return std::nullopt;
+    }
+
     // The Control that this is, or null.
     virtual Control* AsControl() { return nullptr; }
 
