@@ -1,7 +1,7 @@
 #!/bin/bash
 # Takes the pictures of the help and of the documents anew, from the built program with the sample settings:
 # help/main-window.png, filter.png, value-bar.png, pending-changes.png and ignored-lines.png, and all but the last of these, edit,
-# options and right-to-left in docs/pictures/.
+# options, dark and right-to-left in docs/pictures/.
 #
 #   take_pictures.sh [PROGRAM_FOLDER]     default: build/windows/bin
 #
@@ -226,6 +226,14 @@ start_editor
 select_category "$category"
 select_key "$category" DriveBarFlat
 take docs/pictures/right-to-left.png
+stop_editor
+
+lay_out
+printf 'Theme=2\r\n' >>"$drive/Tamarind/tamarind editors.ini"
+start_editor
+select_category 'Display: sizes and dates'
+select_key 'Display: sizes and dates' GetDirSize
+take docs/pictures/dark.png
 stop_editor
 
 lay_out

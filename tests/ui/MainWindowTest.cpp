@@ -2,6 +2,8 @@
 
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/keys/KeysIds.h"
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Lengths.h"
 
 namespace tamarind {
 namespace {
@@ -77,6 +79,46 @@ TEST_F(MainWindowTest, KeysOfTheFileAloneStandAtTheEndOfTheTree) {
     EXPECT_EQ(Rows().size(), 3U);
     Do(Command::ViewUndescribed);
     EXPECT_EQ(Nodes(), all);
+}
+
+TEST_F(MainWindowTest, ToolbarAndSplittersAreReachedByKeys) {
+    Start();
+    const auto goTo = [&](int id) {
+        for (int steps = 0; steps < 9 && GetFocus() != Find(id); ++steps) {
+            Do(kIdNextPart);
+        }
+        ASSERT_EQ(GetFocus(), Find(id));
+    };
+    goTo(kIdFrame1);
+    const LONG width = WidthOf(Find(kIdTreeView1));
+    Press(kIdFrame1, VK_RIGHT);
+    Press(kIdFrame1, VK_RIGHT);
+    Press(kIdFrame1, VK_LEFT);
+    Press(kIdFrame1, VK_DOWN);
+    EXPECT_EQ(WidthOf(Find(kIdTreeView1)), width + ScaledPixels(10, WindowDpi(Main())));
+    Press(kIdFrame1, VK_RETURN);
+    EXPECT_NE(GetFocus(), Find(kIdFrame1));
+    goTo(kIdFrame2);
+    const LONG height = HeightOf(Find(kIdDescriptionPane));
+    Press(kIdFrame2, VK_UP);
+    EXPECT_GT(HeightOf(Find(kIdDescriptionPane)), height);
+
+    goTo(kIdToolbar1);
+    const auto hot = [&] {
+        TBBUTTON button{};
+        Send(kIdToolbar1, TB_GETBUTTON, static_cast<WPARAM>(Send(kIdToolbar1, TB_GETHOTITEM)),
+             reinterpret_cast<LPARAM>(&button));
+        return static_cast<Command>(button.idCommand);
+    };
+    EXPECT_EQ(hot(), Command::FileOpen);
+    for (int steps = 0; steps < 20 && hot() != Command::ViewActiveKeys; ++steps) {
+        Press(kIdToolbar1, VK_RIGHT);
+        EXPECT_TRUE(world.session->States().IsEnabled(hot()));
+    }
+    Press(kIdToolbar1, VK_RETURN);
+    EXPECT_EQ(world.session->Selection().Filter(), KeyFilter::ShowActive);
+    Press(kIdToolbar1, VK_ESCAPE);
+    EXPECT_EQ(Send(kIdToolbar1, TB_GETHOTITEM), -1);
 }
 
 TEST_F(MainWindowTest, KeysAreAddedAndLinesRemovedInDialogs) {

@@ -58,6 +58,8 @@ enum EntryId : int {
 enum FocusId : int {
     kIdNextPane = 50,
     kIdPreviousPane,
+    kIdNextPart,  // of these, the toolbar and the splitters
+    kIdPreviousPart,
 };
 
 }  // namespace tamarind

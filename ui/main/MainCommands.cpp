@@ -51,6 +51,10 @@ void MainCommands::OnCommand(int id) {
         case kIdPreviousPane:
             m_panes.FocusNext(false);
             break;
+        case kIdNextPart:
+        case kIdPreviousPart:
+            m_panes.FocusNextPart(id == kIdNextPart, GetDlgItem(m_owner, kIdToolbar1));
+            break;
         default:
             if (FindCommand(static_cast<std::uint32_t>(id)) != nullptr) {
                 Execute(static_cast<Command>(id));

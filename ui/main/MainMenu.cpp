@@ -184,8 +184,8 @@ void MainMenu::Refresh(HMENU menu) const {
 // Shortcuts of the key list are left out: in other windows those keys edit text.
 UniqueAccelerators MainMenu::MakeAccelerators(std::span<const Command> except) {
     std::vector<ACCEL> keys = {
-        {FVIRTKEY, VK_F6, kIdNextPane},
-        {FVIRTKEY | FSHIFT, VK_F6, kIdPreviousPane},
+        {FVIRTKEY, VK_F6, kIdNextPart},
+        {FVIRTKEY | FSHIFT, VK_F6, kIdPreviousPart},
         {FVIRTKEY, VK_TAB, kIdNextPane},
         {FVIRTKEY | FSHIFT, VK_TAB, kIdPreviousPane},
         // Browsers go to what they filter by this key.

@@ -141,15 +141,26 @@ void MainPanes::StorePositions(OwnSettings& settings) const {
 void MainPanes::FocusNext(bool isForward) {
     const HWND order[] = {m_tree.Handle(), m_keys.List(), m_value.Field(),
                           m_description.FocusTarget(), m_keys.Filter().Field()};
-    constexpr std::size_t kCount = std::size(order);
+    FocusNextOf(order, isForward);
+}
+
+void MainPanes::FocusNextPart(bool isForward, HWND toolbar) {
+    const HWND order[] = {
+        m_tree.Handle(), m_keys.List(),           m_value.Field(), m_description.FocusTarget(),
+        toolbar,         m_keys.Filter().Field(), Frame1.Handle(), Frame2.Handle()};
+    FocusNextOf(order, isForward);
+}
+
+// From a part that is none of these it goes to the last one, or to the second.
+void MainPanes::FocusNextOf(std::span<const HWND> order, bool isForward) {
     HWND focus = GetFocus();
     focus = m_keys.IsPart(focus) ? m_keys.List() : m_value.IsPart(focus) ? m_value.Field() : focus;
-    auto at = static_cast<std::size_t>(std::ranges::find(order, focus) - order);
-    if (at == kCount) {
-        at = isForward ? kCount - 1 : 0;
+    auto at = static_cast<std::size_t>(std::ranges::find(order, focus) - order.begin());
+    if (at == order.size()) {
+        at = isForward ? order.size() - 1 : 0;
     }
-    for (std::size_t step = 0; step < kCount; ++step) {
-        at = (at + (isForward ? 1 : kCount - 1)) % kCount;
+    for (std::size_t step = 0; step < order.size(); ++step) {
+        at = (at + (isForward ? 1 : order.size() - 1)) % order.size();
         if (order[at] != nullptr && IsWindowVisible(order[at]) && IsWindowEnabled(order[at])) {
             SetFocus(order[at]);
             return;

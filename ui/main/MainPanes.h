@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "model/session/EditorSession.h"
 #include "ui/main/CategoryTree.h"
 #include "ui/main/DescriptionPane.h"
@@ -45,10 +47,13 @@ public:
     // Moves the focus to the next or the former one of tree, list, value and description that can
     // have it.
     void FocusNext(bool isForward);
+    // The same with the toolbar and the splitters, which the arrow keys move.
+    void FocusNextPart(bool isForward, HWND toolbar);
 
 private:
     std::optional<LRESULT> FilterMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void LayoutUpper();
+    void FocusNextOf(std::span<const HWND> order, bool isForward);
 
     const Workplace& m_workplace;
     const OwnSettingsStore& m_ownSettings;

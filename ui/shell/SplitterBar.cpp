@@ -3,8 +3,15 @@
 #include <oleacc.h>
 #include <windowsx.h>
 
+#include "ui/toolkit/Dpi.h"
+#include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/Palette.h"
+#include "ui/toolkit/WindowCalls.h"
+
 namespace tamarind {
 namespace {
+
+constexpr int kKeyStep = 10;  // pixels at 96 DPI
 
 POINT PointOf(LPARAM lParam) {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -50,11 +57,38 @@ LRESULT SplitterBar::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CAPTURECHANGED:
             Cancel(false);
             return 0;
+        case WM_KEYDOWN:
+            OnKey(wParam);
+            return 0;
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            InvalidateRect(Handle(), nullptr, TRUE);
+            return 0;
+        case WM_ERASEBKGND: {
+            const RECT area = ClientAreaOf(Handle());
+            FillRect(reinterpret_cast<HDC>(wParam), &area,
+                     PaletteBrush(GetFocus() == Handle() ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
+            return 1;
+        }
         case WM_SETCURSOR:
             SetCursor(LoadCursorW(nullptr, m_cursor));
             return TRUE;
         default:
             return Window::HandleMessage(message, wParam, lParam);
+    }
+}
+
+// An arrow key is a short drag. Enter and Escape give the focus back to the window.
+void SplitterBar::OnKey(WPARAM key) {
+    const int step = ScaledPixels(kKeyStep, WindowDpi(Handle()));
+    const bool isVertical = m_cursor == IDC_SIZEWE;
+    if (key == VK_RETURN || key == VK_ESCAPE) {
+        SetFocus(GetAncestor(Handle(), GA_ROOT));
+    } else if (key == (isVertical ? VK_LEFT : VK_UP) || key == (isVertical ? VK_RIGHT : VK_DOWN)) {
+        const bool isBack = key == VK_LEFT || key == VK_UP;
+        m_listener->OnBarDown({0, 0});
+        m_listener->OnBarMove({isBack ? -step : step, isBack ? -step : step});
+        m_listener->OnBarUp();
     }
 }
 

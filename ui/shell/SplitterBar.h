@@ -45,6 +45,7 @@ private:
     void OnMouseDown(POINT at);
     void OnMouseMove(POINT at, WPARAM buttons);
     void OnMouseUp();
+    void OnKey(WPARAM key);
     void Cancel(bool goesBack);
     void EndDrag();
 

@@ -303,7 +303,8 @@ void PaintStatusBar(const Painter& painter, const RECT& area) {
         std::wstring text(std::size_t{length} + 1, L'\0');
         SendMessageW(bar, SB_GETTEXTW, static_cast<WPARAM>(part),
                      reinterpret_cast<LPARAM>(text.data()));
-        painter.Text(text.c_str(), cell, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS,
+        text.resize(length);
+        painter.Text(text, cell, DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS,
                      COLOR_BTNTEXT);
     }
 }

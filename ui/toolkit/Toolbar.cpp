@@ -123,12 +123,71 @@ std::optional<LRESULT> Toolbar::OnNotify(NMHDR& header) {
     if (header.code != TBN_DROPDOWN) {
         return std::nullopt;
     }
-    const int id = reinterpret_cast<const NMTOOLBARW&>(header).iItem;
+    DropDown(reinterpret_cast<const NMTOOLBARW&>(header).iItem);
+    return TBDDRET_DEFAULT;
+}
+
+// Enter and the space bar press the hot button.
+void Toolbar::MoveHotButton(int from, int step) {
+    const int count = static_cast<int>(Send(TB_BUTTONCOUNT));
+    for (int at = from + step; at >= 0 && at < count; at += step) {
+        TBBUTTON button{};
+        Send(TB_GETBUTTON, static_cast<WPARAM>(at), reinterpret_cast<LPARAM>(&button));
+        if ((button.fsStyle & BTNS_SEP) == 0 && (button.fsState & TBSTATE_ENABLED) != 0) {
+            Send(TB_SETHOTITEM, static_cast<WPARAM>(at));
+            return;
+        }
+    }
+}
+
+bool Toolbar::OnKey(WPARAM key) {
+    const int hot = static_cast<int>(Send(TB_GETHOTITEM));
+    TBBUTTON button{};
+    Send(TB_GETBUTTON, static_cast<WPARAM>(hot), reinterpret_cast<LPARAM>(&button));
+    switch (key) {
+        case VK_LEFT:
+        case VK_RIGHT:
+            MoveHotButton(hot, key == VK_LEFT ? -1 : 1);
+            return true;
+        case VK_RETURN:
+        case VK_SPACE:
+            if (hot >= 0) {
+                m_listener->OnToolbarButton(button.idCommand);
+            }
+            return true;
+        case VK_DOWN:
+            if (hot >= 0 && (button.fsStyle & BTNS_DROPDOWN) != 0) {
+                DropDown(button.idCommand);
+            }
+            return true;
+        case VK_ESCAPE:
+            SetFocus(GetAncestor(Handle(), GA_ROOT));
+            return true;
+        default:
+            return false;
+    }
+}
+
+std::optional<LRESULT> Toolbar::OnMessage(UINT message, WPARAM wParam, LPARAM) {
+    switch (message) {
+        case WM_SETFOCUS:
+            MoveHotButton(-1, 1);
+            return std::nullopt;
+        case WM_KILLFOCUS:
+            Send(TB_SETHOTITEM, static_cast<WPARAM>(-1));
+            return std::nullopt;
+        case WM_KEYDOWN:
+            return OnKey(wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+        default:
+            return std::nullopt;
+    }
+}
+
+void Toolbar::DropDown(int id) {
     RECT button{};
     Send(TB_GETRECT, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(&button));
     MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&button), 2);
     m_listener->OnToolbarDropDown(id, button);
-    return TBDDRET_DEFAULT;
 }
 
 std::optional<LRESULT> Toolbar::OnCommand(int id, int) {

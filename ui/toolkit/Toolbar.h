@@ -48,6 +48,11 @@ public:
 private:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     std::optional<LRESULT> OnCommand(int id, int code) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool OnKey(WPARAM key);
+    // Makes the next enabled button in that direction the hot one.
+    void MoveHotButton(int from, int step);
+    void DropDown(int id);
 
     ToolbarListener* m_listener = nullptr;
 };
