@@ -1,7 +1,7 @@
 #!/bin/bash
 # Takes pictures of every window in every language and resolution: build/tour/<dpi>-<language>-<window>.png.
 #
-#   gallery.sh [DPI...]     default: 96 144 192
+#   gallery.sh [DPI...]     default: 96 144 192 288
 #
 # The tests that go through all windows take them; these are built first if need be.
 set -euo pipefail
@@ -23,7 +23,7 @@ for file in Languages/*.lng; do
 done
 
 if [[ $# == 0 ]]; then
-    set -- 96 144 192
+    set -- 96 144 192 288
 fi
 status=0
 for dpi in "$@"; do

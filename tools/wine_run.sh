@@ -25,6 +25,9 @@ display)
     else
         ensure_prefix "windowed-$dpi" "$dpi"
     fi
+    if ((dpi > 200)); then
+        export TAMARIND_SCREEN=3840x2400 # what a screen of that resolution has
+    fi
     TAMARIND_WINE=inside exec "$tools/with_display.sh" --own "$0" "$@"
     ;;
 inside)

@@ -5,6 +5,8 @@
 #
 # Uses the present display if there is one; otherwise, or with --own, an X server and a window manager that live only as
 # long as the command. The exit status is the command's.
+#
+# TAMARIND_SCREEN: the size of the screen of such a server in pixels, if it is not 1600x1200.
 set -u
 
 own=false
@@ -64,7 +66,7 @@ server_answered() {
 }
 
 # Both end with this script, even if it is killed. The server itself picks a number that is free.
-setpriv --pdeathsig TERM Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp -noreset \
+setpriv --pdeathsig TERM Xvfb -displayfd 3 -screen 0 "${TAMARIND_SCREEN:-1600x1200}x24" -nolisten tcp -noreset \
     3>"$scratch/display" >"$scratch/xvfb.log" 2>&1 </dev/null &
 server=$!
 wait_for server_answered
