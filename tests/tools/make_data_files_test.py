@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Tests of tools/make_data_files.py and the modules that it uses; run from anywhere."""
 
+import codecs
 import contextlib
 import io
 import re
@@ -57,6 +58,8 @@ FAULTS = (
     (CATEGORY + "Key{n}\t1\tint\tA.\n", 2, "braces of Key{n}"),
     (CATEGORY + "Key{a, b}\t1\tint\tA.\n", 2, "braces of Key{a, b}"),
     ("[Again]\tLayout\tPanels\n", 1, "no category 'Panels' before"),
+    (CATEGORY + "F{1..2+}\t\tstring\tThe 2 of {n}.\n", 2, "with another number"),
+    (CATEGORY + "*_a\t{n}\tstring\tA.\n", 2, "{n} in the default"),
     ("+ A.\n", 1, "note outside a category"),
     (CATEGORY + "Key\t1\tint\tNumber {n}.\n", 2, "without braces"),
     ("".join(f"[{'x' * 50}{n}]\tLayout\nKey\t1\tint\tA.\n" for n in range(90)), 155, "too many"),
@@ -176,6 +179,18 @@ C+C_params=///Parameters.@Of [Dark].
 my_8=///Of my.@Standard.@COLOR@Of [Dark].@Since version 9.
 the text_8=///Of the text.@Standard.@COLOR@Of [Dark].@Since version 9.
 '''.replace(b"\n", b"\r\n").replace(b"COLOR", make_data_files.COLOR_NOTE.encode())
+
+PATTERNS = """[Screen]	{8}x{6}
+Size	1	int	At {section}.
+[Tabs]	Tabs
+F{1..2+}		string	Tab {n}.
+*_for	7	int	Of {n}.
+[Named]	X_*
+G{1..3+}		string	G {n}.
+"""
+WRITTEN_PATTERNS = (b"\r\n[counted:]\r\n#x#=8x6\r\n\r\n[counted:Tabs]\r\nF#=F2\r\n\r\n"
+                    b"[english:Tabs]\r\n*_for=7///Of {n}.\r\n\r\n"
+                    b"[english:X_*]\r\nG#=///G {n}.\r\n")
 
 WRITTEN_TYPES = b"""[Layout]
 Key=int
@@ -386,6 +401,19 @@ class MakeDataFilesTest(unittest.TestCase):
             self.assertIn(message, text)
         self.assertEqual(self.run_tool("types", str(self.folder / "none"))[0], 1)
 
+    def test_families_that_go_on_and_names_of_users(self) -> None:
+        self.put("knowledge/wincmd/2-second.tsv", PATTERNS)
+        out = self.folder / "out"
+        self.assertEqual(self.run_tool("write", str(out)), (0, ""))
+        types = (out / "Wincmd.types").read_bytes()
+        self.assertIn(b"[X_*]\r\nG#=string\r\n", types)
+        self.assertTrue(types.endswith(WRITTEN_PATTERNS), types)
+        written = (out / "tc all keys english.tmdf").read_bytes()
+        self.assertIn(b"[Tabs]\r\nCategoryTargetSection=Tabs\r\nF1=///Tab 1.\r\nF2=", written)
+        self.assertIn(b"CategoryTargetSection=8x6\r\nSize=1///At 8x6.\r\n", written)
+        self.assertNotIn(b"_for", written)
+        self.assertNotIn(b"Named", written)
+
     def test_written_bytes_and_their_verification(self) -> None:
         self.put("knowledge/wincmd/2-second.tsv", WRITTEN_SOURCE)
         out = str(self.folder / "out")
@@ -396,9 +424,9 @@ class MakeDataFilesTest(unittest.TestCase):
                          b"[TargetIniFile]\r\nWcx_ftp=1\r\n\r\n[Ftp]\r\n"
                          b"CategoryTargetSection=General\r\nKey=1///A.\r\n")
         types = self.folder / "out" / "Wincmd.types"
-        self.assertEqual(types.read_bytes(), WRITTEN_TYPES)
+        self.assertEqual(types.read_bytes(), codecs.BOM_UTF8 + WRITTEN_TYPES)
         self.assertEqual((self.folder / "out" / "Wcx_ftp.types").read_bytes(),
-                         b"[General]\r\nKey=int\r\n")
+                         codecs.BOM_UTF8 + b"[General]\r\nKey=int\r\n")
         self.assertEqual(self.run_tool("verify", out), (0, ""))
         for path in (written, types):
             path.write_bytes(path.read_bytes() + b"\r\n")
