@@ -196,11 +196,11 @@ TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
                 continue;
             }
             Selection().ShowKeyDetails(random() % Selection().Keys().Size());
-            if (random() % 5 < 2) {
+            if (random() % 5 < 3) {
                 // Files that several of these settings lead to keep what was saved before.
                 Commands().SetValue("new " + std::to_string(files));
             } else {
-                Play("ecd"[random() % 3]);
+                Play("cd"[random() % 2]);
             }
         }
         const std::vector<FilePreview> preview = Pending().Look().files;

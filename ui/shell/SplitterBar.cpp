@@ -64,17 +64,23 @@ LRESULT SplitterBar::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_KILLFOCUS:
             InvalidateRect(Handle(), nullptr, TRUE);
             return 0;
-        case WM_ERASEBKGND: {
-            const RECT area = ClientAreaOf(Handle());
-            FillRect(reinterpret_cast<HDC>(wParam), &area,
-                     PaletteBrush(GetFocus() == Handle() ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
-            return 1;
-        }
+        case WM_PAINT:
+            Paint();
+            return 0;
         case WM_SETCURSOR:
             SetCursor(LoadCursorW(nullptr, m_cursor));
             return TRUE;
         default:
             return Window::HandleMessage(message, wParam, lParam);
+    }
+}
+
+void SplitterBar::Paint() const {
+    PAINTSTRUCT paint{};
+    if (const HDC dc = BeginPaint(Handle(), &paint)) {
+        const RECT area = ClientAreaOf(Handle());
+        FillRect(dc, &area, PaletteBrush(GetFocus() == Handle() ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
+        EndPaint(Handle(), &paint);
     }
 }
 

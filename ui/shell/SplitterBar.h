@@ -46,6 +46,7 @@ private:
     void OnMouseMove(POINT at, WPARAM buttons);
     void OnMouseUp();
     void OnKey(WPARAM key);
+    void Paint() const;
     void Cancel(bool goesBack);
     void EndDrag();
 
