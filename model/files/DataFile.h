@@ -21,6 +21,10 @@ namespace tamarind {
 //   ButtonBar=1///Shows the button bar   key, default value, separator, description
 enum class SettingsTarget { Wincmd, WcxFtp };
 
+inline SettingsTarget OtherTarget(SettingsTarget target) {
+    return target == SettingsTarget::Wincmd ? SettingsTarget::WcxFtp : SettingsTarget::Wincmd;
+}
+
 // The key of a category that names its section of the settings.
 inline constexpr std::string_view kCategoryTarget = "CategoryTargetSection";
 

@@ -124,9 +124,7 @@ void EditorSession::AskOpenDataFile() {
 }
 
 void EditorSession::OpenOtherDataFile() {
-    const SettingsTarget other = m_dataFile.Target() == SettingsTarget::Wincmd
-                                     ? SettingsTarget::WcxFtp
-                                     : SettingsTarget::Wincmd;
+    const SettingsTarget other = OtherTarget(m_dataFile.Target());
     if (MayLeaveFiles() && m_dataFile.LoadDataFile(m_dataFile.PathFor(other))) {
         ShowTarget();
     }

@@ -2,6 +2,7 @@
 
 #include "core/files/Paths.h"
 #include "core/ini/cProfile.h"
+#include "core/text/AccessKeys.h"
 #include "core/text/MissingValueMarker.h"
 #include "core/text/Unicode.h"
 #include "model/program/StringTable.h"
@@ -75,13 +76,8 @@ bool KeyDescribing::CopyDataFile() {
     return again.has_value();
 }
 
-// A "&" in a name is no access key.
 std::string KeyDescribing::LabelFor(std::string_view name) const {
-    std::string shown;
-    for (const char character : name) {
-        shown.append(character == '&' ? 2 : 1, character);
-    }
-    return m_workplace.Text(text::kDescriptionOf, {shown});
+    return m_workplace.Text(text::kDescriptionOf, {WithoutAccessKeys(std::string(name))});
 }
 
 void KeyDescribing::Describe(std::string_view text) {

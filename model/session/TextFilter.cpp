@@ -29,10 +29,6 @@ constexpr std::pair<std::string_view, std::uint16_t> kWords[] = {
     {"type:string", text::kIsString},
 };
 
-SettingsTarget OtherThan(SettingsTarget target) {
-    return target == SettingsTarget::Wincmd ? SettingsTarget::WcxFtp : SettingsTarget::Wincmd;
-}
-
 std::string HeadingAbove(const std::vector<CategoryNode>& categories, std::string_view tag) {
     std::string_view heading;
     for (const CategoryNode& node : categories) {
@@ -155,7 +151,7 @@ std::string TextFilter::OtherHits() {
 
 // Once for a filter: whoever finds nothing goes on typing.
 void TextFilter::ReadOtherKeys() {
-    const SettingsTarget target = OtherThan(m_dataFile.Target());
+    const SettingsTarget target = OtherTarget(m_dataFile.Target());
     const std::string path = m_dataFile.PathFor(target);
     if (m_other && m_other->path == path) {
         return;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/text/AccessKeys.h"
 #include "core/text/WideText_win32.h"
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
@@ -31,14 +32,6 @@ constexpr UINT_PTR kFirstWord = 100;
 
 bool IsDown(int key) {
     return GetKeyState(key) < 0;
-}
-
-// A menu takes "&" for the mark of an access key.
-std::wstring Escaped(std::wstring text) {
-    for (std::size_t at = text.find(L'&'); at != std::wstring::npos; at = text.find(L'&', at + 2)) {
-        text.insert(at, 1, L'&');
-    }
-    return text;
 }
 
 }  // namespace
@@ -182,7 +175,7 @@ void FilterBar::ShowParts() {
         cmdClearFilter.SetText(kCross);
     }
     if (!sign.empty()) {
-        cmdShowAllKeys.SetText(Escaped(sign));
+        cmdShowAllKeys.SetText(WithoutAccessKeys(sign));
     }
     Layout();
 }
@@ -272,7 +265,8 @@ void FilterBar::OpenRecentTexts() {
     const std::vector<std::string> texts = m_filter.RecentTexts();
     const UniqueMenu menu(CreatePopupMenu());
     for (std::size_t at = 0; at < texts.size(); ++at) {
-        AppendMenuW(menu.Get(), MF_STRING, kFirstRecent + at, Escaped(Widen(texts[at])).c_str());
+        AppendMenuW(menu.Get(), MF_STRING, kFirstRecent + at,
+                    WithoutAccessKeys(Widen(texts[at])).c_str());
     }
     if (!texts.empty()) {
         AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
@@ -294,7 +288,7 @@ UniqueMenu FilterBar::MakeWordsMenu() const {
     UINT_PTR id = kFirstWord;
     for (const TextFilter::Word& word : m_filter.Words()) {
         AppendMenuW(menu.Get(), MF_STRING, id++,
-                    Escaped(Widen(word.word + "\t" + word.meaning)).c_str());
+                    WithoutAccessKeys(Widen(word.word + "\t" + word.meaning)).c_str());
     }
     return menu;
 }
@@ -303,9 +297,9 @@ UniqueMenu FilterBar::MakeWordsMenu() const {
 void FilterBar::Choose(HMENU menu, const PushButton& button) {
     const RECT at = BoundsOf(button.Handle());
     TPMPARAMS around{sizeof(TPMPARAMS), at};
-    const auto id = static_cast<UINT_PTR>(
-        TrackPopupMenuEx(menu, TPM_VERTICAL | TPM_RIGHTALIGN | TPM_RETURNCMD | TPM_NONOTIFY,
-                         at.right, at.bottom, Handle(), &around));
+    const auto id =
+        static_cast<UINT_PTR>(TrackPopupMenuEx(menu, TPM_VERTICAL | TPM_RIGHTALIGN | TPM_RETURNCMD,
+                                               at.right, at.bottom, Handle(), &around));
     const auto texts = m_filter.RecentTexts();
     const auto words = m_filter.Words();
     if (id >= kFirstWord && id - kFirstWord < words.size()) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "core/text/AccessKeys.h"
 #include "core/text/WideText_win32.h"
 #include "ui/main/ControlIds.h"
 
@@ -20,14 +21,6 @@ constexpr DropDown kDropDowns[] = {
     {Command::FileSave, Command::FileSaveAndRestart},
     {Command::EditDelete, Command::EditComment},
 };
-
-// A menu takes a single "&" for the mark of an access key.
-std::string EscapedMarks(std::string text) {
-    for (std::size_t at = text.find('&'); at != std::string::npos; at = text.find('&', at + 2)) {
-        text.insert(at, 1, '&');
-    }
-    return text;
-}
 
 UINT_PTR IdOf(Command command) {
     return static_cast<UINT_PTR>(command);
@@ -86,7 +79,7 @@ std::wstring MainMenu::EntryText(Command command) const {
     const CommandInfo& info = InfoOf(command);
     std::string text = m_workplace.Text(info.textNumber);
     if (const std::string step = m_states.NameOfStep(command); !step.empty()) {
-        text += ": " + EscapedMarks(step);
+        text += ": " + WithoutAccessKeys(step);
     }
     if (!info.shortcut.text.empty()) {
         text += '\t';

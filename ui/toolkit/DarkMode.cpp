@@ -364,6 +364,9 @@ std::optional<LRESULT> AnswerPaletteMessage(HWND window, UINT message, WPARAM wP
             }
             return std::nullopt;
         }
+        case WM_INITMENUPOPUP:
+            ApplyPaletteToMenu(reinterpret_cast<HMENU>(wParam), false);
+            return std::nullopt;  // the window may have something to do with it, too
         case WM_MENUCHAR:
             return FindAccessKey(reinterpret_cast<HMENU>(lParam), LOWORD(wParam));
         default:
