@@ -1,10 +1,8 @@
 #include "model/files/KeyFamilies.h"
 
-#include <algorithm>
 #include <initializer_list>
 #include <optional>
 
-#include "core/text/Unicode.h"
 #include "model/files/KeyPatterns.h"
 
 namespace tamarind {

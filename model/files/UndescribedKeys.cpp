@@ -265,9 +265,8 @@ void AddMoreKeys(KeyStore& store, const SettingsFiles& settings, const KeyFamili
     for (const std::string& section : sections) {
         const std::string_view like = models.SectionLike(section);
         if (!like.empty() && !HasMoreOf(store, section)) {
-            for (const KeyNumber model : std::vector<KeyNumber>(models.KeysOf(like))) {
-                const std::string name(store.KeyName(model));
-                store.AddSibling(section, name, model);
+            for (const KeyNumber model : models.KeysOf(like)) {
+                store.AddSibling(section, store.KeyName(model), model);
             }
         }
     }

@@ -133,6 +133,10 @@ void KeyStore::SetUndescribedTexts(std::string noDescription, PatternEntries pat
 }
 
 std::string_view KeyStore::EntryOfMore(KeyNumber key) const {
+    // One that was made stays: records have views of it.
+    if (const auto known = m_madeEntries.find(key); known != m_madeEntries.end()) {
+        return known->second;
+    }
     const std::string_view name = KeyName(key);
     std::string made;
     std::string_view entry;
@@ -149,7 +153,7 @@ std::string_view KeyStore::EntryOfMore(KeyNumber key) const {
     if (made == entry) {
         return entry;
     }
-    return m_madeEntries.insert_or_assign(key, std::move(made)).first->second;
+    return m_madeEntries.emplace(key, std::move(made)).first->second;
 }
 
 bool KeyStore::DescribesSection(std::string_view section) const {

@@ -203,6 +203,9 @@ TEST_F(UndescribedKeysTest, SiblingsAreDescribedByOthers) {
     EXPECT_EQ(Selection().Description(), "What my_own of searches is.");
     EXPECT_EQ(Selection().Record(*Selection().CurrentKey()).defaultValue, "7");
     EXPECT_EQ(Session().Values().TypeOf(*Selection().CurrentKey()).kind, ValueKind::Bool);
+    const KeyRecord record = Selection().Record(*Selection().CurrentKey());
+    EXPECT_EQ(Session().Values().DefaultOf(*Selection().CurrentKey()), "7");
+    EXPECT_EQ(record.description, "What my_own of searches is.") << "views hold";
     EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U) << "the text is not that of a line of its own";
 
     Session().Filter().SetText("Types 10");

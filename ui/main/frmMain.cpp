@@ -207,7 +207,7 @@ bool frmMain::OnCreate() {
                         m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
     if (isMade && IsDark()) {
         ShowPalette();
-        ApplyLook(m_look.dpi);  // the lists' colours are the user's again
+        m_panes.ApplyLook(m_look);  // the lists' colours are the user's again
     }
     return isMade;
 }
