@@ -105,7 +105,7 @@ private:
     KeyAdding m_adding{m_workplace, m_store, m_selection, m_dataFile, m_settings, m_undescribed};
     KeyDescribing m_describing{m_workplace, m_store,    m_selection,
                                m_dataFile,  m_settings, m_undescribed};
-    IgnoredLinesEditor m_ignoredLines{m_workplace, m_store, m_selection, m_settings, m_undescribed};
+    IgnoredLinesEditor m_ignoredLines{m_workplace, m_store, m_settings, m_undescribed};
     FavoritesBook m_favorites{m_workplace, m_selection};
     RecentSettings m_recent{m_workplace};
     KeyColumns m_columns{m_workplace, m_store, m_values};

@@ -32,10 +32,7 @@ bool IgnoredLinesEditor::CanGoTo(const IgnoredLine& line) {
 void IgnoredLinesEditor::GoTo(const IgnoredLine& line) {
     m_undescribed.LoadAll();
     if (const auto key = m_store.Find(line.section, line.key)) {
-        if (!m_store.IsDescribed(*key) && !m_workplace.AreUndescribedVisible()) {
-            m_undescribed.Show(true);
-        }
-        m_selection.GoToKey(*key);
+        m_undescribed.GoTo(*key);
     }
 }
 

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "model/files/IgnoredLines.h"
-#include "model/session/KeySelection.h"
 #include "model/session/OpenSettings.h"
 #include "model/session/UndescribedCategories.h"
 
@@ -14,11 +13,10 @@ namespace tamarind {
 // mended. Unlike changes of keys, deleting one writes the file at once, with a backup.
 class IgnoredLinesEditor {
 public:
-    IgnoredLinesEditor(const Workplace& workplace, KeyStore& store, KeySelection& selection,
-                       OpenSettings& settings, UndescribedCategories& undescribed)
+    IgnoredLinesEditor(const Workplace& workplace, const KeyStore& store, OpenSettings& settings,
+                       UndescribedCategories& undescribed)
         : m_workplace(workplace),
           m_store(store),
-          m_selection(selection),
           m_settings(settings),
           m_undescribed(undescribed) {}
 
@@ -47,8 +45,7 @@ private:
     bool Write(const std::string& path, const std::function<IniEdit(IniDocument&)>& edit);
 
     const Workplace& m_workplace;
-    KeyStore& m_store;
-    KeySelection& m_selection;
+    const KeyStore& m_store;
     OpenSettings& m_settings;
     UndescribedCategories& m_undescribed;
     std::vector<Step> m_steps;

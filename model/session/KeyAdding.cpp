@@ -76,7 +76,7 @@ void KeyAdding::Add(const std::string& section, const std::string& name) {
     if (!key) {
         key = m_undescribed.Add(ownSection, ownName);
     }
-    m_selection.GoToKey(*key);
+    m_undescribed.GoTo(*key);
 }
 
 }  // namespace tamarind

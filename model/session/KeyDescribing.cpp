@@ -71,7 +71,7 @@ bool KeyDescribing::CopyDataFile() {
     m_undescribed.LoadAll();
     const auto again = m_store.Find(section, keyName);
     if (again) {
-        m_selection.GoToKey(*again);
+        m_undescribed.GoTo(*again);
     }
     return again.has_value();
 }

@@ -120,11 +120,7 @@ KeyNumber UndescribedCategories::Add(const std::string& section, const std::stri
     Section& own = SectionOf(section);
     (model ? own.keys.hasSiblings : own.keys.hasOthers) = true;
     own.isLoaded = true;
-    if (m_workplace.AreUndescribedVisible()) {
-        Fill();
-    } else {
-        Show(true);
-    }
+    Fill();
     return key;
 }
 
@@ -135,6 +131,13 @@ void UndescribedCategories::Show(bool areVisible) {
         m_selection.ShowAgain();
     }
     m_workplace.TellCommandsChanged();
+}
+
+void UndescribedCategories::GoTo(KeyNumber key) {
+    if (!m_store.IsDescribed(key) && !m_workplace.AreUndescribedVisible()) {
+        Show(true);
+    }
+    m_selection.GoToKey(key);
 }
 
 void UndescribedCategories::Fill() {

@@ -35,11 +35,13 @@ public:
     // Takes the keys of all sections into the store.
     void LoadAll();
 
-    // Adds a key that the store does not have yet, and shows such keys if they are hidden. It is
-    // absent from the settings. Returns its number.
+    // Adds a key that the store does not have yet, and that is absent from the settings. Returns
+    // its number.
     KeyNumber Add(const std::string& section, const std::string& name);
 
     void Show(bool areVisible);
+    // Makes a key the current one. Where such keys are hidden and it is one, they are shown again.
+    void GoTo(KeyNumber key);
 
 private:
     struct Section {

@@ -247,6 +247,7 @@ TEST_F(UndescribedKeysTest, KeysAreAddedByName) {
     // One that is there is shown, whoever describes it.
     adding.Add("configuration", "showhidden");
     EXPECT_EQ(Selection().CurrentKey(), 2U);
+    Session().Undescribed().Show(false);
     adding.Add("CONFIGURATION", "own");
     EXPECT_EQ(Selection().SelectedNode(), 5);
     EXPECT_THAT(world.Rows(), ElementsAre("Own=5", "Off=2"));

@@ -32,7 +32,7 @@ MainCommands::MainCommands(EditorSession& session, MainPanes& panes, const Dialo
                           [this] { FocusKeyList(); }),
       m_pendingChanges(session.Place(), session.Pending(), style,
                        {[this](KeyNumber key) {
-                            m_session.Selection().GoToKey(key);
+                            m_session.Undescribed().GoTo(key);
                             FocusKeyList();
                         },
                         [this] { Execute(Command::FileSave); }}) {}
