@@ -43,14 +43,13 @@ def menus() -> dict[str, list[int]]:
 
 def dialogs() -> dict[str, list[int]]:
     """The text numbers of each dialog template. A page of a dialog is a template of its own, whose keys share the
-    window with those of the dialog around it."""
+    window with those of the dialog around it: IDD_OPTIONS_LAYOUT is a page of IDD_FRMOPTIONS."""
     found: dict[str, list[int]] = {}
     for script in sorted(ROOT.glob("ui/*/*.rc")):
         for name, body in re.findall(r"^(IDD_\w+) DIALOGEX.*?^BEGIN\n(.*?)^END", script.read_text(), re.S | re.M):
             found[name] = [int(number) for number in re.findall(r'"(\d+)"', body)]
     for name, numbers in found.items():
-        around = [other for other in found if name != other and name.startswith(other + "_")]
-        numbers += [number for other in around for number in found[other]]
+        numbers += found.get("IDD_FRM" + name.split("_")[1], []) if name.count("_") > 1 else []
     return found
 
 

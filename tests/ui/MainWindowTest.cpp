@@ -8,13 +8,6 @@
 namespace tamarind {
 namespace {
 
-LONG FontHeightOf(HWND control) {
-    LOGFONTW font{};
-    const auto handle = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
-    GetObjectW(handle, sizeof(font), &font);
-    return font.lfHeight;
-}
-
 TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     Start();
     EXPECT_EQ(TextOf(Main()), "Tamarind Configuration Editor 5.01 - C:\\TC\\Wincmd.ini");

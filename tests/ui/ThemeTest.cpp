@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 #include <oleacc.h>
 
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+#include "tests/ui/FakeLook.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/toolkit/Colors.h"
@@ -8,14 +13,6 @@
 
 namespace tamarind {
 namespace {
-
-class FakeLook final : public SystemLook {
-public:
-    bool PrefersDark() const override { return prefersDark; }
-    bool HasHighContrast() const override { return hasHighContrast; }
-    bool prefersDark = false;
-    bool hasHighContrast = false;
-};
 
 // The main window with what Windows says of its own look.
 class ThemeTest : public MainWindowTest {
@@ -34,8 +31,70 @@ protected:
     }
     COLORREF ListBack() const { return static_cast<COLORREF>(Send(kIdListView1, LVM_GETBKCOLOR)); }
 
+    LONG RowHeight() const { return SizeOf(PlaceOfRow(Find(kIdListView1), 1)).cy; }
+    // Where everything that can be seen stands.
+    static void AddPlaces(HWND shown, std::vector<RECT>& places) {
+        if (IsWindowVisible(shown)) {
+            places.push_back(BoundsOf(shown));
+            for (const HWND child : ChildrenOf(shown)) {
+                AddPlaces(child, places);
+            }
+        }
+    }
+    void ExpectSamePlaces(const std::vector<RECT>& places) const {
+        std::vector<RECT> present;
+        AddPlaces(Main(), present);
+        ASSERT_EQ(present.size(), places.size());
+        for (std::size_t at = 0; at < places.size(); ++at) {
+            EXPECT_TRUE(EqualRect(&present[at], &places[at])) << at;
+        }
+    }
+
     FakeLook system;
 };
+
+// To a monitor of another resolution and back, to another size of texts and back, with as much
+// open as can be.
+TEST_F(ThemeTest, EverythingFitsAfterEachMoveAndIsAsBeforeInTheEnd) {
+    PutManyKeys();
+    PutOwnSettings("DescriptionPanelHeight=3000\r\nMainWindowWidth=12000\r\n");
+    Start();
+    Do(Command::FavoritesOrganize);
+    Do(Command::SearchFind);
+    world.session->Filter().SetText("k1");
+
+    const RECT home = BoundsOf(Main());
+    std::vector<RECT> places;
+    AddPlaces(Main(), places);
+    const LONG rowHeight = RowHeight();
+    for (const int dpi : {144, 120, 192, 288}) {
+        SCOPED_TRACE(dpi);
+        SetDpi(dpi, {0, 0, 800 * dpi / 96, std::min(1200, 600 * dpi / 96)});
+        ExpectNoOverlaps(Main());
+        SetDpi(96, home);
+        ExpectSamePlaces(places);
+    }
+    for (const int scale : {150, 225}) {
+        SCOPED_TRACE(scale);
+        system.textScale = scale;
+        SendMessageW(Main(), WM_SETTINGCHANGE, 0, 0);
+        ExpectNoOverlaps(Main());
+        EXPECT_GE(RowHeight(), rowHeight * (scale - 20) / 100);
+        system.textScale = 100;
+        SendMessageW(Main(), WM_SETTINGCHANGE, 0, 0);
+        ExpectSamePlaces(places);
+    }
+    // The box over a row follows it.
+    world.session->Selection().GoToKey(90);
+    Do(Command::EditValue);
+    SetDpi(288, {0, 0, 1600, 1200});
+    EXPECT_TRUE(IsWindowVisible(Find(kIdTxtInplaceEdit)));
+    EXPECT_TRUE(IsInside(BoundsOf(Find(kIdTxtInplaceEdit)), BoundsOf(Find(kIdListView1))));
+    system.textScale = 150;
+    PutOwnSettings("FontSize=12\r\n");
+    Start();
+    EXPECT_EQ(FontHeightOf(Find(kIdListView1)), -16) << "the user has chosen it";
+}
 
 TEST_F(ThemeTest, TextsOfTheDarkPaletteCanBeRead) {
     UseTheme(Theme::Dark);
@@ -63,6 +122,29 @@ TEST_F(ThemeTest, TextsOfTheDarkPaletteCanBeRead) {
     EXPECT_EQ(ReadableColor(RGB(255, 160, 0), true, back, COLOR_WINDOWTEXT), text) << "not chosen";
     UseTheme(Theme::Light);
     EXPECT_EQ(ReadableColor(RGB(0, 0, 160), true, back, COLOR_WINDOWTEXT), RGB(0, 0, 160));
+}
+
+// The light theme keeps what is prescribed and chosen. What cannot be read well is told, not
+// changed.
+TEST_F(ThemeTest, ColorsOfTheLightThemeAreReported) {
+    PutOwnSettings("ForegroundColor=8421504\r\nBackgroundColor=65535\r\n");
+    Start();
+    const struct {
+        const char* name;
+        COLORREF text, back;
+        double least;
+    } pairs[] = {
+        {"active keys", RGB(0, 0, 255), GetSysColor(COLOR_WINDOW), 4.5},
+        {"absent and commented keys", GetSysColor(COLOR_GRAYTEXT), GetSysColor(COLOR_WINDOW), 2},
+        {"texts on the colour of controls", GetSysColor(COLOR_WINDOWTEXT), kControlsBackColor, 4.5},
+        {"gray on yellow, as chosen", ListText(), ListBack(), 2},
+    };
+    for (const auto& pair : pairs) {
+        const double contrast = ContrastOf(pair.text, pair.back);
+        std::printf("%s: %.1f to 1%s\n", pair.name, contrast, contrast < 4.5 ? ", low" : "");
+        EXPECT_GE(contrast, pair.least) << pair.name;
+    }
+    EXPECT_EQ(ListText(), RGB(128, 128, 128)) << "the choice holds";
 }
 
 TEST_F(ThemeTest, EveryControlIsDarkAndLightAgain) {

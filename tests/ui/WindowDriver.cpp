@@ -83,6 +83,13 @@ std::string ClassOf(HWND window) {
     return Narrow(name);
 }
 
+LONG FontHeightOf(HWND control) {
+    LOGFONTW font{};
+    const auto handle = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+    GetObjectW(handle, sizeof(font), &font);
+    return font.lfHeight;
+}
+
 std::string CellIn(HWND list, int row, int column) {
     LVITEMW item{};
     item.iSubItem = column;

@@ -34,6 +34,9 @@ inline LONG HeightOf(HWND window) {
     return SizeOf(BoundsOf(window)).cy;
 }
 
+// The height of a control's font in pixels, negative as Windows has it.
+LONG FontHeightOf(HWND control);
+
 std::string CellIn(HWND list, int row, int column);
 Strings RowsIn(HWND list);
 int SelectedIn(HWND list);

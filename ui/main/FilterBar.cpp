@@ -20,6 +20,7 @@ namespace {
 constexpr int kGap = 3;
 constexpr int kFieldMargin = 3;  // above and below the box's text, inside of its frame
 constexpr int kButtonWidth = 24;
+constexpr int kSignMargin = 4;
 constexpr int kButtonMargin = 8;  // beside the text of a wider button
 constexpr int kLeastField = 60;
 
@@ -200,6 +201,9 @@ void FilterBar::Layout() {
     const auto pixels = [this](int length) { return ScaledPixels(length, m_dpi); };
     const int gap = pixels(kGap);
     const SIZE area = ClientSizeOf(Handle());
+    // The sign on a button may be large.
+    const int button =
+        std::max(pixels(kButtonWidth), m_height - pixels(2 * (kGap + kFieldMargin - kSignMargin)));
     LONG right = area.cx;
     const auto place = [&](Control& part, int width) {
         part.SetBounds({right - width, gap, right, area.cy - gap});
@@ -207,14 +211,13 @@ void FilterBar::Layout() {
     };
     if (!m_sign.empty()) {
         const int wanted = TextWidth(cmdShowAllKeys.Handle(), m_sign) + 2 * pixels(kButtonMargin);
-        const int room =
-            static_cast<int>(area.cx) - pixels(kLeastField + 3 * (kButtonWidth + kGap));
+        const int room = static_cast<int>(area.cx) - pixels(kLeastField) - 3 * (button + gap);
         place(cmdShowAllKeys, std::clamp(room, 0, wanted));
     }
-    place(cmdFilterWords, pixels(kButtonWidth));
-    place(cmdRecentFilters, pixels(kButtonWidth));
+    place(cmdFilterWords, button);
+    place(cmdRecentFilters, button);
     if (m_hasText) {
-        place(cmdClearFilter, pixels(kButtonWidth));
+        place(cmdClearFilter, button);
     }
     txtFilter.SetBounds({0, gap, std::max<LONG>(right, 0), area.cy - gap});
 }

@@ -64,9 +64,8 @@ void InplaceEdit::Close() {
 
 void InplaceEdit::FollowList() {
     if (IsOpen()) {
-        const RECT former = BoundsInParent(Handle());
-        const RECT at = Place();
-        SetBounds({at.left, former.top, at.right, former.bottom});
+        m_list.EnsureVisible(m_row);
+        SetBounds(Place());
     }
 }
 

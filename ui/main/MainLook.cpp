@@ -1,9 +1,13 @@
 #include "ui/main/MainLook.h"
 
+#include <string_view>
+
 #include "core/text/WideText_win32.h"
 #include "ui/toolkit/Colors.h"
+#include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/Palette.h"
 #include "ui/toolkit/Pictures.h"
+#include "ui/toolkit/SystemLook.h"
 
 namespace tamarind {
 namespace {
@@ -11,6 +15,8 @@ namespace {
 // What the settings have at the first start: nobody has chosen these.
 constexpr std::int32_t kFirstForeground = -2147483640;  // the colour of texts in windows
 constexpr std::int32_t kFirstActiveKey = 0xFF0000;
+constexpr std::string_view kFirstFont = "MS Sans Serif";
+constexpr std::int32_t kFirstFontSize = 10;
 
 BorderLook BorderOf(const OwnSettings& settings) {
     if (settings.fixedBorders == 0) {
@@ -28,6 +34,10 @@ MainLook MakeMainLook(const OwnSettings& settings, int dpi) {
     look.font.charset = settings.fontScript;
     look.font.points = UsableFontSize(settings.fontSize);
     look.font.style = settings.fontStyle;
+    const bool isFirstFont = settings.fontName == kFirstFont && settings.fontSize == kFirstFontSize;
+    if (isFirstFont) {
+        look.font.points = Scaled(look.font.points, SystemLook::Present().TextScale(), 100);
+    }
     const bool isOwnBackground = !IsDark() && !IsHighContrast();
     look.background =
         isOwnBackground ? ColorOfSetting(settings.backgroundColor) : PaletteColor(COLOR_WINDOW);

@@ -26,6 +26,7 @@ constexpr int kChoicesWidth = 24;
 constexpr int kBrowseWidth = 26;
 constexpr int kSpinWidth = 18;
 constexpr int kColorWidth = 34;
+constexpr int kSignMargin = 4;
 constexpr int kResetMargin = 8;  // beside the text of the button
 
 // The name takes a multiple of this, so that going through the list moves the rest but rarely.
@@ -293,11 +294,13 @@ void ValueBar::ShowObjection(std::string objection) {
 // The parts between the field and the note.
 std::array<ValueBar::PartBeside, 6> ValueBar::PartsBeside(const ScreenDC& dc) {
     const auto pixels = [this](int length) { return ScaledPixels(length, m_dpi); };
-    return {{{cmdChoices, pixels(kChoicesWidth)},
+    // The signs on the buttons may be large.
+    const int sign = m_height - pixels(2 * (kGap + kFieldMargin - kSignMargin));
+    return {{{cmdChoices, std::max(pixels(kChoicesWidth), sign)},
              {spnValue, pixels(kSpinWidth)},
              {lblUnit, WidthOf(dc, Widen(Shown().unit)) + pixels(kGap)},
              {cmdColor, pixels(kColorWidth)},
-             {cmdBrowse, pixels(kBrowseWidth)},
+             {cmdBrowse, std::max(pixels(kBrowseWidth), sign)},
              {picWarning, WarningSign::Size(m_dpi)}}};
 }
 

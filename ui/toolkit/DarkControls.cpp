@@ -217,7 +217,9 @@ void PaintHeader(const Painter& painter, const RECT& area) {
                      reinterpret_cast<LPARAM>(&item));
         SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(column),
                      reinterpret_cast<LPARAM>(&cell));
-        painter.Fill({cell.right - 1, cell.top, cell.right, cell.bottom}, COLOR_BTNSHADOW);
+        if (count > 1) {
+            painter.Fill({cell.right - 1, cell.top, cell.right, cell.bottom}, COLOR_BTNSHADOW);
+        }
         InflateRect(&cell, -painter.Scaled(6), 0);
         const bool isRight = (item.fmt & HDF_JUSTIFYMASK) == HDF_RIGHT;
         painter.Text(text, cell,

@@ -6,6 +6,7 @@
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Control.h"
 #include "ui/toolkit/DarkMode.h"
+#include "ui/toolkit/DialogTemplate.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/ModalLock.h"
 #include "ui/toolkit/Pictures.h"
@@ -80,8 +81,9 @@ bool Dialog::Create(HWND owner) {
     m_isModal = false;
     RefreshLanguage();
     if (Register()) {
-        CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(m_templateId), owner,
-                           Procedure, reinterpret_cast<LPARAM>(this));
+        const DialogTemplate parts(m_templateId, owner);
+        CreateDialogIndirectParamW(GetModuleHandleW(nullptr), parts.Get(), owner, Procedure,
+                                   reinterpret_cast<LPARAM>(this));
     }
     return m_window != nullptr;
 }
@@ -95,8 +97,9 @@ INT_PTR Dialog::ShowModal(HWND owner) {
     const ModalLock lock(owner);
     const UniqueHook keys(
         SetWindowsHookExW(WH_MSGFILTER, FilterMessage, nullptr, GetCurrentThreadId()));
-    return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(m_templateId), owner,
-                           Procedure, reinterpret_cast<LPARAM>(this));
+    const DialogTemplate parts(m_templateId, owner);
+    return DialogBoxIndirectParamW(GetModuleHandleW(nullptr), parts.Get(), owner, Procedure,
+                                   reinterpret_cast<LPARAM>(this));
 }
 
 // The dialog of ours that a window is a part of, or null.

@@ -1,15 +1,18 @@
 #include "ui/toolkit/Fonts.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/SystemLook.h"
 
 namespace tamarind {
 namespace {
 
 constexpr int kPointsPerInch = 72;
+constexpr int kMessagePoints = 9;  // of the font of message boxes, as Windows has it at first
 
 constexpr int kBold = 1;
 constexpr int kItalic = 2;
@@ -88,6 +91,12 @@ UniqueFont MakeMessageFont(int dpi) {
     }
     LOGFONTW font = metrics.lfMessageFont;
     font.lfHeight = Scaled(font.lfHeight, dpi, SystemDpi());
+    // Where Windows has not enlarged it already.
+    const int scale = SystemLook::Present().TextScale();
+    if (scale > 100 && font.lfHeight < 0) {
+        const int points = Scaled(kMessagePoints, scale, 100);
+        font.lfHeight = std::min<LONG>(font.lfHeight, -Scaled(points, dpi, kPointsPerInch));
+    }
     return UniqueFont(CreateFontIndirectW(&font));
 }
 

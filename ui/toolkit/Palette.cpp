@@ -4,6 +4,7 @@
 
 #include "ui/toolkit/Colors.h"
 #include "ui/toolkit/Handles.h"
+#include "ui/toolkit/SystemLook.h"
 
 namespace tamarind {
 namespace {
@@ -14,7 +15,6 @@ constexpr double kLeastContrast = 4.5;
 enum class Kind { Light, Dark, HighContrast };
 
 Kind g_kind = Kind::Light;
-const SystemLook* g_look = nullptr;
 
 constexpr COLORREF kFace = RGB(43, 43, 43);
 constexpr COLORREF kField = RGB(30, 30, 30);
@@ -60,32 +60,6 @@ COLORREF DarkColor(int index) {
 }
 
 }  // namespace
-
-bool SystemLook::PrefersDark() const {
-    DWORD isLight = 1;
-    DWORD size = sizeof(isLight);
-    return RegGetValueW(HKEY_CURRENT_USER,
-                        L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
-                        L"AppsUseLightTheme", RRF_RT_REG_DWORD, nullptr, &isLight,
-                        &size) == ERROR_SUCCESS &&
-           isLight == 0;
-}
-
-bool SystemLook::HasHighContrast() const {
-    HIGHCONTRASTW contrast{};
-    contrast.cbSize = sizeof(contrast);
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
-const SystemLook& SystemLook::Present() {
-    static const SystemLook look;
-    return g_look != nullptr ? *g_look : look;
-}
-
-void SystemLook::Use(const SystemLook* look) {
-    g_look = look;
-}
 
 bool UseTheme(Theme theme) {
     const SystemLook& look = SystemLook::Present();

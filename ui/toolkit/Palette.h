@@ -7,21 +7,6 @@ namespace tamarind {
 // What the user has chosen in the options. The values are those of the own settings.
 enum class Theme { AsWindows, Light, Dark };
 
-// What the user has chosen in Windows. Tests put their own in its place.
-class SystemLook {
-public:
-    virtual ~SystemLook() = default;
-    // The programs' mode in the settings of Windows (AppsUseLightTheme below
-    // Software\Microsoft\Windows\CurrentVersion\Themes\Personalize, from Windows 10 on).
-    virtual bool PrefersDark() const;
-    // SPI_GETHIGHCONTRAST.
-    virtual bool HasHighContrast() const;
-
-    static const SystemLook& Present();
-    // Null: that of Windows again.
-    static void Use(const SystemLook* look);
-};
-
 // Chooses the colours of all windows of the program. High contrast goes before every theme. Returns
 // whether they are others than before.
 bool UseTheme(Theme theme);

@@ -12,7 +12,7 @@ namespace tamarind {
 bool TreeView::Create(HWND parent, int id, TreeViewListener& listener) {
     m_listener = &listener;
     constexpr DWORD kStyle = WS_VISIBLE | WS_TABSTOP | TVS_HASBUTTONS | TVS_SHOWSELALWAYS |
-                             TVS_FULLROWSELECT | TVS_DISABLEDRAGDROP;
+                             TVS_FULLROWSELECT | TVS_DISABLEDRAGDROP | TVS_NOHSCROLL;
     if (!CreateControl(WC_TREEVIEWW, parent, id, kStyle)) {
         return false;
     }
@@ -63,8 +63,6 @@ void TreeView::Select(HTREEITEM item) {
     const ScopeExit changed([this] { m_isChanging = false; });
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
     Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
-    // Showing the end of a long text is not worth hiding the beginnings of all others.
-    Send(WM_HSCROLL, SB_PAGELEFT);
 }
 
 std::optional<LPARAM> TreeView::DataOfChild(LONG child) const {

@@ -15,6 +15,9 @@ namespace {
 // known which rows are selected in the end.
 constexpr UINT kCheckSelection = WM_APP;
 
+constexpr int kEdgeWidth =
+    4;  // at the end of a column's title, in pixels: more than it is drawn in
+
 bool StartsWith(const std::wstring& text, const std::wstring& start) {
     const int length = static_cast<int>(start.size());
     return text.size() >= start.size() &&
@@ -223,6 +226,27 @@ void VirtualList::OnItemChanged() {
     }
 }
 
+// The title of a single column goes on to the end of the list, without an edge where the column
+// ends. What Windows draws for the header, without a text, stands before that edge.
+std::optional<LRESULT> VirtualList::OnHeaderNotify(NMHDR& header) const {
+    if (header.code != NM_CUSTOMDRAW || header.hwndFrom != Header() || m_columnCount > 1) {
+        return std::nullopt;
+    }
+    const auto& draw = reinterpret_cast<const NMCUSTOMDRAW&>(header);
+    if (draw.dwDrawStage == CDDS_PREPAINT) {
+        return CDRF_NOTIFYPOSTPAINT;
+    }
+    RECT title{};
+    if (draw.dwDrawStage == CDDS_POSTPAINT && Header_GetItemRect(header.hwndFrom, 0, &title)) {
+        const int from = static_cast<int>(title.right) - kEdgeWidth;
+        const int height = static_cast<int>(title.bottom - title.top);
+        const LONG end = ClientSizeOf(header.hwndFrom).cx;
+        StretchBlt(draw.hdc, from, 0, static_cast<int>(end) - from, height, draw.hdc, from - 1, 0,
+                   1, height, SRCCOPY);
+    }
+    return CDRF_DODEFAULT;
+}
+
 // A menu that is asked for over the titles. Nothing for one over the rows, and for the keyboard.
 std::optional<LRESULT> VirtualList::OnTitleMenu(LPARAM position) {
     const POINT at{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
@@ -248,6 +272,8 @@ std::optional<LRESULT> VirtualList::OnMessage(UINT message, WPARAM wParam, LPARA
             return std::nullopt;
         case WM_CONTEXTMENU:
             return OnTitleMenu(lParam);
+        case WM_NOTIFY:
+            return OnHeaderNotify(*reinterpret_cast<NMHDR*>(lParam));
         case WM_SYSKEYDOWN:
             return wParam == VK_DOWN && m_source->OnListKey(VK_F4) ? std::optional<LRESULT>(0)
                                                                    : std::nullopt;

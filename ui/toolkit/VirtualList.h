@@ -113,6 +113,7 @@ private:
     LRESULT OnFindRow(const NMLVFINDITEMW& search) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     void DrawMarks(HDC dc, int row, const RowLook& look);
+    std::optional<LRESULT> OnHeaderNotify(NMHDR& header) const;
     std::optional<LRESULT> OnTitleMenu(LPARAM position);
     void ClearSelection();
     void FitColumn();

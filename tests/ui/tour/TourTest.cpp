@@ -8,12 +8,14 @@
 #include <set>
 
 #include "model/program/StringTable.h"
+#include "tests/ui/FakeLook.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/changes/ChangesIds.h"
 #include "ui/shell/ShellIds.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Handles.h"
 #include "ui/toolkit/Lengths.h"
+#include "ui/toolkit/ScopeExit.h"
 
 namespace tamarind {
 namespace {
@@ -113,8 +115,9 @@ protected:
     // Everything has its place and direction, all texts are whole and in the language.
     void ExpectDialog(const wchar_t* className) const {
         const HWND shown = FindWindowW(className, nullptr);
-        EXPECT_LE(WidthOf(shown), Scaled(1024));
-        EXPECT_LE(HeightOf(shown), Scaled(700));
+        EXPECT_LE(WidthOf(shown), Scaled(1024) * system.textScale / 100);
+        EXPECT_LE(HeightOf(shown),
+                  std::min(Scaled(700) * system.textScale / 100, GetSystemMetrics(SM_CYSCREEN)));
         ExpectText(TextOf(shown));
         ExpectTitle(shown);
         ExpectNoOverlaps(shown);
@@ -165,6 +168,13 @@ protected:
             ExpectText(text.substr(colon + 2));
         }
     }
+    // Each language has its turn at some of the resolutions, with both themes at each; all have it
+    // where pictures are wanted.
+    bool IsItsTurn(const TourLanguage& wanted) const {
+        const auto pair = (&wanted - languages.data()) / 2;
+        return std::getenv("TAMARIND_PICTURES") != nullptr ||
+               (pair + SystemDpi() / kDesignDpi) % 2 == 0;
+    }
     // Everything about keys of several types, with their choices.
     void ExpectValueBar() {
         for (const char* const name : {"SizeStyle", "LogOptions", "ActiveTabColor",
@@ -202,7 +212,9 @@ protected:
         Do(Command::ViewActiveKeys);
         ExpectNoOverlaps(Find(kIdFilterBar));
         ExpectWindow(Find(kIdFilterBar));
-        ExpectPanelsFit(2);
+        if (system.textScale < 200) {  // more than twice as large, on a screen twice as large
+            ExpectPanelsFit(2);
+        }
         Keep(Main(), "filter-active");
         filter.SetText("\"no such key\"");
         const HWND note = Find(kIdLblNoHits);
@@ -339,35 +351,7 @@ protected:
         Show(className, look, open);
     }
 
-    const std::vector<TourLanguage> languages = ReadLanguages();
-    const TourLanguage* language = nullptr;  // the present one
-    bool isDark = false;
-    std::set<std::string> known;  // what windows may say in it
-};
-
-TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
-    world.disk.Put(SessionWorld::kWincmdData, BytesOfFile("Data Files/tc all keys english.tmdf"));
-    world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types",
-                   BytesOfFile("Data Files/Wincmd.types"));
-    world.disk.Put(SessionWorld::kWincmd, "[Colors]\r\nBackColor=2\r\n");
-    world.disk.Replace(
-        SessionWorld::kWincmd,
-        BytesOfFile("samples/Wincmd.ini") + "[Layout]\r\nx=1\r\ngarbage\r\n[own]\r\na=1\r\n",
-        Backup::Yes);
-    for (const TourLanguage& wanted : languages) {
-        SCOPED_TRACE(wanted.name);
-        StartIn(wanted);
-        ExpectMain();
-        if (isDark) {
-            ExpectDark(Main());
-        }
-        Keep(Main(), "main");
-        ExpectValueBar();
-        ExpectFilterBar();
-        world.session->Selection().SelectCategory(0);  // a heading
-        ExpectWindow(Find(kIdDescriptionPane));
-        Keep(Main(), "heading");
-        world.session->Selection().SelectCategory(kRootNode);
+    void VisitDialogs() {
         const auto by = [&](Command command) { return [=, this] { Do(command); }; };
         Visit(L"frmSearchFor", "search", by(Command::SearchFind));
         Visit(L"frmFavoriteAdd", "favorite", by(Command::FavoritesAdd));
@@ -387,6 +371,69 @@ TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
         Visit(L"frmDescribeKey", "describe-key", by(Command::EditDescribe));
         world.session->Commands().SetValue("7");
         Visit(L"frmPendingChanges", "pending", by(Command::FilePendingChanges));
+    }
+    void UseSampleFiles() {
+        world.disk.Put(SessionWorld::kWincmdData,
+                       BytesOfFile("Data Files/tc all keys english.tmdf"));
+        world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types",
+                       BytesOfFile("Data Files/Wincmd.types"));
+        world.disk.Put(SessionWorld::kWincmd, "[Colors]\r\nBackColor=2\r\n");
+        world.disk.Replace(
+            SessionWorld::kWincmd,
+            BytesOfFile("samples/Wincmd.ini") + "[Layout]\r\nx=1\r\ngarbage\r\n[own]\r\na=1\r\n",
+            Backup::Yes);
+    }
+
+    const std::vector<TourLanguage> languages = ReadLanguages();
+    const TourLanguage* language = nullptr;  // the present one
+    bool isDark = false;
+    FakeLook system;
+    std::set<std::string> known;  // what windows may say in it
+};
+
+TEST_F(TourTest, EveryWindowShowsItsTextsWhole) {
+    UseSampleFiles();
+    for (const TourLanguage& wanted : languages) {
+        if (!IsItsTurn(wanted)) {
+            continue;
+        }
+        SCOPED_TRACE(wanted.name);
+        StartIn(wanted);
+        ExpectMain();
+        if (isDark) {
+            ExpectDark(Main());
+        }
+        Keep(Main(), "main");
+        ExpectValueBar();
+        ExpectFilterBar();
+        world.session->Selection().SelectCategory(0);  // a heading
+        ExpectWindow(Find(kIdDescriptionPane));
+        Keep(Main(), "heading");
+        world.session->Selection().SelectCategory(kRootNode);
+        VisitDialogs();
+    }
+}
+
+// As users set it in Windows: in a language with long texts, and from right to left.
+TEST_F(TourTest, LargeTextsAreWhole) {
+    if (SystemDpi() > kDesignDpi) {
+        GTEST_SKIP() << "the windows would be larger than the screen";
+    }
+    UseSampleFiles();
+    SystemLook::Use(&system);
+    const ScopeExit ended([] { SystemLook::Use(nullptr); });
+    for (const TourLanguage& wanted : languages) {
+        if (wanted.name == "German" || wanted.isRightToLeft) {
+            SCOPED_TRACE(wanted.name);
+            system.textScale = wanted.isRightToLeft ? 150 : 225;
+            StartIn(wanted);
+            Resize(Main(), std::min(system.textScale * 8, 1600), 1000);
+            ExpectMain();
+            Keep(Main(), "large");
+            ExpectValueBar();
+            ExpectFilterBar();
+            VisitDialogs();
+        }
     }
 }
 
