@@ -34,21 +34,22 @@ std::vector<Timed> TimeCommands(BenchWindow& bench, int keys) {
     // What the program does until Windows asks it to paint.
     BenchWindow::Settle();
     times.push_back({"another row, not painted", MedianMs(61, [&] {
-                         session.Selection().ShowKeyDetails(++number % 2 == 0 ? 0 : 1);
+                         session.Selection().Rows().ShowKeyDetails(++number % 2 == 0 ? 0 : 1);
                      })});
     for (const char* const name : {"another row", "without the value bar"}) {
         // To and fro, so that the list does not scroll.
-        time(name, [&] { session.Selection().ShowKeyDetails(++number % 2 == 0 ? 0 : 1); });
-        session.Place().SetValueBarVisible(!session.Place().IsValueBarVisible());
+        time(name, [&] { session.Selection().Rows().ShowKeyDetails(++number % 2 == 0 ? 0 : 1); });
+        session.Place().SetVisible(WindowPart::ValueBar,
+                                   !session.Place().IsVisible(WindowPart::ValueBar));
     }
-    session.Place().SetValueBarVisible(true);
+    session.Place().SetVisible(WindowPart::ValueBar, true);
     // The last key but one is the only hit, so that each step goes through all keys.
-    session.Selection().Search().SetSearchesNames(true);
-    session.Selection().SetSearchText("SomeSetting" + std::to_string(keys - 2));
+    session.Finding().Search().SetSearchesNames(true);
+    session.Finding().SetSearchText("SomeSetting" + std::to_string(keys - 2));
     time("search in names", [&] {
-        session.Selection().Search().Restart();
-        session.Selection().FindNextString();
-        session.Selection().ShowKeyDetails(0);
+        session.Finding().Search().Restart();
+        session.Finding().FindNextString();
+        session.Selection().Rows().ShowKeyDetails(0);
     });
     time("change of a value", [&] { session.Commands().SetValue(std::to_string(++number)); });
     time("undo and redo", [&] {

@@ -4,30 +4,30 @@ namespace tamarind {
 
 CommandState CommandStates::State() const {
     CommandState state;
-    state.isToolbarVisible = m_workplace.IsToolbarVisible();
-    state.isDescriptionVisible = m_workplace.IsDescriptionVisible();
-    state.isValueBarVisible = m_workplace.IsValueBarVisible();
-    state.isFilterBarVisible = m_workplace.IsFilterBarVisible();
-    state.areUndescribedVisible = m_workplace.AreUndescribedVisible();
+    state.isToolbarVisible = m_workplace.IsVisible(WindowPart::Toolbar);
+    state.isDescriptionVisible = m_workplace.IsVisible(WindowPart::Description);
+    state.isValueBarVisible = m_workplace.IsVisible(WindowPart::ValueBar);
+    state.isFilterBarVisible = m_workplace.IsVisible(WindowPart::FilterBar);
+    state.areUndescribedVisible = m_workplace.IsVisible(WindowPart::UndescribedKeys);
     state.isFiltered = m_selection.HasRanking();
     for (const ShownColumn& shown : m_columns.Shown()) {
         if (shown.column != KeyColumn::Key) {
             state.showsColumns[static_cast<std::size_t>(shown.column) - 1] = true;
         }
     }
-    state.hasKey = m_selection.EditableKey().has_value();
-    for (const KeyNumber key : m_selection.SelectedKeys()) {
-        const KeyLooks looks = LooksOf(m_selection.Store().CurrentState(key), {});
+    state.hasKey = m_selection.Rows().EditableKey().has_value();
+    for (const KeyNumber key : m_selection.Rows().SelectedKeys()) {
+        const KeyLooks looks = LooksOf(m_selection.Rows().Store().CurrentState(key), {});
         state.isKeyPresent |= !looks.isGhosted;
         state.isKeyActive |= looks.isChecked;
         if (state.isKeyActive) {
             break;
         }
     }
-    const auto current = m_selection.CurrentKey();
-    state.hasDescribedRow = current && m_selection.Store().IsDescribed(*current);
+    const auto current = m_selection.Rows().CurrentKey();
+    state.hasDescribedRow = current && m_selection.Rows().Store().IsDescribed(*current);
     state.isDataFileModified = m_dataFile.IsModified();
-    state.canFind = m_selection.Search().CanFind();
+    state.canFind = m_finding.Search().CanFind();
     state.isModified = m_settings.IsModified();
     state.canUndo = m_commands.CanUndo();
     state.canRedo = m_commands.CanRedo();

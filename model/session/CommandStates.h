@@ -4,6 +4,7 @@
 #include "model/session/KeyColumns.h"
 #include "model/session/KeyCommands.h"
 #include "model/session/KeyDescribing.h"
+#include "model/session/KeyFinding.h"
 #include "model/session/KeySelection.h"
 #include "model/session/OpenDataFile.h"
 #include "model/session/OpenSettings.h"
@@ -15,11 +16,12 @@ namespace tamarind {
 class CommandStates {
 public:
     CommandStates(const Workplace& workplace, const KeySelection& selection,
-                  const KeyCommands& commands, const OpenDataFile& dataFile,
-                  const OpenSettings& settings, const KeyColumns& columns,
-                  const KeyDescribing& describing)
+                  const KeyFinding& finding, const KeyCommands& commands,
+                  const OpenDataFile& dataFile, const OpenSettings& settings,
+                  const KeyColumns& columns, const KeyDescribing& describing)
         : m_workplace(workplace),
           m_selection(selection),
+          m_finding(finding),
           m_commands(commands),
           m_dataFile(dataFile),
           m_settings(settings),
@@ -36,6 +38,7 @@ private:
 
     const Workplace& m_workplace;
     const KeySelection& m_selection;
+    const KeyFinding& m_finding;
     const KeyCommands& m_commands;
     const OpenDataFile& m_dataFile;
     const OpenSettings& m_settings;

@@ -39,6 +39,7 @@ public:
     Workplace& Place() { return m_workplace; }
     const Workplace& Place() const { return m_workplace; }
     KeySelection& Selection() { return m_selection; }
+    KeyFinding& Finding() { return m_finding; }
     OpenDataFile& DataFile() { return m_dataFile; }
     OpenSettings& Settings() { return m_settings; }
     UndescribedCategories& Undescribed() { return m_undescribed; }
@@ -93,6 +94,7 @@ private:
     KeyStore m_store;
     KeyEditor m_editor{m_store};
     KeySelection m_selection{m_workplace, m_store};
+    KeyFinding m_finding{m_workplace, m_selection};
     OpenDataFile m_dataFile{m_workplace, m_store, m_selection};
     UndescribedCategories m_undescribed{m_workplace, m_store, m_selection, m_dataFile};
     OpenSettings m_settings{m_workplace, m_store, m_editor, m_selection, m_dataFile, m_undescribed};
@@ -109,8 +111,8 @@ private:
     FavoritesBook m_favorites{m_workplace, m_selection};
     RecentSettings m_recent{m_workplace};
     KeyColumns m_columns{m_workplace, m_store, m_values};
-    CommandStates m_states{m_workplace, m_selection, m_commands,  m_dataFile,
-                           m_settings,  m_columns,   m_describing};
+    CommandStates m_states{m_workplace, m_selection, m_finding, m_commands,
+                           m_dataFile,  m_settings,  m_columns, m_describing};
     LanguageOffer m_offer{m_workplace, m_dataFile};
     SettingsLocator m_locator;
 };

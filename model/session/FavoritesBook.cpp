@@ -33,11 +33,11 @@ std::optional<std::string> FavoritesBook::BeginAddFavorite() const {
         messages.Show(MessageIcon::Information, text::kTooManyFavorites);
         return std::nullopt;
     }
-    const auto key = m_selection.CurrentKey();
+    const auto key = m_selection.Rows().CurrentKey();
     if (!key) {
         return std::nullopt;
     }
-    std::string name(m_selection.Store().KeyName(*key));
+    std::string name(m_selection.Rows().Store().KeyName(*key));
     if (m_favorites.FavoriteExists(name)) {
         messages.Show(MessageIcon::Critical, text::kIsFavoriteAlready);
         return std::nullopt;
@@ -66,7 +66,7 @@ void FavoritesBook::Report(const FavoritesChange& change) const {
 }
 
 bool FavoritesBook::FavoriteDefinition(std::string_view name) {
-    const KeyStore& store = m_selection.Store();
+    const KeyStore& store = m_selection.Rows().Store();
     for (KeyNumber key = 1; key <= store.DescribedCount(); ++key) {
         if (EqualsIgnoreCase(store.KeyName(key), name)) {
             m_selection.GoToKey(key);

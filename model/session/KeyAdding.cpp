@@ -20,7 +20,7 @@ void AddNew(std::vector<std::string>& sections, std::string_view name) {
 }  // namespace
 
 std::string KeyAdding::ProposedSection() const {
-    const auto key = m_selection.CurrentKey();
+    const auto key = m_selection.Rows().CurrentKey();
     const NodeIndex node = m_selection.SelectedNode();
     if (key || node == kRootNode) {
         return key ? std::string(m_store.TargetSection(*key)) : std::string();

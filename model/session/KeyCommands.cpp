@@ -47,7 +47,7 @@ bool KeyCommands::SelectsNextKey() const {
 }
 
 bool KeyCommands::CanEditValue() const {
-    const auto key = m_selection.EditableKey();
+    const auto key = m_selection.Rows().EditableKey();
     if (!key || m_workplace.IsBusy()) {
         m_workplace.Prompts().Beep();
         return false;
@@ -63,7 +63,7 @@ std::optional<KeyCommands::EditStart> KeyCommands::BeginInplaceEdit() {
     if (!CanEditValue()) {
         return std::nullopt;
     }
-    const KeyRecord record = m_store.Record(*m_selection.EditableKey());
+    const KeyRecord record = m_store.Record(*m_selection.Rows().EditableKey());
     EditStart start;
     start.text = VisibleText(record);
     if (record.Looks().isGhosted) {
@@ -96,9 +96,9 @@ bool KeyCommands::SetValue(const std::string& value) {
         messages.Show(MessageIcon::Exclamation, text::kValueIsMarker);
         return false;
     }
-    const KeyNumber key = *m_selection.EditableKey();
+    const KeyNumber key = *m_selection.Rows().EditableKey();
     m_editor.SetValue(key, value);
-    m_selection.TellChanges({key});
+    m_selection.Rows().TellChanges({key});
     return true;
 }
 
@@ -106,28 +106,28 @@ void KeyCommands::SetValues(const std::vector<KeyChange>& changes) {
     std::vector<KeyNumber> keys(changes.size());
     std::ranges::transform(changes, keys.begin(), &KeyChange::key);
     m_editor.Change(StepKind::Value, changes);
-    m_selection.TellChanges(keys);
+    m_selection.Rows().TellChanges(keys);
 }
 
 bool KeyCommands::Unset() {
-    const auto key = m_selection.EditableKey();
+    const auto key = m_selection.Rows().EditableKey();
     if (!key || m_workplace.IsBusy()) {
         return false;
     }
     const std::vector<KeyNumber> changed = m_editor.Delete({*key}, StepKind::Reset);
-    m_selection.TellChanges(changed);
+    m_selection.Rows().TellChanges(changed);
     return !changed.empty();
 }
 
 void KeyCommands::CommentKeys() {
-    const std::vector<KeyNumber> keys = m_store.WithoutTwins(m_selection.SelectedKeys());
+    const std::vector<KeyNumber> keys = m_store.WithoutTwins(m_selection.Rows().SelectedKeys());
     if (!m_workplace.IsBusy()) {
         AfterChange(m_editor.Comment(keys), keys.size());
     }
 }
 
 void KeyCommands::DeleteKeys() {
-    const std::vector<KeyNumber> keys = m_store.WithoutTwins(m_selection.SelectedKeys());
+    const std::vector<KeyNumber> keys = m_store.WithoutTwins(m_selection.Rows().SelectedKeys());
     if (!m_workplace.IsBusy()) {
         AfterChange(m_editor.Delete(keys), keys.size());
     }
@@ -138,14 +138,14 @@ void KeyCommands::AfterChange(const std::vector<KeyNumber>& changed, std::size_t
     if (changed.empty()) {
         return;
     }
-    m_selection.TellChanges(changed);
-    if (selected > 1 || m_selection.SelectedKeys().size() > 1) {
+    m_selection.Rows().TellChanges(changed);
+    if (selected > 1 || m_selection.Rows().SelectedKeys().size() > 1) {
         m_workplace.TellNotice({m_workplace.Text(text::kChangedAndLeftOut,
                                                  {std::to_string(changed.size()),
                                                   std::to_string(selected - changed.size())}),
                                 false});
     } else if (SelectsNextKey()) {
-        m_selection.SelectNextKey();
+        m_selection.Rows().SelectNextKey();
     }
 }
 
@@ -156,7 +156,7 @@ bool KeyCommands::IsKeptByReset(KeyNumber key) const {
 }
 
 void KeyCommands::ResetKeys() {
-    const std::vector<KeyNumber> selected = m_store.WithoutTwins(m_selection.SelectedKeys());
+    const std::vector<KeyNumber> selected = m_store.WithoutTwins(m_selection.Rows().SelectedKeys());
     std::vector<KeyNumber> keys = selected;
     std::erase_if(keys, [this](KeyNumber key) { return IsKeptByReset(key); });
     Reset(keys.empty() ? selected : keys, selected.size());
@@ -191,7 +191,7 @@ void KeyCommands::Reset(const std::vector<KeyNumber>& keys, std::size_t selected
 
 void KeyCommands::CopyKeys() const {
     std::string lines;
-    for (const KeyNumber key : m_selection.SelectedKeys()) {
+    for (const KeyNumber key : m_selection.Rows().SelectedKeys()) {
         lines += (lines.empty() ? "" : "\r\n") + VisibleText(m_store.Record(key));
     }
     if (!lines.empty()) {
@@ -213,8 +213,8 @@ void KeyCommands::Redo() {
 
 void KeyCommands::AfterReplay(const std::vector<KeyNumber>& keys) {
     if (!keys.empty()) {
-        m_selection.ShowReplayed(keys);
-        m_selection.TellChanges(keys);
+        m_selection.Rows().ShowReplayed(keys);
+        m_selection.Rows().TellChanges(keys);
     }
 }
 

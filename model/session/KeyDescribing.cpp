@@ -11,7 +11,7 @@
 namespace tamarind {
 
 bool KeyDescribing::CanDescribe() const {
-    const auto key = m_selection.EditableKey();
+    const auto key = m_selection.Rows().EditableKey();
     return key && !m_store.IsDescribed(*key) &&
            (!m_store.HasDescription(*key) || m_store.OwnDescriptions().contains(*key));
 }
@@ -39,7 +39,7 @@ bool KeyDescribing::CopyDataFile() {
     if (!m_settings.AskSaveSettings() || !m_dataFile.AskSaveDataFile()) {
         return false;
     }
-    const KeyNumber key = *m_selection.EditableKey();
+    const KeyNumber key = *m_selection.Rows().EditableKey();
     const std::string section(m_store.TargetSection(key));
     const std::string keyName(m_store.KeyName(key));
     FileQuestion question;
@@ -81,10 +81,10 @@ std::string KeyDescribing::LabelFor(std::string_view name) const {
 }
 
 void KeyDescribing::Describe(std::string_view text) {
-    const auto key = m_selection.EditableKey();
+    const auto key = m_selection.Rows().EditableKey();
     if (key && !text.empty()) {
         m_dataFile.Describe(*key, text);
-        m_selection.ShowKeyDetails(m_selection.CurrentRow().value_or(0));
+        m_selection.Rows().ShowKeyDetails(m_selection.Rows().CurrentRow().value_or(0));
     }
 }
 

@@ -30,7 +30,7 @@ std::string KeyExchange::AskFile(bool isExport) const {
 }
 
 void KeyExchange::ExportSelectedDifferences() const {
-    std::vector<KeyNumber> keys = m_selection.SelectedKeys();
+    std::vector<KeyNumber> keys = m_selection.Rows().SelectedKeys();
     std::erase_if(keys, [this](KeyNumber key) { return !DiffersFromDefault(m_store.Record(key)); });
     Write(keys);
 }
@@ -59,7 +59,8 @@ void KeyExchange::Import() {
         Messages(m_workplace).ReportUnreadable(path, file.error);
         return;
     }
-    ExchangeContent content = ReadExchangeFile(*file.document, m_selection.Keys().All(), m_store);
+    ExchangeContent content =
+        ReadExchangeFile(*file.document, m_selection.Rows().Keys().All(), m_store);
     if (!Review(content.changes)) {
         return;
     }

@@ -19,9 +19,9 @@ public:
                 const OpenDataFile& dataFile, const OpenSettings& settings);
 
     // Writes the rows of the key list with their pending states.
-    void Export() const { Write(m_selection.Keys().All()); }
+    void Export() const { Write(m_selection.Rows().Keys().All()); }
     // The same for the selected rows, or those among them that differ from their default.
-    void ExportSelected() const { Write(m_selection.SelectedKeys()); }
+    void ExportSelected() const { Write(m_selection.Rows().SelectedKeys()); }
     void ExportSelectedDifferences() const;
 
     // Makes what the user chooses of what a file says of the rows of the key list pending, in one

@@ -133,7 +133,7 @@ void OpenDataFile::ReadKeys(const std::function<void()>& advance) {
 }
 
 void OpenDataFile::ChangeDescription(std::string_view text) {
-    const auto key = m_selection.CurrentKey();
+    const auto key = m_selection.Rows().CurrentKey();
     if (!key || MaxDescriptionUnits() == 0) {
         return;
     }
@@ -150,7 +150,7 @@ void OpenDataFile::Describe(KeyNumber key, std::string_view text) {
 }
 
 std::size_t OpenDataFile::MaxDescriptionUnits() const {
-    const auto key = m_selection.CurrentKey();
+    const auto key = m_selection.Rows().CurrentKey();
     return key ? tamarind::MaxDescriptionUnits(m_store, *key) : 0;
 }
 

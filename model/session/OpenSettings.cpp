@@ -33,7 +33,7 @@ std::string OpenSettings::Folder() const {
 }
 
 std::string OpenSettings::TargetPanel() const {
-    const auto key = m_selection.CurrentKey();
+    const auto key = m_selection.Rows().CurrentKey();
     if (!key) {
         return {};
     }
@@ -153,7 +153,7 @@ void OpenSettings::OnRecordsChanged(const OutsideChanges& changes,
     m_editor.Forget(changes.changed);
     for (const std::vector<KeyNumber>& keys : {changes.changed, saved}) {
         for (const KeyNumber key : keys) {
-            m_selection.TellChanged(key);
+            m_selection.Rows().TellChanged(key);
         }
     }
     m_conflicts.insert(m_conflicts.end(), changes.conflicts.begin(), changes.conflicts.end());
@@ -308,7 +308,7 @@ bool OpenSettings::SaveAndRestart() {
             m_savedAgain.insert(entry.key);
         }
     }
-    m_selection.TellChanges({m_savedAgain.begin(), m_savedAgain.end()});
+    m_selection.Rows().TellChanges({m_savedAgain.begin(), m_savedAgain.end()});
     const bool isSaved = Save(true);
     m_savedAgain.clear();
     return isSaved;

@@ -42,7 +42,7 @@ std::string PendingChanges::RefusalBy(const FilePreview& file) const {
 
 void PendingChanges::Discard(const std::vector<KeyNumber>& keys) {
     if (!m_workplace.IsBusy()) {
-        m_selection.TellChanges(m_editor.Discard(keys));
+        m_selection.Rows().TellChanges(m_editor.Discard(keys));
     }
 }
 

@@ -90,7 +90,7 @@ void TextFilter::OnRankingDropped() {
 }
 
 std::vector<KeyNumber> TextFilter::RankedKeys() {
-    if (m_workplace.AreUndescribedVisible()) {
+    if (m_workplace.IsVisible(WindowPart::UndescribedKeys)) {
         m_undescribed.LoadAll();
     }
     if (!m_index || m_indexedTexts != m_store.TextVersion()) {
@@ -99,7 +99,7 @@ std::vector<KeyNumber> TextFilter::RankedKeys() {
         m_indexedTexts = m_store.TextVersion();
     }
     std::vector<KeyNumber> keys = m_index->Find(m_query);
-    if (!m_workplace.AreUndescribedVisible()) {
+    if (!m_workplace.IsVisible(WindowPart::UndescribedKeys)) {
         std::erase_if(keys, [this](KeyNumber key) { return !m_store.IsDescribed(key); });
     }
     return keys;
@@ -125,16 +125,16 @@ std::vector<TextPart> TextFilter::MarksIn(std::string_view text, FilterField fie
 }
 
 std::string TextFilter::EmptyText() const {
-    if (!IsOn() || m_selection.Keys().Size() > 0) {
+    if (!IsOn() || m_selection.Rows().Keys().Size() > 0) {
         return {};
     }
-    if (std::string hidden = m_selection.HiddenText(); !hidden.empty()) {
+    if (std::string hidden = m_texts.HiddenHits(); !hidden.empty()) {
         return hidden;
     }
     const std::size_t elsewhere = m_selection.HitsOf(kRootNode).value_or(0);
-    return elsewhere == 0 ? m_workplace.Text(text::kNoKeyContains, {m_text})
-                          : m_workplace.Text(text::kHitsIn,
-                                             {std::to_string(elsewhere), m_selection.RootText()});
+    return elsewhere == 0
+               ? m_workplace.Text(text::kNoKeyContains, {m_text})
+               : m_workplace.Text(text::kHitsIn, {std::to_string(elsewhere), m_texts.Root()});
 }
 
 std::string TextFilter::OtherHits() {

@@ -13,6 +13,7 @@
 #include "model/session/KeySelection.h"
 #include "model/session/KeyValues.h"
 #include "model/session/OpenDataFile.h"
+#include "model/session/SelectionTexts.h"
 #include "model/session/UndescribedCategories.h"
 #include "model/session/Workplace.h"
 
@@ -86,6 +87,7 @@ private:
     Workplace& m_workplace;
     const KeyStore& m_store;
     KeySelection& m_selection;
+    const SelectionTexts m_texts{m_workplace, m_selection};
     OpenDataFile& m_dataFile;
     const KeyValues& m_values;
     UndescribedCategories& m_undescribed;

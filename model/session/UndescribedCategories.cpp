@@ -106,7 +106,8 @@ bool UndescribedCategories::IsShownBy(const Section& section, NodeIndex node) co
 
 void UndescribedCategories::OnCategorySelected() {
     const NodeIndex node = m_selection.SelectedNode();
-    if (node != kRootNode && m_settings != nullptr && m_workplace.AreUndescribedVisible()) {
+    if (node != kRootNode && m_settings != nullptr &&
+        m_workplace.IsVisible(WindowPart::UndescribedKeys)) {
         LoadSections([&](const Section& section) { return IsShownBy(section, node); });
     }
 }
@@ -134,7 +135,7 @@ void UndescribedCategories::Show(bool areVisible) {
 }
 
 void UndescribedCategories::GoTo(KeyNumber key) {
-    if (!m_store.IsDescribed(key) && !m_workplace.AreUndescribedVisible()) {
+    if (!m_store.IsDescribed(key) && !m_workplace.IsVisible(WindowPart::UndescribedKeys)) {
         Show(true);
     }
     m_selection.GoToKey(key);
@@ -160,7 +161,7 @@ void UndescribedCategories::Fill() {
             nodes.pop_back();
         }
     };
-    if (m_workplace.AreUndescribedVisible()) {
+    if (m_workplace.IsVisible(WindowPart::UndescribedKeys)) {
         add(kLikeTag, text::kOtherScreens, [](const Section& section) {
             return section.keys.isLike ? CategoryNode{0, section.likeTag, section.othersTag}
                                        : CategoryNode();

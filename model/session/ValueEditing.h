@@ -74,7 +74,7 @@ public:
     bool Browse();
 
 private:
-    std::optional<KeyNumber> Key() const { return m_selection.EditableKey(); }
+    std::optional<KeyNumber> Key() const { return m_selection.Rows().EditableKey(); }
     std::string ValueInForce(KeyNumber key) const;
     bool BrowseColor(KeyNumber key);
     bool BrowseFont(KeyNumber key, const ValueType& type);

@@ -100,23 +100,23 @@ void Workplace::OnOptionsEnd() {
     }
 }
 
-void Workplace::SetToolbarVisible(bool isVisible) {
-    m_settings.Values().toolbarVisible = isVisible ? 1 : 0;
-    TellCommandsChanged();
+std::int32_t OwnSettings::*Workplace::SettingOf(WindowPart part) {
+    switch (part) {
+        case WindowPart::Toolbar:
+            return &OwnSettings::toolbarVisible;
+        case WindowPart::Description:
+            return &OwnSettings::descriptionVisible;
+        case WindowPart::ValueBar:
+            return &OwnSettings::valueBarVisible;
+        case WindowPart::FilterBar:
+            return &OwnSettings::filterBarVisible;
+        default:
+            return &OwnSettings::undescribedVisible;
+    }
 }
 
-void Workplace::SetDescriptionVisible(bool isVisible) {
-    m_settings.Values().descriptionVisible = isVisible ? 1 : 0;
-    TellCommandsChanged();
-}
-
-void Workplace::SetValueBarVisible(bool isVisible) {
-    m_settings.Values().valueBarVisible = isVisible ? 1 : 0;
-    TellCommandsChanged();
-}
-
-void Workplace::SetFilterBarVisible(bool isVisible) {
-    m_settings.Values().filterBarVisible = isVisible ? 1 : 0;
+void Workplace::SetVisible(WindowPart part, bool isVisible) {
+    m_settings.Values().*SettingOf(part) = isVisible ? 1 : 0;
     TellCommandsChanged();
 }
 

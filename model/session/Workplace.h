@@ -37,6 +37,9 @@ struct Notice {
     bool offersRestart = false;  // of Total Commander
 };
 
+// What the user can hide, as the own settings keep it.
+enum class WindowPart { Toolbar, Description, ValueBar, FilterBar, UndescribedKeys };
+
 class WorkplaceListener {
 public:
     virtual ~WorkplaceListener() = default;
@@ -107,20 +110,14 @@ public:
         const bool m_wasBusy;
     };
 
-    bool IsToolbarVisible() const { return m_settings.Values().toolbarVisible != 0; }
-    bool IsDescriptionVisible() const { return m_settings.Values().descriptionVisible != 0; }
-    bool IsValueBarVisible() const { return m_settings.Values().valueBarVisible != 0; }
-    bool IsFilterBarVisible() const { return m_settings.Values().filterBarVisible != 0; }
-    bool AreUndescribedVisible() const { return m_settings.Values().undescribedVisible != 0; }
-    void SetToolbarVisible(bool isVisible);
-    void SetDescriptionVisible(bool isVisible);
-    void SetValueBarVisible(bool isVisible);
-    void SetFilterBarVisible(bool isVisible);
+    bool IsVisible(WindowPart part) const { return m_settings.Values().*SettingOf(part) != 0; }
+    void SetVisible(WindowPart part, bool isVisible);
 
     // Opens the help that stands beside the program: the compiled one or else its pages.
     void ShowHelpTopics();
 
 private:
+    static std::int32_t OwnSettings::*SettingOf(WindowPart part);
     void OnOptionsRead() override;
     void OnOptionsApplied(const WriteResult& saved) override;
     void OnOptionsEnd() override;

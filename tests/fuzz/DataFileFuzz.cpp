@@ -9,9 +9,9 @@ namespace {
 
 void CheckDescriptions(SessionWorld& world) {
     EditorSession& session = *world.session;
-    for (std::size_t row = 0; row < session.Selection().Keys().Size(); row += 7) {
-        session.Selection().ShowKeyDetails(row);
-        const KeyNumber key = *session.Selection().CurrentKey();
+    for (std::size_t row = 0; row < session.Selection().Rows().Keys().Size(); row += 7) {
+        session.Selection().Rows().ShowKeyDetails(row);
+        const KeyNumber key = *session.Selection().Rows().CurrentKey();
         if (session.DataFile().MaxDescriptionUnits() < 8) {
             continue;
         }
@@ -21,7 +21,7 @@ void CheckDescriptions(SessionWorld& world) {
             Require(world.disk.BytesOf(SessionWorld::kWincmdData) == before);
             continue;
         }
-        const KeyRecord record = session.Selection().Record(key);
+        const KeyRecord record = session.Selection().Rows().Record(key);
         const IniDocument written = IniDocument::Parse(
             world.disk.BytesOf(SessionWorld::kWincmdData), world.files.SystemCodePage());
         const auto entry = written.FindValue(record.category, record.keyName);
@@ -44,12 +44,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         session.Selection().SelectCategory(static_cast<NodeIndex>(node));
     }
     session.Selection().SelectCategory(kRootNode);
-    Require(session.Selection().Keys().Size() == session.Selection().Store().DescribedCount());
+    Require(session.Selection().Rows().Keys().Size() ==
+            session.Selection().Rows().Store().DescribedCount());
     for (const char* const text : {"a", "\xC3\xA4", " ", "k"}) {
         for (const bool inNames : {true, false}) {
-            session.Selection().SetSearchText(text);
-            session.Selection().Search().SetSearchesNames(inNames);
-            session.Selection().FindNextString();
+            session.Finding().SetSearchText(text);
+            session.Finding().Search().SetSearchesNames(inNames);
+            session.Finding().FindNextString();
         }
     }
     CheckDescriptions(world);

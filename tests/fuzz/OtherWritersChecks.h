@@ -139,7 +139,7 @@ inline void CheckSavesBeside(const std::string& turns, const std::string& file) 
     other.TakeTurns();
     for (std::size_t save = 0; save < 4; ++save) {
         const std::string value = "mine" + std::to_string(save);
-        world.session->Selection().ShowKeyDetails(save % 3);
+        world.session->Selection().Rows().ShowKeyDetails(save % 3);
         Require(world.session->Commands().SetValue(value));
         other.isAtWork = true;
         const bool isSaved = world.session->Settings().SaveToSettingsFile();

@@ -20,9 +20,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(world.Start());
     EditorSession& session = *world.session;
     const bool saved = session.Settings().SaveToSettingsFile();
-    for (KeyNumber key = 1; key <= session.Selection().Store().Size() && saved; ++key) {
+    for (KeyNumber key = 1; key <= session.Selection().Rows().Store().Size() && saved; ++key) {
         const std::string text = input.empty() || key % 2 == 0 ? "History.ini" : input.substr(0, 9);
-        session.Selection().ShowKeyDetails(session.Selection().Keys().RowOf(key));
+        session.Selection().Rows().ShowKeyDetails(session.Selection().Rows().Keys().RowOf(key));
         if (!session.Commands().SetValue(text) || !session.Settings().SaveToSettingsFile()) {
             session.Commands().Undo();
             session.OpenSettingsFile(SessionWorld::kWincmd, false);
@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         const SettingsFiles now =
             SettingsFiles::Read(world.files, world.environment, SessionWorld::kWincmd);
-        const KeyRecord record = session.Selection().Record(key);
+        const KeyRecord record = session.Selection().Rows().Record(key);
         const auto& file = now.Files()[now.FileOf(record.targetSection, record.keyName)];
         const auto value = file.document->FindValue(record.targetSection, record.keyName);
         Require(!value || record.currentState != KeyState::Absent);

@@ -15,10 +15,10 @@ TEST_F(FavoritesBookTest, FavoritesAreReadAddedAndShown) {
     EXPECT_FALSE(Selection().NamesInList().HasNameFrom(items[2].name));
     EXPECT_EQ(items[4].caption, items[3].caption);  // of a repeated name the first line counts
 
-    Selection().ShowKeyDetails(1);
+    Selection().Rows().ShowKeyDetails(1);
     EXPECT_EQ(FavoriteKeys().BeginAddFavorite(), std::nullopt);
     EXPECT_EQ(world.prompts.messages.back(), "XThere is already a favorite with that key.");
-    Selection().ShowKeyDetails(0);
+    Selection().Rows().ShowKeyDetails(0);
     ASSERT_EQ(FavoriteKeys().BeginAddFavorite(), "ColorBack");
     FavoriteKeys().SetOrganizerOpen(true);
     ASSERT_TRUE(FavoriteKeys().AddFavorite("ColorBack", "Background"));
@@ -27,7 +27,8 @@ TEST_F(FavoritesBookTest, FavoritesAreReadAddedAndShown) {
 
     Selection().SetKeyFilter(KeyFilter::ShowActive);
     EXPECT_TRUE(FavoriteKeys().FavoriteDefinition("SHOWHIDDENSYSTEM"));
-    EXPECT_EQ(Selection().Record(*Selection().CurrentKey()).keyName, "ShowHiddenSystem");
+    EXPECT_EQ(Selection().Rows().Record(*Selection().Rows().CurrentKey()).keyName,
+              "ShowHiddenSystem");
     EXPECT_EQ(Selection().Filter(), KeyFilter::ShowAll);
     EXPECT_FALSE(FavoriteKeys().FavoriteDefinition("Gone"));
     EXPECT_EQ(world.prompts.messages.back(), "XCannot find this favorite key!");

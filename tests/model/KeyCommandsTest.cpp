@@ -11,7 +11,7 @@ TEST_F(KeyCommandsTest, TheEditBoxOpensWithTheLineAndTakesWhatFollowsTheEqualsSi
     Start("[T]\nK=v=w\n");
     EXPECT_EQ(Commands().BeginInplaceEdit()->text, "K=v=w");
     EXPECT_EQ(Commands().BeginInplaceEdit()->selectionStart, 2U);
-    Selection().ShowKeyDetails(0);
+    Selection().Rows().ShowKeyDetails(0);
     EXPECT_EQ(Commands().BeginInplaceEdit()->text, "A=0") << "an absent key offers its default";
     for (const auto& [typed, shown] : {std::pair("other=12345", "A=12345"),
                                        {"77", "A=77"},
@@ -19,14 +19,15 @@ TEST_F(KeyCommandsTest, TheEditBoxOpensWithTheLineAndTakesWhatFollowsTheEqualsSi
                                        {"A=a=b", "A=a=b"},
                                        {" x ", "A= x "}}) {
         EXPECT_TRUE(Commands().StoreEditedValue(typed));
-        EXPECT_EQ(VisibleText(Selection().Record(1)), shown);
+        EXPECT_EQ(VisibleText(Selection().Rows().Record(1)), shown);
     }
     Selection().SelectCategory(1);  // the heading
     EXPECT_FALSE(Commands().BeginInplaceEdit());
     EXPECT_FALSE(Commands().SetValue("1"));
     EXPECT_EQ(world.prompts.beeps, 2);
     Commands().Undo();
-    EXPECT_EQ(VisibleText(Selection().Record(1)), "A= x ") << "no undo while a heading is shown";
+    EXPECT_EQ(VisibleText(Selection().Rows().Record(1)), "A= x ")
+        << "no undo while a heading is shown";
 }
 
 TEST_F(KeyCommandsTest, WhatTheFileCanNotHoldIsRefused) {
@@ -41,7 +42,7 @@ TEST_F(KeyCommandsTest, WhatTheFileCanNotHoldIsRefused) {
     EXPECT_THAT(world.prompts.messages, ElementsAre("!" + BuiltIn(text::kValueTooLong)));
     EXPECT_FALSE(Commands().SetValue(std::string(MissingValueMarker)));
     EXPECT_EQ(world.prompts.messages.back(), "!" + BuiltIn(text::kValueIsMarker));
-    EXPECT_EQ(Selection().Record(2).currentValue, "line\nbreak");
+    EXPECT_EQ(Selection().Rows().Record(2).currentValue, "line\nbreak");
 
     StartWith({"[T]\nA=1\n[Configuration]\r\n",
                "\xEF\xBB\xBF[C]\nCategoryTargetSection=T\n\xE4\xB8\xAD=1\n", ""});
@@ -61,12 +62,12 @@ TEST_F(KeyCommandsTest, CommandsFollowTheCurrentKeysState) {
         return flags;
     };
     EXPECT_EQ(enabled(), "+++---");
-    Selection().ShowKeyDetails(0);
+    Selection().Rows().ShowKeyDetails(0);
     EXPECT_EQ(enabled(), "+-----");
     Commands().CommentKeys();
     Commands().DeleteKeys();
     EXPECT_FALSE(Settings().IsModified()) << "an absent key is neither commented nor deleted";
-    Selection().ShowKeyDetails(2);
+    Selection().Rows().ShowKeyDetails(2);
     Commands().DeleteKeys();
     EXPECT_EQ(enabled(), "+--+-+");
     Commands().Undo();
@@ -75,20 +76,22 @@ TEST_F(KeyCommandsTest, CommandsFollowTheCurrentKeysState) {
     EXPECT_EQ(enabled(), "-----+");
     Selection().SelectCategory(kRootNode);
     Place().OwnSettings().Values().autoSelectNextKey = 1;
-    Selection().ShowKeyDetails(1);
+    Selection().Rows().ShowKeyDetails(1);
     Commands().CommentKeys();
-    EXPECT_EQ(Selection().CurrentKey(), 3U) << "the next key's turn";
+    EXPECT_EQ(Selection().Rows().CurrentKey(), 3U) << "the next key's turn";
 }
 
 TEST_F(KeyCommandsTest, ColorKeysShowAndChooseColors) {
     Start("[Colors]\nBackColor=255\n");
-    const auto color = [this] { return Session().Values().ColorOf(*Selection().CurrentKey()); };
+    const auto color = [this] {
+        return Session().Values().ColorOf(*Selection().Rows().CurrentKey());
+    };
     EXPECT_FALSE(color());
     world.prompts.filesToChoose = {"C:\\a=b.exe"};
     EXPECT_TRUE(Session().Editing().Browse());
-    EXPECT_EQ(Selection().Record(2).currentValue, "C:\\a=b.exe") << "as the dialog gave it";
+    EXPECT_EQ(Selection().Rows().Record(2).currentValue, "C:\\a=b.exe") << "as the dialog gave it";
     EXPECT_FALSE(Session().Editing().Browse()) << "cancelled";
-    Selection().ShowKeyDetails(3);
+    Selection().Rows().ShowKeyDetails(3);
     EXPECT_EQ(color()->color, 255U);
     world.prompts.colorsToChoose = {"65280"};
     EXPECT_TRUE(Session().Editing().Browse());
@@ -105,7 +108,7 @@ TEST_F(KeyCommandsTest, RandomSequencesKeepWhatTheyShow) {
     const auto shown = [this](bool withStates = true) {
         std::string all;
         for (KeyNumber key = 1; key <= 3; ++key) {
-            const KeyRecord record = Selection().Record(key);
+            const KeyRecord record = Selection().Rows().Record(key);
             const std::string state = record.Looks().isChecked ? " " : ";";
             all += (withStates ? state : "") + VisibleText(record) + "|";
         }
@@ -115,7 +118,7 @@ TEST_F(KeyCommandsTest, RandomSequencesKeepWhatTheyShow) {
     std::mt19937 random(1);
     for (int step = 0; step < 3000; ++step) {
         Selection().SetKeyFilter(KeyFilter::ShowAll);
-        Selection().ShowKeyDetails(random() % 3);
+        Selection().Rows().ShowKeyDetails(random() % 3);
         const std::string before = shown();
         const std::string textsBefore = shown(false);
         const unsigned action = random() % 8;

@@ -66,7 +66,7 @@ TEST_F(KeyExchangeTest, SelectedKeysComeBackAsTheyWere) {
     Start(lines);
     world.disk.Put(kFile, "; mine\n[T]\n;A=9\nK=9\nOther=1\n[Colors]\n;BackColor=1\n");
     world.disk.Wait(10);
-    Selection().SelectRows({0, 1, 2, 3}, 0);
+    Selection().Rows().SelectRows({0, 1, 2, 3}, 0);
     world.prompts.filesToChoose = {kFile};
     Exchange().ExportSelected();
     EXPECT_EQ(world.disk.BytesOf(kFile),
@@ -84,7 +84,7 @@ TEST_F(KeyExchangeTest, SelectedKeysComeBackAsTheyWere) {
     for (const auto& [rows, written] :
          {std::pair(std::vector<std::size_t>{0, 1, 2}, "[T]\r\nZ=5\r\n"), {{0, 1}, "(none)"}}) {
         world.disk.Remove(kFile);
-        Selection().SelectRows(rows, 0);
+        Selection().Rows().SelectRows(rows, 0);
         world.prompts.filesToChoose = {kFile};
         Exchange().ExportSelectedDifferences();
         EXPECT_EQ(world.disk.Has(kFile) ? world.disk.BytesOf(kFile) : "(none)", written);

@@ -28,15 +28,15 @@ TEST_F(KeySelectionTest, FiltersAndCategoriesDecideTheRows) {
     Selection().SelectCategory(2);
     Selection().SetKeyFilter(KeyFilter::ShowActive);
     EXPECT_THAT(world.Rows(), IsEmpty());
-    EXPECT_EQ(Selection().CurrentKey(), std::nullopt);
-    EXPECT_EQ(Settings().TargetPanel() + Selection().Description() + Selection().CounterPanel(),
+    EXPECT_EQ(Selection().Rows().CurrentKey(), std::nullopt);
+    EXPECT_EQ(Settings().TargetPanel() + Selection().Rows().Description() + Texts().Counter(),
               "0  Key(s)");
     EXPECT_THAT(world.prompts.messages, IsEmpty());
 
     Selection().GoToKey(3);
     EXPECT_EQ(Selection().SelectedNode(), kRootNode);
     EXPECT_EQ(Selection().Filter(), KeyFilter::ShowAll);
-    EXPECT_EQ(Selection().CurrentKey(), 3U);
+    EXPECT_EQ(Selection().Rows().CurrentKey(), 3U);
 }
 
 TEST_F(KeySelectionTest, ChangedAndDifferentKeysHaveAFilter) {
@@ -48,22 +48,22 @@ TEST_F(KeySelectionTest, ChangedAndDifferentKeysHaveAFilter) {
     Selection().SetKeyFilter(KeyFilter::ShowChanged);
     EXPECT_THAT(world.Rows(), ElementsAre("Unknown=x", "Number=05"));
     EXPECT_TRUE(States().IsChecked(Command::ViewChangedKeys));
-    Selection().ShowKeyDetails(1);
+    Selection().Rows().ShowKeyDetails(1);
     Commands().Undo();
     EXPECT_THAT(world.Rows(), ElementsAre("Unknown=x", "Number")) << "a snapshot";
 }
 
 TEST_F(KeySelectionTest, AKeyIsShownInItsCategory) {
     StartWith({kSettingsText, "", ""});
-    Selection().KeyWatchers().Add(*this);
+    Selection().Rows().Watchers().Add(*this);
     EXPECT_THAT(Settings().TargetPanel(), HasSubstr("[Configuration]  Panels"));
-    Selection().ShowKeyDetails(1);
+    Selection().Rows().ShowKeyDetails(1);
     Selection().SetKeyFilter(KeyFilter::ShowInactive);
-    Selection().ShowKeyDetails(0);
+    Selection().Rows().ShowKeyDetails(0);
     EXPECT_TRUE(States().IsEnabled(Command::SearchShowInCategory));
     Selection().ShowInCategory();
     EXPECT_EQ(Selection().SelectedNode(), 1);
-    EXPECT_EQ(Selection().CurrentKey(), 2U);
+    EXPECT_EQ(Selection().Rows().CurrentKey(), 2U);
     EXPECT_EQ(Selection().Filter(), KeyFilter::ShowInactive);
     EXPECT_FALSE(States().IsEnabled(Command::SearchShowInCategory));
     EXPECT_THAT(Settings().TargetPanel(), testing::EndsWith("[Configuration]"));
@@ -75,7 +75,7 @@ TEST_F(KeySelectionTest, AKeyIsShownInItsCategory) {
     EXPECT_EQ(below[0].node, 1);
     EXPECT_EQ(below[0].setKeys, 1U) << "a commented-out one is not set";
     EXPECT_EQ(below[1].setKeys, 0U);
-    Selection().KeyWatchers().Remove(*this);
+    Selection().Rows().Watchers().Remove(*this);
 }
 
 TEST_F(KeySelectionTest, HeadingsBeepAndCategoriesWithoutKeysComplain) {
@@ -96,7 +96,7 @@ TEST_F(KeySelectionTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
         "BER files\r\n"
         "Blank=3\r\n"
         "InactiveColor=4///The last, hidden\r\n");
-    Selection().KeyWatchers().Add(*this);
+    Selection().Rows().Watchers().Add(*this);
     const struct {
         const char* text;
         bool inNames, wholeWord;
@@ -114,21 +114,21 @@ TEST_F(KeySelectionTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
     };
     for (const auto& testCase : cases) {
         SCOPED_TRACE(testCase.text);
-        Selection().Search().SetSearchesNames(testCase.inNames);
-        Selection().Search().SetMatchesWholeWord(testCase.wholeWord);
-        Selection().SetSearchText(testCase.text);
+        Finding().Search().SetSearchesNames(testCase.inNames);
+        Finding().Search().SetMatchesWholeWord(testCase.wholeWord);
+        Finding().SetSearchText(testCase.text);
         hits.clear();
         // Twice: the end of a search starts it again.
         for (int round = 0; round < 2; ++round) {
             world.prompts.messages.clear();
             for (const KeyNumber key : testCase.keys) {
                 EXPECT_THAT(world.prompts.messages, IsEmpty());
-                Selection().FindNextString();
-                EXPECT_EQ(Selection().CurrentKey(), key);
+                Finding().FindNextString();
+                EXPECT_EQ(Selection().Rows().CurrentKey(), key);
             }
             // A hit in the last key is the end as well.
             if (testCase.keys.empty() || testCase.keys.back() != 4) {
-                Selection().FindNextString();
+                Finding().FindNextString();
             }
             EXPECT_THAT(world.prompts.messages,
                         ElementsAre(std::string("iCannot find \"") + testCase.text + "\""));
@@ -138,15 +138,15 @@ TEST_F(KeySelectionTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
         }
     }
     // A setting that stays as it is does not start the search again.
-    Selection().SetSearchText("color");
+    Finding().SetSearchText("color");
     for (const auto& [wholeWord, key] : {std::pair(true, 0U), {false, 1U}, {false, 4U}}) {
-        Selection().Search().SetSearchesNames(true);
-        Selection().Search().SetMatchesWholeWord(wholeWord);
-        Selection().FindNextString();
-        EXPECT_TRUE(key == 0 || Selection().CurrentKey() == key) << key;
+        Finding().Search().SetSearchesNames(true);
+        Finding().Search().SetMatchesWholeWord(wholeWord);
+        Finding().FindNextString();
+        EXPECT_TRUE(key == 0 || Selection().Rows().CurrentKey() == key) << key;
     }
-    Selection().SetSearchText("");
-    Selection().FindNextString();
+    Finding().SetSearchText("");
+    Finding().FindNextString();
     EXPECT_EQ(world.prompts.beeps, 1);
 }
 

@@ -10,12 +10,12 @@ TEST_F(OpenDataFileTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
     const auto data = [&] { return world.disk.BytesOf(SessionWorld::kWincmdData); };
     const std::string before = data();
     DataFile().ChangeDescription("one\r\ntwo\rthree\nfour");
-    EXPECT_EQ(Selection().Description(), "one\r\ntwo\r\nthreefour");
+    EXPECT_EQ(Selection().Rows().Description(), "one\r\ntwo\r\nthreefour");
     DataFile().ChangeDescription("one\r\ntwo \"x\"");
-    Selection().ShowKeyDetails(1);
-    EXPECT_FALSE(Selection().Store().IsDescriptionPending(2));
+    Selection().Rows().ShowKeyDetails(1);
+    EXPECT_FALSE(Selection().Rows().Store().IsDescriptionPending(2));
     DataFile().ChangeDescription("say \"hi\"");  // quotes around the entry would be lost
-    Selection().ShowKeyDetails(2);
+    Selection().Rows().ShowKeyDetails(2);
     DataFile().ChangeDescription("d2");  // with blanks around its default
     EXPECT_TRUE(States().IsEnabled(Command::FileSaveDataFile));
     ASSERT_TRUE(DataFile().SaveDataFile());
@@ -27,13 +27,13 @@ TEST_F(OpenDataFileTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
     EXPECT_FALSE(States().IsEnabled(Command::FileSaveDataFile));
 
     // A file that can not be written: a message, and the text still waits.
-    Selection().ShowKeyDetails(1);
+    Selection().Rows().ShowKeyDetails(1);
     DataFile().ChangeDescription("again");
     world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::ReadOnly);
     EXPECT_FALSE(DataFile().SaveDataFile());
     EXPECT_THAT(world.prompts.messages.back(), HasSubstr("read-only"));
     EXPECT_TRUE(DataFile().IsModified());
-    EXPECT_EQ(Selection().Description(), "again");
+    EXPECT_EQ(Selection().Rows().Description(), "again");
 }
 
 TEST_F(OpenDataFileTest, OnlyDescriptionsThatCanBeReadAgainAreTaken) {
@@ -41,7 +41,7 @@ TEST_F(OpenDataFileTest, OnlyDescriptionsThatCanBeReadAgainAreTaken) {
     EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U) << "its end would be lost";
     DataFile().ChangeDescription("short");
     EXPECT_FALSE(DataFile().IsModified());
-    Selection().ShowKeyDetails(1);
+    Selection().Rows().ShowKeyDetails(1);
     EXPECT_EQ(DataFile().MaxDescriptionUnits(), 4095U - 2 - 3);
 }
 
@@ -54,7 +54,7 @@ TEST_F(OpenDataFileTest, MoreKeysThanCanBeNumberedAreCutWithAMessage) {
         }
     }
     StartWith({"[Configuration]\r\n", content, ""});
-    EXPECT_EQ(Selection().Store().Size(), 32767U);
+    EXPECT_EQ(Selection().Rows().Store().Size(), 32767U);
     EXPECT_THAT(world.prompts.messages, ElementsAre("!" + BuiltIn(text::kTooManyKeys)));
 }
 

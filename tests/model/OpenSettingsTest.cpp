@@ -61,13 +61,14 @@ TEST_F(OpenSettingsTest, EachPendingStateBecomesTheLinesThatItStandsFor) {
         for (const char letter : std::string(script)) {
             Play(letter);
         }
-        EXPECT_EQ(Selection().Record(2).currentState, state);
-        EXPECT_EQ(VisibleText(Selection().Record(2)), shown);
+        EXPECT_EQ(Selection().Rows().Record(2).currentState, state);
+        EXPECT_EQ(VisibleText(Selection().Rows().Record(2)), shown);
         EXPECT_TRUE(Settings().IsModified());
         EXPECT_TRUE(Settings().SaveToSettingsFile());
         EXPECT_EQ(Saved(), after);
         EXPECT_FALSE(Settings().IsModified());
-        EXPECT_EQ(Selection().Record(2).initialState, Selection().Record(2).currentState);
+        EXPECT_EQ(Selection().Rows().Record(2).initialState,
+                  Selection().Rows().Record(2).currentState);
         const int replaces = world.disk.replaces;
         Settings().SaveToSettingsFile();
         EXPECT_EQ(world.disk.replaces, replaces) << "nothing is left to save";
@@ -82,12 +83,13 @@ TEST_F(OpenSettingsTest, QuotesSurvive) {
     EXPECT_TRUE(Commands().StoreEditedValue(Commands().BeginInplaceEdit()->text));
     Set(2, "x");
     Commands().Undo();
-    EXPECT_EQ(Selection().Record(1).currentValue, command);
+    EXPECT_EQ(Selection().Rows().Record(1).currentValue, command);
     Set(0, command + " ");
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Saved(), "[T]\nK=\"  blanks \"\nA=\"" + command + "\"\nZ='single'\n");
-    EXPECT_EQ(Selection().Record(1).currentValue, command) << "the record holds what was stored";
-    Selection().ShowKeyDetails(1);
+    EXPECT_EQ(Selection().Rows().Record(1).currentValue, command)
+        << "the record holds what was stored";
+    Selection().Rows().ShowKeyDetails(1);
     Commands().CommentKeys();
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(Saved(), HasSubstr("\n;K=\"  blanks \"\n"));
@@ -165,7 +167,7 @@ TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     Start("[S]\nA=1\nRedirectSection=other.ini\n[T]\nRedirectSection=C:\\TC\\new.ini\n",
           "[S]\n; theirs\n;A=2\n");
     EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]  other.ini  One");
-    Selection().ShowKeyDetails(2);
+    Selection().Rows().ShowKeyDetails(2);
     EXPECT_EQ(Settings().TargetPanel(), "Target Section:  [S]  One");  // of the key itself
     Set(0, "3");
     Set(3, "4");
@@ -187,7 +189,7 @@ TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     EXPECT_EQ(Other(), "[S]\n; theirs\nA=5\n");
 
     // Without its redirection a section is read from the settings file again.
-    Selection().ShowKeyDetails(2);
+    Selection().Rows().ShowKeyDetails(2);
     Commands().DeleteKeys();
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(world.Rows()[0], "A=1");

@@ -232,7 +232,7 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
 TEST_F(OtherWritersTest, ADataFileIsNeitherMadeNorOverwrittenUnasked) {
     Start("");
     const std::string data = world.disk.BytesOf(SessionWorld::kWincmdData);
-    Selection().ShowKeyDetails(3);
+    Selection().Rows().ShowKeyDetails(3);
     DataFile().ChangeDescription("mine");
     world.disk.Remove(SessionWorld::kWincmdData);
     EXPECT_FALSE(DataFile().SaveDataFile());
@@ -282,9 +282,9 @@ TEST_F(OtherWritersTest, RowsOfOneKeyChangeTogether) {
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(both(), "A=x a=x");
     EXPECT_THAT(Saved(), HasSubstr("A=x\n"));
-    Selection().ShowKeyDetails(0);
+    Selection().Rows().ShowKeyDetails(0);
     Commands().CommentKeys();
-    EXPECT_FALSE(Selection().Record(3).Looks().isChecked);
+    EXPECT_FALSE(Selection().Rows().Record(3).Looks().isChecked);
     Commands().Undo();
     Commands().DeleteKeys();
     EXPECT_EQ(both(), "A a");
@@ -313,7 +313,7 @@ TEST_F(OtherWritersTest, LongValuesAreReadOnlyAndStayWhole) {
     Exchange().Export();
     EXPECT_THAT(world.disk.BytesOf("C:\\out.ini"), HasSubstr("A=" + whole + "\r\n"));
     // Deleted, commented out and taken back it is still all there.
-    Selection().ShowKeyDetails(0);
+    Selection().Rows().ShowKeyDetails(0);
     for (int step = 0; step < 2; ++step) {
         step == 0 ? Commands().DeleteKeys() : Commands().CommentKeys();
         EXPECT_TRUE(Settings().SaveToSettingsFile());

@@ -46,7 +46,7 @@ TEST_F(PendingChangesTest, EachIsShownWithWhatTheFileHas) {
     EXPECT_THAT(Session().Caption(), testing::EndsWith("Wincmd.ini *"));
     Set(0, "5");
     Commands().Undo();
-    Selection().ShowKeyDetails(2);
+    Selection().Rows().ShowKeyDetails(2);
     Play('d');
     EXPECT_EQ(Pending().CountText(), "3 changes");
     EXPECT_THAT(Shown(), ElementsAre("T/A: A=1 > same", "T/K: ;K=2 > K=new", "T/Z: Z=3 > "));
@@ -78,7 +78,7 @@ TEST_F(PendingChangesTest, NothingIsLeftOfWhatIsDiscarded) {
             // The keys of the data file, and those that only the settings have.
             const NodeIndex nodes[] = {kRootNode, 4, 5};
             Selection().SelectCategory(nodes[random() % std::size(nodes)]);
-            Selection().ShowKeyDetails(random() % Selection().Keys().Size());
+            Selection().Rows().ShowKeyDetails(random() % Selection().Rows().Keys().Size());
             Play("secdur"[random() % 6]);
         }
         const std::vector<std::string> shown = Shown();
@@ -98,17 +98,17 @@ TEST_F(PendingChangesTest, NothingIsLeftOfWhatIsDiscarded) {
 
 TEST_F(PendingChangesTest, StepsAreTakenBackAsAWhole) {
     Start("[T]\nA=1\n;K=2\nZ=3\n");
-    Selection().SelectRows({0, 1, 2}, 1);
+    Selection().Rows().SelectRows({0, 1, 2}, 1);
     Commands().DeleteKeys();
     EXPECT_THAT(world.Rows(), ElementsAre("A", "K", "Z", "BackColor"));
     EXPECT_EQ(Undo(), "deletion of 3 keys");
     EXPECT_THAT(Shown(), IsEmpty()) << "each is again as the file has it";
-    Selection().SelectRows({0, 1, 2, 3}, 1);
+    Selection().Rows().SelectRows({0, 1, 2, 3}, 1);
     Commands().CommentKeys();
     EXPECT_THAT(Shown(), ElementsAre("T/A: A=1 > ;A=1", "T/Z: Z=3 > ;Z=3"));
     EXPECT_EQ(Undo(), "comment mark of 2 keys");
     EXPECT_FALSE(Settings().IsModified());
-    Selection().SelectRows({0, 2}, 0);
+    Selection().Rows().SelectRows({0, 2}, 0);
     Commands().CopyKeys();
     EXPECT_EQ(world.prompts.copied, "A=1\r\nZ=3");
 
@@ -141,10 +141,10 @@ TEST_F(PendingChangesTest, ResettingSparesWhatIsNoSetting) {
     EXPECT_EQ(Undo(), "reset of 10 keys");
 
     Selection().SetKeyFilter(KeyFilter::ShowAll);
-    Selection().SelectRows({0, 1, 2, 3}, 0);
+    Selection().Rows().SelectRows({0, 1, 2, 3}, 0);
     Commands().ResetKeys();
     EXPECT_THAT(Shown(), ElementsAre("T/A: A=1 > ", "T/B: ;B=2 > "));
-    Selection().SelectRows({2, 3}, 2);
+    Selection().Rows().SelectRows({2, 3}, 2);
     Commands().ResetKeys();
     EXPECT_EQ(Pending().CountText(), "4 changes") << "nothing else is selected";
 }
@@ -192,10 +192,10 @@ TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
             const auto nodes = static_cast<NodeIndex>(Selection().Categories().size());
             const NodeIndex node = nodes - 1 - static_cast<NodeIndex>(random() % 30);
             Selection().SelectCategory(change % 2 == 0 || node < 0 ? kRootNode : node);
-            if (Selection().ShowsHeading() || Selection().Keys().Size() == 0) {
+            if (Selection().ShowsHeading() || Selection().Rows().Keys().Size() == 0) {
                 continue;
             }
-            Selection().ShowKeyDetails(random() % Selection().Keys().Size());
+            Selection().Rows().ShowKeyDetails(random() % Selection().Rows().Keys().Size());
             if (random() % 5 < 3) {
                 // Files that several of these settings lead to keep what was saved before.
                 Commands().SetValue("new " + std::to_string(files));

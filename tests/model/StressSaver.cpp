@@ -70,9 +70,11 @@ int RunSession(const std::string& side, int count) {
     world.WaitFor("go");
     for (int value = 1; value <= count; ++value, ++row) {
         const std::string key = side + std::to_string(value);
-        world.session.Selection().ShowKeyDetails(row);
-        if (world.session.Selection().Record(*world.session.Selection().CurrentKey()).keyName !=
-            key) {
+        world.session.Selection().Rows().ShowKeyDetails(row);
+        if (world.session.Selection()
+                .Rows()
+                .Record(*world.session.Selection().Rows().CurrentKey())
+                .keyName != key) {
             return kFailed;
         }
         SaveKey(world, key, value, log);

@@ -163,12 +163,12 @@ TEST_F(TextFilterTest, TheTreeNarrowsAndCountsTheHits) {
     for (NodeIndex node = kRootNode; node < 4; ++node) {
         EXPECT_EQ(Selection().HitsOf(node), hits[node + 1]) << node;
     }
-    EXPECT_EQ(Selection().CounterPanel(), "6 of 7 keys");
+    EXPECT_EQ(Texts().Counter(), "6 of 7 keys");
     Selection().SelectCategory(2);
     EXPECT_FALSE(Selection().ShowsHeading());
     EXPECT_THAT(world.Rows(), ElementsAre("Panels=1", "ShowHidden=9", "History1=c:\\Big Font"));
     Selection().SetKeyFilter(KeyFilter::ShowActive);
-    EXPECT_EQ(Selection().CounterPanel(), "2 of 7 keys, 1 hidden by View > Active Keys");
+    EXPECT_EQ(Texts().Counter(), "2 of 7 keys, 1 hidden by View > Active Keys");
     EXPECT_EQ(Filter().EmptyText(), "");
     Filter().SetText("grey");
     EXPECT_EQ(Filter().EmptyText(), "1 hidden by View > Active Keys");
@@ -176,7 +176,7 @@ TEST_F(TextFilterTest, TheTreeNarrowsAndCountsTheHits) {
     EXPECT_EQ(Filter().EmptyText(), "No key contains 'xyz'");
     Filter().SetText("size");
     Selection().SelectCategory(3);
-    EXPECT_EQ(Filter().EmptyText(), "1 in " + Selection().RootText());
+    EXPECT_EQ(Filter().EmptyText(), "1 in " + Texts().Root());
     EXPECT_THAT(world.prompts.messages, IsEmpty());
 
     // An edit filters nothing anew; the filter, asked again, does.
@@ -191,7 +191,7 @@ TEST_F(TextFilterTest, TheTreeNarrowsAndCountsTheHits) {
 TEST_F(TextFilterTest, AnEndGoesBackAndAGoalElsewhereEndsIt) {
     Start();
     const auto place = [this] {
-        return std::pair(Selection().SelectedNode(), Selection().CurrentKey());
+        return std::pair(Selection().SelectedNode(), Selection().Rows().CurrentKey());
     };
     using Place = std::pair<NodeIndex, std::optional<KeyNumber>>;
     Selection().SelectCategory(3);
@@ -208,14 +208,14 @@ TEST_F(TextFilterTest, AnEndGoesBackAndAGoalElsewhereEndsIt) {
     Filter().SetText("histxxx");
     Filter().Clear();
     EXPECT_EQ(place(), Place(3, 4)) << "the category that was shown before";
-    EXPECT_EQ(Selection().CounterPanel(), "4  Key(s)");
+    EXPECT_EQ(Texts().Counter(), "4  Key(s)");
 
     const std::function<void()> goals[] = {
         [this] { Selection().GoToKey(6); },
         [this] { FavoriteKeys().FavoriteDefinition("History1"); },
         [this] {
-            Selection().SetSearchText("history1");
-            Selection().FindNextString();
+            Finding().SetSearchText("history1");
+            Finding().FindNextString();
         },
         [this] {
             Filter().SetText("history1");
@@ -228,7 +228,7 @@ TEST_F(TextFilterTest, AnEndGoesBackAndAGoalElsewhereEndsIt) {
         go();
         EXPECT_EQ(Filter().Text(), "");
         EXPECT_FALSE(Filter().IsOn());
-        EXPECT_EQ(Selection().CurrentKey(), 6U);
+        EXPECT_EQ(Selection().Rows().CurrentKey(), 6U);
     }
     EXPECT_EQ(Selection().SelectedNode(), 3);
 }
@@ -313,9 +313,9 @@ TEST_F(TextFilterTest, WishesFindTheirKey) {
         }
         Filter().SetText(wish);
         bool isFound = false;
-        const auto& hits = Selection().Keys().All();
+        const auto& hits = Selection().Rows().Keys().All();
         for (std::size_t row = 0; row < std::min<std::size_t>(hits.size(), 3); ++row) {
-            const std::string name = NameWithSection(Selection().Record(hits[row]));
+            const std::string name = NameWithSection(Selection().Rows().Record(hits[row]));
             std::string withoutNumbers;
             for (const char c : name) {
                 const bool isDigit = c >= '0' && c <= '9';

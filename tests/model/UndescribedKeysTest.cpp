@@ -33,7 +33,7 @@ protected:
     void ExpectAllKeys(const std::string& path) {
         Session().Undescribed().LoadAll();
         std::map<std::pair<std::string, std::string>, std::pair<int, int>> places;
-        const KeyStore& store = Selection().Store();
+        const KeyStore& store = Selection().Rows().Store();
         for (KeyNumber key = 1; key <= store.Size(); ++key) {
             auto& [described, others] =
                 places[{ToUpperCase(store.TargetSection(key)), ToUpperCase(store.KeyName(key))}];
@@ -81,9 +81,9 @@ TEST_F(UndescribedKeysTest, EachSectionHasACategory) {
     EXPECT_THAT(MoreNodes(),
                 ElementsAre("Only in This File", "[Configuration]: other keys", "[searches]"));
     EXPECT_THAT(world.Rows(), ElementsAre("PanelsVertical=1", "ShowHidden=0", "BackColor"));
-    EXPECT_EQ(Selection().CounterPanel(), "3  Key(s)");
+    EXPECT_EQ(Texts().Counter(), "3  Key(s)");
     EXPECT_THAT(RowsOfNode(5), ElementsAre("Own=5", "Off=2"));
-    EXPECT_EQ(Selection().Description(), "The data file does not describe this key.");
+    EXPECT_EQ(Selection().Rows().Description(), "The data file does not describe this key.");
     EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U);
     EXPECT_FALSE(States().IsEnabled(Command::FavoritesAdd)) << "favorites are of the data file";
     EXPECT_THAT(RowsOfNode(6), ElementsAre("a_SearchFor=x"));
@@ -91,13 +91,13 @@ TEST_F(UndescribedKeysTest, EachSectionHasACategory) {
     EXPECT_EQ(Selection().CategoriesOfHeading().size(), 2U);
 
     // Find has the keys of the data file alone, the filter has all.
-    Selection().SetSearchText("own");
-    EXPECT_FALSE(Selection().FindNextString());
+    Finding().SetSearchText("own");
+    EXPECT_FALSE(Finding().FindNextString());
     Session().Filter().SetText("is:undescribed own");
     EXPECT_THAT(world.Rows(), ElementsAre("Own=5"));
     Selection().GoToKey(5);
     EXPECT_EQ(Selection().SelectedNode(), 5);
-    EXPECT_EQ(Selection().CurrentKey(), 5U);
+    EXPECT_EQ(Selection().Rows().CurrentKey(), 5U);
 
     Session().Undescribed().Show(false);
     EXPECT_EQ(Selection().SelectedNode(), kRootNode);
@@ -118,10 +118,10 @@ TEST_F(UndescribedKeysTest, EditsChangeTheirLinesOnly) {
     StartWith({kText, "", ""});
     Selection().SelectCategory(5);
     Set(0, "7");
-    Selection().ShowKeyDetails(1);
+    Selection().Rows().ShowKeyDetails(1);
     Commands().SetValue("on");
     Selection().SelectCategory(6);
-    Selection().ShowKeyDetails(0);
+    Selection().Rows().ShowKeyDetails(0);
     Commands().DeleteKeys();
     Session().Undescribed().Show(false);
     EXPECT_TRUE(Settings().IsModified());
@@ -196,15 +196,15 @@ TEST_F(UndescribedKeysTest, SiblingsAreDescribedByOthers) {
                                    "[1024x768 (8x16)]", "Only in This File", "[Colors]: other keys",
                                    "[1024x768 (8x16)]: other keys", "[searches]", "[640x480]"));
     EXPECT_THAT(rows(3), ElementsAre("Size=9", "Font"));
-    EXPECT_EQ(Selection().Description(), "Size of 8 at 1024x768.");
+    EXPECT_EQ(Selection().Rows().Description(), "Size of 8 at 1024x768.");
     EXPECT_THAT(rows(5), ElementsAre("Font3=x"));
     EXPECT_THAT(rows(6), ElementsAre("Odd=1"));
     EXPECT_THAT(rows(7), ElementsAre("my_own_for=1", "else=2"));
-    EXPECT_EQ(Selection().Description(), "What my_own of searches is.");
-    EXPECT_EQ(Selection().Record(*Selection().CurrentKey()).defaultValue, "7");
-    EXPECT_EQ(Session().Values().TypeOf(*Selection().CurrentKey()).kind, ValueKind::Bool);
-    const KeyRecord record = Selection().Record(*Selection().CurrentKey());
-    EXPECT_EQ(Session().Values().DefaultOf(*Selection().CurrentKey()), "7");
+    EXPECT_EQ(Selection().Rows().Description(), "What my_own of searches is.");
+    EXPECT_EQ(Selection().Rows().Record(*Selection().Rows().CurrentKey()).defaultValue, "7");
+    EXPECT_EQ(Session().Values().TypeOf(*Selection().Rows().CurrentKey()).kind, ValueKind::Bool);
+    const KeyRecord record = Selection().Rows().Record(*Selection().Rows().CurrentKey());
+    EXPECT_EQ(Session().Values().DefaultOf(*Selection().Rows().CurrentKey()), "7");
     EXPECT_EQ(record.description, "What my_own of searches is.") << "views hold";
     EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U) << "the text is not that of a line of its own";
 
@@ -212,7 +212,7 @@ TEST_F(UndescribedKeysTest, SiblingsAreDescribedByOthers) {
     EXPECT_THAT(world.Rows(), ElementsAre("F10=*.x"));
     Selection().ShowInCategory();
     EXPECT_EQ(Selection().SelectedNode(), 0);
-    EXPECT_EQ(Selection().Description(), "Types 10, or 12 and 10.");
+    EXPECT_EQ(Selection().Rows().Description(), "Types 10, or 12 and 10.");
     Set(4, "77");
     Selection().SelectCategory(3);
     Set(1, "Arial");
@@ -246,7 +246,7 @@ TEST_F(UndescribedKeysTest, KeysAreAddedByName) {
     }
     // One that is there is shown, whoever describes it.
     adding.Add("configuration", "showhidden");
-    EXPECT_EQ(Selection().CurrentKey(), 2U);
+    EXPECT_EQ(Selection().Rows().CurrentKey(), 2U);
     Session().Undescribed().Show(false);
     adding.Add("CONFIGURATION", "own");
     EXPECT_EQ(Selection().SelectedNode(), 5);
@@ -277,9 +277,9 @@ TEST_F(UndescribedKeysTest, ADescriptionBecomesALineOfTheDataFile) {
     EXPECT_FALSE(describing.Prepare());
     ASSERT_TRUE(describing.Prepare());
     EXPECT_EQ(DataFile().Path(), "C:\\TC\\own.tmdf");
-    EXPECT_EQ(Selection().Record(*Selection().CurrentKey()).keyName, "Own");
+    EXPECT_EQ(Selection().Rows().Record(*Selection().Rows().CurrentKey()).keyName, "Own");
     describing.Describe("What I found out.\r\n5 = best");
-    EXPECT_EQ(Selection().Description(), "What I found out.\r\n5 = best");
+    EXPECT_EQ(Selection().Rows().Description(), "What I found out.\r\n5 = best");
     Selection().SelectCategory(6);
     ASSERT_TRUE(describing.CanDescribe());
     describing.Describe("For pictures.");
@@ -323,7 +323,7 @@ TEST_F(UndescribedKeysTest, IgnoredLinesAreShownAndRemoved) {
     EXPECT_FALSE(editor.CanGoTo(editor.Look()[4])) << "nothing is read in its place";
     ASSERT_TRUE(editor.CanGoTo(editor.Look()[2]));
     editor.GoTo(editor.Look()[2]);
-    EXPECT_EQ(VisibleText(Selection().Record(*Selection().CurrentKey())), "Own=5");
+    EXPECT_EQ(VisibleText(Selection().Rows().Record(*Selection().Rows().CurrentKey())), "Own=5");
 
     Set(0, "9");  // stays pending
     ASSERT_TRUE(editor.Delete(editor.Look()[1]));

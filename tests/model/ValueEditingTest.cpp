@@ -30,14 +30,16 @@ protected:
              ""});
     }
     void Go(const std::string& name) {
-        for (KeyNumber key = 1; key <= Selection().Store().Size(); ++key) {
-            if (Selection().Store().KeyName(key) == name) {
-                Selection().ShowKeyDetails(key - 1);
+        for (KeyNumber key = 1; key <= Selection().Rows().Store().Size(); ++key) {
+            if (Selection().Rows().Store().KeyName(key) == name) {
+                Selection().Rows().ShowKeyDetails(key - 1);
             }
         }
     }
     ValueEditing& Editing() { return Session().Editing(); }
-    std::string Row() { return VisibleText(Selection().Record(*Selection().CurrentKey())); }
+    std::string Row() {
+        return VisibleText(Selection().Rows().Record(*Selection().Rows().CurrentKey()));
+    }
     // What the bar shows: state, text, default.
     std::string Shown() {
         const ValueField field = *Editing().Field();
@@ -246,7 +248,7 @@ TEST_F(ValueEditingTest, ColumnsSayWhatRowsHideAndAreKept) {
     SessionServices services = world.Services();
     services.hasScreenReader = true;
     Workplace reading(services);
-    KeyColumns read(reading, Selection().Store(), Session().Values());
+    KeyColumns read(reading, Selection().Rows().Store(), Session().Values());
     EXPECT_THAT(read.Shown(), ElementsAre(ShownColumn{KeyColumn::Key, 4000},
                                           ShownColumn{KeyColumn::State, 2000}));
 }

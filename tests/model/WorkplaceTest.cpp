@@ -96,9 +96,9 @@ TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     options.End();
     EXPECT_EQ(world.OwnSetting("Common", "LanguageFile"), "C:\\my.lng");
     EXPECT_EQ(world.OwnSetting("ConfigurationEditor", "ForegroundColor"), "16711935");
-    EXPECT_EQ(Selection().CounterPanel(), "3  Stueck");
-    Selection().ShowKeyDetails(1);
-    EXPECT_EQ(Selection().Description(), "nichts");
+    EXPECT_EQ(Texts().Counter(), "3  Stueck");
+    Selection().Rows().ShowKeyDetails(1);
+    EXPECT_EQ(Selection().Rows().Description(), "nichts");
 
     // A settings file that can not be read changes nothing; one that can not be written is named
     // once, as is a language that is gone by then.
@@ -112,7 +112,7 @@ TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     options.End();
     EXPECT_EQ(world.prompts.messages.size(), 2U);
     EXPECT_EQ(world.prompts.messages.back(), "XCannot find language file!");
-    EXPECT_EQ(Selection().CounterPanel(), "3  Key(s)");
+    EXPECT_EQ(Texts().Counter(), "3  Key(s)");
 }
 
 TEST_F(WorkplaceTest, HelpIsOpenedInTheFormThatIsThere) {

@@ -80,7 +80,7 @@ TEST_F(ConflictsWindowTest, EndsAsTheUserChooses) {
 // While the question is open the window is not closed; Windows may end, but not over what is
 // pending.
 TEST_F(ConflictsWindowTest, NothingClosesBehindIt) {
-    world.session->Selection().ShowKeyDetails(0);
+    world.session->Selection().Rows().ShowKeyDetails(0);
     world.session->Commands().SetValue("mine");
     world.disk.Put(SessionWorld::kWincmd, "[Configuration]\r\nPanelsVertical=theirs\r\n");
     bool isEnded = false;
@@ -170,7 +170,7 @@ TEST_F(MainWindowTest, PendingChangesFollowTheMainWindow) {
     const auto parts = [&] { return Send(kIdStatusBar1, SB_GETPARTS); };
     EXPECT_EQ(parts(), 3);
     world.session->Commands().SetValue("7");
-    world.session->Selection().ShowKeyDetails(1);
+    world.session->Selection().Rows().ShowKeyDetails(1);
     world.session->Commands().SetValue("0");
     EXPECT_EQ(pending(), "2 changes");
     NMMOUSE click{};

@@ -46,7 +46,7 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     Press(kIdTreeView1, VK_DOWN);
     EXPECT_TRUE(IsWindowEnabled(description));
     Press(kIdListView1, VK_DOWN);
-    EXPECT_EQ(world.session->Selection().CurrentKey(), 2U);
+    EXPECT_EQ(world.session->Selection().Rows().CurrentKey(), 2U);
     EXPECT_EQ(TextOf(description), "Description not available!");
     world.session->Selection().GoToKey(3);
     EXPECT_EQ(SelectedRow(), 2);

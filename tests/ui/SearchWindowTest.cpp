@@ -70,8 +70,8 @@ TEST_F(SearchWindowTest, AHitIsNotTheLastRowInSight) {
     PutManyKeys();
     Start();
     for (const auto& [name, lowest] : {std::pair("K50", 53), {"K98", 99}, {"K40", 43}, {"K1", 4}}) {
-        world.session->Selection().SetSearchText(name);
-        world.session->Selection().FindNextString();
+        world.session->Finding().SetSearchText(name);
+        world.session->Finding().FindNextString();
         EXPECT_EQ(Rows()[static_cast<std::size_t>(SelectedRow())], name);
         const LRESULT top = Send(kIdListView1, LVM_GETTOPINDEX);
         EXPECT_LE(top, SelectedRow()) << name;

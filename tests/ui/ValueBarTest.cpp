@@ -29,7 +29,9 @@ protected:
     HWND Field() const { return Find(kIdTxtValue); }
     HWND List() const { return Find(kIdListView1); }
     HWND Choices() const { return Find(kIdLstChoices); }
-    void Go(int row) const { world.session->Selection().ShowKeyDetails(static_cast<size_t>(row)); }
+    void Go(int row) const {
+        world.session->Selection().Rows().ShowKeyDetails(static_cast<size_t>(row));
+    }
     // Into the field in place of all that it has.
     void Type(const wchar_t* text) const {
         SendMessageW(Field(), EM_SETSEL, 0, -1);

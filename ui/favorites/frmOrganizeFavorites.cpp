@@ -36,12 +36,12 @@ frmOrganizeFavorites::frmOrganizeFavorites(Workplace& workplace, KeySelection& s
       m_favorites(favorites),
       m_onDefinition(std::move(onDefinition)) {
     m_favorites.Watchers().Add(*this);
-    m_selection.KeyWatchers().Add(*this);
+    m_selection.Rows().Watchers().Add(*this);
 }
 
 // Destroys the window here and not in the base class: while it is destroyed it stores its place.
 frmOrganizeFavorites::~frmOrganizeFavorites() {
-    m_selection.KeyWatchers().Remove(*this);
+    m_selection.Rows().Watchers().Remove(*this);
     m_favorites.Watchers().Remove(*this);
     if (Handle() != nullptr) {
         DestroyWindow(Handle());

@@ -46,7 +46,7 @@ void CategoryTree::Fill() {
     TreeView1.Clear();
     m_items.clear();
     TreeNode root;
-    root.text = Widen(m_selection.RootText());
+    root.text = Widen(m_texts.Root());
     root.picture = root.selectedPicture = kRootPicture;
     root.data = kRootNode;
     m_items.push_back(TreeView1.Add(TVI_ROOT, root));

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/session/KeySelection.h"
+#include "model/session/SelectionTexts.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/TreeView.h"
@@ -50,6 +51,7 @@ private:
 
     const Workplace& m_workplace;
     KeySelection& m_selection;
+    const SelectionTexts m_texts{m_workplace, m_selection};
     MainWindowActions& m_actions;
     TreeView TreeView1;
     std::vector<HTREEITEM> m_items;  // the root, then the categories in their order

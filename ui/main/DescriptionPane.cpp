@@ -27,13 +27,13 @@ DescriptionPane::DescriptionPane(EditorSession& session, MainWindowActions& acti
       m_filter(session.Filter()),
       m_states(session.States()),
       m_actions(actions) {
-    m_selection.KeyWatchers().Add(*this);
+    m_selection.Rows().Watchers().Add(*this);
     m_workplace.Watchers().Add(*this);
 }
 
 DescriptionPane::~DescriptionPane() {
     m_workplace.Watchers().Remove(*this);
-    m_selection.KeyWatchers().Remove(*this);
+    m_selection.Rows().Watchers().Remove(*this);
 }
 
 bool DescriptionPane::Create(HWND parent, const MainLook& look) {
@@ -83,7 +83,7 @@ void DescriptionPane::ApplyLanguage() {
 }
 
 void DescriptionPane::ShowDescription() {
-    if (const std::string text = m_selection.Description(); text != m_loaded) {
+    if (const std::string text = m_selection.Rows().Description(); text != m_loaded) {
         m_isLoading = true;
         txtDescriptionBox.SetText(Widen(text));
         m_isLoading = false;
@@ -91,7 +91,7 @@ void DescriptionPane::ShowDescription() {
     }
     ShowMarks();
     txtDescriptionBox.SetMaxLength(m_dataFile.MaxDescriptionUnits());
-    txtDescriptionBox.Enable(m_selection.CurrentKey().has_value());
+    txtDescriptionBox.Enable(m_selection.Rows().CurrentKey().has_value());
 }
 
 void DescriptionPane::ShowMarks() {

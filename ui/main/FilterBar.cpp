@@ -43,11 +43,11 @@ FilterBar::FilterBar(EditorSession& session, MainWindowActions& actions)
       m_selection(session.Selection()),
       m_actions(actions) {
     m_filter.Watchers().Add(*this);
-    m_selection.KeyWatchers().Add(*this);
+    m_selection.Rows().Watchers().Add(*this);
 }
 
 FilterBar::~FilterBar() {
-    m_selection.KeyWatchers().Remove(*this);
+    m_selection.Rows().Watchers().Remove(*this);
     m_filter.Watchers().Remove(*this);
 }
 
@@ -161,7 +161,7 @@ void FilterBar::ShowParts() {
     if (txtFilter.Handle() == nullptr) {
         return;
     }
-    const std::string filter = m_selection.FilterName();
+    const std::string filter = m_texts.Filter();
     const bool hasText = !m_filter.Text().empty();
     const std::wstring sign = filter.empty() ? std::wstring() : Widen(filter) + L"  " + kCross;
     if (sign == m_sign && hasText == m_hasText) {
@@ -332,7 +332,7 @@ AccessibleInfo FilterBar::DescribePart(int id) const {
         case kIdTxtFilter:
             info.name = Widen(m_workplace.Label(InfoOf(Command::SearchFilter).textNumber));
             info.value = txtFilter.Text();
-            info.description = Widen(m_selection.CounterPanel());
+            info.description = Widen(m_texts.Counter());
             break;
         case kIdCmdClearFilter:
             info.name = words(text::kClearFilter);

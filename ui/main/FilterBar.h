@@ -5,6 +5,7 @@
 #include <string>
 
 #include "model/session/EditorSession.h"
+#include "model/session/SelectionTexts.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/PushButton.h"
@@ -64,6 +65,7 @@ private:
     const Workplace& m_workplace;
     TextFilter& m_filter;
     KeySelection& m_selection;
+    const SelectionTexts m_texts{m_workplace, m_selection};
     MainWindowActions& m_actions;
     bool m_isVisible = false;
     bool m_isRightToLeft = false;

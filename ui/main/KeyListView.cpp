@@ -43,13 +43,13 @@ KeyListView::KeyListView(EditorSession& session, MainWindowActions& actions)
       m_actions(actions),
       m_filterBar(session, actions),
       m_noHits([this] { m_actions.OpenOtherDataFile(); }) {
-    m_selection.KeyWatchers().Add(*this);
+    m_selection.Rows().Watchers().Add(*this);
     m_keyColumns.Watchers().Add(*this);
 }
 
 KeyListView::~KeyListView() {
     m_keyColumns.Watchers().Remove(*this);
-    m_selection.KeyWatchers().Remove(*this);
+    m_selection.Rows().Watchers().Remove(*this);
 }
 
 bool KeyListView::Create(HWND parent) {
@@ -66,12 +66,12 @@ bool KeyListView::Create(HWND parent) {
 // The columns that are hidden are told, too.
 std::optional<AccessibleInfo> KeyListView::DescribeRow(LONG row) const {
     const auto at = static_cast<std::size_t>(row);
-    if (row < 0 || at >= m_selection.Keys().Size()) {
+    if (row < 0 || at >= m_selection.Rows().Keys().Size()) {
         return std::nullopt;
     }
-    const KeyNumber key = m_selection.Keys().KeyAt(at);
+    const KeyNumber key = m_selection.Rows().Keys().KeyAt(at);
     AccessibleInfo info;
-    info.name = Widen(VisibleText(m_selection.Record(key)));
+    info.name = Widen(VisibleText(m_selection.Rows().Record(key)));
     info.description = Widen(m_values.SpokenFor(key));
     return info;
 }
@@ -181,7 +181,7 @@ void KeyListView::ApplyLookToInplaceEdit() {
 
 void KeyListView::OnKeyListChanged() {
     CloseInplaceEdit();
-    ListView1.SetRowCount(static_cast<int>(m_selection.Keys().Size()));
+    ListView1.SetRowCount(static_cast<int>(m_selection.Rows().Keys().Size()));
     ShowNote();
     OnKeyShown();
 }
@@ -202,9 +202,9 @@ void KeyListView::PlaceNote() {
 
 // Selects the current key and scrolls it into view.
 void KeyListView::OnKeyShown() {
-    if (const auto current = m_selection.CurrentRow()) {
+    if (const auto current = m_selection.Rows().CurrentRow()) {
         const int row = static_cast<int>(*current);
-        const bool isAlone = m_selection.SelectedKeys().size() == 1;
+        const bool isAlone = m_selection.Rows().SelectedKeys().size() == 1;
         if (row != ListView1.SelectedRow() || (isAlone && ListView1.SelectedCount() > 1)) {
             txtInplaceEdit.Close();
             ListView1.SelectRow(row);
@@ -219,19 +219,19 @@ void KeyListView::OnKeyShown() {
 // Also scrolls some rows below the key into view. If there is no room for all, the row of the key
 // comes first.
 void KeyListView::OnWentToKey(const std::optional<DescriptionPart>&) {
-    if (const auto row = m_selection.CurrentRow()) {
-        const std::size_t last = std::min(*row + kRowsBelow, m_selection.Keys().Size() - 1);
+    if (const auto row = m_selection.Rows().CurrentRow()) {
+        const std::size_t last = std::min(*row + kRowsBelow, m_selection.Rows().Keys().Size() - 1);
         ListView1.EnsureVisible(static_cast<int>(last));
         ListView1.EnsureVisible(static_cast<int>(*row));
     }
 }
 
 void KeyListView::OnKeyChanged(KeyNumber key) {
-    const std::size_t row = m_selection.Keys().RowOf(key);
-    if (row < m_selection.Keys().Size()) {
+    const std::size_t row = m_selection.Rows().Keys().RowOf(key);
+    if (row < m_selection.Rows().Keys().Size()) {
         ListView1.RedrawRow(static_cast<int>(row));
     }
-    if (key == m_selection.CurrentKey()) {
+    if (key == m_selection.Rows().CurrentKey()) {
         ShowColor();
     }
 }
@@ -243,7 +243,7 @@ void KeyListView::OnManyKeysChanged() {
 
 // The sample is made when the first key with a colour is shown.
 void KeyListView::ShowColor() {
-    const auto key = m_selection.EditableKey();
+    const auto key = m_selection.Rows().EditableKey();
     const auto sample = key ? m_values.ColorOf(*key) : std::nullopt;
     if (sample && cmdColorSample.Handle() == nullptr) {
         cmdColorSample.Create(Handle(), kIdCmdColorSample);
@@ -290,7 +290,7 @@ void KeyListView::BeginInplaceEdit() {
     } else if (!CreateInplaceEdit()) {
         return;
     } else if (const auto start = m_commands.BeginInplaceEdit()) {
-        const int row = static_cast<int>(m_selection.CurrentRow().value_or(0));
+        const int row = static_cast<int>(m_selection.Rows().CurrentRow().value_or(0));
         ListView1.EnsureVisible(row);
         txtInplaceEdit.Open(row, Widen(start->text), start->selectionStart);
     }
@@ -331,7 +331,7 @@ void KeyListView::OnNextKey() {
     // A dialog or a save that has begun meanwhile keeps the focus.
     const bool isFree =
         IsWindowEnabled(GetAncestor(ListView1.Handle(), GA_ROOT)) && !m_workplace.IsBusy();
-    if (isFree && m_selection.SelectNextKey()) {
+    if (isFree && m_selection.Rows().SelectNextKey()) {
         BeginInplaceEdit();
     }
 }
@@ -339,10 +339,10 @@ void KeyListView::OnNextKey() {
 // Nothing if the list asks for a row that no longer exists.
 std::optional<KeyRecord> KeyListView::RecordOf(int row) const {
     const auto at = static_cast<std::size_t>(row);
-    if (at >= m_selection.Keys().Size()) {
+    if (at >= m_selection.Rows().Keys().Size()) {
         return std::nullopt;
     }
-    return m_selection.Record(m_selection.Keys().KeyAt(at));
+    return m_selection.Rows().Record(m_selection.Rows().Keys().KeyAt(at));
 }
 
 std::wstring KeyListView::RowText(int row) const {
@@ -353,13 +353,13 @@ std::wstring KeyListView::RowText(int row) const {
 std::wstring KeyListView::CellText(int row, int column) const {
     const auto at = static_cast<std::size_t>(row);
     const auto which = static_cast<std::size_t>(column);
-    return at < m_selection.Keys().Size() && which < m_columns.size()
-               ? Widen(m_keyColumns.CellText(m_selection.Keys().KeyAt(at), m_columns[which]))
+    return at < m_selection.Rows().Keys().Size() && which < m_columns.size()
+               ? Widen(m_keyColumns.CellText(m_selection.Rows().Keys().KeyAt(at), m_columns[which]))
                : std::wstring();
 }
 
 RECT KeyListView::CurrentRowBounds() const {
-    RECT row = ListView1.RowBounds(static_cast<int>(m_selection.CurrentRow().value_or(0)));
+    RECT row = ListView1.RowBounds(static_cast<int>(m_selection.Rows().CurrentRow().value_or(0)));
     MapWindowPoints(ListView1.Handle(), nullptr, reinterpret_cast<POINT*>(&row), 2);
     return row;
 }
@@ -400,8 +400,8 @@ std::vector<MarkedPart> KeyListView::MarksOf(const KeyRecord& record) const {
 void KeyListView::OnRowSelected(int row) {
     const auto at = static_cast<std::size_t>(row);
     // When the program itself has changed the current key, there is nothing to report.
-    if (at < m_selection.Keys().Size() &&
-        m_selection.Keys().KeyAt(at) != m_selection.CurrentKey()) {
+    if (at < m_selection.Rows().Keys().Size() &&
+        m_selection.Rows().Keys().KeyAt(at) != m_selection.Rows().CurrentKey()) {
         OnSelectionChanged();
     }
 }
@@ -410,11 +410,11 @@ void KeyListView::OnSelectionChanged() {
     const std::vector<int> selected = ListView1.SelectedRows();
     const std::vector<std::size_t> rows(selected.begin(), selected.end());
     const auto current = static_cast<std::size_t>(ListView1.SelectedRow());
-    const std::size_t count = m_selection.Keys().Size();
-    const bool isNew = rows.size() != 1 || m_selection.SelectedKeys().size() != 1 ||
-                       m_selection.CurrentRow() != current;
+    const std::size_t count = m_selection.Rows().Keys().Size();
+    const bool isNew = rows.size() != 1 || m_selection.Rows().SelectedKeys().size() != 1 ||
+                       m_selection.Rows().CurrentRow() != current;
     if (isNew && current < count && !rows.empty() && rows.back() < count) {
-        m_selection.SelectRows(rows, current);
+        m_selection.Rows().SelectRows(rows, current);
     }
 }
 

@@ -27,7 +27,7 @@ MainCommands::MainCommands(EditorSession& session, MainPanes& panes, const Dialo
     : m_session(session),
       m_panes(panes),
       m_style(style),
-      m_searchFor(session.Place(), session.Selection(), style, [this] { FocusKeyList(); }),
+      m_searchFor(session.Place(), session.Finding(), style, [this] { FocusKeyList(); }),
       m_organizeFavorites(session.Place(), session.Selection(), session.FavoriteKeys(), style,
                           [this] { FocusKeyList(); }),
       m_pendingChanges(session.Place(), session.Pending(), style,
@@ -185,10 +185,11 @@ void MainCommands::Do(Command command) {
             m_panes.Keys().SelectAll();
             break;
         case Command::ViewToolbar:
-            workplace.SetToolbarVisible(!workplace.IsToolbarVisible());
+            workplace.SetVisible(WindowPart::Toolbar, !workplace.IsVisible(WindowPart::Toolbar));
             break;
         case Command::ViewDescription:
-            workplace.SetDescriptionVisible(!workplace.IsDescriptionVisible());
+            workplace.SetVisible(WindowPart::Description,
+                                 !workplace.IsVisible(WindowPart::Description));
             break;
         case Command::ViewAllKeys:
             selection.SetKeyFilter(KeyFilter::ShowAll);
@@ -215,10 +216,11 @@ void MainCommands::Do(Command command) {
             ShowAbout();
             break;
         case Command::ViewValueBar:
-            workplace.SetValueBarVisible(!workplace.IsValueBarVisible());
+            workplace.SetVisible(WindowPart::ValueBar, !workplace.IsVisible(WindowPart::ValueBar));
             break;
         case Command::ViewFilterBar:
-            workplace.SetFilterBarVisible(!workplace.IsFilterBarVisible());
+            workplace.SetVisible(WindowPart::FilterBar,
+                                 !workplace.IsVisible(WindowPart::FilterBar));
             break;
         case Command::EditDescribe:
             DescribeKey();
@@ -235,7 +237,7 @@ void MainCommands::Do(Command command) {
             }
             break;
         case Command::ViewUndescribed:
-            m_session.Undescribed().Show(!workplace.AreUndescribedVisible());
+            m_session.Undescribed().Show(!workplace.IsVisible(WindowPart::UndescribedKeys));
             break;
         case Command::ViewColumnState:
         case Command::ViewColumnDefault:
@@ -256,7 +258,7 @@ void MainCommands::Do(Command command) {
             FocusKeyList();
             break;
         case Command::SearchFilter:
-            workplace.SetFilterBarVisible(true);
+            workplace.SetVisible(WindowPart::FilterBar, true);
             m_panes.Keys().Filter().Focus();
             break;
         case Command::SearchFilterAgain:
@@ -308,11 +310,11 @@ void MainCommands::DescribeKey() {
         return;
     }
     const KeySelection& selection = m_session.Selection();
-    const KeyRecord record = selection.Record(*selection.CurrentKey());
-    const bool isNew = !selection.Store().HasDescription(*selection.CurrentKey());
-    const auto text = frmDescribeKey(m_style).Ask(m_owner, describing.LabelFor(record.keyName),
-                                                  isNew ? std::string() : selection.Description(),
-                                                  KeyDescribing::MaxUnits());
+    const KeyRecord record = selection.Rows().Record(*selection.Rows().CurrentKey());
+    const bool isNew = !selection.Rows().Store().HasDescription(*selection.Rows().CurrentKey());
+    const auto text = frmDescribeKey(m_style).Ask(
+        m_owner, describing.LabelFor(record.keyName),
+        isNew ? std::string() : selection.Rows().Description(), KeyDescribing::MaxUnits());
     if (text) {
         describing.Describe(*text);
     }

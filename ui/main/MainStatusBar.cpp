@@ -34,13 +34,13 @@ MainStatusBar::MainStatusBar(EditorSession& session, MainWindowActions& actions)
     m_workplace.Watchers().Add(*this);
     m_dataFile.Watchers().Add(*this);
     m_settings.Watchers().Add(*this);
-    m_selection.KeyWatchers().Add(*this);
+    m_selection.Rows().Watchers().Add(*this);
     m_settings.Progress().SetListener(this);
 }
 
 MainStatusBar::~MainStatusBar() {
     m_settings.Progress().SetListener(nullptr);
-    m_selection.KeyWatchers().Remove(*this);
+    m_selection.Rows().Watchers().Remove(*this);
     m_settings.Watchers().Remove(*this);
     m_dataFile.Watchers().Remove(*this);
     m_workplace.Watchers().Remove(*this);
@@ -90,7 +90,7 @@ void MainStatusBar::UpdateParts() {
                          ScaledPixels(kPictureGap, m_dpi) + ToPixels(kDataFileSpare, m_dpi).value;
     const int grip = SystemMetric(SM_CXVSCROLL, m_dpi);
     const int changes = m_changes.empty() ? 0 : contentWidth(Narrow(m_changes));
-    const int counter = contentWidth(m_selection.CounterPanel());
+    const int counter = contentWidth(m_texts.Counter());
     // In a narrow window the panel of the data file is cut, so that the others stay visible. A
     // notice leaves it no more than its picture.
     const int first =
@@ -184,7 +184,7 @@ void MainStatusBar::PlaceRestart() {
 }
 
 void MainStatusBar::ShowCounter() {
-    StatusBar1.SetText(kCounterPart, Widen(m_selection.CounterPanel()));
+    StatusBar1.SetText(kCounterPart, Widen(m_texts.Counter()));
     UpdateParts();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/session/EditorSession.h"
+#include "model/session/SelectionTexts.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
 #include "ui/toolkit/Pane.h"
@@ -65,6 +66,7 @@ private:
     OpenDataFile& m_dataFile;
     OpenSettings& m_settings;
     KeySelection& m_selection;
+    const SelectionTexts m_texts{m_workplace, m_selection};
     const PendingChanges& m_pending;
     MainWindowActions& m_actions;
     std::wstring m_changes;  // as shown

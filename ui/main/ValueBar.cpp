@@ -2,51 +2,20 @@
 
 #include <oleacc.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "core/text/WideText_win32.h"
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
-#include "ui/main/ValueBarLayout.h"
-#include "ui/toolkit/Lengths.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
 namespace {
 
-// In pixels at 96 DPI.
-constexpr int kGap = 4;
-constexpr int kFieldMargin = 3;  // above and below the field's text, inside of its frame
-constexpr int kLeastField = 110;
-constexpr int kMostField = 300;
-constexpr int kLeastName = 40;
-constexpr int kLeastNote = 60;
-constexpr int kChoicesWidth = 24;
-constexpr int kBrowseWidth = 26;
-constexpr int kSpinWidth = 18;
-constexpr int kColorWidth = 34;
-constexpr int kSignMargin = 4;
-constexpr int kResetMargin = 8;  // beside the text of the button
-
-// The name takes a multiple of this, so that going through the list moves the rest but rarely.
-constexpr int kNameStep = 50;
-
 constexpr UINT kPlaceCheckMs = 250;
 constexpr const wchar_t* kDownArrow = L"\u25BC";
 // EVENT_OBJECT_LIVEREGIONCHANGED, which older headers lack.
 constexpr DWORD kLiveRegionChanged = 0x8019;
-
-// In the font that is selected, in pixels.
-int WidthOf(const ScreenDC& dc, const std::wstring& text) {
-    SIZE size{};
-    GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
-    return static_cast<int>(size.cx);
-}
-
-int RoundedUp(int length, int step) {
-    return (length + step - 1) / step * step;
-}
 
 }  // namespace
 
@@ -57,13 +26,13 @@ ValueBar::ValueBar(Workplace& workplace, KeySelection& selection, ValueEditing& 
       m_editing(editing),
       m_states(states),
       m_actions(actions) {
-    m_selection.KeyWatchers().Add(*this);
+    m_selection.Rows().Watchers().Add(*this);
     m_workplace.Watchers().Add(*this);
 }
 
 ValueBar::~ValueBar() {
     m_workplace.Watchers().Remove(*this);
-    m_selection.KeyWatchers().Remove(*this);
+    m_selection.Rows().Watchers().Remove(*this);
 }
 
 bool ValueBar::Create(HWND parent) {
@@ -75,18 +44,13 @@ bool ValueBar::Create(HWND parent) {
     return CreateHandle(params);
 }
 
-std::array<Control*, 11> ValueBar::Parts() {
-    return {&lblKey,    &txtValue,   &cmdChoices, &spnValue, &lblUnit,         &cmdColor,
-            &cmdBrowse, &picWarning, &lblNote,    &cmdReset, &m_choices.List()};
-}
-
 // Font and direction of a control, if it is there. Values run from left to right.
 void ValueBar::SetUp(Control& part) const {
     if (part.Handle() == nullptr) {
         return;
     }
     part.UseFont(m_font.Get());
-    if (&part != &txtValue) {
+    if (&part != &m_parts.txtValue) {
         SetMirrored(part.Handle(), m_isRightToLeft);
     }
 }
@@ -95,25 +59,27 @@ void ValueBar::ApplyLook(const MainLook& look) {
     m_dpi = look.dpi;
     UniqueFont font = MakeUserFont(look.font, m_dpi);
     std::swap(font, m_font);  // the former one is destroyed when no control uses it any more
-    for (Control* const part : Parts()) {
+    for (Control* const part : m_parts.All()) {
         SetUp(*part);
     }
-    if (picWarning.Handle() != nullptr) {
-        picWarning.SetDpi(m_dpi);
+    SetUp(m_choices.List());
+    if (m_parts.picWarning.Handle() != nullptr) {
+        m_parts.picWarning.SetDpi(m_dpi);
     }
-    m_height = LineHeightOf(m_font.Get()) + ScaledPixels(2 * (kGap + kFieldMargin), m_dpi);
+    m_height = ValueBarParts::HeightFor(m_font.Get(), m_dpi);
     Layout();
 }
 
 void ValueBar::ApplyLanguage(bool isRightToLeft) {
     m_isRightToLeft = isRightToLeft;
     SetMirrored(Handle(), isRightToLeft);
-    if (cmdReset.Handle() != nullptr) {
-        cmdReset.SetText(Widen(m_workplace.Text(text::kResetValue)));
+    if (m_parts.cmdReset.Handle() != nullptr) {
+        m_parts.cmdReset.SetText(Widen(m_workplace.Text(text::kResetValue)));
     }
-    for (Control* const part : Parts()) {
+    for (Control* const part : m_parts.All()) {
         SetUp(*part);
     }
+    SetUp(m_choices.List());
     OnKeyShown();
 }
 
@@ -154,7 +120,7 @@ void ValueBar::OnKeyShown() {
     }
     m_shown = m_editing.Field();
     // Nothing is made before there is a key.
-    if (m_shown || txtValue.Handle() != nullptr) {
+    if (m_shown || m_parts.txtValue.Handle() != nullptr) {
         ShowParts();
         ShowValue();
     }
@@ -162,7 +128,7 @@ void ValueBar::OnKeyShown() {
 
 // A change from elsewhere leaves the text alone that the user has typed.
 void ValueBar::OnKeyChanged(KeyNumber key) {
-    if (!m_isVisible || key != m_selection.CurrentKey()) {
+    if (!m_isVisible || key != m_selection.Rows().CurrentKey()) {
         return;
     }
     m_shown = m_editing.Field();
@@ -174,26 +140,14 @@ void ValueBar::OnKeyChanged(KeyNumber key) {
 }
 
 void ValueBar::OnManyKeysChanged() {
-    if (const auto key = m_selection.CurrentKey()) {
+    if (const auto key = m_selection.Rows().CurrentKey()) {
         OnKeyChanged(*key);
     }
 }
 
 void ValueBar::OnCommandsChanged() {
-    if (cmdReset.Handle() != nullptr) {
-        cmdReset.Enable(m_states.IsEnabled(Command::EditReset));
-    }
-}
-
-// Each call of Windows that changes nothing costs time at every new row.
-bool ValueBar::IsShown(const Control& part) {
-    return part.Handle() != nullptr &&
-           (GetWindowLongPtrW(part.Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
-}
-
-void ValueBar::SetShown(Control& part, bool isVisible) {
-    if (part.Handle() != nullptr && IsShown(part) != isVisible) {
-        part.Show(isVisible);
+    if (m_parts.cmdReset.Handle() != nullptr) {
+        m_parts.cmdReset.Enable(m_states.IsEnabled(Command::EditReset));
     }
 }
 
@@ -204,7 +158,7 @@ void ValueBar::ShowPart(Part& part, bool isVisible, Make make) {
         SetUp(part);
         part.SetDescriber([this](int id) { return DescribePart(id); });
     }
-    SetShown(part, isVisible);
+    ValueBarParts::SetShown(part, isVisible);
 }
 
 // Those that the type of the key needs.
@@ -212,44 +166,48 @@ void ValueBar::ShowParts() {
     const HWND bar = Handle();
     const ValueField shown = Shown();
     const bool canEdit = m_shown && !shown.isReadOnly;
-    ShowPart(lblKey, true, [&] { lblKey.Create(bar, kIdLblKey); });
-    ShowPart(txtValue, true, [&] {
-        txtValue.Create(bar, kIdTxtValue,
-                        {[this] { OnTyped(); }, [this] { txtValue.SelectAll(); },
-                         [this](WPARAM key, bool withAlt) { return OnFieldKey(key, withAlt); }});
+    ShowPart(m_parts.lblKey, true, [&] { m_parts.lblKey.Create(bar, kIdLblKey); });
+    ShowPart(m_parts.txtValue, true, [&] {
+        m_parts.txtValue.Create(
+            bar, kIdTxtValue,
+            {[this] { OnTyped(); }, [this] { m_parts.txtValue.SelectAll(); },
+             [this](WPARAM key, bool withAlt) { return OnFieldKey(key, withAlt); }});
     });
-    ShowPart(cmdChoices, canEdit && !shown.choices.empty(), [&] {
-        cmdChoices.Create(bar, kIdCmdChoices, [this] { OpenChoices({}); });
-        cmdChoices.SetText(kDownArrow);
+    ShowPart(m_parts.cmdChoices, canEdit && !shown.choices.empty(), [&] {
+        m_parts.cmdChoices.Create(bar, kIdCmdChoices, [this] { OpenChoices({}); });
+        m_parts.cmdChoices.SetText(kDownArrow);
     });
-    ShowPart(spnValue, canEdit && shown.isNumber,
-             [&] { spnValue.Create(bar, kIdSpnValue, [this](int steps) { Step(steps); }); });
-    ShowPart(lblUnit, !shown.unit.empty(), [&] { lblUnit.Create(bar, kIdLblUnit); });
-    ShowPart(cmdColor, shown.color.has_value(),
-             [&] { cmdColor.Create(bar, kIdCmdColor, [this] { Browse(); }); });
-    ShowPart(cmdBrowse, canEdit && shown.hasDialog, [&] {
-        cmdBrowse.Create(bar, kIdCmdBrowse, [this] { Browse(); });
-        cmdBrowse.SetText(L"...");
+    ShowPart(m_parts.spnValue, canEdit && shown.isNumber, [&] {
+        m_parts.spnValue.Create(bar, kIdSpnValue, [this](int steps) { Step(steps); });
     });
-    ShowPart(lblNote, true, [&] { lblNote.Create(bar, kIdLblNote); });
-    ShowPart(cmdReset, true, [&] {
-        cmdReset.Create(bar, kIdCmdReset, [this] { m_actions.Execute(Command::EditReset); });
-        cmdReset.SetText(Widen(m_workplace.Text(text::kResetValue)));
+    ShowPart(m_parts.lblUnit, !shown.unit.empty(),
+             [&] { m_parts.lblUnit.Create(bar, kIdLblUnit); });
+    ShowPart(m_parts.cmdColor, shown.color.has_value(),
+             [&] { m_parts.cmdColor.Create(bar, kIdCmdColor, [this] { Browse(); }); });
+    ShowPart(m_parts.cmdBrowse, canEdit && shown.hasDialog, [&] {
+        m_parts.cmdBrowse.Create(bar, kIdCmdBrowse, [this] { Browse(); });
+        m_parts.cmdBrowse.SetText(L"...");
+    });
+    ShowPart(m_parts.lblNote, true, [&] { m_parts.lblNote.Create(bar, kIdLblNote); });
+    ShowPart(m_parts.cmdReset, true, [&] {
+        m_parts.cmdReset.Create(bar, kIdCmdReset,
+                                [this] { m_actions.Execute(Command::EditReset); });
+        m_parts.cmdReset.SetText(Widen(m_workplace.Text(text::kResetValue)));
         OnCommandsChanged();
     });
-    txtValue.Enable(m_shown.has_value());
-    txtValue.SetReadOnly(shown.isReadOnly);
-    if (lblUnit.Handle() != nullptr) {
-        lblUnit.SetText(Widen(shown.unit));
+    m_parts.txtValue.Enable(m_shown.has_value());
+    m_parts.txtValue.SetReadOnly(shown.isReadOnly);
+    if (m_parts.lblUnit.Handle() != nullptr) {
+        m_parts.lblUnit.SetText(Widen(shown.unit));
     }
 }
 
 std::string ValueBar::Text() const {
-    return Narrow(txtValue.Text());
+    return Narrow(m_parts.txtValue.Text());
 }
 
 void ValueBar::ShowValue() {
-    txtValue.SetText(Widen(Shown().text));
+    m_parts.txtValue.SetText(Widen(Shown().text));
     ShowNote();
 }
 
@@ -264,8 +222,8 @@ void ValueBar::ShowNote() {
     ShowObjection(m_shown ? m_editing.ObjectionTo(text) : std::string());
     if (m_shown && m_shown->color) {
         const auto color = m_editing.ColorOf(text);
-        cmdColor.SetColor(color && !color->isSystemColor ? std::optional(COLORREF{color->color})
-                                                         : std::nullopt);
+        m_parts.cmdColor.SetColor(
+            color && !color->isSystemColor ? std::optional(COLORREF{color->color}) : std::nullopt);
     }
 }
 
@@ -280,87 +238,32 @@ void ValueBar::CheckPlace() {
 void ValueBar::ShowObjection(std::string objection) {
     const bool isNew = !objection.empty() && objection != m_objection;
     m_objection = std::move(objection);
-    ShowPart(picWarning, !m_objection.empty(), [this] {
-        picWarning.Create(Handle(), kIdPicWarning);
-        picWarning.SetDpi(m_dpi);
+    ShowPart(m_parts.picWarning, !m_objection.empty(), [this] {
+        m_parts.picWarning.Create(Handle(), kIdPicWarning);
+        m_parts.picWarning.SetDpi(m_dpi);
     });
     Layout();
     if (isNew) {
-        NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, lblNote.Handle(), OBJID_CLIENT, CHILDID_SELF);
-        NotifyWinEvent(kLiveRegionChanged, lblNote.Handle(), OBJID_CLIENT, CHILDID_SELF);
+        NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, m_parts.lblNote.Handle(), OBJID_CLIENT,
+                       CHILDID_SELF);
+        NotifyWinEvent(kLiveRegionChanged, m_parts.lblNote.Handle(), OBJID_CLIENT, CHILDID_SELF);
     }
-}
-
-// The parts between the field and the note.
-std::array<ValueBar::PartBeside, 6> ValueBar::PartsBeside(const ScreenDC& dc) {
-    const auto pixels = [this](int length) { return ScaledPixels(length, m_dpi); };
-    // The signs on the buttons may be large.
-    const int sign = m_height - pixels(2 * (kGap + kFieldMargin - kSignMargin));
-    return {{{cmdChoices, std::max(pixels(kChoicesWidth), sign)},
-             {spnValue, pixels(kSpinWidth)},
-             {lblUnit, WidthOf(dc, Widen(Shown().unit)) + pixels(kGap)},
-             {cmdColor, pixels(kColorWidth)},
-             {cmdBrowse, std::max(pixels(kBrowseWidth), sign)},
-             {picWarning, WarningSign::Size(m_dpi)}}};
 }
 
 void ValueBar::Layout() {
-    if (!m_isVisible || lblKey.Handle() == nullptr) {
+    if (!m_isVisible || m_parts.lblKey.Handle() == nullptr) {
         return;
     }
-    const auto pixels = [this](int length) { return ScaledPixels(length, m_dpi); };
     const ValueField shown = Shown();
-    const std::wstring name = Widen(shown.name);
-    const std::wstring nameWithState = m_shown ? name + L": " + Widen(shown.state) : name;
-    const std::wstring note =
-        Widen(!m_objection.empty() ? m_objection
-              : m_shown            ? m_workplace.Text(text::kDefaultIs, {shown.defaultValue})
-                                   : std::string());
-    const ScreenDC dc(Handle());
-    const SelectedObject font(dc.Get(), m_font.Get());
-    const int gap = pixels(kGap);
-    const auto beside = PartsBeside(dc);
-
-    ValueBarWishes wishes;
-    wishes.name = WidthOf(dc, name) + gap;
-    wishes.nameWithState = RoundedUp(WidthOf(dc, nameWithState) + gap, pixels(kNameStep));
-    wishes.leastName = pixels(kLeastName);
-    wishes.leastField = pixels(kLeastField);
-    wishes.mostField = pixels(kMostField);
-    for (const PartBeside& one : beside) {
-        wishes.beside += IsShown(one.part) ? one.width + gap : 0;
-    }
-    wishes.note = WidthOf(dc, note) + gap;
-    wishes.leastNote = pixels(kLeastNote);
-    wishes.isWarning = !m_objection.empty();
-    wishes.reset = WidthOf(dc, cmdReset.Text()) + 2 * pixels(kResetMargin);
-    wishes.gap = gap;
-    const SIZE area = ClientSizeOf(Handle());
-    const ValueBarWidths widths = ShareValueBar(wishes, static_cast<int>(area.cx));
-
-    const LONG bottom = area.cy - gap;
-    LONG left = gap;
-    const auto place = [&](Control& part, int width) {
-        const RECT at{left, gap, left + width, bottom};
-        if (const RECT former = BoundsInParent(part.Handle()); !EqualRect(&at, &former)) {
-            part.SetBounds(at);
-        }
-        left += width > 0 ? width + gap : 0;
-    };
-    lblKey.SetText(widths.showsState ? nameWithState : name);
-    place(lblKey, widths.name);
-    place(txtValue, widths.field);
-    for (const PartBeside& one : beside) {
-        if (IsShown(one.part)) {
-            place(one.part, one.width);
-        }
-    }
-    lblNote.SetText(note);
-    SetShown(lblNote, widths.note > 0);
-    place(lblNote, widths.note);
-    SetShown(cmdReset, widths.reset > 0);
-    left = area.cx - gap - widths.reset;
-    place(cmdReset, widths.reset);
+    ValueBarTexts texts;
+    texts.name = Widen(shown.name);
+    texts.nameWithState = m_shown ? texts.name + L": " + Widen(shown.state) : texts.name;
+    texts.unit = Widen(shown.unit);
+    texts.note = Widen(!m_objection.empty() ? m_objection
+                       : m_shown ? m_workplace.Text(text::kDefaultIs, {shown.defaultValue})
+                                 : std::string());
+    texts.isWarning = !m_objection.empty();
+    m_parts.Layout(Handle(), m_font.Get(), m_dpi, texts);
 }
 
 void ValueBar::OnTyped() {
@@ -369,8 +272,8 @@ void ValueBar::OnTyped() {
 }
 
 void ValueBar::Step(int steps) {
-    txtValue.SetText(Widen(m_editing.Stepped(Text(), steps)));
-    txtValue.SelectAll();
+    m_parts.txtValue.SetText(Widen(m_editing.Stepped(Text(), steps)));
+    m_parts.txtValue.SelectAll();
     OnTyped();
 }
 
@@ -379,7 +282,7 @@ void ValueBar::ReturnToValue() {
     m_isTouched = false;
     m_shown = m_editing.Field();
     ShowValue();
-    txtValue.SelectAll();
+    m_parts.txtValue.SelectAll();
 }
 
 bool ValueBar::OnFieldKey(WPARAM key, bool withAlt) {
@@ -418,7 +321,7 @@ bool ValueBar::OnFieldKey(WPARAM key, bool withAlt) {
 void ValueBar::Store() {
     const bool wasTouched = std::exchange(m_isTouched, false);
     if (m_editing.Store(Text())) {
-        txtValue.SelectAll();
+        m_parts.txtValue.SelectAll();
         m_actions.ContinueWithNextKey();
     } else {
         m_isTouched = wasTouched;
@@ -464,7 +367,7 @@ bool ValueBar::OpenChoices(const RECT& row) {
     }
     if (m_shown->choices.empty()) {
         if (m_isVisible) {
-            SetFocus(txtValue.Handle());
+            SetFocus(m_parts.txtValue.Handle());
         }
         return m_isVisible;
     }
@@ -476,8 +379,8 @@ bool ValueBar::OpenChoices(const RECT& row) {
     m_returnsToField = focus != nullptr && IsChild(Handle(), focus);
     RECT anchor = row;
     if (m_isVisible) {
-        const RECT field = BoundsOf(txtValue.Handle());
-        const RECT button = BoundsOf(cmdChoices.Handle());
+        const RECT field = BoundsOf(m_parts.txtValue.Handle());
+        const RECT button = BoundsOf(m_parts.cmdChoices.Handle());
         UnionRect(&anchor, &field, &button);
     }
     return m_choices.Open(GetAncestor(Handle(), GA_ROOT), anchor, ChoicesToShow());
@@ -502,7 +405,7 @@ ChoiceListOwner ValueBar::OwnerOfChoices() {
     };
     owner.onReturn = [this] {
         if (m_returnsToField) {
-            SetFocus(txtValue.Handle());
+            SetFocus(m_parts.txtValue.Handle());
         } else {
             m_actions.FocusKeyList();
         }
@@ -512,7 +415,7 @@ ChoiceListOwner ValueBar::OwnerOfChoices() {
 
 // The sum in the field follows.
 void ValueBar::ToggleRow(int row) {
-    txtValue.SetText(Widen(m_editing.Toggled(Text(), static_cast<std::size_t>(row))));
+    m_parts.txtValue.SetText(Widen(m_editing.Toggled(Text(), static_cast<std::size_t>(row))));
     OnTyped();
     m_choices.Redraw();
 }
@@ -540,8 +443,8 @@ AccessibleInfo ValueBar::DescribePart(int id) const {
             break;
         case kIdTxtValue:
             info.name = value + L", " + Widen(shown.state);
-            info.value = txtValue.Text();
-            info.description = lblNote.Text();
+            info.value = m_parts.txtValue.Text();
+            info.description = m_parts.lblNote.Text();
             if (!shown.choices.empty()) {
                 info.role = ROLE_SYSTEM_COMBOBOX;
                 info.state = STATE_SYSTEM_HASPOPUP |

@@ -1,20 +1,13 @@
 #pragma once
 
-#include <array>
-
 #include "model/session/CommandStates.h"
 #include "model/session/KeySelection.h"
 #include "model/session/ValueEditing.h"
 #include "ui/main/ChoiceList.h"
 #include "ui/main/MainLook.h"
 #include "ui/main/MainWindowActions.h"
-#include "ui/toolkit/ColorButton.h"
-#include "ui/toolkit/Label.h"
-#include "ui/toolkit/PushButton.h"
-#include "ui/toolkit/SpinButton.h"
-#include "ui/toolkit/TextField.h"
+#include "ui/main/ValueBarParts.h"
 #include "ui/toolkit/Timer.h"
-#include "ui/toolkit/WarningSign.h"
 #include "ui/toolkit/Window.h"
 
 namespace tamarind {
@@ -39,7 +32,7 @@ public:
     // In pixels.
     int IdealHeight() const { return m_height; }
 
-    HWND Field() const { return txtValue.Handle(); }
+    HWND Field() const { return m_parts.txtValue.Handle(); }
     // Whether the window is one of the bar, or the list of choices.
     bool IsPart(HWND window) const;
 
@@ -63,20 +56,12 @@ private:
     // Makes a control with this function unless it is there, and shows it or not.
     template <typename Part, typename Make>
     void ShowPart(Part& part, bool isVisible, Make make);
-    static bool IsShown(const Control& part);
-    static void SetShown(Control& part, bool isVisible);
     void SetUp(Control& part) const;
-    std::array<Control*, 11> Parts();
     void ShowParts();
     void ShowValue();
     void ShowNote();
     void CheckPlace();
     void ShowObjection(std::string objection);
-    struct PartBeside {
-        Control& part;
-        int width;  // pixels
-    };
-    std::array<PartBeside, 6> PartsBeside(const ScreenDC& dc);
     void Layout();
     ValueField Shown() const { return m_shown ? *m_shown : ValueField(); }
     std::string Text() const;
@@ -106,16 +91,7 @@ private:
     std::string m_objection;
     bool m_returnsToField = false;  // the focus, when the choices are closed
 
-    Label lblKey;
-    TextField txtValue;
-    PushButton cmdChoices;
-    SpinButton spnValue;
-    Label lblUnit;
-    ColorButton cmdColor;
-    PushButton cmdBrowse;
-    WarningSign picWarning;
-    Label lblNote;
-    PushButton cmdReset;
+    ValueBarParts m_parts;
     ChoiceList m_choices{OwnerOfChoices()};
     Timer m_placeCheck{[this] { CheckPlace(); }};
 };

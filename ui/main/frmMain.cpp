@@ -400,11 +400,11 @@ void frmMain::ShowCaption() {
 void frmMain::OnCommandsChanged() {
     ShowCaption();
     const Workplace& workplace = m_session.Place();
-    m_panes.ShowValueBar(workplace.IsValueBarVisible());
-    m_panes.ShowFilterBar(workplace.IsFilterBarVisible());
-    m_panes.ShowDescriptionPane(workplace.IsDescriptionVisible());
-    if (m_isToolbarShown != workplace.IsToolbarVisible()) {
-        m_isToolbarShown = workplace.IsToolbarVisible();
+    m_panes.ShowValueBar(workplace.IsVisible(WindowPart::ValueBar));
+    m_panes.ShowFilterBar(workplace.IsVisible(WindowPart::FilterBar));
+    m_panes.ShowDescriptionPane(workplace.IsVisible(WindowPart::Description));
+    if (m_isToolbarShown != workplace.IsVisible(WindowPart::Toolbar)) {
+        m_isToolbarShown = workplace.IsVisible(WindowPart::Toolbar);
         m_toolbar.Show(m_isToolbarShown);
         Layout();
     }

@@ -10,7 +10,7 @@ void frmSearchFor::Open(HWND owner) {
         return;
     }
     m_hasFound = false;
-    m_selection.Search().Restart();
+    m_finding.Search().Restart();
     PreSelectText();
     ShowWindow(Handle(), SW_SHOW);
     SetActiveWindow(Handle());
@@ -18,12 +18,12 @@ void frmSearchFor::Open(HWND owner) {
 
 void frmSearchFor::FindNextString(HWND owner) {
     if (Handle() != nullptr || Create(owner)) {
-        m_selection.FindNextString();
+        m_finding.FindNextString();
     }
 }
 
 void frmSearchFor::OnInit() {
-    const KeySearch& search = m_selection.Search();
+    const KeySearch& search = m_finding.Search();
     txtFind.SetText(Widen(search.Text()));
     optKeyName.SetChecked(search.SearchesNames());
     optKeyDescription.SetChecked(!search.SearchesNames());
@@ -67,14 +67,14 @@ void frmSearchFor::OnCommand(int id, int code) {
             break;
         case IDC_SEARCHFOR_OPTKEYNAME:
         case IDC_SEARCHFOR_OPTKEYDESCRIPTION:
-            m_selection.Search().SetSearchesNames(optKeyName.IsChecked());
+            m_finding.Search().SetSearchesNames(optKeyName.IsChecked());
             break;
         case IDC_SEARCHFOR_CHKWHOLEWORD:
-            m_selection.Search().SetMatchesWholeWord(chkWholeWord.IsChecked());
+            m_finding.Search().SetMatchesWholeWord(chkWholeWord.IsChecked());
             break;
         case IDC_SEARCHFOR_CMDFINDNEXT:
             if (!m_workplace.IsBusy()) {
-                m_hasFound |= m_selection.FindNextString();
+                m_hasFound |= m_finding.FindNextString();
             }
             break;
         case IDCANCEL:
@@ -89,8 +89,8 @@ void frmSearchFor::OnCommand(int id, int code) {
 }
 
 void frmSearchFor::OnTextChanged() {
-    m_selection.SetSearchText(Narrow(txtFind.Text()));
-    cmdFindNext.Enable(m_selection.Search().CanFind());
+    m_finding.SetSearchText(Narrow(txtFind.Text()));
+    cmdFindNext.Enable(m_finding.Search().CanFind());
 }
 
 }  // namespace tamarind

@@ -3,7 +3,7 @@
 #include <functional>
 #include <utility>
 
-#include "model/session/KeySelection.h"
+#include "model/session/KeyFinding.h"
 #include "ui/search/SearchIds.h"
 #include "ui/toolkit/DialogControl.h"
 
@@ -15,11 +15,11 @@ class frmSearchFor final : public Dialog {
 public:
     // `onFound` is called when the window is closed after a hit; it is to give the focus to the
     // found key.
-    frmSearchFor(const Workplace& workplace, KeySelection& selection, const DialogStyle& style,
+    frmSearchFor(const Workplace& workplace, KeyFinding& finding, const DialogStyle& style,
                  std::function<void()> onFound)
         : Dialog(IDD_FRMSEARCHFOR, L"frmSearchFor", style),
           m_workplace(workplace),
-          m_selection(selection),
+          m_finding(finding),
           m_onFound(std::move(onFound)) {}
 
     // Shows the window. The next search starts at the first key.
@@ -39,7 +39,7 @@ private:
     void OnTextChanged();
 
     const Workplace& m_workplace;
-    KeySelection& m_selection;
+    KeyFinding& m_finding;
     std::function<void()> m_onFound;
     bool m_hasFound = false;  // since it was opened
     DialogControl txtFind{*this, IDC_SEARCHFOR_TXTFIND};

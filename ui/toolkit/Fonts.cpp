@@ -1,7 +1,6 @@
 #include "ui/toolkit/Fonts.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
 
 #include "ui/toolkit/Dpi.h"
@@ -78,8 +77,12 @@ int TextWidth(HWND window, const std::wstring& text) {
     const ScreenDC dc(window);
     const SelectedObject font(dc.Get(),
                               reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+    return TextWidth(dc.Get(), text);
+}
+
+int TextWidth(HDC dc, std::wstring_view text) {
     SIZE size{};
-    GetTextExtentPoint32W(dc.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+    GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
     return static_cast<int>(size.cx);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "ui/toolkit/Control.h"
 
@@ -32,6 +33,8 @@ int LineHeightOf(HFONT font);
 
 // How wide a text is in a window's font, in pixels.
 int TextWidth(HWND window, const std::wstring& text);
+// The same in the font that is selected in a device context.
+int TextWidth(HDC dc, std::wstring_view text);
 
 // The font of message boxes and status bars. Empty if Windows does not tell.
 UniqueFont MakeMessageFont(int dpi);

@@ -4,18 +4,13 @@
 #include <string>
 
 #include "ui/toolkit/Colors.h"
+#include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Handles.h"
 
 namespace tamarind {
 namespace {
 
 constexpr COLORREF kMarkBackground = RGB(255, 242, 179);
-
-LONG WidthOf(HDC dc, std::wstring_view text) {
-    SIZE size{};
-    GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
-    return size.cx;
-}
 
 void DrawPiece(HDC dc, POINT at, const RECT& clip, std::wstring_view piece) {
     ExtTextOutW(dc, at.x, at.y, ETO_CLIPPED, &clip, piece.data(), static_cast<UINT>(piece.size()),
@@ -25,12 +20,12 @@ void DrawPiece(HDC dc, POINT at, const RECT& clip, std::wstring_view piece) {
 // As much of the text as fits, with dots behind it if that is not all.
 std::wstring Fitting(HDC dc, std::wstring_view text, LONG width) {
     constexpr std::wstring_view kDots = L"...";
-    if (WidthOf(dc, text) <= width) {
+    if (TextWidth(dc, text) <= width) {
         return std::wstring(text);
     }
     int count = 0;
     SIZE size{};
-    const LONG room = std::max<LONG>(0, width - WidthOf(dc, kDots));
+    const LONG room = std::max<LONG>(0, width - TextWidth(dc, kDots));
     GetTextExtentExPointW(dc, text.data(), static_cast<int>(text.size()), static_cast<int>(room),
                           &count, nullptr, &size);
     return std::wstring(text.substr(0, static_cast<std::size_t>(count))).append(kDots);
@@ -43,7 +38,7 @@ void DrawMark(HDC dc, POINT at, std::wstring_view piece, COLORREF color, const R
     GetTextMetricsW(dc, &metrics);
     const COLORREF readable = ReadableOn(kMarkBackground, color);
     const auto fill = [&](LONG top, LONG bottom, COLORREF with) {
-        RECT area{at.x, top, at.x + WidthOf(dc, piece), bottom};
+        RECT area{at.x, top, at.x + TextWidth(dc, piece), bottom};
         if (IntersectRect(&area, &area, &clip)) {
             const UniqueBrush brush(CreateSolidBrush(with));
             FillRect(dc, &area, brush.Get());
@@ -71,7 +66,7 @@ void DrawMarkedLine(HDC dc, const RECT& bounds, std::wstring_view text,
     for (const MarkedPart& mark : marks) {
         if (mark.start < shown.size()) {
             const std::wstring_view before = std::wstring_view(shown).substr(0, mark.start);
-            DrawMark(dc, {at.x + WidthOf(dc, before), at.y},
+            DrawMark(dc, {at.x + TextWidth(dc, before), at.y},
                      std::wstring_view(shown).substr(mark.start, mark.length), color, bounds);
         }
     }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "model/program/StringTable.h"
+#include "model/session/SelectionTexts.h"
 #include "tests/model/fakes/SessionWorld.h"
 
 namespace tamarind {
@@ -36,6 +37,8 @@ protected:
     EditorSession& Session() { return *world.session; }
     Workplace& Place() { return Session().Place(); }
     KeySelection& Selection() { return Session().Selection(); }
+    KeyFinding& Finding() { return Session().Finding(); }
+    SelectionTexts Texts() { return {Session().Place(), Selection()}; }
     OpenDataFile& DataFile() { return Session().DataFile(); }
     OpenSettings& Settings() { return Session().Settings(); }
     KeyCommands& Commands() { return Session().Commands(); }
@@ -67,7 +70,7 @@ protected:
                    ownSettings});
     }
     void Set(std::size_t row, const std::string& value) {
-        Selection().ShowKeyDetails(row);
+        Selection().Rows().ShowKeyDetails(row);
         Commands().SetValue(value);
     }
     // As another program does it.
@@ -96,7 +99,7 @@ protected:
                    "[Cat]\nCategoryTargetSection=T\nA=0\nK=1///Key@two\nZ=\n"
                    "[/Head]\n[Col]\nCategoryTargetSection=Colors\nBackColor=-1\n",
                    ""});
-        Selection().ShowKeyDetails(1);
+        Selection().Rows().ShowKeyDetails(1);
     }
     // What a letter of a script does to the current key.
     void Play(char letter) {

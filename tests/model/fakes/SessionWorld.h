@@ -18,8 +18,8 @@ namespace tamarind {
 // The texts of the list's rows.
 inline std::vector<std::string> RowsOf(const KeySelection& selection) {
     std::vector<std::string> rows;
-    for (std::size_t row = 0; row < selection.Keys().Size(); ++row) {
-        rows.push_back(VisibleText(selection.Record(selection.Keys().KeyAt(row))));
+    for (std::size_t row = 0; row < selection.Rows().Keys().Size(); ++row) {
+        rows.push_back(VisibleText(selection.Rows().Record(selection.Rows().Keys().KeyAt(row))));
     }
     return rows;
 }

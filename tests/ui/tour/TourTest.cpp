@@ -180,7 +180,7 @@ protected:
         for (const char* const name : {"SizeStyle", "LogOptions", "ActiveTabColor",
                                        "FontNameDialog", "AdminTimeout", "IconLib"}) {
             SCOPED_TRACE(name);
-            const KeyStore& store = world.session->Selection().Store();
+            const KeyStore& store = world.session->Selection().Rows().Store();
             KeyNumber key = 1;
             while (store.KeyName(key) != name) {
                 ++key;
