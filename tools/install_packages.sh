@@ -1,7 +1,7 @@
 #!/bin/bash
 # Installs the packages of Debian or Ubuntu that a task needs, if they are missing.
 #
-#   install_packages.sh GROUP...     GROUP: build, run, test, bench, package
+#   install_packages.sh GROUP...     GROUP: build, run, test, bench, package, try32
 #
 # "run" and "test" need what "build" installs as well: name all the groups that a task needs.
 set -euo pipefail
@@ -28,6 +28,9 @@ packages_of() {
         ;;
     package)
         echo g++-mingw-w64-i686-win32 nsis git
+        ;;
+    try32)
+        echo g++-mingw-w64-i686-posix debootstrap
         ;;
     *)
         echo "install_packages.sh: unknown group '$1'" >&2
@@ -68,7 +71,7 @@ install() {
 }
 
 if [[ $# == 0 ]]; then
-    echo "usage: install_packages.sh build|run|test|bench|package..." >&2
+    echo "usage: install_packages.sh build|run|test|bench|package|try32..." >&2
     exit 2
 fi
 

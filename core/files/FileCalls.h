@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/files/FileSystem.h"
@@ -74,6 +75,16 @@ struct CivilTime {
 class HeldFile {
 public:
     virtual ~HeldFile() = default;
+};
+
+// One that is held by owning the system's handle of it, and let go with that.
+template <typename Handle>
+class OwnedFile final : public HeldFile {
+public:
+    explicit OwnedFile(Handle file) : m_file(std::move(file)) {}
+
+private:
+    Handle m_file;
 };
 
 // A file that is open for writing; the destructor closes it. Until then nobody else can open it for

@@ -111,14 +111,6 @@ CallError LockWhole(int file, int operation) {
     return isTaken ? CallError::Shared : CallError::None;
 }
 
-class PosixHeldFile final : public HeldFile {
-public:
-    explicit PosixHeldFile(Descriptor file) : m_file(std::move(file)) {}
-
-private:
-    Descriptor m_file;
-};
-
 class PosixFile final : public WritableFile {
 public:
     explicit PosixFile(Descriptor file) : m_file(std::move(file)) {}
@@ -274,7 +266,7 @@ FileBytes PosixFileCalls::Read(const std::string& path, std::uint64_t maxBytes,
     }
     FileBytes read = ReadDescriptor(file.Get(), maxBytes);
     if (held != nullptr && read.error == CallError::None) {
-        *held = std::make_unique<PosixHeldFile>(std::move(file));
+        *held = std::make_unique<OwnedFile<Descriptor>>(std::move(file));
     }
     return read;
 }

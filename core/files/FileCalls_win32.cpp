@@ -88,14 +88,6 @@ CallError ErrorUnless(BOOL succeeded) {
     return succeeded ? CallError::None : ErrorOf(GetLastError());
 }
 
-class WinHeldFile final : public HeldFile {
-public:
-    explicit WinHeldFile(UniqueFile file) : m_file(std::move(file)) {}
-
-private:
-    UniqueFile m_file;
-};
-
 class WinFile final : public WritableFile {
 public:
     explicit WinFile(UniqueFile file) : m_file(std::move(file)) {}
@@ -311,7 +303,7 @@ FileBytes WinFileCalls::Read(const std::string& path, std::uint64_t maxBytes,
     }
     FileBytes read = ReadHandle(file.Get(), maxBytes);
     if (held != nullptr) {
-        *held = std::make_unique<WinHeldFile>(std::move(file));
+        *held = std::make_unique<OwnedFile<UniqueFile>>(std::move(file));
     }
     return read;
 }

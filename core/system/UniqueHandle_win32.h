@@ -6,10 +6,9 @@
 
 namespace tamarind {
 
-// Owns a Windows handle. `Policy` has the handle's `Type`, its `kInvalid` value and `Close`.
-template <typename Policy>
 // Owns a Windows handle and closes it. `Policy` has the `Type` of the handle, the value `Invalid()`
 // that stands for none, and `Close`.
+template <typename Policy>
 class UniqueHandle {
 public:
     using Type = typename Policy::Type;
@@ -67,9 +66,7 @@ struct ObjectHandlePolicy {
 using UniqueObject = UniqueHandle<ObjectHandlePolicy>;
 
 // What FindFirstFileW returns; it needs a close function of its own.
-struct SearchHandlePolicy {
-    using Type = HANDLE;
-    static Type Invalid() { return INVALID_HANDLE_VALUE; }
+struct SearchHandlePolicy : FileHandlePolicy {
     static void Close(Type handle) { FindClose(handle); }
 };
 using UniqueSearch = UniqueHandle<SearchHandlePolicy>;

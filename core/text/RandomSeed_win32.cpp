@@ -14,7 +14,7 @@ std::uint64_t RandomSeed() {
     GetSystemTimeAsFileTime(&now);
     const auto address = reinterpret_cast<std::uintptr_t>(&ticks);
     std::uint64_t seed = (std::uint64_t{GetCurrentProcessId()} << 48) ^
-                         (std::uint64_t{now.dwLowDateTime} << 20) ^ (address << 32) ^
+                         (std::uint64_t{now.dwLowDateTime} << 20) ^ (std::uint64_t{address} << 32) ^
                          static_cast<std::uint64_t>(ticks.QuadPart);
     using Generate = BOOLEAN(WINAPI*)(void*, ULONG);
     const auto generate = reinterpret_cast<Generate>(reinterpret_cast<void*>(

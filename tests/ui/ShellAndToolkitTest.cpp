@@ -106,14 +106,19 @@ TEST(LateFunction, LibrariesComeFromTheSystemsFolder) {
     EXPECT_TRUE(DeleteFileW(kPlanted));
 }
 
+int g_ticks = 0;
+
+void CALLBACK CountTick(HWND, UINT, UINT_PTR, DWORD) {
+    ++g_ticks;
+}
+
 TEST(OtherPrograms, TheWaitHandlesMessagesAndPutsTheEndBack) {
     TakeWaitingMessages();
-    static int ticks = 0;
-    const UINT_PTR timer = SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR, DWORD) { ++ticks; });
+    const UINT_PTR timer = SetTimer(nullptr, 0, 50, CountTick);
     const ULONGLONG start = GetTickCount64();
     RealOtherPrograms programs;
     programs.WaitHalfSecond();
-    EXPECT_GT(ticks, 1);
+    EXPECT_GT(g_ticks, 1);
     KillTimer(nullptr, timer);
     PostQuitMessage(7);
     programs.WaitHalfSecond();
