@@ -1,8 +1,10 @@
 // What the window of pending changes needs when it opens: 500 changes of 32,000 keys with the lines
-// of the file that a save will change, beside reading the states of all keys from that file.
+// of the file that a save will change, beside reading the states of all keys from that file; and
+// one step of 1,000 keys, taken back and made again.
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <vector>
 
 #include "bench/OpenFiles.h"
 #include "model/files/KeyStates.h"
@@ -16,6 +18,7 @@ using namespace tamarind;
 using namespace tamarind::bench;
 
 constexpr int kChanges = 500;
+constexpr int kStep = 1000;  // keys of one step
 void DeriveStates(benchmark::State& state) {
     for (auto _ : state) {
         DeriveKeyStates(Files().store, Files().settings, [] {});
@@ -42,7 +45,24 @@ void LookAtPendingChanges(benchmark::State& state) {
     }
 }
 
+void UndoAndRedo(benchmark::State& state) {
+    KeyStore& store = Files().store;
+    DeriveKeyStates(store, Files().settings, [] {});
+    KeyEditor editor(store);
+    std::vector<KeyNumber> keys;
+    for (int key = 0; key < kStep; ++key) {
+        keys.push_back(static_cast<KeyNumber>(1 + key * (kKeys / kStep)));
+    }
+    const std::size_t changed = editor.Comment(keys).size();
+    for (auto _ : state) {
+        if (editor.Undo().size() != changed || editor.Redo().size() != changed || changed == 0) {
+            state.SkipWithError("keys are missing");
+        }
+    }
+}
+
 BENCHMARK(DeriveStates)->Name("Pending/derive")->Unit(benchmark::kMillisecond);
 BENCHMARK(LookAtPendingChanges)->Name("Pending/look")->Unit(benchmark::kMillisecond);
+BENCHMARK(UndoAndRedo)->Name("Pending/undo and redo")->Unit(benchmark::kMillisecond);
 
 }  // namespace

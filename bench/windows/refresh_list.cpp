@@ -3,6 +3,9 @@
 // long as at 700 and one repaint of the whole window.
 #include "bench/windows/BenchWindow.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace tamarind::bench {
 namespace {
 
@@ -55,6 +58,22 @@ std::vector<Timed> TimeCommands(BenchWindow& bench, int keys) {
     time("undo and redo", [&] {
         session.Commands().Undo();
         session.Commands().Redo();
+    });
+    std::vector<std::size_t> rows(
+        std::min<std::size_t>(1000, session.Selection().Rows().Keys().Size()));
+    std::iota(rows.begin(), rows.end(), std::size_t{0});
+    session.Selection().Rows().SelectRows(rows, 0);
+    session.Commands().CommentKeys();
+    time("undo and redo of 1,000 keys", [&] {
+        session.Commands().Undo();
+        session.Commands().Redo();
+    });
+    session.Selection().Rows().ShowKeyDetails(0);
+    time("dark theme and light again", [&] {
+        for (const int theme : {2, 1}) {
+            session.Place().OwnSettings().Values().theme = theme;
+            SendMessageW(bench.window.Handle(), WM_SETTINGCHANGE, 0, 0);
+        }
     });
     time("repaint", [&] { bench.Repaint(); });
     return times;

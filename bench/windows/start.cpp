@@ -57,6 +57,17 @@ void NameSettingsFile(const std::wstring& path) {
                     REG_SZ, path.c_str(), static_cast<DWORD>(2 * path.size() + 2));
 }
 
+// A copy of the editor with own settings; the command line that starts it.
+std::wstring CopyWithSettings(const std::wstring& editor, const std::wstring& dataFile,
+                              const std::wstring& folder, const char* lines) {
+    CreateDirectoryW(folder.c_str(), nullptr);
+    const std::wstring copy = folder + L"TamarindEditor.exe";
+    CopyFileW(editor.c_str(), copy.c_str(), FALSE);
+    WriteOldFile(folder + L"tamarind editors.ini",
+                 std::string("[ConfigurationEditor]\r\n") + lines);
+    return L"\"" + copy + L"\" \"" + dataFile + L"\"";
+}
+
 int Measure(const std::wstring& editor, const std::wstring& dataFile, const std::wstring& empty) {
     const std::wstring folder = MakeScratchFolder(L"start");
     const SampleFiles sample = MakeSample(32000);
@@ -69,6 +80,22 @@ int Measure(const std::wstring& editor, const std::wstring& dataFile, const std:
         {"editor, shipped data", quote + editor + L"\" \"" + dataFile + quote, L"frmMain", {}, {}},
         {"editor, 32,000 keys",
          quote + editor + L"\" \"" + folder + L"data.tmdf\"",
+         L"frmMain",
+         {},
+         {}},
+        {"editor, light, bars on",
+         CopyWithSettings(editor, dataFile, folder + L"light\\", "Theme=1\r\n"),
+         L"frmMain",
+         {},
+         {}},
+        {"editor, dark theme",
+         CopyWithSettings(editor, dataFile, folder + L"dark\\", "Theme=2\r\n"),
+         L"frmMain",
+         {},
+         {}},
+        {"editor, without bars",
+         CopyWithSettings(editor, dataFile, folder + L"bare\\",
+                          "ValueBarVisible=0\r\nFilterBarVisible=0\r\n"),
          L"frmMain",
          {},
          {}},
