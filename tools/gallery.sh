@@ -1,5 +1,6 @@
 #!/bin/bash
-# Takes pictures of every window in every language and resolution: build/tour/<dpi>-<language>-<window>.png.
+# Takes pictures of every window in every language, resolution and theme: build/tour/<dpi>-<language>-<window>.png, with
+# "-dark" behind the window in the dark theme.
 #
 #   gallery.sh [DPI...]     default: 96 144 192 288
 #
@@ -28,8 +29,10 @@ fi
 status=0
 for dpi in "$@"; do
     rm -f "build/tour/$dpi"-*.png
-    TAMARIND_WINE=display TAMARIND_DPI=$dpi TAMARIND_PICTURES=$languages timeout 300 \
-        tools/wine_run.sh "$build/tests/tour_tests.exe" --gtest_brief=1 '--gtest_filter=*TextsWhole' || status=$?
+    for theme in light dark; do
+        TAMARIND_WINE=display TAMARIND_DPI=$dpi TAMARIND_THEME=$theme TAMARIND_PICTURES=$languages timeout 300 \
+            tools/wine_run.sh "$build/tests/tour_tests.exe" --gtest_brief=1 '--gtest_filter=*TextsWhole' || status=$?
+    done
     echo "$dpi dpi: $(find build/tour -name "$dpi-*.png" | wc -l) pictures in build/tour"
 done
 exit "$status"

@@ -73,7 +73,9 @@ protected:
     // depends on the resolution.
     void StartIn(const TourLanguage& wanted) {
         const auto place = &wanted - languages.data();
-        isDark = (place + SystemDpi() / 48) % 2 == 1;
+        const char* const theme = std::getenv("TAMARIND_THEME");  // dark or light
+        isDark =
+            theme != nullptr ? std::string(theme) == "dark" : (place + SystemDpi() / 48) % 2 == 1;
         const std::string path = PutFile(wanted);
         PutOwnSettings(std::string("Theme=") + (isDark ? "2" : "1") +
                        "\r\nMainWindowWidth=12000\r\nMainWindowHeight=8400\r\nUseDefaultLanguage=" +
@@ -326,8 +328,8 @@ protected:
             return;
         }
         const std::string word = language->name.substr(0, language->name.find(' '));
-        const std::string file =
-            "build/tour/" + std::to_string(Scaled(96)) + "-" + word + "-" + name + ".png";
+        const std::string file = "build/tour/" + std::to_string(Scaled(96)) + "-" + word + "-" +
+                                 name + (isDark ? "-dark.png" : ".png");
         std::filesystem::create_directories("build/tour");
         std::filesystem::remove(file);
         RedrawWindow(shown, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
