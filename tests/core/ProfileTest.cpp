@@ -55,10 +55,10 @@ TEST_F(ProfileTest, ReadsThroughABuffer) {
 
 TEST_F(ProfileTest, Numbers) {
     const std::tuple<const char*, double> cases[] = {
-        {"12abc", 12}, {"0x10", 0}, {"&H10", 16},  {"&hFfg", 255},
-        {"&O178", 15}, {"&H", 0},   {"  \t7 ", 7}, {"-3.5e2x", -350},
-        {"+.5", 0.5},  {"1e+", 1},  {".", 0},      {"1.2.3", 1.2},
-        {"1,5", 1},    {"", 0},     {"--1", 0},    {"infinity", 0},
+        {"12abc", 12}, {"0x10", 0},     {"&H10", 16},   {"&hFfg", 255},    {"&O178", 15},
+        {"&H1,2", 1},  {"&H", 0},       {"  \t7 ", 7},  {"-3.5e2x", -350}, {"+.5", 0.5},
+        {"1e+", 1},    {".", 0},        {"1.2.3", 1.2}, {"1,5", 1},        {"", 0},
+        {"--1", 0},    {"infinity", 0},
     };
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(LeadingNumber(text), expected) << text;

@@ -223,6 +223,8 @@ TEST_F(OtherWritersTest, AFileThatIsGoneKeepsItsRows) {
         EXPECT_EQ(world.Rows()[0], "A=mine");
     }
     world.disk.Remove(SessionWorld::kWincmd);
+    EXPECT_FALSE(Settings().SaveToSettingsFile());
+    EXPECT_FALSE(world.disk.Has(SessionWorld::kWincmd)) << "nobody said yes";
     world.prompts.answers = {Answer::Yes};
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Saved(), "[S]\nA=mine\nB=back\n") << "all that was known";
