@@ -49,6 +49,8 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     EXPECT_EQ(world.session->Selection().Rows().CurrentKey(), 2U);
     EXPECT_EQ(TextOf(description), "Description not available!");
     world.session->Selection().GoToKey(3);
+    const HWND tree = Find(kIdTreeView1);
+    EXPECT_EQ(TreeView_GetSelection(tree), TreeView_GetRoot(tree));
     EXPECT_EQ(SelectedRow(), 2);
     EXPECT_EQ(status(1), "Target Section:  [Colors]  Colors");
 }
