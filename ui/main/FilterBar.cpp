@@ -20,7 +20,6 @@ namespace {
 constexpr int kGap = 3;
 constexpr int kFieldMargin = 3;  // above and below the box's text, inside of its frame
 constexpr int kButtonWidth = 24;
-constexpr int kSignMargin = 4;
 constexpr int kButtonMargin = 8;  // beside the text of a wider button
 constexpr int kLeastField = 60;
 
@@ -201,9 +200,7 @@ void FilterBar::Layout() {
     const auto pixels = [this](int length) { return ScaledPixels(length, m_dpi); };
     const int gap = pixels(kGap);
     const SIZE area = ClientSizeOf(Handle());
-    // The sign on a button may be large.
-    const int button =
-        std::max(pixels(kButtonWidth), m_height - pixels(2 * (kGap + kFieldMargin - kSignMargin)));
+    const int button = SignButtonWidth(m_font.Get(), kButtonWidth, m_dpi);
     LONG right = area.cx;
     const auto place = [&](Control& part, int width) {
         part.SetBounds({right - width, gap, right, area.cy - gap});

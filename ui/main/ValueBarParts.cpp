@@ -1,7 +1,5 @@
 #include "ui/main/ValueBarParts.h"
 
-#include <algorithm>
-
 #include "ui/main/ValueBarLayout.h"
 #include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Lengths.h"
@@ -21,7 +19,6 @@ constexpr int kChoicesWidth = 24;
 constexpr int kBrowseWidth = 26;
 constexpr int kSpinWidth = 18;
 constexpr int kColorWidth = 34;
-constexpr int kSignMargin = 4;
 constexpr int kResetMargin = 8;  // beside the text of the button
 
 // The name takes a multiple of this, so that going through the list moves the rest but rarely.
@@ -58,13 +55,12 @@ int ValueBarParts::HeightFor(HFONT font, int dpi) {
 std::array<ValueBarParts::PartBeside, 6> ValueBarParts::PartsBeside(HDC dc, HFONT font, int dpi,
                                                                     const std::wstring& unit) {
     const auto pixels = [dpi](int length) { return ScaledPixels(length, dpi); };
-    // The signs on the buttons may be large.
-    const int sign = LineHeightOf(font) + pixels(2 * kSignMargin);
-    return {{{cmdChoices, std::max(pixels(kChoicesWidth), sign)},
+
+    return {{{cmdChoices, SignButtonWidth(font, kChoicesWidth, dpi)},
              {spnValue, pixels(kSpinWidth)},
              {lblUnit, TextWidth(dc, unit) + pixels(kGap)},
              {cmdColor, pixels(kColorWidth)},
-             {cmdBrowse, std::max(pixels(kBrowseWidth), sign)},
+             {cmdBrowse, SignButtonWidth(font, kBrowseWidth, dpi)},
              {picWarning, WarningSign::Size(dpi)}}};
 }
 

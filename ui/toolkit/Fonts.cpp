@@ -73,6 +73,12 @@ int LineHeightOf(HFONT font) {
     return static_cast<int>(metrics.tmHeight);
 }
 
+int SignButtonWidth(HFONT font, int designPixels, int dpi) {
+    constexpr int kMargin = 4;
+    return std::max(ScaledPixels(designPixels, dpi),
+                    LineHeightOf(font) + ScaledPixels(2 * kMargin, dpi));
+}
+
 int TextWidth(HWND window, const std::wstring& text) {
     const ScreenDC dc(window);
     const SelectedObject font(dc.Get(),

@@ -31,6 +31,10 @@ void ApplyUserFont(Control& control, const UserFont& font, bool withUserSize, in
 // The height of a line of text in a font, in pixels.
 int LineHeightOf(HFONT font);
 
+// How wide a button with a single sign in a font is at least, in pixels: where texts are large,
+// wider than `designPixels` (at 96 DPI).
+int SignButtonWidth(HFONT font, int designPixels, int dpi);
+
 // How wide a text is in a window's font, in pixels.
 int TextWidth(HWND window, const std::wstring& text);
 // The same in the font that is selected in a device context.
