@@ -129,6 +129,19 @@ IniDocument::KeyLines IniDocument::FindKeyForms(SectionId section, std::string_v
     return {find([](bool isActive) { return isActive; }), first};
 }
 
+std::vector<IniDocument::LineId> IniDocument::KeysNamed(std::string_view name) const {
+    const std::uint32_t hash = NameHash(name);
+    std::vector<LineId> found;
+    for (LineId id = 0; id < m_lines.size(); ++id) {
+        const IniLine& line = m_lines[id];
+        if (line.nameHash == hash && line.kind == IniLineKind::Key && line.section != kNone &&
+            EqualsIgnoreCase(KeyName(id), name)) {
+            found.push_back(id);
+        }
+    }
+    return found;
+}
+
 std::optional<std::string_view> IniDocument::FindValue(std::string_view section,
                                                        std::string_view key) const {
     const std::optional<SectionId> sectionId = FindSection(section);

@@ -104,6 +104,11 @@ public:
     // from them.
     KeyLines FindKeyForms(SectionId section, std::string_view name, std::uint32_t hash) const;
 
+    // The active keys of that name in all sections, in the order of the file as it was read. Unlike
+    // a look-up in each section it makes no tables, of which a file of very many sections would
+    // need as many.
+    std::vector<LineId> KeysNamed(std::string_view name) const;
+
     // Equal for names that compare equal, in whatever document, and for a key and its commented-out
     // form. Someone who looks the names of one document up in another can use the stored hash and
     // need not read the names.

@@ -40,19 +40,16 @@ public:
         });
     }
 
-    // The first number that `isIt` accepts of those of the hash, which are those of the name with
-    // and without a ";" and others by chance; or kNone.
-    template <typename Names, typename IsIt>
     // The first number with this hash that `isIt(number)` accepts, or kNone. Those are the numbers
     // of the name with and without a ";", and by chance others.
+    template <typename Names, typename IsIt>
     std::uint32_t FindForm(Names names, std::uint32_t hash, std::string_view name, IsIt isIt) {
         return Place(
             names, hash, [name] { return name; }, isIt);
     }
 
-    // Makes the number that of its name; gives the number that the name had, or kNone.
-    template <typename Names>
     // Makes `number` the one of its name. Returns the number that the name had before, or kNone.
+    template <typename Names>
     std::uint32_t Put(Names names, std::uint32_t number) {
         std::uint32_t& place = PlaceOf(names, number);
         const std::uint32_t former = place;
@@ -65,9 +62,8 @@ public:
         return former;
     }
 
-    // Takes away a name that the table has.
-    template <typename Names>
     // Removes the name of `number`, which must be in the table.
+    template <typename Names>
     void Erase(Names names, std::uint32_t number) {
         PlaceOf(names, number) = kErased;
     }
@@ -90,13 +86,10 @@ private:
         });
     }
 
-    // The place of the first number that `isIt` accepts, or an empty one. Names are asked for only
-    // where they are needed: they are not near at hand. Nothing here is passed by its address,
-    // which would keep it in memory instead of in the processor.
-    template <typename Names, typename NameOf, typename IsIt>
     // The slot of the first number that `isIt` accepts, or an empty one. `nameOf` is called only if
     // the name is needed, because names are not in the cache. Everything is passed by value: an
     // address would keep it in memory instead of in registers.
+    template <typename Names, typename NameOf, typename IsIt>
     std::uint32_t& Place(Names names, std::uint32_t hash, NameOf nameOf, IsIt isIt) {
         if (!m_isTree) {
             const std::size_t mask = m_slots.size() - 1;

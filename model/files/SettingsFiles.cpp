@@ -90,14 +90,14 @@ SettingsFiles SettingsFiles::Read(const Reader& read, const Environment& environ
     result.Add(read, path, before);
     const std::shared_ptr<const IniDocument> settings = result.Main().document;
     const PathReader paths(*settings, path, environment);
-    for (IniDocument::SectionId id = 0; id < settings->SectionCount(); ++id) {
+    for (const IniDocument::LineId line : settings->KeysNamed(kRedirectKey)) {
+        const IniDocument::SectionId id = settings->SectionOf(line);
         const std::string section(settings->SectionName(id));
-        // Of several sections with one name, the first counts.
-        if (settings->FindSection(section) != id) {
+        // Of several sections with one name the first counts, and of several keys in it.
+        if (settings->FindSection(section) != id || settings->IsRepeated(line)) {
             continue;
         }
-        const auto line = settings->FindKey(id, kRedirectKey);
-        const std::string target = line ? paths.FileOfValue(settings->Value(*line)) : "";
+        const std::string target = paths.FileOfValue(settings->Value(line));
         if (target.empty() || result.m_files.size() >= kMaxFiles) {
             continue;
         }

@@ -33,6 +33,7 @@ public:
     // Presses a button of the message box and gives the texts of its controls.
     std::string Answer(int button) const;
     bool WaitForEnd() const;
+    HANDLE Process() const { return m_process.hProcess; }
 
     HWND Control(int id) const { return FindControl(WaitForWindow(), id); }
     // "[text]" while the box over the list is open and has the focus, or else where the focus is

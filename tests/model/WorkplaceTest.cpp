@@ -80,6 +80,7 @@ TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     // Colours and the font count at once, and only until the window opens again.
     options.Begin();
     EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text) && options.SelectFont());
+    EXPECT_FALSE(options.BrowseLanguageFile()) << "it was cancelled";
     options.SetFlag(&OptionsEditor::Choices::selectsNextKey, true);
     EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{1});
     options.End();

@@ -173,6 +173,9 @@ TEST_F(MainWindowTest, PendingChangesFollowTheMainWindow) {
     world.session->Selection().Rows().ShowKeyDetails(1);
     world.session->Commands().SetValue("0");
     EXPECT_EQ(pending(), "2 changes");
+    world.disk.Put("C:\\other.lng", "[UserLanguage]\r\n4075=Wartend: %1\r\n");
+    world.session->Place().UseLanguage("C:\\other.lng");
+    EXPECT_EQ(pending(), "Wartend: 2");
     NMMOUSE click{};
     click.hdr = {Find(kIdStatusBar1), kIdStatusBar1, static_cast<UINT>(NM_CLICK)};
     click.dwItemSpec = 3;
@@ -239,8 +242,10 @@ TEST_F(MainWindowTest, AnImportIsChosenRowByRow) {
         EXPECT_EQ(checks(), "xxxxx-");
         for (const auto& [row, expected] : {std::pair(2, "-x-xx-"), {3, "-x----"}, {5, "-x---x"}}) {
             SelectRow(list, row);
+            UpdateWindow(list);
             SendMessageW(list, WM_KEYDOWN, VK_SPACE, 0);
             EXPECT_EQ(checks(), expected);
+            EXPECT_TRUE(GetUpdateRect(list, nullptr, FALSE)) << "other rows may have changed, too";
         }
         Click(IDOK);
     };

@@ -53,6 +53,11 @@ TEST_F(MainWindowTest, ShowsAndFollowsTheSession) {
     EXPECT_EQ(TreeView_GetSelection(tree), TreeView_GetRoot(tree));
     EXPECT_EQ(SelectedRow(), 2);
     EXPECT_EQ(status(1), "Target Section:  [Colors]  Colors");
+    SetFocus(description);
+    SendMessageW(Main(), WM_ACTIVATE, WA_INACTIVE, 0);
+    Do(Command::ViewDescription);
+    SetFocus(Main());
+    EXPECT_EQ(GetFocus(), tree) << "the control that had it is hidden";
 }
 
 TEST_F(MainWindowTest, KeysOfTheFileAloneStandAtTheEndOfTheTree) {
@@ -106,6 +111,7 @@ TEST_F(MainWindowTest, ToolbarAndSplittersAreReachedByKeys) {
         return static_cast<Command>(button.idCommand);
     };
     EXPECT_EQ(hot(), Command::FileOpen);
+    EXPECT_EQ(Told(kIdToolbar1, TB_GETBUTTONTEXTW, static_cast<WPARAM>(Command::FileSave)), "Save");
     for (int steps = 0; steps < 20 && hot() != Command::ViewActiveKeys; ++steps) {
         Press(kIdToolbar1, VK_RIGHT);
         EXPECT_TRUE(world.session->States().IsEnabled(hot()));
@@ -175,14 +181,21 @@ TEST_F(MainWindowTest, ARightClickSelectsTheCategoryOfItsMenu) {
     TreeView_GetItemRect(tree, TreeView_GetChild(tree, TreeView_GetRoot(tree)), &heading, TRUE);
     ClientToScreen(tree, reinterpret_cast<POINT*>(&heading));
     Strings rows = Rows();
+    LONG menuTop = 0;
     Timer timer([&] {
         rows = Rows();
+        menuTop = BoundsOf(FindWindowW(L"#32768", nullptr)).top;
         EndMenu();
     });
     timer.Start(Main(), 10);
     SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree),
                  MAKELPARAM(heading.left + 3, heading.top + 3));
     EXPECT_EQ(rows, Strings{});
+    // The key of the menu opens it below the row.
+    Press(kIdTreeView1, VK_HOME);
+    const HWND list = Find(kIdListView1);
+    SendMessageW(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1);
+    EXPECT_NEAR(menuTop, BoundsOf(list).top + PlaceOfRow(list, 0).bottom, 3) << "but for frames";
 }
 
 TEST_F(MainWindowTest, ButtonsAndMenusFollowTheCommandTable) {
@@ -313,6 +326,9 @@ TEST_F(MainWindowTest, MenusListFavoritesAndRecentFiles) {
 
     const HMENU recent = GetSubMenu(GetSubMenu(bar, 0), 12);
     EXPECT_EQ(entriesOf(recent, 11), "&1 C:\\a.ini\n&3 C:\\b.ini\n-\nClear List\n");
+    world.disk.Put("C:\\b.ini", "[Configuration]\r\nPanelsVertical=5\r\n");
+    Do(static_cast<int>(GetMenuItemID(recent, 1)));
+    EXPECT_EQ(Rows()[0], "PanelsVertical=5");
     world.prompts.answers = {Answer::Yes};
     Do(kIdClearRecent);
     EXPECT_EQ(entriesOf(recent, 11), "(off)\n-\n(off)\n");

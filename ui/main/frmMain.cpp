@@ -152,7 +152,10 @@ LRESULT frmMain::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         case WM_COMMAND:
-            m_commands.OnCommand(LOWORD(wParam));
+            // None comes between while another window waits for an answer, whoever sends it.
+            if (IsWindowEnabled(Handle())) {
+                m_commands.OnCommand(LOWORD(wParam));
+            }
             return 0;
         case WM_INITMENUPOPUP:
             m_menu.Refresh(reinterpret_cast<HMENU>(wParam));
