@@ -179,7 +179,9 @@ IniTransaction::Written IniTransaction::Edit(const std::string& path,
         written.hasBackup = m_haveBackups.contains(path);
         DeleteFormer(path);
         entry.error = FileError::None;
-        entry.document = std::make_shared<const IniDocument>(std::move(document));
+        // As it would be read: an edited document tells its edits since it was parsed.
+        entry.document = std::make_shared<const IniDocument>(
+            IniDocument::Parse(bytes, m_files.SystemCodePage()));
         entry.onDisk = std::move(bytes);
     }
     return written;

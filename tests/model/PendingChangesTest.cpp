@@ -187,41 +187,43 @@ TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
         world.disk.Put("C:\\TC\\colors.ini", "[Colors]\r\nBackColor=1\r\n;ForeColor=2");
         world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types", types);
         StartWith({bytes, dataFile, ""});
-        for (int change = 0; change < 120; ++change) {
-            // All keys of the data file, or a category: one of the last has others.
-            const auto nodes = static_cast<NodeIndex>(Selection().Categories().size());
-            const NodeIndex node = nodes - 1 - static_cast<NodeIndex>(random() % 30);
-            Selection().SelectCategory(change % 2 == 0 || node < 0 ? kRootNode : node);
-            if (Selection().ShowsHeading() || Selection().Rows().Keys().Size() == 0) {
-                continue;
+        for (int round = 0; round < 2; ++round) {  // the second one after a save
+            for (int change = 0; change < 60; ++change) {
+                // All keys of the data file, or a category: one of the last has others.
+                const auto nodes = static_cast<NodeIndex>(Selection().Categories().size());
+                const NodeIndex node = nodes - 1 - static_cast<NodeIndex>(random() % 30);
+                Selection().SelectCategory(change % 2 == 0 || node < 0 ? kRootNode : node);
+                if (Selection().ShowsHeading() || Selection().Rows().Keys().Size() == 0) {
+                    continue;
+                }
+                Selection().Rows().ShowKeyDetails(random() % Selection().Rows().Keys().Size());
+                if (random() % 5 < 3) {
+                    // Files that several of these settings lead to keep what was saved before.
+                    Commands().SetValue("new " + std::to_string(100 * round + files));
+                } else {
+                    Play("cd"[random() % 2]);
+                }
             }
-            Selection().Rows().ShowKeyDetails(random() % Selection().Rows().Keys().Size());
-            if (random() % 5 < 3) {
-                // Files that several of these settings lead to keep what was saved before.
-                Commands().SetValue("new " + std::to_string(files));
-            } else {
-                Play("cd"[random() % 2]);
+            const std::vector<FilePreview> preview = Pending().Look().files;
+            std::map<std::string, std::map<std::string, int>> expected;
+            for (const FilePreview& file : preview) {
+                auto& lines = expected[file.path] = CountedLines(world.disk.BytesOf(file.path));
+                std::map<std::string, int> changes;
+                for (const PreviewLine& line : file.lines) {
+                    const int sign = line.kind == PreviewLine::Kind::Added     ? 1
+                                     : line.kind == PreviewLine::Kind::Removed ? -1
+                                                                               : 0;
+                    EXPECT_GE(changes[line.text] * sign, 0) << "removed and added: " << line.text;
+                    changes[line.text] += sign;
+                    lines[line.text] += sign;
+                }
+                std::erase_if(lines, [](const auto& line) { return line.second == 0; });
             }
-        }
-        const std::vector<FilePreview> preview = Pending().Look().files;
-        std::map<std::string, std::map<std::string, int>> expected;
-        for (const FilePreview& file : preview) {
-            auto& lines = expected[file.path] = CountedLines(world.disk.BytesOf(file.path));
-            std::map<std::string, int> changes;
-            for (const PreviewLine& line : file.lines) {
-                const int sign = line.kind == PreviewLine::Kind::Added     ? 1
-                                 : line.kind == PreviewLine::Kind::Removed ? -1
-                                                                           : 0;
-                EXPECT_GE(changes[line.text] * sign, 0) << "removed and added: " << line.text;
-                changes[line.text] += sign;
-                lines[line.text] += sign;
+            previews += preview.size();
+            ASSERT_TRUE(Settings().SaveToSettingsFile());
+            for (const auto& [path, lines] : expected) {
+                EXPECT_EQ(CountedLines(world.disk.BytesOf(path)), lines) << path;
             }
-            std::erase_if(lines, [](const auto& line) { return line.second == 0; });
-        }
-        previews += preview.size();
-        ASSERT_TRUE(Settings().SaveToSettingsFile());
-        for (const auto& [path, lines] : expected) {
-            EXPECT_EQ(CountedLines(world.disk.BytesOf(path)), lines) << path;
         }
     }
     EXPECT_EQ(files, 12);
