@@ -262,10 +262,11 @@ protected:
         return texts;
     }
 
-    // Looks only: a backup would put back what the other program has changed since.
+    // Looks only: a backup would put back what the other program has changed since. A message about
+    // that program's changes may come first, and the command is dropped then.
     void LookAtBackups() {
-        if (Choose(Command::FileRestoreBackup)) {
-            EXPECT_TRUE(WaitUntil([&] { return ClassOf(Top()) == "frmRestoreBackup"; }));
+        if (Choose(Command::FileRestoreBackup) &&
+            WaitUntil([&] { return ClassOf(Top()) == "frmRestoreBackup"; })) {
             Send(std::string("key ") + OneOf(kKeysThatLook) + " " + OneOf(kKeysThatLook) +
                  " Escape");
             EXPECT_TRUE(WaitUntil([&] { return Top() == m_main; })) << Described(Top());
