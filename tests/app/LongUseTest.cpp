@@ -92,7 +92,7 @@ std::string AsRow(std::string line) {
         line.begin() + static_cast<std::ptrdiff_t>(std::min(line.find('='), line.size()));
     std::transform(line.begin(), end, line.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return line;
+    return line.substr(0, kComparedUnits / 2);  // what went from one of them may have moved the end
 }
 
 // A line of a settings file, in UTF-8 or in the code page of the system. Total Commander has a mark
