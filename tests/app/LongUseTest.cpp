@@ -273,7 +273,7 @@ protected:
         }
     }
 
-    // Windows of the system would write elsewhere.
+    // Windows of the system are only closed: they could name the settings file for an export.
     void UseWindow() {
         const HWND top = Top();
         const std::string kind = ClassOf(top);
@@ -397,8 +397,9 @@ protected:
                         std::ranges::binary_search(held, AsRow(Shortened(row))))
                 << row;
         }
-        if (!HasFailure())
+        if (!HasFailure()) {
             m_log.clear();
+        }
         ++m_checks;
     }
 
