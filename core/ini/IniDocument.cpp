@@ -129,17 +129,28 @@ IniDocument::KeyLines IniDocument::FindKeyForms(SectionId section, std::string_v
     return {find([](bool isActive) { return isActive; }), first};
 }
 
-std::vector<IniDocument::LineId> IniDocument::KeysNamed(std::string_view name) const {
+std::vector<IniDocument::PlacedKey> IniDocument::KeysNamed(std::string_view name) const {
     const std::uint32_t hash = NameHash(name);
-    std::vector<LineId> found;
-    for (LineId id = 0; id < m_lines.size(); ++id) {
+    std::vector<PlacedKey> found;
+    SectionId next = 0;
+    for (LineId id = m_sections.empty() ? kNone : m_sections.front().header; id < m_lines.size();
+         ++id) {
         const IniLine& line = m_lines[id];
-        if (line.nameHash == hash && line.kind == IniLineKind::Key && line.section != kNone &&
+        next += line.kind == IniLineKind::Section ? 1 : 0;
+        if (line.nameHash == hash && line.kind == IniLineKind::Key &&
             EqualsIgnoreCase(KeyName(id), name)) {
-            found.push_back(id);
+            found.push_back({next - 1, id});
         }
     }
     return found;
+}
+
+void IniDocument::ForgetKeys(SectionId section) const {
+    std::uint32_t& number = m_sections[section].keyTable;
+    if (number != kNone && number + 1 == m_keyTables.size()) {
+        m_keyTables.pop_back();
+        number = kNone;
+    }
 }
 
 std::optional<std::string_view> IniDocument::FindValue(std::string_view section,
@@ -153,14 +164,22 @@ IniDocument::LineId IniDocument::FirstLine(SectionId section) const {
     return NextLine(m_sections[section].header);
 }
 
-bool IniDocument::IsRepeated(LineId line) const {
-    KeysOf(m_lines[line].section);
+bool IniDocument::IsRepeated(SectionId section, LineId line) const {
+    KeysOf(section);
     return m_lines[line].repeatsName;
 }
 
 std::size_t IniDocument::KeyNameUnits(LineId line) const {
     const std::string_view name = KeyName(line);
     return m_lines[line].isAscii ? name.size() : Utf16Length(name);
+}
+
+IniDocument::LineParts IniDocument::DecodedParts(const IniLine& line) const {
+    // AppendDecoded has put both lengths in front of the name.
+    std::uint32_t lengths[2];
+    const char* const name = m_decoded.data() + line.nameBegin;
+    std::memcpy(lengths, name - sizeof lengths, sizeof lengths);
+    return {{name, lengths[0]}, {name + lengths[0], lengths[1]}};
 }
 
 std::string_view IniDocument::Value(LineId line) const {
@@ -174,13 +193,11 @@ std::string_view IniDocument::QuotedValue(LineId line) const {
         return {};
     }
     if (record.isDecoded) {
-        std::uint32_t length = 0;
-        // AppendDecoded has put the length of the value in front of the name.
-        std::memcpy(&length, m_decoded.data() + record.name.begin - sizeof length, sizeof length);
-        return {m_decoded.data() + record.name.end, length};
+        return DecodedParts(record).value;
     }
     const std::size_t end = record.bytes.end - record.lineEndLength;
-    const char* const equals = m_bytes.data() + m_bytes.find('=', record.name.end);
+    const char* const equals =
+        m_bytes.data() + m_bytes.find('=', record.nameBegin + record.nameLength);
     return IniValueBehind(equals, {m_bytes.data(), end});
 }
 
@@ -201,7 +218,7 @@ std::vector<std::string> IniDocument::LineTexts(LineId line) const {
         return {std::string(KeyName(line)) + "=" + std::string(QuotedValue(line))};
     }
     std::vector<std::string> texts;
-    for (const std::string& text : LinesOf(Text(record.bytes, false))) {
+    for (const std::string& text : LinesOf(BytesOf(line))) {
         if (const std::string_view trimmed = TrimIniBlanks(text); !trimmed.empty()) {
             texts.emplace_back(trimmed);
         }
@@ -210,11 +227,20 @@ std::vector<std::string> IniDocument::LineTexts(LineId line) const {
 }
 
 // From the last to the first, so that of several sections with one name the first one remains.
+// Very many sections may all have the same few names, so that a table for all of them would be
+// empty: it begins smaller, and again when it turns out too small.
 void IniDocument::IndexSections() const {
-    m_sectionTable.Reset(m_sections.size());
-    for (auto id = static_cast<SectionId>(m_sections.size()); id > 0; --id) {
-        m_sectionTable.Put(SectionNames{this}, id - 1);
-    }
+    constexpr std::size_t kFirstRoom = std::size_t{1} << 16;
+    std::size_t room = std::min(m_sections.size(), kFirstRoom);
+    SectionId left = 0;
+    do {
+        m_sectionTable.Reset(room);
+        room *= 8;
+        left = static_cast<SectionId>(m_sections.size());
+        for (; left > 0 && !m_sectionTable.IsCrowded(); --left) {
+            m_sectionTable.Put(SectionNames{this}, left - 1);
+        }
+    } while (left > 0);
 }
 
 // Makes the table of a section, or a larger one. The lines come from the last to the first: each

@@ -107,7 +107,16 @@ public:
     // The active keys of that name in all sections, in the order of the file as it was read. Unlike
     // a look-up in each section it makes no tables, of which a file of very many sections would
     // need as many.
-    std::vector<LineId> KeysNamed(std::string_view name) const;
+    struct PlacedKey {
+        SectionId section = 0;
+        LineId line = 0;
+    };
+    std::vector<PlacedKey> KeysNamed(std::string_view name) const;
+
+    // Gives back the memory that look-ups in a section have taken, if it was the last one in which
+    // keys were looked up. The next look-up takes it again: for somebody who reads every section of
+    // a large file once.
+    void ForgetKeys(SectionId section) const;
 
     // Equal for names that compare equal, in whatever document, and for a key and its commented-out
     // form. Someone who looks the names of one document up in another can use the stored hash and
@@ -123,22 +132,18 @@ public:
     // Several lines of prose in a row are one.
     LineId FirstLine(SectionId section) const;
     LineId NextLine(LineId line) const {
-        const std::uint32_t section = m_lines[line].section;
         do {
             line = LineBehind(line);
         } while (line != kNone && m_lines[line].kind == IniLineKind::Deleted);
-        return line != kNone && m_lines[line].section == section ? line : kNone;
+        return line != kNone && m_lines[line].kind != IniLineKind::Section ? line : kNone;
     }
 
     IniLineKind Kind(LineId line) const { return m_lines[line].kind; }
-    // The section that a line after a header belongs to.
-    SectionId SectionOf(LineId line) const { return m_lines[line].section; }
-    // Whether an earlier line of its section has the same name, so that this one does not count.
-    bool IsRepeated(LineId line) const;
+    // Whether an earlier line of the section, to which `line` belongs, has the same name, so that
+    // this one does not count.
+    bool IsRepeated(SectionId section, LineId line) const;
     // The name of a key or of a section header; empty for prose.
-    std::string_view KeyName(LineId line) const {
-        return Text(m_lines[line].name, m_lines[line].isDecoded);
-    }
+    std::string_view KeyName(LineId line) const { return NameIn(m_lines[line]); }
     // The length of the name in UTF-16 units. Most names are ASCII and need not be read for it.
     std::size_t KeyNameUnits(LineId line) const;
     // The value of a key line without blanks and one pair of outer quotes; empty for other lines.
@@ -154,9 +159,7 @@ public:
     std::size_t OffsetOf(LineId line) const { return m_lines[line].bytes.begin; }
 
     // The lines of the file that a line stands for: more than one for prose.
-    std::vector<std::string> FileLines(LineId line) const {
-        return LinesOf(Text(m_lines[line].bytes, false));
-    }
+    std::vector<std::string> FileLines(LineId line) const { return LinesOf(BytesOf(line)); }
 
     // The text of a line between its outer blanks, of a key with the blanks around "=" removed. For
     // prose, one text for each of its lines that are not blank.
@@ -220,11 +223,20 @@ private:
                : line + 1 < m_lines.size() ? line + 1
                                            : kNone;
     }
-    // A span of the file's bytes or, for decoded lines, of the decoded copy.
-    std::string_view Text(TextSpan span, bool isDecoded) const {
-        const std::string& pool = isDecoded ? m_decoded : m_bytes;
-        return {pool.data() + span.begin, span.end - span.begin};
+    std::string_view BytesOf(LineId line) const {
+        const TextSpan span = m_lines[line].bytes;
+        return {m_bytes.data() + span.begin, span.end - span.begin};
     }
+    std::string_view NameIn(const IniLine& line) const {
+        return line.isDecoded ? DecodedParts(line).name
+                              : std::string_view(m_bytes.data() + line.nameBegin, line.nameLength);
+    }
+    struct LineParts {
+        std::string_view name;
+        std::string_view value;
+    };
+    // Of a line whose name is in the decoded copy.
+    LineParts DecodedParts(const IniLine& line) const;
     void IndexSections() const;
     // The table of the section's keys, made on the first look-up.
     NameTable& KeysOf(SectionId section) const {
@@ -243,10 +255,11 @@ private:
 
     // Whether lines can be added to the file without damage.
     bool IsText() const;
-    // Makes a line of `bytes`, which belongs to `section` but has no place in the file yet.
-    LineId AppendLine(std::string_view bytes, SectionId section);
-    // Gives a new line its place in the file after `previous`, or before all others for kNone.
-    void LinkBehind(LineId previous, LineId line);
+    // Makes a line of `bytes`, which has no place in the file yet.
+    LineId AppendLine(std::string_view bytes);
+    // Gives a new line of `section` its place in the file after `previous`, or before all others
+    // for kNone.
+    void LinkBehind(LineId previous, LineId line, SectionId section);
     // Puts the line's new text at the end of `m_bytes` and parses it.
     void SetLineBytes(LineId id, std::string_view bytes);
     TextSpan ValueBytes(LineId line) const;
@@ -265,8 +278,8 @@ private:
     std::optional<SectionId> AddSection(std::string_view name);
     // Gives the line an end if the file's last line lacks it and another is to follow.
     void CompleteLastLine(LineId line, std::string_view lineEnd);
-    void AddToIndex(LineId line);
-    void RemoveFromIndex(LineId line);
+    void AddToIndex(SectionId section, LineId line);
+    void RemoveFromIndex(SectionId section, LineId line);
     bool RemoveKeyLine(SectionId section, std::string_view key);
 
     CodePage m_codePage = 0;

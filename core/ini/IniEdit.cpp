@@ -90,7 +90,7 @@ IniEdit IniDocument::ToggleComment(std::string_view section, std::string_view ke
     if (!IsKeyName(key)) {
         return IniEdit::TextNotStorable;
     }
-    RemoveFromIndex(*line);
+    RemoveFromIndex(*sectionId, *line);
     const std::string mark = EncodeAscii(";");
     const TextSpan whole = m_lines[*line].bytes;
     std::string bytes = m_bytes.substr(whole.begin, whole.end - whole.begin);
@@ -107,7 +107,7 @@ IniEdit IniDocument::ToggleComment(std::string_view section, std::string_view ke
         m_sections[*sectionId].lastKey = kNone;
     }
     SetLineBytes(*line, bytes);
-    AddToIndex(*line);
+    AddToIndex(*sectionId, *line);
     return IniEdit::Changed;
 }
 
@@ -185,17 +185,16 @@ IniEdit IniDocument::InsertKey(SectionId section, std::string_view key, std::str
     const std::string lineEnd = LineEndFor(section);
     const LineId previous = LastKeyOf(section);
     CompleteLastLine(previous, lineEnd);
-    const LineId line = AppendLine(
-        *EncodeName(key) + EncodeAscii("=") + EncodeValue(value, false) + lineEnd, section);
-    LinkBehind(previous, line);
+    const LineId line =
+        AppendLine(*EncodeName(key) + EncodeAscii("=") + EncodeValue(value, false) + lineEnd);
+    LinkBehind(previous, line, section);
     m_sections[section].lastKey = line;
-    AddToIndex(line);
+    AddToIndex(section, line);
     return IniEdit::Changed;
 }
 
 // For a line whose name no other line of its section has.
-void IniDocument::AddToIndex(LineId line) {
-    const SectionId section = m_lines[line].section;
+void IniDocument::AddToIndex(SectionId section, LineId line) {
     if (m_sections[section].keyTable == kNone) {
         return;  // the first look-up will find it
     }
@@ -208,8 +207,7 @@ void IniDocument::AddToIndex(LineId line) {
 }
 
 // For the first line of a name. The next line of that name takes its place.
-void IniDocument::RemoveFromIndex(LineId line) {
-    const SectionId section = m_lines[line].section;
+void IniDocument::RemoveFromIndex(SectionId section, LineId line) {
     NameTable& table = KeysOf(section);
     const LineId next = NextOfSameName(line);
     if (next == kNone) {
@@ -251,10 +249,9 @@ std::optional<IniDocument::SectionId> IniDocument::AddSection(std::string_view n
         CompleteLastLine(previous, lineEnd);
     }
     const auto section = static_cast<SectionId>(m_sections.size());
-    const LineId header =
-        AppendLine(EncodeAscii("[") + *encoded + EncodeAscii("]") + lineEnd, section);
+    const LineId header = AppendLine(EncodeAscii("[") + *encoded + EncodeAscii("]") + lineEnd);
     m_sections.push_back({.header = header, .lastKey = header, .lastLine = header});
-    LinkBehind(previous, header);
+    LinkBehind(previous, header, section);
     if (m_sectionTable.IsCrowded()) {
         IndexSections();
     } else {
@@ -268,7 +265,7 @@ bool IniDocument::RemoveKeyLine(SectionId section, std::string_view key) {
     if (!found) {
         return false;
     }
-    RemoveFromIndex(*found);
+    RemoveFromIndex(section, *found);
     m_lines[*found].kind = IniLineKind::Deleted;
     return true;
 }
@@ -283,10 +280,8 @@ void IniDocument::CompleteLastLine(LineId line, std::string_view lineEnd) {
     }
 }
 
-IniDocument::LineId IniDocument::AppendLine(std::string_view bytes, SectionId section) {
+IniDocument::LineId IniDocument::AppendLine(std::string_view bytes) {
     const auto id = static_cast<LineId>(m_lines.size());
-    IniLine line;
-    line.section = section;
     if (m_nextLines.empty()) {
         // From now on the order of the lines differs from that of their numbers.
         m_nextLines.resize(m_lines.size());
@@ -296,20 +291,20 @@ IniDocument::LineId IniDocument::AppendLine(std::string_view bytes, SectionId se
         }
     }
     m_nextLines.push_back(kNone);
-    m_lines.push_back(line);
+    m_lines.emplace_back();
     SetLineBytes(id, bytes);
     return id;
 }
 
-void IniDocument::LinkBehind(LineId previous, LineId line) {
+void IniDocument::LinkBehind(LineId previous, LineId line, SectionId section) {
     m_nextLines[line] = previous == kNone ? kNone : m_nextLines[previous];
     (previous == kNone ? m_firstLine : m_nextLines[previous]) = line;
     if (m_lastLine == previous) {
         m_lastLine = line;
     }
-    Section& section = m_sections[m_lines[line].section];
-    if (section.lastLine == previous) {
-        section.lastLine = line;
+    LineId& lastLine = m_sections[section].lastLine;
+    if (lastLine == previous) {
+        lastLine = line;
     }
 }
 

@@ -4,11 +4,9 @@
 
 namespace tamarind {
 
-// Visits each key of a file once, commented-out ones included: `visit(section, line)`. Of two
-// sections, or of two lines of a section, with one name the first counts.
-template <typename Visit>
 // Calls `visit(section, line)` for each key of a file that counts, commented-out ones included:
 // those of the first section of each name, and of these the first line of each name.
+template <typename Visit>
 void ForEachEntry(const IniDocument& file, Visit visit) {
     for (IniDocument::SectionId id = 0; id < file.SectionCount(); ++id) {
         const std::string_view section = file.SectionName(id);
@@ -17,7 +15,7 @@ void ForEachEntry(const IniDocument& file, Visit visit) {
         }
         for (auto line = file.FirstLine(id); line != IniDocument::kNone;
              line = file.NextLine(line)) {
-            if (IsIniKey(file.Kind(line)) && !file.IsRepeated(line)) {
+            if (IsIniKey(file.Kind(line)) && !file.IsRepeated(id, line)) {
                 visit(section, line);
             }
         }

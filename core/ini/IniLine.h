@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace tamarind {
@@ -23,14 +24,18 @@ struct TextSpan {
 };
 
 // One line of a document, or several lines of prose in a row: the places of its bytes and of its
-// name. If the bytes are UTF-8 already, the name is a range of them. Otherwise it is a range of the
-// decoded copy, with the length of the value before it and the value after it. The struct is small
-// on purpose: a large file has many lines, and for those, fresh memory costs more than the parsing.
+// name. If the bytes are UTF-8 already, the name is a range of them. Otherwise, or if it is longer
+// than its length can say, it is a range of the decoded copy, with the lengths of value and name
+// before it and the value after it. Which section a line belongs to follows from its place. The
+// struct is small on purpose: a large file has many lines, and for those, fresh memory costs more
+// than the parsing.
 struct IniLine {
-    TextSpan bytes;  // with the line ends
-    TextSpan name;   // of a section or a key
-    std::uint32_t section = 0;
-    std::uint32_t nameHash = 0;  // of a section or a key: IniDocument::NameHash
+    static constexpr std::size_t kLongestName = 0xFFFF;  // bytes
+
+    TextSpan bytes;                // with the line ends
+    std::uint32_t nameBegin = 0;   // of a section or a key
+    std::uint32_t nameHash = 0;    // of a section or a key: IniDocument::NameHash
+    std::uint16_t nameLength = 0;  // 0 for a name in the decoded copy
     IniLineKind kind = IniLineKind::Prose;
     std::uint8_t lineEndLength : 2 = 0;    // characters, of the last line
     bool isAscii : 1 = false;              // its whole text

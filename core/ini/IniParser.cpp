@@ -240,7 +240,6 @@ void IniParser::LinkLine(IniLine& line) {
     if (line.kind == IniLineKind::Section) {
         document.m_sections.push_back({.header = id, .lastKey = id, .lastLine = id});
     }
-    line.section = Offset(document.m_sections.size()) - 1;
     if (!document.m_sections.empty()) {
         IniDocument::Section& section = document.m_sections.back();
         section.lastLine = id;
@@ -267,12 +266,12 @@ void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
     line.isDecoded = false;
     line.hasInnerMark = false;
     const bool isText = scan.isAscii || (m_document.m_mark == FileMark::Utf8 && IsValidUtf8(text));
-    if (isText) {
-        const std::string_view name = ReadKind(line, text, scan.equals);
-        line.name.begin = line.bytes.begin + Offset(static_cast<std::size_t>(name.data() - start));
-        line.name.end = line.name.begin + Offset(name.size());
+    const std::string_view name = ReadKind(line, text, scan.equals);
+    if (isText && name.size() <= IniLine::kLongestName) {
+        line.nameBegin = line.bytes.begin + Offset(static_cast<std::size_t>(name.data() - start));
+        line.nameLength = static_cast<std::uint16_t>(name.size());
     } else {
-        ReadNonAsciiLine(line, text, scan.equals);
+        DecodeLine(line, text, scan.equals, name);
     }
     SetNameHash(line);
 }
@@ -300,9 +299,8 @@ std::string_view IniParser::ReadKind(IniLine& line, std::string_view text, const
 // a character in a double-byte code page, so the line is taken apart first and its parts are
 // decoded. The exception is "]", which can be such a byte: a header is decoded before its "]" is
 // looked for.
-void IniParser::ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals) {
-    line.isDecoded = true;
-    const std::string_view name = ReadKind(line, text, equals);
+void IniParser::DecodeLine(IniLine& line, std::string_view text, const char* equals,
+                           std::string_view name) {
     if (line.kind == IniLineKind::Section) {
         const std::string decoded = DecodeBytes(text.substr(text.find('[') + 1));
         AppendDecoded(line, SectionNameIn(decoded), {});
@@ -322,7 +320,7 @@ void IniParser::ReadNonAsciiLine(IniLine& line, std::string_view text, const cha
 
 void IniParser::ReadUtf16Line(IniLine& line) {
     line.isAscii = false;  // not known
-    line.isDecoded = true;
+    line.isDecoded = false;
     line.hasInnerMark = false;
     const std::size_t count =
         line.bytes.end - line.bytes.begin - std::size_t{2} * line.lineEndLength;
@@ -341,7 +339,7 @@ void IniParser::ReadUtf16Line(IniLine& line) {
 // Done here, while the name is still in the processor's cache.
 void IniParser::SetNameHash(IniLine& line) {
     if (IsIniKey(line.kind) || line.kind == IniLineKind::Section) {
-        line.nameHash = IniDocument::NameHash(m_document.Text(line.name, line.isDecoded));
+        line.nameHash = IniDocument::NameHash(m_document.NameIn(line));
     }
 }
 
@@ -350,14 +348,15 @@ std::string IniParser::DecodeBytes(std::string_view bytes) const {
     return DecodeCodePage(bytes, isUtf8 ? kCodePageUtf8 : m_document.m_codePage);
 }
 
-// Layout in the pool: length of the value (4 bytes), name, value. The length is copied because the
-// place is not aligned.
+// Layout in the pool: lengths of name and value (4 bytes each), name, value. The lengths are copied
+// because the place is not aligned.
 void IniParser::AppendDecoded(IniLine& line, std::string_view name, std::string_view value) {
     std::string& pool = m_document.m_decoded;
-    const std::uint32_t length = Offset(value.size());
-    pool.append(reinterpret_cast<const char*>(&length), sizeof length);
-    line.name.begin = Offset(pool.size());
-    line.name.end = line.name.begin + Offset(name.size());
+    const std::uint32_t lengths[] = {Offset(name.size()), Offset(value.size())};
+    pool.append(reinterpret_cast<const char*>(lengths), sizeof lengths);
+    line.isDecoded = true;
+    line.nameBegin = Offset(pool.size());
+    line.nameLength = 0;
     pool.append(name).append(value);
 }
 

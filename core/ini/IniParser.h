@@ -38,8 +38,8 @@ public:
     // Parses the bytes that the document holds. Its lines must be empty.
     void ParseFile();
 
-    // Sets everything but `section` and `lineEndLength` of a line from its bytes. Its place in the
-    // section and in the tables is the business of the caller.
+    // Sets everything but `lineEndLength` of a line from its bytes. Its place in the section and in
+    // the tables is the business of the caller.
     void ParseLine(IniLine& line);
 
 private:
@@ -60,8 +60,10 @@ private:
     // Sets the kind and returns the name, a view into `text`; empty at its start for prose.
     // `equals` is the first "=" of the text, or null.
     static std::string_view ReadKind(IniLine& line, std::string_view text, const char* equals);
-    // For a line that has to be decoded first: it is not ASCII and not UTF-8.
-    void ReadNonAsciiLine(IniLine& line, std::string_view text, const char* equals);
+    // For a line whose name, as ReadKind has found it, cannot stay where it is: it is not ASCII and
+    // not UTF-8, or very long.
+    void DecodeLine(IniLine& line, std::string_view text, const char* equals,
+                    std::string_view name);
     void ReadUtf16Line(IniLine& line);
     void SetNameHash(IniLine& line);
     std::string DecodeBytes(std::string_view bytes) const;

@@ -170,10 +170,9 @@ public:
     void Take(std::uint64_t word) { Add(word, m_keys.OfWord(m_words++)); }
 };
 
-// `again` is called for a text that is not in upper case.
-template <typename Hash, typename Again>
 // Hashes the text as if in upper case. ASCII letters are folded on the fly. Another text that is
 // not in upper case yet is converted first, and `again` is called for the result.
+template <typename Hash, typename Again>
 std::uint64_t HashFolded(std::string_view text, const Again& again) {
     const char* bytes = text.data();
     std::size_t left = text.size();

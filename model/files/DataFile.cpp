@@ -32,9 +32,11 @@ bool LoadCategory(const IniDocument& dataFile, std::string_view category,
         // A name that was cut by the buffer may be that of another key, or of none. Of a repeated
         // name the first line counts.
         const bool isPlain =
-            name.size() == dataFile.KeyName(line).size() && !dataFile.IsRepeated(line);
+            name.size() == dataFile.KeyName(line).size() && !dataFile.IsRepeated(*section, line);
         fits = isPlain ? store.Add(line) : store.AddNamed(name, dataFile.FindKey(*section, name));
     });
+    // Nearly nobody looks these keys up again, and fresh memory costs more than the look-ups.
+    dataFile.ForgetKeys(*section);
     return fits;
 }
 

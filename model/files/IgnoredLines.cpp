@@ -57,7 +57,7 @@ private:
         if (m_file != 0 && m_keptIn != m_file) {
             return;  // of a section that nothing reads from here
         }
-        if (isMoved || !m_isFirst || m_document.IsRepeated(line)) {
+        if (isMoved || !m_isFirst || m_document.IsRepeated(m_next - 1, line)) {
             IgnoredLine& added = Add(m_document.FileLines(line).front(),
                                      isMoved ? Reason::LeftBehind : Reason::Repeated);
             added.section = m_section;

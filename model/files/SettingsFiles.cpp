@@ -90,11 +90,10 @@ SettingsFiles SettingsFiles::Read(const Reader& read, const Environment& environ
     result.Add(read, path, before);
     const std::shared_ptr<const IniDocument> settings = result.Main().document;
     const PathReader paths(*settings, path, environment);
-    for (const IniDocument::LineId line : settings->KeysNamed(kRedirectKey)) {
-        const IniDocument::SectionId id = settings->SectionOf(line);
+    for (const auto& [id, line] : settings->KeysNamed(kRedirectKey)) {
         const std::string section(settings->SectionName(id));
         // Of several sections with one name the first counts, and of several keys in it.
-        if (settings->FindSection(section) != id || settings->IsRepeated(line)) {
+        if (settings->FindSection(section) != id || settings->IsRepeated(id, line)) {
             continue;
         }
         const std::string target = paths.FileOfValue(settings->Value(line));

@@ -19,13 +19,11 @@ public:
     Finder(const KeyStore& store, const SettingsFiles& settings) : m_settings(settings) {
         for (const SettingsFiles::File& file : settings.Files()) {
             m_known.emplace_back(file.document->LineCount());
-            m_hasKnown.emplace_back(file.document->SectionCount());
         }
         for (KeyNumber key = 1; key <= store.Size(); ++key) {
             const SettingsPlace place = store.PlaceOf(key);
             if (place.line != IniDocument::kNone) {
                 m_known[place.file][place.line] = true;
-                m_hasKnown[place.file][Document(place.file).SectionOf(place.line)] = true;
             }
         }
     }
@@ -58,13 +56,17 @@ private:
     bool ForEachIn(std::size_t file, SectionId section, Keys keys, IsWanted isWanted, Visit visit) {
         const IniDocument& document = Document(file);
         const bool hasKeys = HasActiveKeys(document, section);
-        bool hasKnown = m_hasKnown[file][section];
+        bool hasKnown = false;
         for (LineId line = document.FirstLine(section); line != IniDocument::kNone;
              line = document.NextLine(line)) {
             const bool isCommented = document.Kind(line) == IniLineKind::CommentedKey;
             const bool isKey = document.Kind(line) == IniLineKind::Key ||
                                (isCommented && hasKeys && IsPlain(document, line));
-            if (!isKey || m_known[file][line]) {
+            if (!isKey) {
+                continue;
+            }
+            if (m_known[file][line]) {
+                hasKnown = true;
                 continue;
             }
             const std::string_view name = document.KeyName(line).substr(isCommented ? 1 : 0);
@@ -95,8 +97,8 @@ private:
     }
 
     // Where a key stands; nothing if the line is another one, or the other form, of a key that is
-    // known already. Looking that up makes a table of the section's keys: for the first line of a
-    // section without any known one it is not needed.
+    // known already. Looking that up may make a table of the section's keys: for a line before
+    // which there is no known one it is not needed.
     std::optional<SettingsPlace> PlaceOf(std::size_t file, SectionId section, LineId line,
                                          std::string_view name, bool& hasKnown) {
         const IniDocument& document = Document(file);
@@ -117,9 +119,7 @@ private:
     }
 
     const SettingsFiles& m_settings;
-    // The lines of each file that belong to a record, and the sections that have such lines.
-    std::vector<std::vector<bool>> m_known;
-    std::vector<std::vector<bool>> m_hasKnown;
+    std::vector<std::vector<bool>> m_known;  // the lines of each file that belong to a record
 };
 
 constexpr std::string_view kDigits = "0123456789";

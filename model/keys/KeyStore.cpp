@@ -50,10 +50,9 @@ bool KeyStore::Add(LineId line) {
         return false;
     }
     m_isInFileOrder = m_isInFileOrder && (m_keys.empty() || m_keys.back().line < line);
-    StoredKey key;
+    StoredKey& key = m_keys.emplace_back();
     key.line = line;
     key.category = static_cast<std::uint16_t>(m_categories.size() - 1);
-    m_keys.push_back(key);
     m_describedCount = m_keys.size();
     return true;
 }

@@ -41,6 +41,25 @@ void CheckReads(const std::vector<ReadCase>& cases) {
     }
 }
 
+TEST(IniDocumentRead, VeryLongNamesAndVeryManySections) {
+    for (const std::size_t length : {0xFFFF, 0x10000, 0x20001}) {
+        const std::string name(length, 'n');
+        IniDocument document = IniDocument::Parse("[" + name + "]\n" + name + "= 1 \n", 1252);
+        EXPECT_EQ(Find(document, name, name), "1");
+        EXPECT_EQ(document.ToggleComment(name, name, true), IniEdit::Changed);
+        EXPECT_EQ(Find(document, name, ";" + name), "1");
+    }
+    // More names than the table has room for at first.
+    std::string bytes = "[first]\nx=1\n";
+    for (int i = 0; i < 250'000; ++i) {
+        bytes += "[" + std::to_string(i % 2 == 0 ? i : 0) + "]\n";
+    }
+    const IniDocument document = IniDocument::Parse(bytes + "[last]\nx=2\n", 1252);
+    EXPECT_EQ(Find(document, "first", "x"), "1");
+    EXPECT_EQ(Find(document, "last", "x"), "2");
+    EXPECT_EQ(document.FindSection("0"), 1U);
+}
+
 TEST(IniDocumentRead, NamesAndHeaders) {
     CheckReads({
         {"[Sect]\r\nKey=Val\r\n", "sECT", "kEY", "Val"},
@@ -83,7 +102,7 @@ TEST(IniDocumentRead, ValuesCommentsAndLineEnds) {
     const std::string prose = "[A]\n" + std::string(1000, '\n') + "x=1\n\n;a\nb\r\n\r[B]\n";
     EXPECT_EQ(IniDocument::Parse(prose, 1252).LineCount(), 5U);
     // Known before anything was looked up.
-    EXPECT_TRUE(IniDocument::Parse("[A]\nx=1\nX=2\n", 1252).IsRepeated(2));
+    EXPECT_TRUE(IniDocument::Parse("[A]\nx=1\nX=2\n", 1252).IsRepeated(0, 2));
 }
 
 TEST(IniDocumentRead, Encodings) {

@@ -45,7 +45,7 @@ inline void CheckLookUps(const IniDocument& document, std::size_t mostLines = 24
                 return IsIniKey(document.Kind(other)) &&
                        EqualsIgnoreCase(document.KeyName(other), document.KeyName(line));
             });
-            Require(document.IsRepeated(line) == (*first != line));
+            Require(document.IsRepeated(id, line) == (*first != line));
             Require(document.FindKey(id, document.KeyName(line)) == *first);
             Require(IsValidUtf8(document.KeyName(line)) && IsValidUtf8(document.Value(line)));
         }

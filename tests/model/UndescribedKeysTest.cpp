@@ -52,7 +52,7 @@ protected:
                     places[{ToUpperCase(file.SectionName(id)), ToUpperCase(file.KeyName(line))}];
                 const bool isMoved =
                     Settings().Files().FileOf(file.SectionName(id), file.KeyName(line)) != 0;
-                const bool isRead = !isMoved && isFirst && !file.IsRepeated(line);
+                const bool isRead = !isMoved && isFirst && !file.IsRepeated(id, line);
                 unread[isMoved ? IgnoredLine::Reason::LeftBehind : IgnoredLine::Reason::Repeated] +=
                     isRead ? 0 : 1;
                 EXPECT_TRUE(!isRead || others == (described > 0 ? 0 : 1))

@@ -6,10 +6,9 @@ namespace tamarind {
 // block. Needs no memory of its own.
 void ReportUnexpected() noexcept;
 
-// Calls `function`; when it fails, reports that and gives `failed` back.
-template <typename Result, typename Function>
 // Calls `function` and returns its result. If it throws, reports that and returns `failed`. No
 // exception may leave a procedure that Windows calls.
+template <typename Result, typename Function>
 Result Guarded(Result failed, Function function) noexcept {
     try {
         return function();

@@ -4,9 +4,8 @@
 
 namespace tamarind {
 
-// Runs a function when the scope is left, however that happens.
-template <typename Function>
 // Runs a function at the end of the scope, however it is left. The function must not throw.
+template <typename Function>
 class ScopeExit {
 public:
     explicit ScopeExit(Function function) : m_function(std::move(function)) {}
