@@ -50,10 +50,6 @@ bool frmConflicts::Show(HWND owner, std::vector<ValueConflict>& conflicts) {
 }
 
 void frmConflicts::OnInit() {
-    std::vector<ReportColumn> columns;
-    for (const std::uint16_t number : kColumnTexts) {
-        columns.push_back({m_style.text(number)});
-    }
     m_mark = MarkOfThisSystem();
     ReportRows rows;
     rows.text = [this](int row, int column) { return CellText(row, column); };
@@ -62,7 +58,8 @@ void frmConflicts::OnInit() {
     };
     rows.onSelected = [this](int) { ShowChoices(); };
     rows.onToggled = [this](int row) { OnToggled(row); };
-    lstConflicts.Attach(Handle(), IDC_CONFLICTS_LSTCONFLICTS, columns, std::move(rows));
+    lstConflicts.Attach(Handle(), IDC_CONFLICTS_LSTCONFLICTS,
+                        TextColumns(m_style.text, kColumnTexts), std::move(rows));
     lstConflicts.SetRowCount(static_cast<int>(m_conflicts.size()));
     lstConflicts.SelectRow(0);
     CenterForm(Handle());

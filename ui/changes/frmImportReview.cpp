@@ -66,16 +66,13 @@ void frmImportReview::AddGroup(std::size_t first, std::size_t count) {
 }
 
 void frmImportReview::OnInit() {
-    std::vector<ReportColumn> columns;
-    for (const std::uint16_t number : kColumnTexts) {
-        columns.push_back({m_style.text(number)});
-    }
     ReportRows rows;
     rows.text = [this](int row, int column) { return CellText(row, column); };
     rows.tone = [this](int row, int column) { return ToneOf(row, column); };
     rows.onToggled = [this](int row) { Toggle(row); };
     rows.isChecked = [this](int row) { return IsChecked(row); };
-    lstKeys.Attach(Handle(), IDC_IMPORT_LSTKEYS, columns, std::move(rows));
+    lstKeys.Attach(Handle(), IDC_IMPORT_LSTKEYS, TextColumns(m_style.text, kColumnTexts),
+                   std::move(rows));
     lstKeys.SetRowCount(static_cast<int>(m_rows.size()));
     lstKeys.SelectRow(0);
     CenterForm(Handle());

@@ -77,24 +77,16 @@ void frmPendingChanges::Open(HWND owner) {
 void frmPendingChanges::ApplyLanguage() {
     if (Handle() != nullptr) {
         ResizableDialog::ApplyLanguage();
-        lstChanges.SetTitles(Titles());
+        std::vector<std::wstring> titles;
+        for (ReportColumn& column : TextColumns(m_style.text, kColumnTexts)) {
+            titles.push_back(std::move(column.title));
+        }
+        lstChanges.SetTitles(std::move(titles));
         Refresh();
     }
 }
 
-std::vector<std::wstring> frmPendingChanges::Titles() const {
-    std::vector<std::wstring> titles;
-    for (const std::uint16_t number : kColumnTexts) {
-        titles.push_back(m_style.text(number));
-    }
-    return titles;
-}
-
 void frmPendingChanges::OnInit() {
-    std::vector<ReportColumn> columns;
-    for (std::wstring& title : Titles()) {
-        columns.push_back({std::move(title)});
-    }
     ReportRows changes;
     changes.text = [this](int row, int column) { return CellText(row, column); };
     changes.tone = [this](int row, int column) {
@@ -104,7 +96,8 @@ void frmPendingChanges::OnInit() {
     changes.onSelected = [this](int) { EnableButtons(); };
     changes.onActivated = [this](int) { GoTo(); };
     changes.onKey = [this](WPARAM key) { return OnListKey(key); };
-    lstChanges.Attach(Handle(), IDC_PENDING_LSTCHANGES, columns, std::move(changes));
+    lstChanges.Attach(Handle(), IDC_PENDING_LSTCHANGES, TextColumns(m_style.text, kColumnTexts),
+                      std::move(changes));
     ReportRows lines;
     lines.text = [this](int row, int) { return LineAt(row).text; };
     lines.tone = [this](int row, int) { return LineAt(row).tone; };

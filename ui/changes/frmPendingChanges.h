@@ -46,7 +46,6 @@ private:
     void OnCommand(int id);
     bool OnListKey(WPARAM key);
     void SetListFont();
-    std::vector<std::wstring> Titles() const;
 
     void Refresh();
     void MakeLines();

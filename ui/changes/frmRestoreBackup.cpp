@@ -88,21 +88,18 @@ void frmRestoreBackup::OnInit() {
 }
 
 void frmRestoreBackup::MakeLists() {
-    std::vector<ReportColumn> columns;
-    for (const std::uint16_t number : kBackupTexts) {
-        columns.push_back({m_style.text(number), true});
+    std::vector<ReportColumn> columns = TextColumns(m_style.text, kBackupTexts);
+    for (ReportColumn& column : columns) {
+        column.isNumber = true;
     }
     ReportRows backups;
     backups.text = [this](int row, int column) { return BackupText(row, column); };
     backups.onSelected = [this](int row) { OnBackupSelected(row); };
     lstBackups.Attach(Handle(), IDC_RESTORE_LSTBACKUPS, columns, std::move(backups));
-    columns.clear();
-    for (const std::uint16_t number : kDifferenceTexts) {
-        columns.push_back({m_style.text(number)});
-    }
     ReportRows differences;
     differences.text = [this](int row, int column) { return DifferenceText(row, column); };
-    lstDifferences.Attach(Handle(), IDC_RESTORE_LSTDIFFERENCES, columns, std::move(differences));
+    lstDifferences.Attach(Handle(), IDC_RESTORE_LSTDIFFERENCES,
+                          TextColumns(m_style.text, kDifferenceTexts), std::move(differences));
 }
 
 void frmRestoreBackup::FillFiles() {

@@ -30,10 +30,8 @@ frmIgnoredLines::frmIgnoredLines(IgnoredLinesEditor& lines, const DialogStyle& s
       m_style(style) {}
 
 void frmIgnoredLines::OnInit() {
-    std::vector<ReportColumn> columns;
-    for (const std::uint16_t number : kColumnTexts) {
-        columns.push_back({m_style.text(number), number == kColumnTexts[kNumberColumn]});
-    }
+    std::vector<ReportColumn> columns = TextColumns(m_style.text, kColumnTexts);
+    columns[kNumberColumn].isNumber = true;
     ReportRows rows;
     rows.text = [this](int row, int column) { return CellText(row, column); };
     rows.onSelected = [this](int) { EnableButtons(); };

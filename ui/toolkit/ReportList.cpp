@@ -69,6 +69,15 @@ COLORREF ColorOfTone(CellTone tone) {
 
 }  // namespace
 
+std::vector<ReportColumn> TextColumns(const TextByNumber& text,
+                                      std::span<const std::uint16_t> titles) {
+    std::vector<ReportColumn> columns;
+    for (const std::uint16_t number : titles) {
+        columns.push_back({text(number)});
+    }
+    return columns;
+}
+
 ReportList::ReportList() {
     INITCOMMONCONTROLSEX controls{};
     controls.dwSize = sizeof(controls);

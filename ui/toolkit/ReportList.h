@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "ui/toolkit/DialogTexts.h"
 #include "ui/toolkit/OwnerDataList.h"
 
 namespace tamarind {
@@ -13,6 +16,10 @@ struct ReportColumn {
     std::wstring title;
     bool isNumber = false;  // numbers stand at the right; not in the first column
 };
+
+// A column of texts for each of these numbers of titles.
+std::vector<ReportColumn> TextColumns(const TextByNumber& text,
+                                      std::span<const std::uint16_t> titles);
 
 // How the text of a cell looks.
 enum class CellTone { Normal, Pale, Removed, Added, Heading };
