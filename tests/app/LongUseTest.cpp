@@ -203,7 +203,10 @@ protected:
     // manager may have given the keyboard to nobody when windows came and went quickly.
     void Send(const std::string& input) { SendTo(Top(), input); }
     void SendTo(HWND window, const std::string& input) {
-        m_log.push_back(ClassOf(window) + ": " + input);
+        const HWND focus = ThreadInfo().hwndFocus;
+        m_log.push_back(ClassOf(window) +
+                        (focus == nullptr ? "" : " " + std::to_string(GetDlgCtrlID(focus))) + ": " +
+                        input);
         const std::string outer = std::to_string(
             reinterpret_cast<std::uintptr_t>(GetPropW(window, L"__wine_x11_whole_window")));
         SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
@@ -327,7 +330,7 @@ protected:
         ReadFile(file.Get(), text.data(), static_cast<DWORD>(text.size()), &done, nullptr);
         const std::string own = kWriterMark + std::to_string(m_written);
         if (const std::size_t at = text.find(own + "\r\n"); m_written > 0) {
-            ASSERT_NE(at, std::string::npos) << own << " is not in\n" << text;
+            ASSERT_NE(at, std::string::npos) << own << " is not in\n" << text.substr(0, 2000);
             text.erase(at, own.size() + 2);
         }
         text.insert(text.starts_with("\xEF\xBB\xBF") ? 3 : 0,

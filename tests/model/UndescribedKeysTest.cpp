@@ -84,6 +84,7 @@ TEST_F(UndescribedKeysTest, EachSectionHasACategory) {
     EXPECT_EQ(Texts().Counter(), "3  Key(s)");
     EXPECT_THAT(RowsOfNode(5), ElementsAre("Own=5", "Off=2"));
     EXPECT_EQ(Selection().Rows().Description(), "The data file does not describe this key.");
+    EXPECT_EQ(Selection().Rows().Store().Size(), 5U) << "those of other sections wait";
     EXPECT_EQ(DataFile().MaxDescriptionUnits(), 0U);
     EXPECT_FALSE(States().IsEnabled(Command::FavoritesAdd)) << "favorites are of the data file";
     EXPECT_THAT(RowsOfNode(6), ElementsAre("a_SearchFor=x"));

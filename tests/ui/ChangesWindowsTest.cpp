@@ -247,6 +247,18 @@ TEST_F(MainWindowTest, AnImportIsChosenRowByRow) {
             EXPECT_EQ(checks(), expected);
             EXPECT_TRUE(GetUpdateRect(list, nullptr, FALSE)) << "other rows may have changed, too";
         }
+        const auto clickAt = [&](int fromLabel) {
+            const RECT label = PlaceOfRow(list, 5, LVIR_LABEL);
+            NMITEMACTIVATE click{};
+            click.hdr = {list, IDC_IMPORT_LSTKEYS, static_cast<UINT>(NM_CLICK)};
+            click.ptAction = {label.left + fromLabel, (label.top + label.bottom) / 2};
+            SendMessageW(GetParent(list), WM_NOTIFY, IDC_IMPORT_LSTKEYS,
+                         reinterpret_cast<LPARAM>(&click));
+            return checks();
+        };
+        EXPECT_EQ(clickAt(10), "-x---x") << "on its text";
+        EXPECT_EQ(clickAt(-10), "-x----") << "on its box";
+        EXPECT_EQ(clickAt(-10), "-x---x");
         Click(IDOK);
     };
     Show(L"frmImportReview", act, [&] { EXPECT_TRUE(prompts.ReviewImport(review)); });

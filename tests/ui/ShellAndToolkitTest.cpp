@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "tests/ui/WindowDriver.h"
+#include "ui/main/ValueBarLayout.h"
 #include "ui/shell/RealOtherPrograms.h"
 #include "ui/shell/cCommonDialog.h"
 #include "ui/shell/cFontDlg.h"
@@ -165,6 +166,30 @@ TEST(SplitterLayout, PlacesBarAndPanes) {
             // A drag stops before it makes a pane smaller than that.
             EXPECT_FALSE(AcceptsDrag(geometry, geometry.minFirst));
         }
+    }
+}
+
+TEST(ValueBarLayout, PartsGiveWayInTheirOrder) {
+    const struct {
+        int width;
+        bool isWarning;
+        int name, field, note, reset;
+    } cases[] = {
+        {1000, true, 80, 100, 60, 25}, {265, true, 80, 40, 60, 25}, {264, false, 80, 40, 59, 25},
+        {264, true, 50, 69, 60, 25},   {235, true, 50, 40, 60, 25}, {234, true, 50, 69, 60, 0},
+        {205, true, 50, 40, 60, 0},    {204, true, 50, 40, 59, 0},  {165, true, 50, 40, 20, 0},
+        {164, true, 50, 64, 0, 0},     {140, true, 50, 40, 0, 0},   {139, true, 49, 40, 0, 0},
+        {110, true, 20, 40, 0, 0},     {109, true, 20, 39, 0, 0},   {50, true, 20, 0, 0, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.width);
+        const ValueBarWidths widths =
+            ShareValueBar({50, 80, 20, 40, 100, 30, 60, 20, c.isWarning, 25, 5}, c.width);
+        EXPECT_EQ(widths.name, c.name);
+        EXPECT_EQ(widths.showsState, c.name == 80);
+        EXPECT_EQ(widths.field, c.field);
+        EXPECT_EQ(widths.note, c.note);
+        EXPECT_EQ(widths.reset, c.reset);
     }
 }
 

@@ -174,6 +174,18 @@ TEST_F(ValueBarTest, ChoicesAreChosenByKeys) {
     EXPECT_EQ(Row(0), "On=0");
 }
 
+TEST_F(ValueBarTest, ABarThatWasNeverShownHasChoices) {
+    PutOwnSettings("ValueBarVisible=0\r\n");
+    Start();
+    Go(2);
+    Press(kIdListView1, VK_F4);
+    ASSERT_TRUE(IsWindowVisible(Choices()));
+    EXPECT_TRUE(ListView_GetCheckState(Choices(), 0)) << "33 has a 1";
+    Press(kIdLstChoices, VK_SPACE);
+    Press(kIdLstChoices, VK_RETURN);
+    EXPECT_EQ(Row(2), "Sum=32");
+}
+
 TEST_F(ValueBarTest, TypedTextIsStoredByEnterAlone) {
     Start();
     Go(3);
