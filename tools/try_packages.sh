@@ -232,6 +232,40 @@ try_portable() {
     expect "data files open with it" opens_with HKCR "$(command_of "$drive/portable/TamarindEditor.exe")"
 }
 
+# set_own NAME VALUE SECTION: in the portable copy's own settings.
+set_own() {
+    sed -i "/^$1=/d; s|^\[$3\]|&\r\n$1=${2//\\/\\\\}|" "$drive/portable/tamarind editors.ini"
+}
+# shines_at_least PERCENT: the light of the window, on average.
+shines_at_least() {
+    local light
+    light=$(import -window "$window" -colorspace Gray -format '%[fx:round(100*mean)]' info:)
+    echo "  light: $light %"
+    [[ $light -ge $1 ]]
+}
+says() {
+    [[ $(run_wine "$probe" status "$1") == *"$2"* ]]
+}
+try_languages_and_themes() {
+    local language word counter=3077 # the number of "Key(s)", which stands in the third part of the status bar
+    echo "The portable copy in other languages and themes:"
+    set_own UseDefaultLanguage 0 ConfigurationEditor
+    for language in German French Arabic; do
+        word=$(sed -n "s/^$counter=//p" "$drive/portable/Languages/$language.lng" | tr -d '\r')
+        set_own LanguageFile "$(windows_path "$drive/portable/Languages/$language.lng")" Common
+        set_own Theme 1 ConfigurationEditor
+        expect "the editor starts" start_editor "$drive/portable/TamarindEditor.exe"
+        expect "it is in $language" says 2 "$word"
+        expect "it is light" shines_at_least 70
+        expect "the editor closes" close_editor
+        set_own Theme 2 ConfigurationEditor
+        expect "the editor starts" start_editor "$drive/portable/TamarindEditor.exe"
+        expect "it is in $language" says 2 "$word"
+        expect "it is dark" not shines_at_least 40
+        expect "the editor closes" close_editor
+    done
+}
+
 # In a folder that cannot be written to. As root the rights of another user are taken for it, with a prefix of his own.
 try_read_only() {
     echo "The portable copy in a read-only folder:"
@@ -439,6 +473,7 @@ try_while_running
 try_impossible_folder
 try_changed_data_file
 try_portable
+try_languages_and_themes
 try_association
 try_read_only
 wait_for_wine
