@@ -104,13 +104,13 @@ public:
     // from them.
     KeyLines FindKeyForms(SectionId section, std::string_view name, std::uint32_t hash) const;
 
-    // The active keys of that name in all sections, in the order of the file as it was read. Unlike
-    // a look-up in each section it makes no tables, of which a file of very many sections would
-    // need as many.
     struct PlacedKey {
         SectionId section = 0;
         LineId line = 0;
     };
+    // The active keys of that name in all sections, in the order of the file, which must not have
+    // been edited. Unlike a look-up in each section it makes no tables, of which a file of very
+    // many sections would need as many.
     std::vector<PlacedKey> KeysNamed(std::string_view name) const;
 
     // Gives back the memory that look-ups in a section have taken, if it was the last one in which
