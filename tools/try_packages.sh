@@ -234,7 +234,9 @@ try_portable() {
 
 # set_own NAME VALUE SECTION: in the portable copy's own settings.
 set_own() {
-    sed -i "/^$1=/d; s|^\[$3\]|&\r\n$1=${2//\\/\\\\}|" "$drive/portable/tamarind editors.ini"
+    local file=$drive/portable/tamarind\ editors.ini
+    holds "$file" "^\[$3\]" || printf '[%s]\r\n' "$3" >>"$file"
+    sed -i "/^$1=/d; s|^\[$3\]|&\r\n$1=${2//\\/\\\\}|" "$file"
 }
 # shines_at_least PERCENT: the light of the window, on average.
 shines_at_least() {
