@@ -422,8 +422,9 @@ forget_type() {
     run_wine reg delete 'HKCR\Fernedit' /f >/dev/null 2>&1 || true
     run_wine reg delete 'HKCU\Software\Classes\Fernedit' /f >/dev/null 2>&1 || true
 }
+# The editor registers itself when nobody waits for it any more.
 start_and_close() {
-    start_editor "$1" && close_editor
+    start_editor "$1" && sleep 2 && close_editor
 }
 
 # Wine knows no user who may not write for all users; that the copy registered itself for one is done by hand.
