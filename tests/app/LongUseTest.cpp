@@ -318,18 +318,19 @@ protected:
         Send("key Return");
     }
 
-    // Whether the file has what a backup of it has, and what it had before, with `own`, is another
-    // backup: keys may have found their way through the menu to the window that restores one.
+    // Keys may have found their way through the menu to the window that restores a backup. Then
+    // `own` is in the backup of what was replaced, and the file, or the backup of it that a save
+    // has made since, is like another one.
     bool IsRestored(const std::string& text, const std::string& own) const {
-        bool isBackup = false;
-        bool isOwnKept = false;
+        Strings contents = {text};
         for (const auto& entry : std::filesystem::directory_iterator(Path(L"Wincmd.ini backups"))) {
-            const std::string backup =
-                Read(L"Wincmd.ini backups\\" + entry.path().filename().wstring());
-            isBackup |= backup == text;
-            isOwnKept |= backup.find(own) != std::string::npos;
+            contents.push_back(Read(L"Wincmd.ini backups\\" + entry.path().filename().wstring()));
         }
-        return isBackup && isOwnKept;
+        std::ranges::sort(contents);
+        return std::ranges::adjacent_find(contents) != contents.end() &&
+               std::ranges::any_of(contents, [&](const std::string& content) {
+                   return content.find(own) != std::string::npos;
+               });
     }
 
     // A program that keeps a line of its own in the file, and sometimes changes a key. While it
