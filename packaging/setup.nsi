@@ -51,7 +51,7 @@ VIAddVersionKey "CompanyName" "${PUBLISHER}"
 VIAddVersionKey "FileDescription" "Setup of ${PRODUCT}"
 VIAddVersionKey "FileVersion" "${VERSION}"
 VIAddVersionKey "ProductVersion" "${VERSION}"
-VIAddVersionKey "LegalCopyright" "${PUBLISHER}. MIT licence."
+VIAddVersionKey "LegalCopyright" "${PUBLISHER}. MIT license."
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"

@@ -49,7 +49,7 @@ def lay_out(folder, program, version, time):
                 shutil.copyfile(file, folder / name / file.name)
     subprocess.run([ROOT / "tools" / "make_help.sh", folder], check=True,
                    env={**os.environ, "SOURCE_DATE_EPOCH": str(time)})
-    write_windows_text(folder / "Licence.txt", (ROOT / "LICENSE").read_text(encoding="utf-8"))
+    write_windows_text(folder / "License.txt", (ROOT / "LICENSE").read_text(encoding="utf-8"))
     readme = (PACKAGING / "Readme.txt").read_text(encoding="utf-8")
     write_windows_text(folder / "Readme.txt", filled(readme, {"VERSION": version}))
     for file in files_of(folder):

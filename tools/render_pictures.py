@@ -42,8 +42,8 @@ def render_strip(svgs: list[Path], size: int) -> Image.Image:
 def planes(picture: Image.Image) -> bytes:
     """The planes of blue, green, red and alpha one after the other.
 
-    Separate planes hold far longer runs than interleaved pixels do. The colours are not multiplied by the alpha,
-    which image lists want and which keeps a shape's colour the same up to its smooth edge.
+    Separate planes hold far longer runs than interleaved pixels do. The colors are not multiplied by the alpha,
+    which image lists want and which keeps a shape's color the same up to its smooth edge.
     """
     red, green, blue, alpha = picture.split()
     return b"".join(plane.tobytes() for plane in (blue, green, red, alpha))

@@ -127,7 +127,6 @@ private:
         m_isTree = true;
     }
 
-    // Its size is a power of two.
     std::vector<std::uint32_t> m_slots;  // a power of two, at most three quarters of them used
     std::size_t m_used = 0;              // erased ones included
     bool m_isTree = false;

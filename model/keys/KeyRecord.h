@@ -25,8 +25,8 @@ KeyState PendingStateFor(KeyState state);
 enum class KeyIcon : std::uint8_t { Numeric = 1, Text = 2, Commented = 3 };
 
 enum class KeyColor : std::uint8_t {
-    Active,  // the colour that the options set for active keys
-    Gray,    // the system's colour for disabled text
+    Active,  // the color that the options set for active keys
+    Gray,    // the system's color for disabled text
 };
 
 // What a row of the key list looks like besides its text.

@@ -27,7 +27,7 @@ struct FavoritesChange {
 };
 
 // The names of the rows that the key list shows, sorted, so that a look-up tells whether the key of
-// a favorite is among them. Favorites whose key is not are grey in the menu and in the organize
+// a favorite is among them. Favorites whose key is not are gray in the menu and in the organize
 // window.
 class ShownNames {
 public:

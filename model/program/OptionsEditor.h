@@ -17,7 +17,7 @@ public:
     virtual void OnOptionsEnd() {}  // the dialog is gone
 };
 
-// The state of the options dialog. Colours and the font are put into the settings at once,
+// The state of the options dialog. Colors and the font are put into the settings at once,
 // everything else by Apply; other windows show neither before that.
 class OptionsEditor {
 public:
@@ -49,7 +49,7 @@ public:
     bool BrowseLanguageFile();
     bool SelectColor(Color color);
     bool SelectFont();
-    // As the settings store it: a COLORREF, or a system colour with the high bit set.
+    // As the settings store it: a COLORREF, or a system color with the high bit set.
     std::int32_t ColorSetting(Color color) const;
 
     // Whether there is something to apply.

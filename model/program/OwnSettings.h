@@ -6,7 +6,7 @@
 namespace tamarind {
 
 // The program's own settings while it runs. Flags are numbers: 0 is false, anything else is true.
-// Positions and sizes are in twips. A colour is a COLORREF, or a system colour with the high bit
+// Positions and sizes are in twips. A color is a COLORREF, or a system color with the high bit
 // set.
 struct OwnSettings {
     std::int32_t commandListShowLines = 0;

@@ -85,7 +85,7 @@ constexpr SettingRow kRows[] = {
     {"FilterBarVisible", kEditor, &OwnSettings::filterBarVisible, "1", nullptr, Written::OnSave},
     {"UndescribedVisible", kEditor, &OwnSettings::undescribedVisible, "1", nullptr,
      Written::OnSave},
-    // Who had the program before keeps the colours that it had.
+    // Who had the program before keeps the colors that it had.
     {"Theme", kEditor, &OwnSettings::theme, "1", "0", Written::OnSave},
     {"RecentFilters", kEditor, &OwnSettings::recentFilters, "", nullptr, Written::OnSave},
     {"KeyListColumns", kEditor, &OwnSettings::keyListColumns, "", nullptr, Written::OnSave},

@@ -43,7 +43,7 @@ public:
     // Reads the settings of the options dialog again. Nothing changes if the file cannot be read.
     void ReloadOptions();
 
-    // False while colours and font are chosen but not applied: they are not written then. Reading
+    // False while colors and font are chosen but not applied: they are not written then. Reading
     // them again restores those of the file and sets it to true.
     void SetLookApplied(bool isApplied) { m_isLookApplied = isApplied; }
 

@@ -137,7 +137,7 @@ constexpr TextRow kTexts[] = {
     {4019,
      "Knows every key of Total Commander's settings files, says what each is for, and changes "
      "them safely."},
-    {4020, "Free software under the MIT licence."},
+    {4020, "Free software under the MIT license."},
     {4021, "Restore &Backup..."},
     {4022, "Restore Backup"},
     {4023, "Backups:"},

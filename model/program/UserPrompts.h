@@ -91,11 +91,11 @@ public:
     // Starts with `font` and puts the user's choice into it. False if they cancel.
     virtual bool FontSelect(FontChoice& font) = 0;
 
-    // The chosen colour as a decimal number, or the MissingValueMarker if the user cancels. The
-    // dialog starts with the colour of StartColorAt, if that was called since the last time, or
+    // The chosen color as a decimal number, or the MissingValueMarker if the user cancels. The
+    // dialog starts with the color of StartColorAt, if that was called since the last time, or
     // else with the last choice.
     virtual std::string ColorSelect() = 0;
-    // As the settings store it: a COLORREF, or a system colour with the high bit set.
+    // As the settings store it: a COLORREF, or a system color with the high bit set.
     virtual void StartColorAt(std::int32_t color) = 0;
 
     // Lets the user choose for each conflict. False if they cancel.

@@ -44,7 +44,7 @@ class WorkplaceListener {
 public:
     virtual ~WorkplaceListener() = default;
     virtual void OnCommandsChanged() {}  // enabled or checked states
-    virtual void OnLookChanged() {}      // colours, fonts and borders of the own settings
+    virtual void OnLookChanged() {}      // colors, fonts and borders of the own settings
     virtual void OnLanguageChanged() {}  // all texts, and the direction of writing
     virtual void OnLanguageChosen() {}   // by the user, in the options; after the change
     virtual void OnNotice(const Notice&) {}

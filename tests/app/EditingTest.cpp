@@ -76,6 +76,21 @@ TEST_F(EditingTest, SeveralKeysChangeTogether) {
     EXPECT_TRUE(program.WaitForState(kUntouched));
 }
 
+TEST_F(EditingTest, FilterIsTypedAndLeft) {
+    const RunningProgram program = StartEditor();
+    program.TakeSteps({
+        {"ctrl+e h i d", "filter: ShowHidden=0"},
+        {"space z", "filter:"},
+        {"BackSpace BackSpace Down", "list: ShowHidden=0"},
+        {"Delete", "list: ShowHidden"},
+        {"Escape", "list: PanelsVertical=1 ShowHidden BackColor=5"},
+        // In the field the keys change nothing but its text.
+        {"ctrl+e b", "filter: BackColor=5"},
+        {"Home Delete", "filter: PanelsVertical=1 ShowHidden BackColor=5"},
+        {"b Return", "list: BackColor=5"},
+    });
+}
+
 // Each time also a save fails, which leaves the change pending.
 TEST_F(EditingTest, ClosingAsksWhatToDoWithChanges) {
     for (const int button : {IDCANCEL, IDNO, IDYES}) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <filesystem>
+#include <optional>
 #include <random>
 #include <set>
 #include <span>
@@ -14,6 +15,7 @@
 #include "core/system/UniqueHandle_win32.h"
 #include "core/text/WideText_win32.h"
 #include "model/program/Commands.h"
+#include "tests/app/OuterShell.h"
 #include "tests/app/ProcessObjects.h"
 #include "tests/app/RunningProgram.h"
 #include "ui/changes/ChangesIds.h"
@@ -168,6 +170,11 @@ protected:
         std::filesystem::copy_file("tests/data/corpus/" + std::string(OneOf(kFiles)),
                                    Path(L"Wincmd.ini"),
                                    std::filesystem::copy_options::overwrite_existing);
+        m_shell.emplace(Path(L""));
+    }
+    void TearDown() override {
+        m_shell.reset();
+        ProgramTest::TearDown();
     }
 
     static bool IsUsable(HWND window) {
@@ -209,25 +216,11 @@ protected:
                         input);
         const std::string outer = std::to_string(
             reinterpret_cast<std::uintptr_t>(GetPropW(window, L"__wine_x11_whole_window")));
-        SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-        const UniqueFile output(CreateFileW(Path(L"sent").c_str(), GENERIC_READ | GENERIC_WRITE,
-                                            FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
-                                            CREATE_ALWAYS, 0, nullptr));
-        STARTUPINFOW startup = {};
-        startup.cb = sizeof startup;
-        startup.dwFlags = STARTF_USESTDHANDLES;
-        startup.hStdOutput = startup.hStdError = output.Get();
-        PROCESS_INFORMATION process = {};
-        std::wstring line = Widen("sh -c \"[ $(xdotool getwindowfocus) = " + outer +
-                                  " ] || xdotool windowactivate " + outer + " sleep 0.1; xdotool " +
-                                  input + "; echo sent\"");
-        CreateProcessW(L"\\\\?\\unix\\bin\\sh", line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                       nullptr, &startup, &process);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-        const auto isSent = [&] { return GetFileSize(output.Get(), nullptr) >= 5; };
         // The window manager may hold the X server for a while.
-        ASSERT_TRUE(WaitUntil(isSent) || WaitUntil(isSent) || WaitUntil(isSent)) << input;
+        ASSERT_TRUE(m_shell->Run("[ $(xdotool getwindowfocus) = " + outer +
+                                 " ] || xdotool windowactivate " + outer + " sleep 0.1; xdotool " +
+                                 input))
+            << input;
     }
     // As a menu would do, which nobody can open while another menu or window is open: false then.
     bool Choose(Command command) {
@@ -482,6 +475,7 @@ protected:
         return steps;
     }
 
+    std::optional<OuterShell> m_shell;
     HWND m_main = nullptr;
     HWND m_used = nullptr;  // before
     std::mt19937 m_random;

@@ -107,6 +107,7 @@ std::string RunningProgram::State() const {
                         : focus == kIdTreeView1         ? "tree:"
                         : focus == kIdTxtValue          ? "value:"
                         : focus == kIdTxtDescriptionBox ? "description:"
+                        : focus == kIdTxtFilter         ? "filter:"
                                                         : "(none)";
     for (const std::string& row : RowsIn(Control(kIdListView1))) {
         state += " " + row;

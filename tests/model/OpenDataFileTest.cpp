@@ -26,7 +26,7 @@ TEST_F(OpenDataFileTest, DescriptionsAreWrittenIntoTheirEntriesOnly) {
     EXPECT_EQ(data(), expected);
     EXPECT_FALSE(States().IsEnabled(Command::FileSaveDataFile));
 
-    // A file that can not be written: a message, and the text still waits.
+    // A file that cannot be written: a message, and the text still waits.
     Selection().Rows().ShowKeyDetails(1);
     DataFile().ChangeDescription("again");
     world.disk.FailReplaces(SessionWorld::kWincmdData, FileError::ReadOnly);

@@ -176,7 +176,7 @@ TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     EXPECT_EQ(world.disk.BytesOf("C:\\TC\\new.ini"), "[T]\r\nC=4\r\n");
     EXPECT_THAT(Saved(), HasSubstr("[S]\nA=1\nRedirectSection"));
 
-    // A file that can not be written is named; the others are written.
+    // A file that cannot be written is named; the others are written.
     Set(0, "5");
     Set(3, "6");
     world.disk.FailReplaces(kOther, FileError::ReadOnly);

@@ -49,7 +49,7 @@ TEST_F(RecentSettingsTest, RecentFilesMoveToTheTopAndLeaveWhenTheyAreGone) {
         world.disk.FailReplaces(name, FileError::ReadOnly);
         world.prompts.filesToChoose = {name};
         Session().AskOpenSettingsFile();
-        EXPECT_THAT(world.prompts.messages.back(), HasSubstr(name));  // can not be saved
+        EXPECT_THAT(world.prompts.messages.back(), HasSubstr(name));  // cannot be saved
     }
     EXPECT_THAT(captions(),
                 ElementsAre("&1 c:\\A.INI", "&2 C:\\R&&D\\b.ini", "&3 C:\\TC\\Wincmd.ini"));

@@ -77,7 +77,7 @@ TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     const std::string before = world.disk.BytesOf(SessionWorld::kOwnSettings);
     world.prompts.colorsToChoose = {"255", "16711935"};
     world.prompts.fontsToChoose = {{"New", 12, 1, 204}};
-    // Colours and the font count at once, and only until the window opens again.
+    // Colors and the font count at once, and only until the window opens again.
     options.Begin();
     EXPECT_TRUE(options.SelectColor(OptionsEditor::Color::Text) && options.SelectFont());
     EXPECT_FALSE(options.BrowseLanguageFile()) << "it was cancelled";
@@ -101,7 +101,7 @@ TEST_F(WorkplaceTest, OptionsCountAtOnceAndAreStoredWhenTheyAreApplied) {
     Selection().Rows().ShowKeyDetails(1);
     EXPECT_EQ(Selection().Rows().Description(), "nichts");
 
-    // A settings file that can not be read changes nothing; one that can not be written is named
+    // A settings file that cannot be read changes nothing; one that cannot be written is named
     // once, as is a language that is gone by then.
     world.disk.FailReads(SessionWorld::kOwnSettings, FileError::InUse);
     options.Begin();

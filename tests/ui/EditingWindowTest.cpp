@@ -98,7 +98,7 @@ TEST_F(EditingWindowTest, AButtonFirstClosesTheBox) {
     EXPECT_EQ(Rows()[0], "PanelsVertical");
 }
 
-TEST_F(EditingWindowTest, ColourKeysHaveASample) {
+TEST_F(EditingWindowTest, ColorKeysHaveASample) {
     Start();
     Press(kIdListView1, VK_END);
     EXPECT_TRUE(IsWindowVisible(Sample()));
@@ -106,7 +106,7 @@ TEST_F(EditingWindowTest, ColourKeysHaveASample) {
         UpdateWindow(Sample());
         return GetPixel(ScreenDC(Sample()).Get(), x, y);
     };
-    EXPECT_EQ(TextOf(Sample()), "");  // the system's colour: a cross
+    EXPECT_EQ(TextOf(Sample()), "");  // the system's color: a cross
     EXPECT_EQ(colorAt(4, 4), GetSysColor(COLOR_BTNTEXT));
     EXPECT_EQ(colorAt(4, 20), GetSysColor(COLOR_BTNTEXT));
     EXPECT_EQ(colorAt(20, 4), GetSysColor(COLOR_BTNTEXT));

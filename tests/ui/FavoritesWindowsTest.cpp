@@ -14,7 +14,7 @@ protected:
     static HWND Organizer() { return FindWindowW(L"frmOrganizeFavorites", nullptr); }
     static HWND FavoriteList() { return GetDlgItem(Organizer(), IDC_ORGANIZE_LISTVIEW1); }
     static HWND LabelBox() { return ListView_GetEditControl(FavoriteList()); }
-    // What the organizer's list shows, grey rows as "(text)" and the selected one as "[text]".
+    // What the organizer's list shows, gray rows as "(text)" and the selected one as "[text]".
     static Strings Favorites() {
         Strings texts = RowsIn(FavoriteList());
         for (int row = 0; std::string & text : texts) {

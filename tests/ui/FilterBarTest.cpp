@@ -18,7 +18,7 @@ protected:
         }
     }
     std::string Counter() const { return Told(kIdStatusBar1, SB_GETTEXTW, 2); }
-    // How many of its pixels a control draws in a colour.
+    // How many of its pixels a control draws in a color.
     static int PixelsOf(HWND control, COLORREF color) {
         UpdateWindow(control);
         const ScreenDC dc(control);

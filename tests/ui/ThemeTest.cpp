@@ -136,7 +136,7 @@ TEST_F(ThemeTest, ColorsOfTheLightThemeAreReported) {
     } pairs[] = {
         {"active keys", RGB(0, 0, 255), GetSysColor(COLOR_WINDOW), 4.5},
         {"absent and commented keys", GetSysColor(COLOR_GRAYTEXT), GetSysColor(COLOR_WINDOW), 2},
-        {"texts on the colour of controls", GetSysColor(COLOR_WINDOWTEXT), kControlsBackColor, 4.5},
+        {"texts on the color of controls", GetSysColor(COLOR_WINDOWTEXT), kControlsBackColor, 4.5},
         {"gray on yellow, as chosen", ListText(), ListBack(), 2},
     };
     for (const auto& pair : pairs) {

@@ -26,7 +26,7 @@ constexpr Anchor kAnchors[] = {
     {IDCANCEL, 100, 100, 100, 100},
 };
 
-// Colour alone must not tell which value stays, so it has a mark. The check mark comes from a
+// Color alone must not tell which value stays, so it has a mark. The check mark comes from a
 // symbol font, which not every system has; the other mark is in all fonts.
 const wchar_t* MarkOfThisSystem() {
     return HasFont(L"Segoe UI Symbol") ? kMark : kPlainMark;

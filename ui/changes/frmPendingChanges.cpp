@@ -26,7 +26,7 @@ constexpr Anchor kAnchors[] = {
     {IDC_PENDING_CMDSAVE, 100, 100, 100, 100}, {IDCANCEL, 100, 100, 100, 100},
 };
 
-// The sign in front of a line says what colour alone must not.
+// The sign in front of a line says what color alone must not.
 std::wstring TextOf(const PreviewLine& line) {
     switch (line.kind) {
         case PreviewLine::Kind::Removed:

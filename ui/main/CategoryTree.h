@@ -24,7 +24,7 @@ public:
 
     // False if Windows cannot create the control.
     bool Create(HWND parent);
-    // Colours, font, border and pictures. The pictures stay owned by `look`, which must live until
+    // Colors, font, border and pictures. The pictures stay owned by `look`, which must live until
     // the next call.
     void ApplyLook(const MainLook& look);
     HWND Handle() const { return TreeView1.Handle(); }

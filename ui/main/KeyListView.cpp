@@ -241,7 +241,7 @@ void KeyListView::OnManyKeysChanged() {
     ShowColor();
 }
 
-// The sample is made when the first key with a colour is shown.
+// The sample is made when the first key with a color is shown.
 void KeyListView::ShowColor() {
     const auto key = m_selection.Rows().EditableKey();
     const auto sample = key ? m_values.ColorOf(*key) : std::nullopt;

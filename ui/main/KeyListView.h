@@ -14,7 +14,7 @@
 namespace tamarind {
 
 // The visible key list: one row for each key of KeySelection, with the box in which the current one
-// is edited and the sample of its colour. All three are in a window of their own that is never
+// is edited and the sample of its color. All three are in a window of their own that is never
 // mirrored, because box and sample are placed beside rows that run from left to right.
 class KeyListView final : public Window,
                           private VirtualListSource,
@@ -79,7 +79,7 @@ private:
     void OnNextKey();
     bool CreateInplaceEdit();
     void ApplyLookToInplaceEdit();
-    // Shows or hides the colour sample of the current key.
+    // Shows or hides the color sample of the current key.
     void ShowColor();
     void PlaceColorSample();
     void ShowNote();

@@ -13,7 +13,7 @@ namespace tamarind {
 namespace {
 
 // What the settings have at the first start: nobody has chosen these.
-constexpr std::int32_t kFirstForeground = -2147483640;  // the colour of texts in windows
+constexpr std::int32_t kFirstForeground = -2147483640;  // the color of texts in windows
 constexpr std::int32_t kFirstActiveKey = 0xFF0000;
 constexpr std::string_view kFirstFont = "MS Sans Serif";
 constexpr std::int32_t kFirstFontSize = 10;

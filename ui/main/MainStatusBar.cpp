@@ -6,6 +6,7 @@
 #include "core/text/WideText_win32.h"
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
+#include "ui/toolkit/Accessible.h"
 #include "ui/toolkit/Dpi.h"
 #include "ui/toolkit/Fonts.h"
 #include "ui/toolkit/Lengths.h"
@@ -19,8 +20,6 @@ constexpr int kTextMargin = 6;       // pixels beside a panel's text
 constexpr int kPictureGap = 4;       // pixels between its picture and its text
 constexpr UINT kNoticeMs = 3000;
 constexpr UINT kOfferMs = 30'000;  // of a restart
-// EVENT_OBJECT_LIVEREGIONCHANGED, which older headers lack.
-constexpr DWORD kLiveRegionChanged = 0x8019;
 
 }  // namespace
 
@@ -128,7 +127,6 @@ void MainStatusBar::ShowChanges() {
     }
 }
 
-// A screen reader is told that the text of the panel is another one, and reads it.
 void MainStatusBar::OnNotice(const Notice& notice) {
     m_notice = notice;
     UpdateParts();
@@ -139,9 +137,7 @@ void MainStatusBar::OnNotice(const Notice& notice) {
         cmdRestart.Show(false);
     }
     m_noticeEnd.Start(StatusBar1.Handle(), notice.offersRestart ? kOfferMs : kNoticeMs);
-    for (const DWORD event : {DWORD{EVENT_OBJECT_NAMECHANGE}, kLiveRegionChanged}) {
-        NotifyWinEvent(event, StatusBar1.Handle(), OBJID_CLIENT, kTargetPart + 1);
-    }
+    AnnounceText(StatusBar1.Handle(), kTargetPart + 1);
 }
 
 void MainStatusBar::EndNotice() {

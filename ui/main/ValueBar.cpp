@@ -7,6 +7,7 @@
 #include "core/text/WideText_win32.h"
 #include "model/program/StringTable.h"
 #include "ui/main/ControlIds.h"
+#include "ui/toolkit/Accessible.h"
 #include "ui/toolkit/WindowCalls.h"
 
 namespace tamarind {
@@ -14,8 +15,6 @@ namespace {
 
 constexpr UINT kPlaceCheckMs = 250;
 constexpr const wchar_t* kDownArrow = L"\u25BC";
-// EVENT_OBJECT_LIVEREGIONCHANGED, which older headers lack.
-constexpr DWORD kLiveRegionChanged = 0x8019;
 
 }  // namespace
 
@@ -244,9 +243,7 @@ void ValueBar::ShowObjection(std::string objection) {
     });
     Layout();
     if (isNew) {
-        NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, m_parts.lblNote.Handle(), OBJID_CLIENT,
-                       CHILDID_SELF);
-        NotifyWinEvent(kLiveRegionChanged, m_parts.lblNote.Handle(), OBJID_CLIENT, CHILDID_SELF);
+        AnnounceText(m_parts.lblNote.Handle());
     }
 }
 

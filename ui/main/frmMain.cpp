@@ -210,7 +210,7 @@ bool frmMain::OnCreate() {
                         m_panes.Create(Handle(), m_look) && m_statusBar.Create(Handle(), m_look);
     if (isMade && IsDark()) {
         ShowPalette();
-        m_panes.ApplyLook(m_look);  // the lists' colours are the user's again
+        m_panes.ApplyLook(m_look);  // the lists' colors are the user's again
     }
     return isMade;
 }

@@ -75,7 +75,7 @@ private:
 
     void ApplyLook(int dpi);
     Theme ThemeOfSettings() const;
-    // Gives all windows the colours of the theme.
+    // Gives all windows the colors of the theme.
     void ShowPalette();
     void ShowCaption();
     void Layout();

@@ -22,8 +22,8 @@ std::wstring FilterForDialog(FileFilter lngFilter);
 // chosen.
 DWORD SaveFlags(bool blnShowWarningMsg);
 
-// The system's dialogs for opening and saving files and for colours. Remembers the folders of the
-// last choices and the colours that the user has mixed. Each function returns the
+// The system's dialogs for opening and saving files and for colors. Remembers the folders of the
+// last choices and the colors that the user has mixed. Each function returns the
 // MissingValueMarker if the user cancels or the dialog cannot be shown. comdlg32.dll is loaded on
 // the first use.
 class cCommonDialog {
@@ -46,9 +46,9 @@ public:
                               FileFilter lngFilter, const std::string& strTitle,
                               bool blnShowWarningMsg);
 
-    // The chosen colour (COLORREF) as a decimal number.
+    // The chosen color (COLORREF) as a decimal number.
     std::string ColorSelect();
-    // The colour that the dialog starts with the next time.
+    // The color that the dialog starts with the next time.
     void StartColorAt(COLORREF color) { m_color = color; }
 
 private:

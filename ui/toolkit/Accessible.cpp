@@ -188,4 +188,11 @@ std::optional<LRESULT> AnswerGetObject(HWND window, WPARAM wParam, LPARAM lParam
     return answer;
 }
 
+void AnnounceText(HWND window, LONG part) {
+    // EVENT_OBJECT_LIVEREGIONCHANGED, which older headers lack.
+    constexpr DWORD kLiveRegionChanged = 0x8019;
+    NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, part);
+    NotifyWinEvent(kLiveRegionChanged, window, OBJID_CLIENT, part);
+}
+
 }  // namespace tamarind

@@ -22,4 +22,8 @@ struct AccessibleInfo {
 // for other objects than the window's client area, and where the system has no oleacc.dll.
 std::optional<LRESULT> AnswerGetObject(HWND window, WPARAM wParam, LPARAM lParam);
 
+// Tells screen readers that the text of a window, or of a part of it by the number that Windows
+// gives that part, is another one and to be read out.
+void AnnounceText(HWND window, LONG part = CHILDID_SELF);
+
 }  // namespace tamarind

@@ -10,7 +10,7 @@
 namespace tamarind {
 namespace {
 
-constexpr int kFocusMargin = 2;  // pixels at 96 DPI, around the colour
+constexpr int kFocusMargin = 2;  // pixels at 96 DPI, around the color
 
 bool IsEnterKey(const MSG* message) {
     return message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_RETURN;
@@ -37,7 +37,7 @@ std::optional<LRESULT> ColorButton::OnCommand(int, int code) {
     return 0;
 }
 
-// The focus is shown on the face of the button: on some colours it would not be seen.
+// The focus is shown on the face of the button: on some colors it would not be seen.
 std::optional<LRESULT> ColorButton::OnDrawItem(const DRAWITEMSTRUCT& item) {
     const bool isPressed = (item.itemState & ODS_SELECTED) != 0;
     RECT area = item.rcItem;

@@ -6,7 +6,7 @@
 
 namespace tamarind {
 
-// A button that shows a colour instead of a text; the Enter key presses it, too. In the dialog's
+// A button that shows a color instead of a text; the Enter key presses it, too. In the dialog's
 // template it is an owner-drawn button, whose invisible text names it to screen readers.
 class ColorButton final : public Control {
 public:

@@ -4,7 +4,7 @@
 
 namespace tamarind {
 
-// The kinds of controls that dialogs treat differently for texts, mirroring and colours.
+// The kinds of controls that dialogs treat differently for texts, mirroring and colors.
 enum class ControlKind {
     Label,
     CheckBox,

@@ -214,7 +214,7 @@ void DrawCheckMark(const DRAWITEMSTRUCT& item, int dpi, int color) {
     DeleteObject(line);
 }
 
-// Windows would draw its own arrow over this one, in its own colours.
+// Windows would draw its own arrow over this one, in its own colors.
 void DrawMenuArrow(const DRAWITEMSTRUCT& item, int dpi, int color) {
     const LONG size = ScaledPixels(4, dpi);
     const LONG right = item.rcItem.right - ScaledPixels(9, dpi);

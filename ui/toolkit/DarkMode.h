@@ -15,7 +15,7 @@ void ApplyPaletteToProgram();
 // The same for a control that was made in such a window.
 void ApplyPaletteToControl(HWND control);
 
-// Answers the messages by which a window is asked for the colours of its background, its controls
+// Answers the messages by which a window is asked for the colors of its background, its controls
 // and its menus while the palette is dark. Nothing for others.
 std::optional<LRESULT> AnswerPaletteMessage(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam);

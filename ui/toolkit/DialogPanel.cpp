@@ -10,7 +10,7 @@ namespace {
 
 constexpr DWORD kUseTabTexture = 6;  // ETDT_ENABLETAB
 
-// Themes draw the pages of tabs in another colour than dialogs (Microsoft:
+// Themes draw the pages of tabs in another color than dialogs (Microsoft:
 // EnableThemeDialogTexture).
 void UseTabBackground(HWND panel) {
     const auto enable =

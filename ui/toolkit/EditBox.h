@@ -35,7 +35,7 @@ public:
     void Select(std::size_t start, std::size_t length);
     // Marks parts of the text, until another text or other marks are set.
     void SetMarks(std::vector<MarkedPart> marks);
-    // Before the first call the box has the colours of the system.
+    // Before the first call the box has the colors of the system.
     void SetColors(COLORREF text, COLORREF background);
     // The distance of the text from the left and right edges, in pixels. A new font resets it.
     void SetMargins(int pixels);

@@ -16,7 +16,7 @@ public:
     // Does nothing if it shows the text already.
     void SetText(const std::wstring& text);
     const std::wstring& Text() const { return m_text; }
-    // Before the first call it has the colours of a dialog.
+    // Before the first call it has the colors of a dialog.
     void SetColors(COLORREF text, COLORREF background);
 
 private:

@@ -23,7 +23,7 @@ Function LateFunction(const wchar_t* library, const char* name) {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(address));
 }
 
-// One of the system's dialogs for files, colours and fonts.
+// One of the system's dialogs for files, colors and fonts.
 template <typename Function>
 Function DialogFunction(const char* name) {
     return LateFunction<Function>(L"comdlg32.dll", name);

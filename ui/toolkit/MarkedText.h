@@ -15,7 +15,7 @@ struct MarkedPart {
 };
 
 // Draws a piece of text as marked: on a background of its own, and underlined, so that no mark is
-// told by colour alone. `color` is that of the text around it. `clip` is in pixels of the dc.
+// told by color alone. `color` is that of the text around it. `clip` is in pixels of the dc.
 void DrawMark(HDC dc, POINT at, std::wstring_view piece, COLORREF color, const RECT& clip);
 
 // Draws a line of text with its marks, left in the bounds and in the middle of their height, in the

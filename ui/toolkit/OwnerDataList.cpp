@@ -68,7 +68,7 @@ void OwnerDataList::UseSelectionColors(NMLVCUSTOMDRAW& draw) const {
         const bool hasFocus = GetFocus() == Handle();
         draw.clrText = SelectionTextColor(hasFocus);
         draw.clrTextBk = SelectionColor(hasFocus);
-        // As long as a row says that it is selected, the list takes its own colours.
+        // As long as a row says that it is selected, the list takes its own colors.
         draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
     }
 }

@@ -51,7 +51,7 @@ protected:
     HFONT BoldFont() { return FontFor(true); }
     void ForgetFonts() { m_fonts = {}; }
 
-    // Gives the selected rows the colours of the dark palette, which the list would draw in those
+    // Gives the selected rows the colors of the dark palette, which the list would draw in those
     // of Windows. For the stage before a row is drawn.
     void UseSelectionColors(NMLVCUSTOMDRAW& draw) const;
 

@@ -7,15 +7,15 @@ namespace tamarind {
 // What the user has chosen in the options. The values are those of the own settings.
 enum class Theme { AsWindows, Light, Dark };
 
-// Chooses the colours of all windows of the program. High contrast goes before every theme. Returns
+// Chooses the colors of all windows of the program. High contrast goes before every theme. Returns
 // whether they are others than before.
 bool UseTheme(Theme theme);
 // Whether the palette is the dark one, which Windows knows nothing of.
 bool IsDark();
-// Whether the colours are those of high contrast, so that nobody's own ones count.
+// Whether the colors are those of high contrast, so that nobody's own ones count.
 bool IsHighContrast();
 
-// The colour of a part of a window: COLOR_WINDOW and the like, as GetSysColor has them, or of the
+// The color of a part of a window: COLOR_WINDOW and the like, as GetSysColor has them, or of the
 // dark palette.
 COLORREF PaletteColor(int index);
 // The same as a brush, which nobody may delete.

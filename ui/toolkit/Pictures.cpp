@@ -1,5 +1,5 @@
 // A resource holds all pictures of one list and size in a row: width and height in pixels (16 bits
-// each, low byte first), then four planes (blue, green, red, alpha) packed with PackBits. Colours
+// each, low byte first), then four planes (blue, green, red, alpha) packed with PackBits. Colors
 // are multiplied by their alpha.
 
 #include "ui/toolkit/Pictures.h"
@@ -22,7 +22,7 @@ constexpr int kSizes[] = {48, 32, 24, 20, 16};
 constexpr std::uint32_t kMostOfGray = 40;  // between the channels of a gray
 
 // The pictures of a resource side by side: planes of blue, green, red and alpha. As image lists
-// want them, the colours are not multiplied by their alpha.
+// want them, the colors are not multiplied by their alpha.
 struct Strip {
     int width = 0;
     int height = 0;
@@ -108,7 +108,7 @@ std::uint32_t PixelInLook(std::uint32_t pixel, PictureLook look) {
     return pixel;
 }
 
-// On a dark background gray lines become as light as they were dark; colours keep their hue.
+// On a dark background gray lines become as light as they were dark; colors keep their hue.
 std::uint32_t PixelForDark(std::uint32_t pixel) {
     const std::uint32_t channels[] = {pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF};
     const auto [least, most] = std::ranges::minmax(channels);

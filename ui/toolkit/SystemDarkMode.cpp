@@ -61,7 +61,7 @@ void UseSystemDarkModeFor(HWND window, bool isDark) {
         }
     } else if (IsClass(window, L"SysListView32") || IsClass(window, L"SysTreeView32") ||
                IsClass(window, L"Edit") || IsClass(window, L"ComboLBox")) {
-        // Their scroll bars; what is in them has colours of its own.
+        // Their scroll bars; what is in them has colors of its own.
         if (const auto setTheme =
                 LateFunction<HRESULT(WINAPI*)(HWND, const wchar_t*, const wchar_t*)>(
                     L"uxtheme.dll", "SetWindowTheme")) {

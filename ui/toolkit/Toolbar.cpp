@@ -95,7 +95,7 @@ SIZE Toolbar::IdealSize() const {
 
 namespace {
 
-// Windows draws a toolbar in the colours of its own theme.
+// Windows draws a toolbar in the colors of its own theme.
 LRESULT DrawDark(const NMTBCUSTOMDRAW& draw) {
     const HDC dc = draw.nmcd.hdc;
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) {

@@ -91,7 +91,7 @@ protected:
     }
 };
 
-// The keys A, K and Z of section T, a heading and a colour. K is the current key.
+// The keys A, K and Z of section T, a heading and a color. K is the current key.
 class KeyChangesTest : public SessionTest {
 protected:
     void Start(const std::string& settings) {
