@@ -119,7 +119,8 @@ OutsideCheck OpenSettings::CheckOutsideChanges() {
     }
     TakeOutsideChanges(std::move(now));
     ReportGone();
-    return ResolveConflicts() ? OutsideCheck::Taken : OutsideCheck::PutOff;
+    const bool isPutOff = (m_arePutOff && HasConflicts()) || !ResolveConflicts();
+    return isPutOff ? OutsideCheck::PutOff : OutsideCheck::Taken;
 }
 
 OutsideChanges OpenSettings::TakeOutsideChanges(SettingsFiles now) {
@@ -157,6 +158,7 @@ void OpenSettings::OnRecordsChanged(const OutsideChanges& changes,
         }
     }
     m_conflicts.insert(m_conflicts.end(), changes.conflicts.begin(), changes.conflicts.end());
+    m_arePutOff = m_arePutOff && changes.conflicts.empty();
     m_listeners.Tell(&SettingsListener::OnSettingsRead);
     m_workplace.TellCommandsChanged();
 }
@@ -186,9 +188,10 @@ bool OpenSettings::ResolveConflicts() {
     }
     {
         const Workplace::BusyTime busy(m_workplace);
-        if (!m_workplace.Prompts().ResolveConflicts(conflicts)) {
-            return false;
-        }
+        m_arePutOff = !m_workplace.Prompts().ResolveConflicts(conflicts);
+    }
+    if (m_arePutOff) {
+        return false;
     }
     std::vector<KeyNumber> taken;
     for (std::size_t at = 0; at < conflicts.size(); ++at) {

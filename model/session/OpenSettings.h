@@ -74,8 +74,9 @@ public:
     bool IsTotalCommanderRunning() const { return m_totalCommander.IsRunning(); }
 
     // Takes what other programs have changed in the settings meanwhile. What waits to be saved
-    // stays; where both changed a key the user chooses. What is gone is told once, and its keys
-    // stay until it is there again.
+    // stays; where both changed a key the user chooses, now or at a save: who has put the choice
+    // off is asked again only at another conflict. What is gone is told once, and its keys stay
+    // until it is there again.
     OutsideCheck CheckOutsideChanges();
     // The same at once, after this program has written one of the files in another way than saving.
     void TakeOwnWrite() { TakeOutsideChanges(ReadAgain()); }
@@ -116,6 +117,7 @@ private:
     std::string m_path;
     SettingsFiles m_files;               // as last read or written
     std::vector<KeyNumber> m_conflicts;  // still to be decided
+    bool m_arePutOff = false;            // all of these, until a save or the next conflict
     bool m_isGoneTold = false;
     // The keys of the last save: what was written, and the lines that they had before it.
     std::vector<HistoryEntry> m_lastSaved;

@@ -168,6 +168,10 @@ TEST_F(OtherWritersTest, NothingComesBetweenAQuestionAndItsAnswer) {
     world.prompts.cancelsConflicts = false;
     world.prompts.conflictsToTake = {true};
     world.disk.Wait(10);
+    EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::PutOff);
+    EXPECT_EQ(world.prompts.asked.size(), 1U);
+    Write("[S]\nA=other\n");
+    world.disk.Wait(10);
     EXPECT_EQ(Settings().CheckOutsideChanges(), OutsideCheck::Taken);
     EXPECT_FALSE(Settings().IsModified());
     EXPECT_FALSE(States().IsEnabled(Command::FileSave));
@@ -177,7 +181,7 @@ TEST_F(OtherWritersTest, NothingComesBetweenAQuestionAndItsAnswer) {
     Write("[S]\nA=again\n");
     world.prompts.asked.clear();
     EXPECT_TRUE(Settings().SaveToSettingsFile());
-    EXPECT_THAT(world.prompts.asked, ElementsAre("[S] A: ;A=theirs | A=again"));
+    EXPECT_THAT(world.prompts.asked, ElementsAre("[S] A: ;A=other | A=again"));
 }
 
 TEST_F(OtherWritersTest, AFileThatIsHeldOrYoungIsLookedAtAgain) {

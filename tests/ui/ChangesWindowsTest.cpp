@@ -100,6 +100,30 @@ TEST_F(ConflictsWindowTest, NothingClosesBehindIt) {
     EXPECT_TRUE(IsWindow(Main()));
 }
 
+// The end of the question activates the main window, which is no reason to ask once more.
+TEST_F(ConflictsWindowTest, PutOffItComesBackWithTheNextConflict) {
+    world.session->Selection().Rows().ShowKeyDetails(0);
+    world.session->Commands().SetValue("mine");
+    world.prompts.cancelsConflicts = true;
+    int asked = 0;
+    world.prompts.onConflicts = [&] {
+        std::vector<ValueConflict> conflicts = {{"[A] a", "a=1", "a=2"}};
+        if (++asked < 4) {
+            Resolve(conflicts, [&] { Click(IDCANCEL); });
+        }
+    };
+    for (const int look : {1, 2}) {
+        world.disk.Put(SessionWorld::kWincmd,
+                       "[Configuration]\r\nPanelsVertical=" + std::to_string(2 + look) + "\r\n");
+        world.disk.Wait(10);
+        SendMessageW(Main(), WM_ACTIVATE, WA_ACTIVE, 0);
+        EXPECT_TRUE(WaitUntil([&] { return asked >= look; }));
+        int rounds = 0;
+        WaitUntil([&] { return ++rounds == 20; });
+        EXPECT_EQ(asked, look);
+    }
+}
+
 TEST_F(ConflictsWindowTest, ControlsAndColumnsFollowItsSize) {
     std::vector<ValueConflict> conflicts = {{"[A] a", "a=" + std::string(900, 'x'), "a=2"}};
     Resolve(conflicts, [&] {
