@@ -426,6 +426,7 @@ void CheckBackups(bool hasLinks) {
     }
     disk.Put(kFolder + "Wincmd (my own).ini", "not a backup");
     disk.Put(kFolder + "Wincmd (2026-11-20 06.45.12)x.ini", "not a backup");
+    disk.Put(kFolder + "Wincmd (2026-11-20 06.45.1x).ini", "not a backup");
     disk.now = (6 * 3600 + 45 * 60 + 12) * kSecond;
     // Three within one second, of which the last finds its content among the backups.
     for (const char* bytes : {"b", "c", "c"}) {
@@ -449,7 +450,7 @@ void CheckBackups(bool hasLinks) {
         disk.now += 9 * kSecond;
     }
     EXPECT_EQ(Backups(disk), "m l k j i h g f e d first:a ");
-    EXPECT_EQ(disk.Names().size(), (hasLinks ? 2U : 1U) + 11U + 2U);
+    EXPECT_EQ(disk.Names().size(), (hasLinks ? 2U : 1U) + 11U + 3U);
     const BackupFile newest = SafeReplace(disk).ListBackups(kPath).front();
     EXPECT_EQ(newest.date, "2026-11-21 06.45.21");
     EXPECT_EQ(newest.size, 1U);

@@ -18,7 +18,9 @@ TEST_F(FavoritesBookTest, FavoritesAreReadAddedAndShown) {
     Selection().Rows().ShowKeyDetails(1);
     EXPECT_EQ(FavoriteKeys().BeginAddFavorite(), std::nullopt);
     EXPECT_EQ(world.prompts.messages.back(), "XThere is already a favorite with that key.");
-    Selection().Rows().ShowKeyDetails(0);
+    Selection().SetKeyFilter(KeyFilter::ShowChanged);
+    EXPECT_EQ(FavoriteKeys().BeginAddFavorite(), std::nullopt) << "no key is shown";
+    Selection().SetKeyFilter(KeyFilter::ShowAll);
     ASSERT_EQ(FavoriteKeys().BeginAddFavorite(), "ColorBack");
     FavoriteKeys().SetOrganizerOpen(true);
     ASSERT_TRUE(FavoriteKeys().AddFavorite("ColorBack", "Background"));

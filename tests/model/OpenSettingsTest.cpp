@@ -188,6 +188,14 @@ TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Other(), "[S]\n; theirs\nA=5\n");
 
+    Set(4, "x");
+    ASSERT_TRUE(Settings().SaveToSettingsFile());
+    Set(4, "x");
+    Set(0, "5");
+    for (const PendingChange& change : Pending().Look().changes) {
+        EXPECT_TRUE(change.isAsInFile) << change.name;
+    }
+
     // Without its redirection a section is read from the settings file again.
     Selection().Rows().ShowKeyDetails(2);
     Commands().DeleteKeys();
@@ -233,7 +241,9 @@ TEST_F(RedirectionTest, WhatOtherProgramsChangeIsTakenOver) {
     // What comes to the same is no conflict.
     world.prompts.asked.clear();
     Set(1, "same");
-    Write("[S]\nA=mine\nB=same\n");
+    Selection().Rows().ShowKeyDetails(0);
+    Commands().CommentKeys();
+    Write("[S]\n;A=mine\nB=same\n");
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_THAT(world.prompts.asked, IsEmpty());
 }

@@ -121,6 +121,7 @@ TEST_F(ValueEditingTest, WhatIsTypedIsStoredAsItIsMeant) {
     EXPECT_TRUE(Editing().Browse());
     EXPECT_EQ(Row(), "Tint=$0000FF");
     EXPECT_EQ(world.prompts.startColors, std::vector<std::int32_t>{0x00FF00});
+    EXPECT_FALSE(Editing().Browse()) << "cancelled";
 
     Go("Style");
     EXPECT_TRUE(Editing().Choose(1));

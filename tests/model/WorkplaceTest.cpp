@@ -31,6 +31,9 @@ TEST_F(WorkplaceTest, TextsComeFromTheLanguageFileInItsEncoding) {
         EXPECT_EQ(Place().Text(1008), testCase.ok);
         EXPECT_EQ(Place().Texts().IsRightToLeft(), testCase.isRightToLeft);
     }
+    world.disk.Put("C:\\x.lng", "[UserLanguage]\n101=a(&F)\n");
+    Start("[Common]\nLanguageFile=C:\\x.lng\n[ConfigurationEditor]\nUseDefaultLanguage=0\n");
+    EXPECT_EQ(Place().Label(101), "a");
     Start("[Common]\nLanguageFile=C:\\gone.lng\n[ConfigurationEditor]\nUseDefaultLanguage=0\n");
     EXPECT_THAT(world.prompts.messages, ElementsAre("XCannot find language file!"));
     EXPECT_EQ(Place().Text(1008), "OK");
