@@ -41,6 +41,7 @@ TEST_F(ProfileTest, ListsAreReadAndSorted) {
     for (std::int32_t i = 0; i <= m_profile.SectionKeysNameAndValueCount; ++i) {
         all += m_profile.SectionKeysNameAndValueList(i) + "|";
     }
+    EXPECT_EQ(m_profile.FileSectionsNameList(m_profile.FileSectionsNameCount + 1), "");
     EXPECT_EQ(all, "A|a|Z|z|z|\U0001F600|\uFF21|z=\"1\"|prose|");
 }
 

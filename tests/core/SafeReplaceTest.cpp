@@ -269,6 +269,7 @@ TEST(SafeReplaceTest, WhatACrashLeftIsPutBackOrKept) {
         // Nothing under its name: what agrees with its own name is put back.
         {{{oldPath, "old"}}, false, "old", ""},
         {{{oldOfBackups, "old"}}, false, "old", ""},
+        {{{oldPath, "old"}, {oldOfBackups, "old"}}, false, "old", ""},
         {{{whole, "old text"}}, false, "old text", ""},
         {{{planned, "new words"}}, false, "new words", ""},
         {{{oldPath, "old"}, {planned, "new words"}}, false, "old", "first:new words "},

@@ -23,6 +23,8 @@ TEST(Unicode, NamesThatAreEqualHaveEqualHashes) {
         const char32_t upper = SimpleUpperCase(c);
         ASSERT_EQ(SimpleUpperCase(upper), upper) << std::hex << static_cast<unsigned>(c);
         ASSERT_TRUE(c < 0x10000 || upper == c);
+        const bool isHalf = c >= 0xD800 && c < 0xE000;
+        ASSERT_EQ(DecodeUtf8(Utf8Of(c)).value, isHalf ? 0xFFFD : c);
         pairs += upper == c ? 0 : 1;
         for (const std::string prefix : {"", "seven77", "eight888"}) {
             const std::string left = prefix + Utf8Of(c) + "x";

@@ -65,6 +65,21 @@ TEST(DataFileTest, BuffersBoundNamesAndValues) {
     EXPECT_EQ(cut.description, "Description not available!");
 }
 
+TEST(DataFileTest, NothingIsLeftOfTheFormerFile) {
+    KeyStore store;
+    for (const auto& [second, count] : {std::pair("A=1\n", 2), {"B=1\n", 1}}) {
+        const std::string content =
+            std::string("[X]\nCategoryTargetSection=T\nA=1\n[Y]\nCategoryTargetSection=T\n") +
+            second;
+        LoadDataFile(
+            std::make_shared<const IniDocument>(IniDocument::Parse(content, 1252)), "", [] {},
+            store);
+        int twins = 0;
+        store.ForEachTwin(1, [&](KeyNumber) { ++twins; });
+        EXPECT_EQ(twins, count);
+    }
+}
+
 TEST(DataFileTest, TheDefaultDecidesThePicture) {
     for (const std::string text : {"0", "-1", "12abc", "0.5", "", "abc", "00", "&H0"}) {
         const bool isNumeric = text.find_first_of("125") < text.size() || text == "0";

@@ -145,6 +145,14 @@ TEST_F(KeySelectionTest, StepsThroughTheHitsAndSaysWhenThereAreNoMore) {
         Finding().FindNextString();
         EXPECT_TRUE(key == 0 || Selection().Rows().CurrentKey() == key) << key;
     }
+    // One that changes does.
+    Finding().SetSearchText("hidden");
+    Finding().Search().SetSearchesNames(false);
+    for (const auto& [wholeWord, key] : {std::pair(false, 1U), {false, 2U}, {true, 1U}}) {
+        Finding().Search().SetMatchesWholeWord(wholeWord);
+        Finding().FindNextString();
+        EXPECT_EQ(Selection().Rows().CurrentKey(), key);
+    }
     Finding().SetSearchText("");
     Finding().FindNextString();
     EXPECT_EQ(world.prompts.beeps, 1);

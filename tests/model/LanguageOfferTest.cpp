@@ -83,6 +83,8 @@ TEST_F(LanguageOfferTest, NobodyElseIsAsked) {
     EXPECT_TRUE(startsSilently(9, ""));
     EXPECT_TRUE(startsSilently(7, '"' + std::string(SessionWorld::kWincmdData) + '"'));
     EXPECT_FALSE(startsSilently(7, ""));
+    world.disk.Remove(kGermanData);
+    EXPECT_TRUE(startsSilently(7, ""));
     LayOut("; the user's own\r\n");
     EXPECT_TRUE(startsSilently(7, ""));
 }

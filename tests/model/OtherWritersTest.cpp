@@ -339,8 +339,12 @@ TEST_F(OtherWritersTest, ARestoreEndsTheHistoryOfItsKeys) {
     EXPECT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(CountBackups(), 1U);
     Set(1, "3");
-    ASSERT_TRUE(Settings().RestoreBackup(SessionWorld::kWincmd,
-                                         world.disk.ListBackups(SessionWorld::kWincmd)[0].path));
+    const std::string backup = world.disk.ListBackups(SessionWorld::kWincmd)[0].path;
+    world.disk.FailReplaces(SessionWorld::kWincmd, FileError::ReadOnly);
+    EXPECT_FALSE(Settings().RestoreBackup(SessionWorld::kWincmd, backup));
+    EXPECT_EQ(world.Rows()[0], "A=0");
+    world.disk.FailReplaces(SessionWorld::kWincmd, FileError::None);
+    ASSERT_TRUE(Settings().RestoreBackup(SessionWorld::kWincmd, backup));
     EXPECT_EQ(CountBackups(), 2U);
     EXPECT_EQ(world.Rows()[0], "A");
     Commands().Undo();

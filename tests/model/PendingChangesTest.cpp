@@ -263,6 +263,14 @@ TEST_F(PendingChangesTest, SavedKeysOutliveARunningTotalCommander) {
     EXPECT_FALSE(notices.back().offersRestart);
     end("[T]\nA=7\nK=2\n[Configuration]\n");
     EXPECT_THAT(world.prompts.asked, ElementsAre("[T] A: A=5 | A=7")) << "a value of its own";
+
+    // In another file nothing of that counts.
+    const std::string other = "[T]\nA=1\n" + std::string(kEnd);
+    world.disk.Put("C:\\TC\\other.ini", other);
+    world.disk.Wait(10);
+    ASSERT_TRUE(Session().OpenSettingsFile("C:\\TC\\other.ini", false));
+    EXPECT_TRUE(Settings().SaveAndRestart());
+    EXPECT_EQ(world.disk.BytesOf("C:\\TC\\other.ini"), other);
 }
 
 }  // namespace

@@ -197,6 +197,7 @@ TEST_F(TextFilterTest, AnEndGoesBackAndAGoalElsewhereEndsIt) {
     Selection().SelectCategory(3);
     Filter().SetText("font");
     Filter().Clear();
+    EXPECT_EQ(Selection().HitsOf(kRootNode), std::nullopt);
     EXPECT_EQ(place(), Place(1, 1)) << "the key's own category";
     Filter().SetText("show");
     Filter().SetText("showh");
