@@ -340,6 +340,7 @@ TEST_F(OtherWritersTest, ARestoreEndsTheHistoryOfItsKeys) {
     EXPECT_EQ(CountBackups(), 1U);
     Set(1, "3");
     const std::string backup = world.disk.ListBackups(SessionWorld::kWincmd)[0].path;
+    EXPECT_FALSE(Settings().RestoreBackup(SessionWorld::kWincmdData, backup)) << "cancelled";
     world.disk.FailReplaces(SessionWorld::kWincmd, FileError::ReadOnly);
     EXPECT_FALSE(Settings().RestoreBackup(SessionWorld::kWincmd, backup));
     EXPECT_EQ(world.Rows()[0], "A=0");

@@ -159,6 +159,17 @@ std::map<std::string, int> CountedLines(const std::string& bytes) {
     return lines;
 }
 
+TEST_F(PendingChangesTest, ALineThatOnlyGetsAnEndIsNoChange) {
+    StartWith({"[Configuration]\n[T]\nA=1", "[Cat]\nCategoryTargetSection=T\nA=0\nK=1\n", ""});
+    Set(1, "2");
+    std::string lines;
+    const auto preview = Pending().Look();
+    for (const PreviewLine& line : preview.files[0].lines) {
+        lines += std::to_string(static_cast<int>(line.kind)) + line.text + "|";
+    }
+    EXPECT_EQ(lines, "0[Configuration]|0[T]|0A=1|2K=2|");
+}
+
 // The lines of each file, without those that the preview calls removed and with those that it calls
 // added, are the lines that the save writes.
 TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
