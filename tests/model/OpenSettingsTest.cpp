@@ -188,6 +188,7 @@ TEST_F(RedirectionTest, ASaveWritesEachFileThatASectionIsIn) {
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     EXPECT_EQ(Other(), "[S]\n; theirs\nA=5\n");
 
+    // Changes to what the files say already are known as such, whichever file comes first.
     Set(4, "x");
     ASSERT_TRUE(Settings().SaveToSettingsFile());
     Set(4, "x");
