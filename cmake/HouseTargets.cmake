@@ -52,6 +52,8 @@ function(add_house_library name)
             set_source_files_properties(${ARG_FAST_SOURCES} PROPERTIES COMPILE_OPTIONS -O2)
         endif()
     endif()
+    # A program may link one of its own in place of such an object, as plain_search_tests does.
+    set_source_files_properties(${ARG_FAST_SOURCES} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     target_link_libraries(${name} PUBLIC ${ARG_LIBS})
     if(WIN32)
         add_library(${name}_floor MODULE EXCLUDE_FROM_ALL "${emptySource}")

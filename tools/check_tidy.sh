@@ -1,24 +1,22 @@
 #!/bin/bash
-# Runs clang-tidy on the program's sources with the commands of the builds. Code that needs no window is read as the
-# native build compiles it, the rest as the Windows build does.
+# Runs clang-tidy on the program's sources, each by itself: the builds put several into one, and would not notice a
+# missing include. Code that needs no window is read as the native build compiles it, the rest as the Windows build does.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # shellcheck source=tools/list_sources.sh
 source tools/list_sources.sh
 
+# Configured for the commands of the single sources, never built.
 for build in native windows; do
-    if [[ ! -e build/$build/compile_commands.json ]]; then
-        echo "check_tidy.sh: build/$build is not configured" >&2
-        exit 1
-    fi
+    cmake --preset "$build" -B "build/tidy/$build" -DCMAKE_UNITY_BUILD=OFF >/dev/null
 done
 
 # The sources among those listed that the build compiles.
 sources_of() {
     local build=$1 file
     while IFS= read -r -d '' file; do
-        if grep -qF "/$file\"" "build/$build/compile_commands.json"; then
+        if grep -qF "/$file\"" "build/tidy/$build/compile_commands.json"; then
             printf '%s\0' "$file"
         fi
     done
@@ -29,7 +27,7 @@ tidy() {
     local build=$1
     shift
     # One file a time keeps both processors busy to the end; the count of suppressed warnings is of no interest.
-    xargs -0 -r -n 1 -P 2 clang-tidy-14 --quiet -p "build/$build" "$@" \
+    xargs -0 -r -n 1 -P 2 clang-tidy-14 --quiet -p "build/tidy/$build" "$@" \
         2> >(grep -vE '(warnings?|errors?) generated' >&2)
 }
 

@@ -37,6 +37,10 @@ enum class CallError {
     Other,
 };
 
+inline bool IsMissing(CallError error) {
+    return error == CallError::NotFound || error == CallError::FolderMissing;
+}
+
 // What a file is. On an error only `error` and `finalPath` are set.
 struct FileFacts {
     CallError error = CallError::None;

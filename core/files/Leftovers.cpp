@@ -65,10 +65,6 @@ std::optional<LeftoverName> ParseName(std::string_view path) {
     return std::nullopt;
 }
 
-bool IsMissing(CallError error) {
-    return error == CallError::NotFound || error == CallError::FolderMissing;
-}
-
 // Whether another program has the file open right now.
 bool IsHeld(CallError error) {
     return error == CallError::Shared || error == CallError::Locked;

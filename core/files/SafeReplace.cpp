@@ -25,10 +25,6 @@ namespace {
 
 constexpr unsigned kLockMilliseconds = 3000;
 
-bool IsMissing(CallError error) {
-    return error == CallError::NotFound || error == CallError::FolderMissing;
-}
-
 // Gives its locks back together; the order does not matter.
 class SeveralLocks final : public FileLock {
 public:

@@ -42,10 +42,8 @@ std::string_view UnquoteIniValue(std::string_view value) {
     return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 
-namespace {
-
 // What is where among 64 bytes: bit i of each mask stands for byte i.
-struct Block {
+struct IniParser::Block {
     static constexpr std::size_t kSize = 64;
     std::uint64_t lineEnds = 0;
     std::uint64_t equals = 0;
@@ -78,8 +76,6 @@ struct Block {
 #endif
     }
 };
-
-}  // namespace
 
 // What a scan of one line finds: its end, its first "=" (null if none) and whether it is all ASCII.
 struct IniParser::Scan {

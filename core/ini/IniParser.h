@@ -43,6 +43,7 @@ public:
     void ParseLine(IniLine& line);
 
 private:
+    struct Block;
     struct Scan;
     class LineScanner;
 

@@ -8,14 +8,14 @@
 namespace tamarind {
 namespace {
 
-const std::string kPath = "C:\\TC\\wincmd.ini";
+const std::string kProfilePath = "C:\\TC\\wincmd.ini";
 
 class ProfileTest : public testing::Test {
 protected:
     ProfileTest() { m_files.SetSystemCodePage(1252); }
 
     void Put(const std::string& bytes) {
-        m_disk.Put(kPath, bytes);
+        m_disk.Put(kProfilePath, bytes);
         m_disk.Wait(60);
     }
 
@@ -27,9 +27,9 @@ protected:
 TEST_F(ProfileTest, ListsAreReadAndSorted) {
     Put("\xEF\xBB\xBF[A]\nz = \"1\" \n;y=2\nprose\n\uFF21=\n\U0001F600=\nZ=\nz=3\n[a]\nq=1\n");
     m_profile.SortKeysNameOnlyList();  // empty
-    m_profile.ReadFileSectionsName(kPath);
-    m_profile.ReadSectionKeysNameOnly("A", kPath);
-    m_profile.ReadSectionKeysNameAndValue("A", kPath, 14);
+    m_profile.ReadFileSectionsName(kProfilePath);
+    m_profile.ReadSectionKeysNameOnly("A", kProfilePath);
+    m_profile.ReadSectionKeysNameAndValue("A", kProfilePath, 14);
     m_profile.SortKeysNameOnlyList();
     std::string all;
     for (std::int32_t i = 0; i <= m_profile.FileSectionsNameCount; ++i) {
@@ -48,10 +48,10 @@ TEST_F(ProfileTest, ListsAreReadAndSorted) {
 TEST_F(ProfileTest, ReadsThroughABuffer) {
     const std::string longText(4096, 'v');
     Put("[A]\nlong=" + longText + "\n\xE4=\xEF\xBB\xBF\U0001F600\U0001F600\n");
-    EXPECT_EQ(m_profile.ReadStringValue("A", "long", "", kPath), longText.substr(1));
-    EXPECT_EQ(m_profile.ReadStringValue("A", "long", "", kPath, 0), "");
-    EXPECT_EQ(m_profile.ReadStringValue("A", "ä", "", kPath, 4), "\U0001F600");
-    EXPECT_EQ(m_profile.ReadStringValue("A", "none", " \t d \t  ", kPath), " \t d \t");
+    EXPECT_EQ(m_profile.ReadStringValue("A", "long", "", kProfilePath), longText.substr(1));
+    EXPECT_EQ(m_profile.ReadStringValue("A", "long", "", kProfilePath, 0), "");
+    EXPECT_EQ(m_profile.ReadStringValue("A", "ä", "", kProfilePath, 4), "\U0001F600");
+    EXPECT_EQ(m_profile.ReadStringValue("A", "none", " \t d \t  ", kProfilePath), " \t d \t");
 }
 
 TEST_F(ProfileTest, Numbers) {
@@ -67,41 +67,41 @@ TEST_F(ProfileTest, Numbers) {
     EXPECT_EQ(LeadingInteger("1e300"), 2147483647);
     EXPECT_EQ(LeadingInteger("-2147483649"), -2147483647 - 1);
     Put("[A]\nx=7\n");
-    EXPECT_EQ(m_profile.ReadIntegerValue("A", "x", "5", kPath), 7);
+    EXPECT_EQ(m_profile.ReadIntegerValue("A", "x", "5", kProfilePath), 7);
 }
 
 TEST_F(ProfileTest, Writes) {
     const std::string marker(MissingValueMarker);
-    m_profile.WriteStringValue("A", "no", "  " + marker + " ", kPath);
-    EXPECT_FALSE(m_disk.Has(kPath));
-    m_profile.WriteStringValue("A", "x", "  a b ", kPath);
-    m_profile.WriteStringValue("A", "q", "  \t ", kPath, true);
-    m_profile.WriteStringValue("A", "m", "///CAN" + marker.substr(6), kPath);
-    m_profile.WriteIntegerValue("A", "n", -7, kPath);
-    m_profile.WriteIntegerValue("B", "t", "  8 ", kPath);
-    EXPECT_EQ(m_disk.BytesOf(kPath), "[A]\r\nx=a b\r\nq=\"\t\"\r\nm=///CAN" + marker.substr(6) +
-                                         "\r\nn=-7\r\n[B]\r\nt=8\r\n");
-    EXPECT_EQ(m_profile.ReadStringValue("A", "q", "", kPath), "\t");
+    m_profile.WriteStringValue("A", "no", "  " + marker + " ", kProfilePath);
+    EXPECT_FALSE(m_disk.Has(kProfilePath));
+    m_profile.WriteStringValue("A", "x", "  a b ", kProfilePath);
+    m_profile.WriteStringValue("A", "q", "  \t ", kProfilePath, true);
+    m_profile.WriteStringValue("A", "m", "///CAN" + marker.substr(6), kProfilePath);
+    m_profile.WriteIntegerValue("A", "n", -7, kProfilePath);
+    m_profile.WriteIntegerValue("B", "t", "  8 ", kProfilePath);
+    EXPECT_EQ(m_disk.BytesOf(kProfilePath), "[A]\r\nx=a b\r\nq=\"\t\"\r\nm=///CAN" +
+                                                marker.substr(6) + "\r\nn=-7\r\n[B]\r\nt=8\r\n");
+    EXPECT_EQ(m_profile.ReadStringValue("A", "q", "", kProfilePath), "\t");
     Put("[A]\nx=\"\"abc\"\"\n");
-    m_profile.WriteStringValue("A", "x", "abc", kPath, true);
-    EXPECT_EQ(m_profile.ReadStringValue("A", "x", "", kPath), "abc");
+    m_profile.WriteStringValue("A", "x", "abc", kProfilePath, true);
+    EXPECT_EQ(m_profile.ReadStringValue("A", "x", "", kProfilePath), "abc");
     m_profile.DeleteValue("A", "m", "C:\\none.ini");
     EXPECT_FALSE(m_disk.Has("C:\\none.ini"));
 }
 
 TEST_F(ProfileTest, ATransactionReadsAndReplacesOnce) {
     Put("[A]\nx=0\ny=0\n[B]\nz=0\n");
-    ProfileTransaction transaction(m_files, kPath);
+    ProfileTransaction transaction(m_files, kProfilePath);
     transaction.SetValue("A", "x", " 1 ");
     transaction.DeleteValue("A", "y");
     transaction.SetValue("A", "y", "2");
     transaction.DeleteSection("B");
     EXPECT_TRUE(transaction.Commit().Succeeded());
-    EXPECT_EQ(m_disk.BytesOf(kPath), "[A]\nx= 1 \ny=2\n");
+    EXPECT_EQ(m_disk.BytesOf(kProfilePath), "[A]\nx= 1 \ny=2\n");
     EXPECT_EQ(m_disk.reads, 1);
     EXPECT_EQ(m_disk.replaces, 1);
     // Nothing differs in the end: y is removed and written again.
-    ProfileTransaction nothing(m_files, kPath);
+    ProfileTransaction nothing(m_files, kProfilePath);
     nothing.SetValue("a", "X", "1");
     nothing.DeleteValue("A", "none");
     nothing.DeleteSection("B");
@@ -115,18 +115,18 @@ TEST_F(ProfileTest, AFailedTransactionLeavesTheFile) {
     const std::string before = "[A]\nx=0\n";
     Put(before);
     const auto write = [&](const std::string& key) {
-        ProfileTransaction transaction(m_files, kPath);
+        ProfileTransaction transaction(m_files, kProfilePath);
         transaction.SetValue("A", "x", "1");
         transaction.SetValue("A", key, "1");
         const WriteResult result = transaction.Commit();
         EXPECT_FALSE(result.Succeeded());
-        EXPECT_EQ(m_disk.BytesOf(kPath), before);
+        EXPECT_EQ(m_disk.BytesOf(kProfilePath), before);
         return result;
     };
     EXPECT_EQ(write("中").refused, IniEdit::NameNotEncodable);
-    m_disk.FailReplaces(kPath, FileError::ReadOnly);
+    m_disk.FailReplaces(kProfilePath, FileError::ReadOnly);
     EXPECT_EQ(write("y").error, FileError::ReadOnly);
-    m_disk.FailReads(kPath, FileError::TooLarge);
+    m_disk.FailReads(kProfilePath, FileError::TooLarge);
     EXPECT_EQ(write("y").error, FileError::TooLarge);
     // A missing folder: nothing to remove there is no error, and writing says what is missing.
     const std::string none = "D:\\no\\x.ini";
@@ -160,31 +160,31 @@ TEST_F(ProfileTest, ReadsAFileAgainOnlyWhenItMayHaveChanged) {
     IniSnapshot held;
     const auto read = [&] {
         m_disk.reads = 0;
-        return m_profile.ReadStringValue("A", "x", "none", kPath);
+        return m_profile.ReadStringValue("A", "x", "none", kProfilePath);
     };
     for (const auto& step : steps) {
         SCOPED_TRACE(&step - steps);
         if (step.bytes != nullptr) {
-            m_disk.Put(kPath, step.bytes);
+            m_disk.Put(kProfilePath, step.bytes);
         }
         m_disk.Wait(step.wait);
-        m_disk.FailReads(kPath, step.error);
+        m_disk.FailReads(kProfilePath, step.error);
         EXPECT_EQ(read(), step.expected);
         EXPECT_EQ(m_disk.reads, step.reads);
-        held = step.isHeld ? m_files.Read(kPath) : IniSnapshot();
+        held = step.isHeld ? m_files.Read(kProfilePath) : IniSnapshot();
         EXPECT_EQ(held.error, step.error);
     }
-    m_disk.FailReads(kPath, FileError::None);
+    m_disk.FailReads(kProfilePath, FileError::None);
     EXPECT_EQ(read(), "4");
-    EXPECT_EQ(m_files.Read(kPath, 936).document->FindValue("A", "x"), "4");
+    EXPECT_EQ(m_files.Read(kProfilePath, 936).document->FindValue("A", "x"), "4");
     EXPECT_EQ(m_disk.reads, 2) << "in another encoding it is another document";
     // A clock that was set back makes files from the future, which are never trusted.
     m_disk.now -= 600'000'000;
-    held = m_files.Read(kPath);
+    held = m_files.Read(kProfilePath);
     read();
     EXPECT_EQ(m_disk.reads, 1);
-    m_disk.Remove(kPath);
-    EXPECT_EQ(m_files.Read(kPath).error, FileError::NotFound);
+    m_disk.Remove(kProfilePath);
+    EXPECT_EQ(m_files.Read(kProfilePath).error, FileError::NotFound);
 }
 
 }  // namespace

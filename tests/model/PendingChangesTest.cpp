@@ -121,7 +121,7 @@ TEST_F(PendingChangesTest, StepsAreTakenBackAsAWhole) {
 }
 
 TEST_F(PendingChangesTest, ResettingSparesWhatIsNoSetting) {
-    world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types", "[T]\nHist#=int history\nN=history\n");
+    world.disk.Put(SessionWorld::kWincmdTypes, "[T]\nHist#=int history\nN=history\n");
     std::string dataFile = "[Cat]\nCategoryTargetSection=T\nA=0\nB=0\nRedirectSection=\nHist1=\n";
     std::string settings = "[T]\nA=1\n;B=2\nRedirectSection=0\nHist1=3\n";
     for (int key = 0; key < 9; ++key) {
@@ -196,7 +196,7 @@ TEST_F(PendingChangesTest, ThePreviewIsWhatASaveWrites) {
                     EncodeUtf16Le(DecodeCodePage(bytes, world.files.SystemCodePage()));
         }
         world.disk.Put("C:\\TC\\colors.ini", "[Colors]\r\nBackColor=1\r\n;ForeColor=2");
-        world.disk.Put("C:\\Tamarind\\Data Files\\Wincmd.types", types);
+        world.disk.Put(SessionWorld::kWincmdTypes, types);
         StartWith({bytes, dataFile, ""});
         for (int round = 0; round < 2; ++round) {  // the second one after a save
             for (int change = 0; change < 60; ++change) {

@@ -166,10 +166,8 @@ TEST_F(UndescribedKeysTest, RedirectedSectionsAreReadWhereTheyAre) {
     EXPECT_THAT(RowsOfNode(5), ElementsAre("RedirectSection=user.ini", "menu1=a"));
 }
 
-constexpr const char* kTypes = "C:\\Tamarind\\Data Files\\Wincmd.types";
-
 TEST_F(UndescribedKeysTest, SiblingsAreDescribedByOthers) {
-    world.disk.Put(kTypes,
+    world.disk.Put(SessionWorld::kWincmdTypes,
                    std::string("[Colors]\nF#=list blank\nF#Color=color\n[searches]\n*_for=bool\n"
                                "[800x600 (8x16)]\nFont=string\nSize=int 1..\n"
                                "[counted:]\n#x# (#x#)=800x600 (8x16)\n"
@@ -392,7 +390,7 @@ std::string Mutated(const std::string& bytes, std::mt19937& random) {
 // rows of its data file, or else once in a category of its section. All others are ignored lines.
 TEST_F(UndescribedKeysTest, EveryKeyOfRealFilesIsReachable) {
     const std::string dataFile = BytesOfFile("Data Files/tc all keys english.tmdf");
-    world.disk.Put(kTypes, BytesOfFile("Data Files/Wincmd.types"));
+    world.disk.Put(SessionWorld::kWincmdTypes, BytesOfFile("Data Files/Wincmd.types"));
     std::mt19937 random(19);
     int files = 0;
     for (const auto& entry : std::filesystem::directory_iterator("tests/data/corpus")) {

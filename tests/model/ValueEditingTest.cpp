@@ -3,14 +3,12 @@
 namespace tamarind {
 namespace {
 
-constexpr const char* kTypes = "C:\\Tamarind\\Data Files\\Wincmd.types";
-
 // Keys of all types, with the file that has them.
 class ValueEditingTest : public SessionTest {
 protected:
     void Start(const std::string& settings) {
         world.disk.Put(
-            kTypes,
+            SessionWorld::kWincmdTypes,
             "[T]\r\nOn=bool\r\nStyle=enum 0 1 2..\r\nSum=flags 1 2|4\r\n"
             "Size=int 8..20 px -1\r\nTint=color -1\r\nFont=font Points Weight Charset\r\n"
             "Points=int 1..\r\nWeight=int 1..\r\nCharset=int 0..255\r\n"

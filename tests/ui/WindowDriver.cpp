@@ -5,7 +5,7 @@
 namespace tamarind {
 namespace {
 
-constexpr DWORD kPatienceMs = 10000;
+constexpr DWORD kAppearsWithinMs = 10000;
 constexpr int kTextUnits = 512;
 
 // Sends a message with a record in the memory of the control's process; the text that it leaves
@@ -34,7 +34,7 @@ std::string Ask(HWND control, UINT message, WPARAM which, Record& record) {
 }  // namespace
 
 bool WaitUntil(const std::function<bool()>& condition) {
-    const ULONGLONG end = GetTickCount64() + kPatienceMs;
+    const ULONGLONG end = GetTickCount64() + kAppearsWithinMs;
     while (!condition()) {
         if (GetTickCount64() > end) {
             return false;

@@ -9,13 +9,13 @@
 namespace tamarind {
 namespace {
 
-constexpr std::uint16_t kColumnTexts[] = {4044, 4035, 4036};
-constexpr int kKeyColumn = 0;
-constexpr int kTheirColumn = 2;
+constexpr std::uint16_t kConflictTexts[] = {4044, 4035, 4036};
+constexpr int kConflictKey = 0;
+constexpr int kConflictTheirs = 2;
 constexpr wchar_t kMark[] = L"\u2713 ";  // a check mark, in front of the value that stays
 constexpr wchar_t kPlainMark[] = L"\u221A ";
 
-constexpr Anchor kAnchors[] = {
+constexpr Anchor kConflictAnchors[] = {
     {IDC_CONFLICTS_LBLEXPLANATION, 0, 0, 100, 0},
     {IDC_CONFLICTS_LSTCONFLICTS, 0, 0, 100, 100},
     {IDC_CONFLICTS_OPTMINE, 0, 100, 0, 100},
@@ -35,7 +35,7 @@ const wchar_t* MarkOfThisSystem() {
 }  // namespace
 
 frmConflicts::frmConflicts(const DialogStyle& style)
-    : ResizableDialog(IDD_FRMCONFLICTS, L"frmConflicts", style, kAnchors), m_style(style) {}
+    : ResizableDialog(IDD_FRMCONFLICTS, L"frmConflicts", style, kConflictAnchors), m_style(style) {}
 
 bool frmConflicts::Show(HWND owner, std::vector<ValueConflict>& conflicts) {
     m_conflicts = conflicts;
@@ -59,7 +59,7 @@ void frmConflicts::OnInit() {
     rows.onSelected = [this](int) { ShowChoices(); };
     rows.onToggled = [this](int row) { OnToggled(row); };
     lstConflicts.Attach(Handle(), IDC_CONFLICTS_LSTCONFLICTS,
-                        TextColumns(m_style.text, kColumnTexts), std::move(rows));
+                        TextColumns(m_style.text, kConflictTexts), std::move(rows));
     lstConflicts.SetRowCount(static_cast<int>(m_conflicts.size()));
     lstConflicts.SelectRow(0);
     CenterForm(Handle());
@@ -135,17 +135,17 @@ void frmConflicts::ShowChoices() {
 
 std::wstring frmConflicts::CellText(int row, int column) const {
     const ValueConflict& conflict = m_conflicts[static_cast<std::size_t>(row)];
-    if (column == kKeyColumn) {
+    if (column == kConflictKey) {
         return Widen(conflict.key);
     }
-    const std::string& line = column == kTheirColumn ? conflict.theirs : conflict.mine;
+    const std::string& line = column == kConflictTheirs ? conflict.theirs : conflict.mine;
     return (IsPale(row, column) ? L"" : m_mark) +
            (line.empty() ? ReportList::kNothing : Widen(line));
 }
 
 bool frmConflicts::IsPale(int row, int column) const {
-    return column != kKeyColumn &&
-           (column == kTheirColumn) != m_conflicts[static_cast<std::size_t>(row)].takesTheirs;
+    return column != kConflictKey &&
+           (column == kConflictTheirs) != m_conflicts[static_cast<std::size_t>(row)].takesTheirs;
 }
 
 }  // namespace tamarind

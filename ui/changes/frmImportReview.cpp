@@ -10,10 +10,10 @@
 namespace tamarind {
 namespace {
 
-constexpr std::uint16_t kColumnTexts[] = {text::kKey, text::kNow, text::kAfter};
-enum Column : int { kKeyColumn, kNowColumn, kAfterColumn };
+constexpr std::uint16_t kImportTexts[] = {text::kKey, text::kNow, text::kAfter};
+enum ImportColumn : int { kImportKey, kImportNow, kImportAfter };
 
-constexpr Anchor kAnchors[] = {
+constexpr Anchor kImportAnchors[] = {
     {IDC_IMPORT_LBLEXPLANATION, 0, 0, 100, 0},
     {IDC_IMPORT_LSTKEYS, 0, 0, 100, 100},
     {IDOK, 100, 100, 100, 100},
@@ -32,7 +32,8 @@ std::wstring LineText(const std::string& line) {
 }  // namespace
 
 frmImportReview::frmImportReview(const DialogStyle& style)
-    : ResizableDialog(IDD_FRMIMPORTREVIEW, L"frmImportReview", style, kAnchors), m_style(style) {}
+    : ResizableDialog(IDD_FRMIMPORTREVIEW, L"frmImportReview", style, kImportAnchors),
+      m_style(style) {}
 
 bool frmImportReview::Show(HWND owner, ImportReview& review) {
     m_review = review;
@@ -71,7 +72,7 @@ void frmImportReview::OnInit() {
     rows.tone = [this](int row, int column) { return ToneOf(row, column); };
     rows.onToggled = [this](int row) { Toggle(row); };
     rows.isChecked = [this](int row) { return IsChecked(row); };
-    lstKeys.Attach(Handle(), IDC_IMPORT_LSTKEYS, TextColumns(m_style.text, kColumnTexts),
+    lstKeys.Attach(Handle(), IDC_IMPORT_LSTKEYS, TextColumns(m_style.text, kImportTexts),
                    std::move(rows));
     lstKeys.SetRowCount(static_cast<int>(m_rows.size()));
     lstKeys.SelectRow(0);
@@ -96,9 +97,9 @@ std::wstring frmImportReview::CellText(int row, int column) const {
     }
     const ImportRow& key = m_review.rows[shown.first];
     switch (column) {
-        case kNowColumn:
+        case kImportNow:
             return LineText(key.now);
-        case kAfterColumn:
+        case kImportAfter:
             return LineText(key.after);
         default:
             return Widen(key.key);
@@ -107,13 +108,13 @@ std::wstring frmImportReview::CellText(int row, int column) const {
 
 std::wstring frmImportReview::HeadingText(const Row& row, int column) const {
     if (row.kind == Row::Kind::Missing) {
-        return column == kKeyColumn
+        return column == kImportKey
                    ? WithNumber(m_style.text(text::kNotInThisFile), m_review.missingCount)
-               : column == kAfterColumn ? m_style.text(text::kRemoveThemToo)
+               : column == kImportAfter ? m_style.text(text::kRemoveThemToo)
                                         : std::wstring();
     }
     const bool commentsOut = m_review.rows[row.first].commentsOut;
-    return column == kKeyColumn
+    return column == kImportKey
                ? WithNumber(m_style.text(commentsOut ? text::kImportComments : text::kImportSets),
                             row.count)
                : std::wstring();
@@ -126,7 +127,7 @@ CellTone frmImportReview::ToneOf(int row, int column) const {
         return CellTone::Heading;
     }
     const ImportRow& key = m_review.rows[shown.first];
-    return column == kAfterColumn && key.now == key.after ? CellTone::Pale : CellTone::Normal;
+    return column == kImportAfter && key.now == key.after ? CellTone::Pale : CellTone::Normal;
 }
 
 bool frmImportReview::IsChecked(int row) const {

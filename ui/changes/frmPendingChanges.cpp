@@ -12,14 +12,14 @@
 namespace tamarind {
 namespace {
 
-constexpr std::uint16_t kColumnTexts[] = {text::kKey, text::kSection, text::kInTheFile,
-                                          text::kWillBeWritten};
-enum Column : int { kKeyColumn, kSectionColumn, kFileColumn, kWrittenColumn };
+constexpr std::uint16_t kPendingTexts[] = {text::kKey, text::kSection, text::kInTheFile,
+                                           text::kWillBeWritten};
+enum PendingColumn : int { kPendingKey, kPendingSection, kPendingFile, kPendingWritten };
 
 // Posted by the window to itself: many changes in a row are shown once.
 constexpr UINT kRefresh = WM_APP;
 
-constexpr Anchor kAnchors[] = {
+constexpr Anchor kPendingAnchors[] = {
     {IDC_PENDING_LSTCHANGES, 0, 0, 100, 50},   {IDC_PENDING_LBLLINES, 0, 50, 100, 50},
     {IDC_PENDING_LSTLINES, 0, 50, 100, 100},   {IDOK, 0, 100, 0, 100},
     {IDC_PENDING_CMDDISCARD, 0, 100, 0, 100},  {IDC_PENDING_CMDDISCARDALL, 0, 100, 0, 100},
@@ -56,7 +56,7 @@ CellTone ToneOf(PreviewLine::Kind kind) {
 
 frmPendingChanges::frmPendingChanges(Workplace& workplace, PendingChanges& pending,
                                      const DialogStyle& style, PendingChangesActions actions)
-    : ResizableDialog(IDD_FRMPENDINGCHANGES, L"frmPendingChanges", style, kAnchors),
+    : ResizableDialog(IDD_FRMPENDINGCHANGES, L"frmPendingChanges", style, kPendingAnchors),
       m_workplace(workplace),
       m_pending(pending),
       m_style(style),
@@ -78,7 +78,7 @@ void frmPendingChanges::ApplyLanguage() {
     if (Handle() != nullptr) {
         ResizableDialog::ApplyLanguage();
         std::vector<std::wstring> titles;
-        for (ReportColumn& column : TextColumns(m_style.text, kColumnTexts)) {
+        for (ReportColumn& column : TextColumns(m_style.text, kPendingTexts)) {
             titles.push_back(std::move(column.title));
         }
         lstChanges.SetTitles(std::move(titles));
@@ -90,13 +90,13 @@ void frmPendingChanges::OnInit() {
     ReportRows changes;
     changes.text = [this](int row, int column) { return CellText(row, column); };
     changes.tone = [this](int row, int column) {
-        return column == kWrittenColumn && ChangeAt(row).isAsInFile ? CellTone::Pale
-                                                                    : CellTone::Normal;
+        return column == kPendingWritten && ChangeAt(row).isAsInFile ? CellTone::Pale
+                                                                     : CellTone::Normal;
     };
     changes.onSelected = [this](int) { EnableButtons(); };
     changes.onActivated = [this](int) { GoTo(); };
     changes.onKey = [this](WPARAM key) { return OnListKey(key); };
-    lstChanges.Attach(Handle(), IDC_PENDING_LSTCHANGES, TextColumns(m_style.text, kColumnTexts),
+    lstChanges.Attach(Handle(), IDC_PENDING_LSTCHANGES, TextColumns(m_style.text, kPendingTexts),
                       std::move(changes));
     ReportRows lines;
     lines.text = [this](int row, int) { return LineAt(row).text; };
@@ -167,7 +167,7 @@ bool frmPendingChanges::OnListKey(WPARAM key) {
         m_pending.Discard(SelectedKeys());
         return true;
     }
-    if (key == 'A' && GetKeyState(VK_CONTROL) < 0) {
+    if (key == 'A' && IsKeyDown(VK_CONTROL)) {
         lstChanges.SelectAll();
         return true;
     }
@@ -253,11 +253,11 @@ std::vector<KeyNumber> frmPendingChanges::AllKeys() const {
 std::wstring frmPendingChanges::CellText(int row, int column) const {
     const PendingChange& change = ChangeAt(row);
     switch (column) {
-        case kKeyColumn:
+        case kPendingKey:
             return Widen(change.name);
-        case kSectionColumn:
+        case kPendingSection:
             return Widen(change.section);
-        case kFileColumn:
+        case kPendingFile:
             return change.inFile.empty() ? ReportList::kNothing : Widen(change.inFile);
         default:
             break;

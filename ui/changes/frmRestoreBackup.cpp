@@ -16,7 +16,7 @@ constexpr std::uint16_t kDifferenceTexts[] = {4044, 4028, 4029};
 enum BackupColumn { kDate, kSize, kDifferingKeys };
 enum DifferenceColumn { kKey, kInBackup, kNow };
 
-constexpr Anchor kAnchors[] = {
+constexpr Anchor kRestoreAnchors[] = {
     {IDC_RESTORE_TXTPATH, 0, 0, 100, 0},
     {IDC_RESTORE_LSTBACKUPS, 0, 0, 100, 40},
     {IDC_RESTORE_LBLNOBACKUPS, 0, 0, 100, 0},
@@ -73,7 +73,7 @@ std::wstring NumberForUser(std::uint64_t number) {
 }  // namespace
 
 frmRestoreBackup::frmRestoreBackup(OpenSettings& settings, const DialogStyle& style)
-    : ResizableDialog(IDD_FRMRESTOREBACKUP, L"frmRestoreBackup", style, kAnchors),
+    : ResizableDialog(IDD_FRMRESTOREBACKUP, L"frmRestoreBackup", style, kRestoreAnchors),
       m_settings(settings),
       m_style(style) {}
 

@@ -6,7 +6,7 @@
 namespace tamarind {
 namespace {
 
-constexpr Anchor kAnchors[] = {
+constexpr Anchor kDescribeAnchors[] = {
     {IDC_DESCRIBE_LBLKEY, 0, 0, 100, 0},
     {IDC_DESCRIBE_TXTTEXT, 0, 0, 100, 100},
     {IDOK, 100, 100, 100, 100},
@@ -16,7 +16,7 @@ constexpr Anchor kAnchors[] = {
 }  // namespace
 
 frmDescribeKey::frmDescribeKey(const DialogStyle& style)
-    : ResizableDialog(IDD_FRMDESCRIBEKEY, L"frmDescribeKey", style, kAnchors) {}
+    : ResizableDialog(IDD_FRMDESCRIBEKEY, L"frmDescribeKey", style, kDescribeAnchors) {}
 
 std::optional<std::string> frmDescribeKey::Ask(HWND owner, const std::string& label,
                                                const std::string& text, std::size_t maxUnits) {

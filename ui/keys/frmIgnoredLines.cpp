@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint16_t kColumnTexts[] = {4202, 4203, 4204};
 enum Column : int { kNumberColumn, kTextColumn, kReasonColumn };
 
-constexpr Anchor kAnchors[] = {
+constexpr Anchor kIgnoredAnchors[] = {
     {IDC_IGNORED_LSTLINES, 0, 0, 100, 100},
     {IDC_IGNORED_LBLNONE, 0, 0, 100, 0},
     {IDOK, 0, 100, 0, 100},
@@ -25,7 +25,7 @@ constexpr Anchor kAnchors[] = {
 }  // namespace
 
 frmIgnoredLines::frmIgnoredLines(IgnoredLinesEditor& lines, const DialogStyle& style)
-    : ResizableDialog(IDD_FRMIGNOREDLINES, L"frmIgnoredLines", style, kAnchors),
+    : ResizableDialog(IDD_FRMIGNOREDLINES, L"frmIgnoredLines", style, kIgnoredAnchors),
       m_editor(lines),
       m_style(style) {}
 

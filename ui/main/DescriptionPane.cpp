@@ -13,8 +13,8 @@
 namespace tamarind {
 namespace {
 
-constexpr int kSavePicture = 1;  // its place among the toolbar's pictures
-constexpr int kTextMargin = 4;   // pixels at 96 DPI
+constexpr int kSavePicture = 1;        // its place among the toolbar's pictures
+constexpr int kDescriptionMargin = 4;  // pixels at 96 DPI
 constexpr int kToolbarMargin = 2;
 constexpr Twips kToolbarDistance{300};
 
@@ -68,7 +68,7 @@ void DescriptionPane::ApplyLook(const MainLook& look) {
     if (lstCategories.Handle() != nullptr) {
         ApplyUserFont(lstCategories, m_font, true, 0, m_dpi);
     }
-    txtDescriptionBox.SetMargins(ScaledPixels(kTextMargin, look.dpi));
+    txtDescriptionBox.SetMargins(ScaledPixels(kDescriptionMargin, look.dpi));
     Toolbar2.SetImages(look.toolbarPictures.Get(), look.disabledToolbarPictures.Get());
     Layout();
 }

@@ -30,10 +30,6 @@ constexpr const wchar_t* kDownArrow = L"\u25BC";
 constexpr UINT_PTR kFirstRecent = 1;
 constexpr UINT_PTR kFirstWord = 100;
 
-bool IsDown(int key) {
-    return GetKeyState(key) < 0;
-}
-
 }  // namespace
 
 FilterBar::FilterBar(EditorSession& session, MainWindowActions& actions)
@@ -231,7 +227,7 @@ void FilterBar::OnTyped() {
 }
 
 bool FilterBar::OnFieldKey(WPARAM key, bool withAlt) {
-    const bool isPlain = !withAlt && !IsDown(VK_CONTROL) && !IsDown(VK_SHIFT);
+    const bool isPlain = !withAlt && !IsKeyDown(VK_CONTROL) && !IsKeyDown(VK_SHIFT);
     if ((withAlt && key == VK_DOWN) || (isPlain && key == VK_F4)) {
         OpenRecentTexts();
         return true;

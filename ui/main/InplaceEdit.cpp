@@ -13,7 +13,7 @@ namespace {
 constexpr UINT kScrollCheckMs = 50;
 constexpr int kIconWidth = 19;  // pixels at 96 DPI, left of the row's text
 constexpr Twips kRowMargin{30};
-constexpr Twips kTextMargin{300};
+constexpr Twips kEditMargin{300};
 constexpr Twips kListMargin{690};
 constexpr Twips kLeastCap{270};
 constexpr WPARAM kControlA = 1;
@@ -80,7 +80,7 @@ RECT InplaceEdit::Place() const {
     RECT at{};
     at.left = list.left + row.left + ScaledPixels(kIconWidth, m_dpi);
     at.top = list.top + row.top + pixels(kRowMargin);
-    at.right = at.left + std::min(m_textWidth + pixels(kTextMargin), cap);
+    at.right = at.left + std::min(m_textWidth + pixels(kEditMargin), cap);
     at.bottom = at.top + (row.bottom - row.top) - pixels(kRowMargin);
     return at;
 }

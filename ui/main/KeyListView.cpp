@@ -26,10 +26,6 @@ constexpr std::size_t kRowsBelow = 3;
 constexpr Twips kSampleMargin{90};
 constexpr Twips kSampleSize{375};
 
-bool IsDown(int key) {
-    return GetKeyState(key) < 0;
-}
-
 }  // namespace
 
 KeyListView::KeyListView(EditorSession& session, MainWindowActions& actions)
@@ -433,7 +429,7 @@ void KeyListView::OnRowActivated() {
 // F4 opens the choices, Space switches a key that is on or off. Shortcuts that belong to the list,
 // such as Del, work here and nowhere else.
 bool KeyListView::OnListKey(WPARAM key) {
-    const bool isPlain = !IsDown(VK_CONTROL) && !IsDown(VK_SHIFT);
+    const bool isPlain = !IsKeyDown(VK_CONTROL) && !IsKeyDown(VK_SHIFT);
     if (isPlain && key == VK_ESCAPE && m_filter.IsOn()) {
         m_filter.RememberText();
         m_filter.Clear();
@@ -451,8 +447,8 @@ bool KeyListView::OnListKey(WPARAM key) {
     }
     for (const CommandInfo& info : AllCommands()) {
         const Shortcut& shortcut = info.shortcut;
-        if (shortcut.isOfKeyList && shortcut.key == key && shortcut.control == IsDown(VK_CONTROL) &&
-            shortcut.shift == IsDown(VK_SHIFT)) {
+        if (shortcut.isOfKeyList && shortcut.key == key &&
+            shortcut.control == IsKeyDown(VK_CONTROL) && shortcut.shift == IsKeyDown(VK_SHIFT)) {
             m_actions.Execute(info.command);
             return true;
         }

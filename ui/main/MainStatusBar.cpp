@@ -16,7 +16,7 @@ namespace tamarind {
 namespace {
 
 constexpr Twips kDataFileSpare{90};  // by which its panel is wider than its content
-constexpr int kTextMargin = 6;       // pixels beside a panel's text
+constexpr int kPanelMargin = 6;      // pixels beside a panel's text
 constexpr int kPictureGap = 4;       // pixels between its picture and its text
 constexpr UINT kNoticeMs = 3000;
 constexpr UINT kOfferMs = 30'000;  // of a restart
@@ -79,7 +79,7 @@ void MainStatusBar::SetBounds(const RECT& bounds) {
 
 void MainStatusBar::UpdateParts() {
     const auto contentWidth = [this](const std::string& text) {
-        return TextWidth(StatusBar1.Handle(), Widen(text)) + 2 * ScaledPixels(kTextMargin, m_dpi);
+        return TextWidth(StatusBar1.Handle(), Widen(text)) + 2 * ScaledPixels(kPanelMargin, m_dpi);
     };
     const int width = static_cast<int>(m_bounds.right - m_bounds.left);
     int pictureWidth = 0;
@@ -173,7 +173,7 @@ void MainStatusBar::PlaceRestart() {
     RECT bounds = StatusBar1.BoundsOfPart(kTargetPart);
     OffsetRect(&bounds, m_bounds.left, m_bounds.top);
     const int width =
-        TextWidth(cmdRestart.Handle(), cmdRestart.Text()) + 4 * ScaledPixels(kTextMargin, m_dpi);
+        TextWidth(cmdRestart.Handle(), cmdRestart.Text()) + 4 * ScaledPixels(kPanelMargin, m_dpi);
     bounds.left = std::max<LONG>(bounds.left, bounds.right - width);
     SetWindowPos(cmdRestart.Handle(), HWND_TOP, bounds.left, bounds.top, SizeOf(bounds).cx,
                  SizeOf(bounds).cy, SWP_NOACTIVATE);

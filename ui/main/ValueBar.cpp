@@ -283,7 +283,7 @@ void ValueBar::ReturnToValue() {
 }
 
 bool ValueBar::OnFieldKey(WPARAM key, bool withAlt) {
-    const bool isPlain = !withAlt && GetKeyState(VK_CONTROL) >= 0 && GetKeyState(VK_SHIFT) >= 0;
+    const bool isPlain = !withAlt && !IsKeyDown(VK_CONTROL) && !IsKeyDown(VK_SHIFT);
     if ((withAlt && key == VK_DOWN) || (isPlain && key == VK_F4)) {
         OpenChoices({});
         return true;

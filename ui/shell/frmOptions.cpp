@@ -107,12 +107,12 @@ void frmOptions::OnTabSelected(int tab) {
 }
 
 bool frmOptions::OnKey(WPARAM key) {
-    if (GetKeyState(VK_CONTROL) >= 0) {
+    if (!IsKeyDown(VK_CONTROL)) {
         return false;
     }
     switch (key) {
         case VK_TAB:
-            tbsOptions.SelectNext(GetKeyState(VK_SHIFT) >= 0);
+            tbsOptions.SelectNext(!IsKeyDown(VK_SHIFT));
             return true;
         case VK_NEXT:
         case VK_PRIOR:

@@ -83,6 +83,10 @@ void SetMirrored(HWND window, bool isMirrored) {
     }
 }
 
+bool IsKeyDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
 std::wstring TextOfWindow(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<std::size_t>(

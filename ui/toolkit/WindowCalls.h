@@ -34,6 +34,9 @@ RECT MovedOntoMonitor(const RECT& bounds);
 // moves when it is placed the next time. Controls that are made in it later do not inherit this.
 void SetMirrored(HWND window, bool isMirrored);
 
+// Whether a key was down when the message came that is being handled.
+bool IsKeyDown(int key);
+
 // The whole text of a window or control, of any length.
 std::wstring TextOfWindow(HWND window);
 

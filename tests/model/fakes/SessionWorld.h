@@ -32,6 +32,7 @@ public:
     static constexpr const char* kWincmdData = "C:\\Tamarind\\Data Files\\tc all keys english.tmdf";
     static constexpr const char* kWcxFtpData =
         "C:\\Tamarind\\Data Files\\tc wcx_ftp keys english.tmdf";
+    static constexpr const char* kWincmdTypes = "C:\\Tamarind\\Data Files\\Wincmd.types";
     static constexpr const char* kOwnSettings = "C:\\Tamarind\\tamarind editors.ini";
 
     MemoryFileSystem disk;
