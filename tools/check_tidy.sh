@@ -1,6 +1,7 @@
 #!/bin/bash
 # Runs clang-tidy on the program's sources, each by itself: the builds put several into one, and would not notice a
-# missing include. Code that needs no window is read as the native build compiles it, the rest as the Windows build does.
+# missing include. Code that needs no window is read as the native build compiles it, the rest as the Windows build
+# does.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
