@@ -15,8 +15,9 @@ function(set_up_house_target name)
 endfunction()
 
 # What runs as fast as the user's hands is built for size; the few loops over all bytes or keys are not: the sources
-# that a library lists as FAST_SOURCES. The 32-bit program, whose tables for exceptions are larger, is for size as a
-# whole.
+# that a library lists as FAST_SOURCES. These take small functions of headers in while they are compiled: the linker
+# might choose the same ones of another source, which are built for size, and takes those in less often. The 32-bit
+# program, whose tables for exceptions are larger, is for size as a whole.
 function(build_for_size name)
     if(WIN32)
         target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-Os>)
@@ -49,7 +50,7 @@ function(add_house_library name)
     if(ARG_SMALL)
         build_for_size(${name})
         if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 8)
-            set_source_files_properties(${ARG_FAST_SOURCES} PROPERTIES COMPILE_OPTIONS -O2)
+            set_source_files_properties(${ARG_FAST_SOURCES} PROPERTIES COMPILE_OPTIONS "-O2;--param=early-inlining-insns=24")
         endif()
     endif()
     # A program may link one of its own in place of such an object, as plain_search_tests does.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,17 +18,28 @@ inline double NowMs() {
     return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-// The median time of `runs` calls in milliseconds.
+// The median time of `runs` calls of each work in milliseconds. They are called in turn, so that
+// whatever else the machine does meets all of them.
+inline std::vector<double> MediansMs(int runs, const std::vector<std::function<void()>>& works) {
+    std::vector<std::vector<double>> times(works.size());
+    for (int run = 0; run < runs; ++run) {
+        for (std::size_t i = 0; i < works.size(); ++i) {
+            const double start = NowMs();
+            works[i]();
+            times[i].push_back(NowMs() - start);
+        }
+    }
+    std::vector<double> medians;
+    for (std::vector<double>& ofWork : times) {
+        std::sort(ofWork.begin(), ofWork.end());
+        medians.push_back(ofWork[ofWork.size() / 2]);
+    }
+    return medians;
+}
+
 template <typename Work>
 double MedianMs(int runs, Work work) {
-    std::vector<double> times;
-    for (int run = 0; run < runs; ++run) {
-        const double start = NowMs();
-        work();
-        times.push_back(NowMs() - start);
-    }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    return MediansMs(runs, {work}).front();
 }
 
 // A new folder below the temporary one, with a closing backslash.

@@ -92,21 +92,24 @@ std::size_t LoadWithSystem(const Paths& paths, std::size_t maxKeys) {
 }
 
 void Measure(const std::wstring& folder, int keys) {
-    constexpr int kRuns = 9;
+    constexpr int kRuns = 31;
     const SampleFiles sample = MakeSample(keys);
     const Paths paths = {folder + L"data.tmdf", folder + L"settings.ini"};
     WriteOldFile(paths.dataFile, sample.dataFile);
     WriteOldFile(paths.settings, sample.settings);
     DiskFileSystem disk;
     std::size_t loaded = 0;
-    const double cold = MedianMs(kRuns, [&] {
-        IniFiles files(disk);
-        loaded = LoadWithOurs(files, paths);
-    });
-    IniFiles files(disk);
-    LoadWithOurs(files, paths);
-    const double warm = MedianMs(kRuns, [&] { LoadWithOurs(files, paths); });
-    const double bare = MedianMs(kRuns, [&] { ReadBoth(paths); });
+    IniFiles kept(disk);
+    LoadWithOurs(kept, paths);
+    const std::vector<double> medians =
+        MediansMs(kRuns, {[&] {
+                              IniFiles files(disk);
+                              loaded = LoadWithOurs(files, paths);
+                          },
+                          [&] { LoadWithOurs(kept, paths); }, [&] { ReadBoth(paths); }});
+    const double cold = medians[0];
+    const double warm = medians[1];
+    const double bare = medians[2];
     std::size_t bySystem = 0;
     const int systemRuns = keys > 5000 ? 1 : 3;
     const double system = MedianMs(
@@ -150,13 +153,13 @@ void MeasureHistories(const std::wstring& folder) {
     const KeyFamilies families(
         std::make_shared<const IniDocument>(IniDocument::Parse(counted, 1252)));
     DiskFileSystem disk;
-    double times[2];
-    for (const bool takesAll : {false, true}) {
-        times[takesAll ? 1 : 0] = MedianMs(kRuns, [&] {
+    const auto load = [&](bool takesAll) {
+        return [&, takesAll] {
             IniFiles files(disk);
             LoadWithOurs(files, paths, takesAll, families);
-        });
-    }
+        };
+    };
+    const std::vector<double> times = MediansMs(kRuns, {load(false), load(true)});
     std::printf("60,000 keys in histories: %.2f ms without them, %.2f ms with them, ratio %.2f\n",
                 times[0], times[1], times[1] / times[0]);
 }

@@ -1,6 +1,7 @@
 #include "core/ini/IniDocument.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cstring>
 
 #include "core/ini/IniParser.h"
@@ -167,6 +168,21 @@ IniDocument::LineId IniDocument::FirstLine(SectionId section) const {
 bool IniDocument::IsRepeated(SectionId section, LineId line) const {
     KeysOf(section);
     return m_lines[line].repeatsName;
+}
+
+// A bit for each value of half a hash: two of 125 names share one in every ninth section.
+bool IniDocument::AllNamesDiffer(SectionId section) const {
+    std::bitset<std::size_t{1} << 16> seen;
+    for (LineId id = FirstLine(section); id != kNone; id = NextLine(id)) {
+        if (IsIniKey(m_lines[id].kind)) {
+            auto bit = seen[m_lines[id].nameHash % seen.size()];
+            if (bit) {
+                return false;
+            }
+            bit = true;
+        }
+    }
+    return true;
 }
 
 std::size_t IniDocument::KeyNameUnits(LineId line) const {

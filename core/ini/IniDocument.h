@@ -142,6 +142,9 @@ public:
     // Whether an earlier line of the section, to which `line` belongs, has the same name, so that
     // this one does not count.
     bool IsRepeated(SectionId section, LineId line) const;
+    // True only if no line of the section is repeated. It is told by the hashes of the names,
+    // without the table that IsRepeated makes, and may be false by chance.
+    bool AllNamesDiffer(SectionId section) const;
     // The name of a key or of a section header; empty for prose.
     std::string_view KeyName(LineId line) const { return NameIn(m_lines[line]); }
     // The length of the name in UTF-16 units. Most names are ASCII and need not be read for it.

@@ -221,7 +221,7 @@ void IniParser::MakeRoom(std::size_t offset) {
 // Gives the last line its place in the file and in its section. Several lines of prose in a row
 // become one, to save memory. The first line of the file stays alone, because new lines may have to
 // end as it does.
-void IniParser::LinkLine(IniLine& line) {
+inline void IniParser::LinkLine(IniLine& line) {
     IniDocument& document = m_document;
     if (line.kind == IniLineKind::Prose && document.m_lines.size() > 2) {
         IniLine& previous = document.m_lines.end()[-2];
@@ -255,7 +255,7 @@ void IniParser::ParseLine(IniLine& line) {
     ReadByteLine(line, scanner.ScanLine(start));
 }
 
-void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
+inline void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
     const char* const start = m_document.m_bytes.data() + line.bytes.begin;
     const std::string_view text(start, static_cast<std::size_t>(scan.end - start));
     line.isAscii = scan.isAscii;
@@ -273,7 +273,8 @@ void IniParser::ReadByteLine(IniLine& line, const Scan& scan) {
 }
 
 // Gives the line's name, at its start without one.
-std::string_view IniParser::ReadKind(IniLine& line, std::string_view text, const char* equals) {
+inline std::string_view IniParser::ReadKind(IniLine& line, std::string_view text,
+                                            const char* equals) {
     const std::string_view trimmed = TrimIniBlanks(text);
     const std::string_view none = text.substr(0, 0);
     line.kind = IniLineKind::Prose;
@@ -333,7 +334,7 @@ void IniParser::ReadUtf16Line(IniLine& line) {
 }
 
 // Done here, while the name is still in the processor's cache.
-void IniParser::SetNameHash(IniLine& line) {
+inline void IniParser::SetNameHash(IniLine& line) {
     if (IsIniKey(line.kind) || line.kind == IniLineKind::Section) {
         line.nameHash = IniDocument::NameHash(m_document.NameIn(line));
     }

@@ -50,23 +50,25 @@ private:
     void ParseByteLines();
     void ParseUtf16Lines();
     // Adds a line that begins at byte `offset`.
-    inline IniLine& NewLine(std::size_t offset);
+    [[gnu::always_inline]] inline IniLine& NewLine(std::size_t offset);
     // Reserves memory for the lines that are to be expected after byte `offset`. Kept out of line,
     // because it is rarely called from a hot loop.
     [[gnu::noinline]] void MakeRoom(std::size_t offset);
     // Gives the newest line its place, or joins it to the prose above it.
-    void LinkLine(IniLine& line);
+    [[gnu::always_inline]] inline void LinkLine(IniLine& line);
     // Sets kind and name of a line in a file that is not UTF-16.
-    void ReadByteLine(IniLine& line, const Scan& scan);
+    [[gnu::always_inline]] inline void ReadByteLine(IniLine& line, const Scan& scan);
     // Sets the kind and returns the name, a view into `text`; empty at its start for prose.
     // `equals` is the first "=" of the text, or null.
-    static std::string_view ReadKind(IniLine& line, std::string_view text, const char* equals);
+    [[gnu::always_inline]] static inline std::string_view ReadKind(IniLine& line,
+                                                                   std::string_view text,
+                                                                   const char* equals);
     // For a line whose name, as ReadKind has found it, cannot stay where it is: it is not ASCII and
     // not UTF-8, or very long.
     void DecodeLine(IniLine& line, std::string_view text, const char* equals,
                     std::string_view name);
     void ReadUtf16Line(IniLine& line);
-    void SetNameHash(IniLine& line);
+    [[gnu::always_inline]] inline void SetNameHash(IniLine& line);
     std::string DecodeBytes(std::string_view bytes) const;
     void AppendDecoded(IniLine& line, std::string_view name, std::string_view value);
 

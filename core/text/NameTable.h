@@ -74,7 +74,10 @@ private:
     static constexpr std::size_t kLongestRow = 512;
 
     static std::string_view WithoutComment(std::string_view name) {
-        return name.substr(name.starts_with(';') ? 1 : 0);
+        if (!name.empty() && name.front() == ';') {
+            name.remove_prefix(1);
+        }
+        return name;
     }
     static std::string TreeKey(std::string_view name) { return ToUpperCase(WithoutComment(name)); }
 

@@ -1,5 +1,7 @@
 #include "model/files/DataFile.h"
 
+#include <algorithm>
+
 #include "core/ini/cProfile.h"
 #include "core/text/Unicode.h"
 
@@ -8,18 +10,16 @@ namespace {
 
 constexpr std::string_view kTargetSectionName = "TargetIniFile";
 
-// Adds the keys of one category. False if the store is full.
+// Adds the keys of one category, whose target section is the value of `target`. False if the store
+// is full.
 bool LoadCategory(const IniDocument& dataFile, std::string_view category,
-                  const std::function<void()>& advance, KeyStore& store) {
-    const auto section = dataFile.FindSection(category);
-    const auto target = section ? dataFile.FindKey(*section, kCategoryTarget) : std::nullopt;
-    if (!target) {
-        return true;
-    }
-    store.AddCategory(category, CutToBuffer(dataFile.Value(*target)));
-    const std::uint32_t targetHash = dataFile.NameHash(*target);
+                  const IniDocument::PlacedKey& target, const std::function<void()>& advance,
+                  KeyStore& store) {
+    store.AddCategory(category, CutToBuffer(dataFile.Value(target.line)));
+    const std::uint32_t targetHash = dataFile.NameHash(target.line);
+    const bool allDiffer = dataFile.AllNamesDiffer(target.section);
     bool fits = true;
-    ForEachKey(dataFile, *section, [&](IniDocument::LineId line, std::string_view name) {
+    ForEachKey(dataFile, target.section, [&](IniDocument::LineId line, std::string_view name) {
         if (!fits) {
             return;
         }
@@ -31,12 +31,13 @@ bool LoadCategory(const IniDocument& dataFile, std::string_view category,
         }
         // A name that was cut by the buffer may be that of another key, or of none. Of a repeated
         // name the first line counts.
-        const bool isPlain =
-            name.size() == dataFile.KeyName(line).size() && !dataFile.IsRepeated(*section, line);
-        fits = isPlain ? store.Add(line) : store.AddNamed(name, dataFile.FindKey(*section, name));
+        const bool isPlain = name.size() == dataFile.KeyName(line).size() &&
+                             (allDiffer || !dataFile.IsRepeated(target.section, line));
+        fits = isPlain ? store.Add(line)
+                       : store.AddNamed(name, dataFile.FindKey(target.section, name));
     });
     // Nearly nobody looks these keys up again, and fresh memory costs more than the look-ups.
-    dataFile.ForgetKeys(*section);
+    dataFile.ForgetKeys(target.section);
     return fits;
 }
 
@@ -63,8 +64,14 @@ bool LoadDataFile(std::shared_ptr<const IniDocument> dataFile, std::string noDes
                   const std::function<void()>& advance, KeyStore& store) {
     const IniDocument& document = *dataFile;
     store.Reset(std::move(dataFile), std::move(noDescription));
+    const std::vector<IniDocument::PlacedKey> targets = document.KeysNamed(kCategoryTarget);
     for (const std::string_view category : SectionNames(document)) {
-        if (!LoadCategory(document, category, advance, store)) {
+        const auto section = document.FindSection(category);
+        const auto target = section ? std::ranges::lower_bound(targets, *section, {},
+                                                               &IniDocument::PlacedKey::section)
+                                    : targets.end();
+        const bool isCategory = target != targets.end() && target->section == section;
+        if (isCategory && !LoadCategory(document, category, *target, advance, store)) {
             return false;
         }
     }

@@ -102,7 +102,8 @@ TEST(IniDocumentRead, ValuesCommentsAndLineEnds) {
     const std::string prose = "[A]\n" + std::string(1000, '\n') + "x=1\n\n;a\nb\r\n\r[B]\n";
     EXPECT_EQ(IniDocument::Parse(prose, 1252).LineCount(), 5U);
     // Known before anything was looked up.
-    EXPECT_TRUE(IniDocument::Parse("[A]\nx=1\nX=2\n", 1252).IsRepeated(0, 2));
+    const auto twice = IniDocument::Parse("[A]\nx=1\nX=2\n[B]\nx=3\n", 1252);
+    EXPECT_TRUE(!twice.AllNamesDiffer(0) && twice.IsRepeated(0, 2) && twice.AllNamesDiffer(1));
 }
 
 TEST(IniDocumentRead, Encodings) {

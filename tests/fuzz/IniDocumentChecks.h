@@ -46,6 +46,7 @@ inline void CheckLookUps(const IniDocument& document, std::size_t mostLines = 24
                        EqualsIgnoreCase(document.KeyName(other), document.KeyName(line));
             });
             Require(document.IsRepeated(id, line) == (*first != line));
+            Require(*first == line || !document.AllNamesDiffer(id));
             Require(document.FindKey(id, document.KeyName(line)) == *first);
             Require(IsValidUtf8(document.KeyName(line)) && IsValidUtf8(document.Value(line)));
         }
