@@ -37,6 +37,7 @@ inline std::vector<double> MediansMs(int runs, const std::vector<std::function<v
     return medians;
 }
 
+// The same for one work.
 template <typename Work>
 double MedianMs(int runs, Work work) {
     return MediansMs(runs, {work}).front();
